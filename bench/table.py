@@ -1,0 +1,42 @@
+"""Prints the lines of the benchmarks as a table, with the aims and whether this run met them."""
+
+import re
+import sys
+
+# The greatest ratio that is aimed at, by the beginning of a line's name. What has none is there to be read.
+_AIMS = (
+    ("launch/bare-window first-script", 1.10),
+    ("launch/bare-window page-ready", 1.10),
+    ("save/write+flush+rename", 1.30),
+    ("scanner/simdjson-dom", 1.00),
+)
+_LINE = re.compile(r"(\S.*?)\s+(\d+\.\d+)\s+\((.*)\)")
+
+
+def rows(lines, quick):
+    for line in lines:
+        found = _LINE.fullmatch(line.strip())
+        if not found:
+            raise SystemExit(f"This is no line of a benchmark: {line.strip()}")
+        name, ratio, detail = re.sub(r"\s+", " ", found[1]), float(found[2]), found[3]
+        aim = next((aim for start, aim in _AIMS if name.startswith(start)), None)
+        if aim is None:
+            yield name, found[2], "", "", detail
+        else:
+            # Rounded as it is shown, so that what is read as the aim also counts as it.
+            met = "" if quick else "met" if round(ratio, 2) <= aim else "not met"
+            yield name, found[2], f"{aim:.2f}", met, detail
+
+
+def main():
+    table = [("what / against what", "ratio", "aim", "", "medians"),
+             *rows(sys.stdin.read().splitlines(), "--quick" in sys.argv)]
+    widths = [max(len(row[column]) for row in table) for column in range(4)]
+    for name, ratio, aim, met, detail in table:
+        print(f"{name:<{widths[0]}}  {ratio:>{widths[1]}}  {aim:>{widths[2]}}  {met:<{widths[3]}}  {detail}".rstrip())
+    if "--quick" in sys.argv:
+        print("\nA quick run: it shows that the benchmarks work, not how fast anything is.")
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,164 @@
+# Sourced by ./test. Runs suites, counts what they ran, and tells the sum.
+#
+# A suite that ends badly without naming a failed test, or that ran no test at all, counts as one failure:
+# silence must never look like success.
+
+results=
+passed=0
+failed=0
+failed_suites=()
+
+# start_part PART: its results are its own, and two runs of one part in one tree follow each other.
+start_part() {
+  hold_lock "test-$1"
+  results=$root/build/test-results/$1
+  rm -rf "$results"
+  mkdir -p "$results"
+}
+end_part() { release_lock "test-$1"; }
+
+finish_suites() {
+  local status=$?
+  local one
+  for one in "${failed_suites[@]}"; do say "FAILED: $one"; done
+  # Ending early is a failure also where no suite had the time to say so.
+  if ((status != 0 && failed == 0)); then failed=1; fi
+  say "$passed passed, $failed failed"
+  ((failed == 0)) || exit 1
+  exit 0
+}
+
+# record NAME PASSED FAILED [SKIPPED] [SECONDS]
+record() {
+  local name=$1 skipped=${4:-0} seconds=${5:-}
+  passed=$((passed + $2))
+  failed=$((failed + $3))
+  local line="$name: $2 passed, $3 failed"
+  ((skipped == 0)) || line+=", $skipped skipped"
+  [[ -z $seconds ]] || line+=" ($seconds s)"
+  say "$line"
+  if (($3)); then failed_suites+=("$name"); fi
+}
+
+# The end of what a failed suite said, and where the rest is.
+show_log() {
+  tail -n 300 "$1"
+  say "(all of it: $1)"
+}
+
+file_name() { printf '%s' "${1//[^a-zA-Z0-9]/-}"; }
+
+# One check: it passes or it fails. suite_check NAME COMMAND...
+suite_check() {
+  local name=$1 started=$SECONDS
+  shift
+  local log
+  log=$results/$(file_name "$name").log
+  if "$@" >"$log" 2>&1; then
+    record "$name" 1 0 0 $((SECONDS - started))
+  else
+    show_log "$log"
+    record "$name" 0 1 0 $((SECONDS - started))
+  fi
+}
+
+# Counts from JUnit files. Sets counted=(passed failed skipped).
+count_junit() {
+  read -r -a counted < <(/usr/bin/python3 "$root/scripts/lib/count-junit.py" "$@")
+  ((${#counted[@]} == 3)) || counted=(0 0 0)
+}
+
+# settle NAME STATUS SECONDS: records `counted`, and a failure more where the numbers hide one.
+settle() {
+  local name=$1 status=$2 seconds=$3
+  if ((status != 0 && counted[1] == 0)); then
+    say "$name ended with status $status although no test is said to have failed."
+    counted[1]=1
+  elif ((counted[0] + counted[1] == 0)); then
+    say "$name ran no test."
+    counted[1]=1
+  fi
+  record "$name" "${counted[@]}" "$seconds"
+}
+
+# A command that writes a JUnit file where it is told to: "JUNIT" in its arguments stands for the path.
+suite_junit() {
+  local name=$1 started=$SECONDS status=0
+  shift
+  local base
+  base=$results/$(file_name "$name")
+  "${@//JUNIT/$base.xml}" >"$base.log" 2>&1 || status=$?
+  ((status == 0)) || show_log "$base.log"
+  count_junit "$base.xml"
+  settle "$name" "$status" $((SECONDS - started))
+}
+
+# Node's test runner, which tells its counts in the last lines. suite_node NAME COMMAND...
+suite_node() {
+  local name=$1 started=$SECONDS status=0
+  shift
+  local log
+  log=$results/$(file_name "$name").log
+  "$@" >"$log" 2>&1 </dev/null || status=$?
+  # A browser depends on how busy the machine is, as the desktop tests do: what fails is run once more.
+  if ((status != 0)) && [[ $name == *Chromium* ]]; then
+    show_log "$log"
+    say "$name: failed; once more."
+    status=0
+    "$@" >"$log" 2>&1 </dev/null || status=$?
+  fi
+  ((status == 0)) || show_log "$log"
+  counted=(0 0 0)
+  local mark word number
+  while read -r mark word number; do
+    case $word in
+      pass) counted[0]=$((counted[0] + number)) ;;
+      fail | cancelled) counted[1]=$((counted[1] + number)) ;;
+      skipped | todo) counted[2]=$((counted[2] + number)) ;;
+    esac
+  done < <(grep -E '^(#|ℹ) (pass|fail|cancelled|skipped|todo) [0-9]+$' "$log")
+  settle "$name" "$status" $((SECONDS - started))
+}
+
+# The test programs of a preset, each judged by itself, so that one that crashes is not hidden by the
+# numbers of another. suite_gtest NAME PRESET FILTER
+suite_gtest() {
+  local name=$1 preset=$2 filter=$3
+  local -a programs=()
+  mapfile -t programs < <(/usr/bin/python3 "$root/scripts/lib/list-test-programs.py" "$root/build/$preset")
+  if ((${#programs[@]} == 0)); then
+    say "$name: there is no test program."
+    record "$name" 0 1
+    return
+  fi
+  local program base status started
+  for program in "${programs[@]}"; do
+    base=$results/$(file_name "$preset $(basename "$program")")
+    status=0 started=$SECONDS
+    "$program" --gtest_brief=1 --gtest_filter="$filter" --gtest_output="xml:$base.xml" >"$base.log" 2>&1 ||
+      status=$?
+    ((status == 0)) || show_log "$base.log"
+    count_junit "$base.xml"
+    settle "$name $(basename "$program")" "$status" $((SECONDS - started))
+  done
+}
+
+# The desktop tests, as many files side by side as the machine has processors, three at most. Each has a
+# display of its own, because there is one keyboard focus per display.
+suite_desktop() {
+  local name="desktop" started=$SECONDS status=0 displays log
+  displays=$(nproc)
+  ((displays > 3)) && displays=3
+  displays=${QUENDO_DESKTOP_PARTS:-$displays}
+  say "Running the desktop tests on $displays displays."
+  export QUENDO_TEST_PICTURES=$results/pictures
+  "$root/scripts/lib/desktop-suite.py" "$displays" "$results" || status=$?
+  local -a files=()
+  mapfile -t files < <(find "$results" -maxdepth 1 -name 'desktop-*.xml' | sort)
+  if ((status != 0)); then
+    while read -r log; do show_log "$log"; done < <(
+      grep -lE '<(failure|error)' "${files[@]}" | sed 's/\.xml$/-1.log/')
+  fi
+  count_junit "${files[@]}"
+  settle "$name" "$status" $((SECONDS - started))
+}

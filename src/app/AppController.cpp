@@ -1,0 +1,199 @@
+#include "app/AppController.h"
+
+#include <utility>
+
+#include "i18n/NativeLanguage.h"
+#include "platform/SiteConfiguration.h"
+
+namespace quendo {
+namespace {
+
+constexpr int kDefaultWidth = 1320;
+constexpr int kDefaultHeight = 820;
+constexpr int kMinimumWidth = 880;
+constexpr int kMinimumHeight = 600;
+
+/// Hosts of the product's site to which a shared link may point.
+std::vector<std::string> sharedLinkHosts() {
+  const std::string domain(kSiteDomain);
+  return {domain, "www." + domain, "app." + domain};
+}
+
+/// What a start says that finds the notes open in another session of the same user.
+std::string openElsewhereText(NativeLanguage language) {
+  switch (language) {
+    case NativeLanguage::en:
+      return "Quendo is already open in another session of this user. Close it there first.";
+    case NativeLanguage::es:
+      return "Quendo ya está abierto en otra sesión de este usuario. Ciérralo allí primero.";
+    case NativeLanguage::pt:
+      break;
+  }
+  return "O Quendo já está aberto em outra sessão deste usuário. Feche-o lá primeiro.";
+}
+
+}  // namespace
+
+AppController::AppController(const HostPorts& ports)
+    : ports_(ports),
+      localization_(ports.defaults, ports.locale),
+      store_(ports.fileManager, ports.storeQueue, ports.mainQueue, ports.persistenceTestMode),
+      pageCalls_(state_, localization_),
+      dispatcher_(std::make_shared<MessageDispatcher>(store_, ports.pasteboard, pageCalls_)),
+      bootstrap_(store_, localization_, std::string(kPublicSiteUrl)),
+      menu_(ports.application, state_, pageCalls_, localization_, ports.defaults),
+      fatalErrors_(state_, localization_, ports.toolkit, ports.application),
+      navigation_(bootstrap_, ports.workspace),
+      panels_(localization_),
+      exportPanels_(localization_, pageCalls_, ports.fileManager, ports.contentTypes),
+      sharing_(localization_, pageCalls_, ports.fileManager, ports.mainQueue, ports.uuids, ports.toolkit,
+               sharedLinkHosts()),
+      whatsAppCopy_(state_, localization_, pageCalls_),
+      openedFiles_(state_, localization_, ports.documentFiles, pageCalls_, ports.application),
+      updateChecks_(ports.bundle, ports.defaults, ports.clock, ports.httpSession, ports.mainQueue,
+                    ports.workspace, pageCalls_, localization_),
+      termination_(state_, ports.application, ports.mainQueue, store_, pageCalls_, localization_,
+                   ports.uuids) {
+  MessageOwners owners;
+  owners.exporter = &exportPanels_;
+  owners.sharing = &sharing_;
+  owners.language = &menu_;
+  dispatcher_->setOwners(owners);
+  termination_.setDeliverPendingFileImports([this] { openedFiles_.deliverPendingFileImports(); });
+  menu_.setNativeCommands(
+      {[this] { updateChecks_.checkForUpdates(); }, [this] { whatsAppCopy_.copyForWhatsApp(); }});
+}
+
+AppController::~AppController() {
+  setWindow(nullptr);
+  sharing_.setWebView(nullptr);
+  pageCalls_.setWebView(nullptr);
+}
+
+void AppController::applicationDidFinishLaunching() {
+  menu_.buildMainMenu();
+  if (!store_.claimDirectory()) {
+    fatalErrors_.showFatalError(openElsewhereText(localization_.current()));
+    return;
+  }
+  buildWindow();
+  ports_.application.activateIgnoringOtherApps(true);
+  updateChecks_.startUpdateChecks();
+}
+
+void AppController::buildWindow() {
+  userContentController_ = ports_.toolkit.makeUserContentController();
+  bridge_ = std::make_shared<ScriptBridge>(dispatcher_);
+  for (const char* name : kScriptMessageNames) userContentController_->addScriptMessageHandler(bridge_, name);
+  bootstrap_.installBootstrapScript(userContentController_.get());
+  makeWebView();
+  makeWindow();
+  loadPage();
+}
+
+void AppController::makeWebView() {
+  WebViewConfiguration configuration;
+  configuration.userContentController = userContentController_;
+  configuration.websiteDataStore =
+      ports_.persistenceTestMode ? WebsiteDataStore::nonPersistent : WebsiteDataStore::defaultStore;
+  configuration.javaScriptCanOpenWindowsAutomatically = false;
+  webView_ = ports_.toolkit.makeWebView(configuration);
+  pageCalls_.setWebView(webView_.get());
+  sharing_.setWebView(webView_.get());
+  webView_->setNavigationDelegate(this);
+  webView_->setUiDelegate(this);
+  webView_->setInspectable(false);
+}
+
+void AppController::makeWindow() {
+  window_ =
+      ports_.toolkit.makeWindow(Rect{0, 0, kDefaultWidth, kDefaultHeight},
+                                kWindowTitled | kWindowClosable | kWindowMiniaturizable | kWindowResizable);
+  setWindow(window_.get());
+  window_->setTitle("Quendo");
+  window_->setDelegate(this);
+  window_->setMinimumSize(kMinimumWidth, kMinimumHeight);
+  window_->center();
+  container_ = ports_.toolkit.makeContainerView(
+      window_->contentViewBounds().value_or(Rect{0, 0, kDefaultWidth, kDefaultHeight}));
+  window_->setContentView(*container_);
+  container_->addPinnedSubview(*webView_);
+  window_->makeKeyAndOrderFront();
+}
+
+void AppController::setWindow(Window* window) {
+  panels_.setWindow(window);
+  exportPanels_.setWindow(window);
+  openedFiles_.setWindow(window);
+  updateChecks_.setWindow(window);
+  termination_.setWindow(window);
+}
+
+void AppController::loadPage() {
+  const std::optional<std::string> resources = ports_.bundle.resourcePath();
+  if (!resources) {
+    fatalErrors_.showFatalError("Os recursos do aplicativo não foram encontrados.");
+    return;
+  }
+  bootstrap_.setWebRoot(*resources + "/web");
+  webView_->loadFile(bootstrap_.indexPath(), *bootstrap_.webRoot());
+}
+
+bool AppController::applicationShouldHandleReopen(bool /*hasVisibleWindows*/) {
+  if (window_) window_->makeKeyAndOrderFront();
+  ports_.application.activateIgnoringOtherApps(true);
+  return true;
+}
+
+bool AppController::decidePolicyForNavigation(const NavigationAction& action) {
+  return navigation_.decidePolicyForNavigation(action);
+}
+
+void AppController::didFinishNavigation() {
+  state_.webReady = true;
+  ports_.application.updateMainMenu();
+  openedFiles_.deliverPendingFileImports();
+  if (std::exchange(state_.recoveringWebContent, false)) {
+    // Shown in Portuguese whatever the interface language.
+    pageCalls_.showToast("Interface recuperada · suas notas foram restauradas");
+  }
+}
+
+void AppController::didFailNavigation(const std::string& localizedDescription) {
+  fatalErrors_.showFatalError("Falha ao abrir a interface: " + localizedDescription);
+}
+
+void AppController::didFailProvisionalNavigation(const std::string& localizedDescription) {
+  fatalErrors_.showFatalError("Falha ao carregar a interface: " + localizedDescription);
+}
+
+// There is no limit on recoveries: each starts from the newest state on disk, which waits in `load` for a
+// write that was still running when the process ended.
+void AppController::webContentProcessDidTerminate() {
+  if (state_.fatalMode) return;
+  state_.webReady = false;
+  state_.recoveringWebContent = true;
+  ports_.application.updateMainMenu();
+  bootstrap_.installBootstrapScript(userContentController_.get());
+  if (!bootstrap_.webRoot()) {
+    fatalErrors_.showFatalError(
+        "O processo da interface foi encerrado e os recursos locais não foram encontrados.");
+    return;
+  }
+  webView_->loadFile(bootstrap_.indexPath(), *bootstrap_.webRoot());
+}
+
+void AppController::createWebView(const std::optional<std::string>& url) {
+  navigation_.openNewWindowRequest(url);
+}
+
+void AppController::runTextInputPanel(const std::string& prompt, const std::string& defaultText,
+                                      std::function<void(std::optional<std::string>)> completion) {
+  panels_.runTextInputPanel(prompt, defaultText, std::move(completion));
+}
+
+void AppController::runOpenPanel(std::function<void(std::optional<std::vector<std::string>>)> completion) {
+  panels_.runOpenPanel(std::move(completion));
+}
+
+}  // namespace quendo

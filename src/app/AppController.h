@@ -1,0 +1,96 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/FatalErrors.h"
+#include "app/HostPorts.h"
+#include "app/NavigationPolicy.h"
+#include "app/PagePanels.h"
+#include "app/TerminationHandshake.h"
+#include "bridge/BootstrapScript.h"
+#include "bridge/HostState.h"
+#include "bridge/MessageDispatcher.h"
+#include "bridge/PageCalls.h"
+#include "bridge/ScriptBridge.h"
+#include "export/ExportPanels.h"
+#include "export/NoteSharing.h"
+#include "export/WhatsAppCopy.h"
+#include "i18n/Localization.h"
+#include "import/OpenedFiles.h"
+#include "menu/MenuCommands.h"
+#include "store/StateStore.h"
+#include "update/UpdateChecks.h"
+
+namespace quendo {
+
+/// The hub: delegate of the application, its window and its web view, and owner of one object for each
+/// subsystem. It decides the order of the launch and passes the rest on. Main thread; exactly one exists.
+class AppController final : public ApplicationDelegate,
+                            public WindowDelegate,
+                            public NavigationDelegate,
+                            public UiDelegate {
+ public:
+  explicit AppController(const HostPorts& ports);
+  ~AppController() override;
+  AppController(const AppController&) = delete;
+  AppController& operator=(const AppController&) = delete;
+
+  void applicationDidFinishLaunching() override;
+  bool applicationShouldHandleReopen(bool hasVisibleWindows) override;
+  bool applicationOpenFiles(const std::vector<std::string>& urls) override {
+    return openedFiles_.enqueueOpenedFiles(urls);
+  }
+  TerminationReply applicationShouldTerminate() override { return termination_.applicationShouldTerminate(); }
+  bool applicationShouldTerminateAfterLastWindowClosed() const override { return false; }
+  bool validateMenuItem(const MenuItem& item) const override { return menu_.validateMenuItem(item); }
+  void performMenuItem(const MenuItem& item) override { menu_.performMenuItem(item); }
+
+  bool windowShouldClose() override { return termination_.windowShouldClose(); }
+
+  bool decidePolicyForNavigation(const NavigationAction& action) override;
+  void didFinishNavigation() override;
+  void didFailNavigation(const std::string& localizedDescription) override;
+  void didFailProvisionalNavigation(const std::string& localizedDescription) override;
+  void webContentProcessDidTerminate() override;
+
+  void createWebView(const std::optional<std::string>& url) override;
+  void runTextInputPanel(const std::string& prompt, const std::string& defaultText,
+                         std::function<void(std::optional<std::string>)> completion) override;
+  void runOpenPanel(std::function<void(std::optional<std::vector<std::string>>)> completion) override;
+
+ private:
+  void buildWindow();
+  void makeWebView();
+  void makeWindow();
+  void setWindow(Window* window);
+  void loadPage();
+
+  HostPorts ports_;
+  HostState state_;
+  Localization localization_;
+  StateStore store_;
+  PageCalls pageCalls_;
+  std::shared_ptr<MessageDispatcher> dispatcher_;
+  BootstrapScript bootstrap_;
+  MenuCommands menu_;
+  FatalErrors fatalErrors_;
+  NavigationPolicy navigation_;
+  PagePanels panels_;
+  ExportPanels exportPanels_;
+  NoteSharing sharing_;
+  WhatsAppCopy whatsAppCopy_;
+  OpenedFiles openedFiles_;
+  UpdateChecks updateChecks_;
+  TerminationHandshake termination_;
+
+  std::shared_ptr<ScriptBridge> bridge_;
+  std::shared_ptr<UserContentController> userContentController_;
+  std::unique_ptr<WebView> webView_;
+  std::unique_ptr<View> container_;
+  std::unique_ptr<Window> window_;
+};
+
+}  // namespace quendo

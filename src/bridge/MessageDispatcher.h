@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string_view>
+
+#include "bridge/MessageOwners.h"
+#include "bridge/PageCalls.h"
+#include "platform/Lifetime.h"
+#include "platform/Pasteboard.h"
+#include "platform/UserContentController.h"
+#include "store/StateStore.h"
+
+namespace quendo {
+
+/// Checks each message of the page and hands it to the owner of the work. What is malformed or too large
+/// is dropped without an answer, except where the page gave an identifier to answer to. Main thread.
+class MessageDispatcher {
+ public:
+  MessageDispatcher(StateStore& store, Pasteboard& pasteboard, PageCalls& pageCalls)
+      : store_(store), pasteboard_(pasteboard), pageCalls_(pageCalls) {}
+
+  /// The owners must outlive the dispatcher.
+  void setOwners(const MessageOwners& owners) { owners_ = owners; }
+
+  void handleScriptMessage(ScriptMessage message);
+
+ private:
+  void saveState(Value body);
+  void exportNote(Value body);
+  void saveNoteAs(Value body);
+  void copyToClipboard(Value body);
+  void shareNote(Value body);
+
+  StateStore& store_;
+  Pasteboard& pasteboard_;
+  PageCalls& pageCalls_;
+  MessageOwners owners_;
+  Lifetime lifetime_;
+};
+
+}  // namespace quendo

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+#include "bridge/HostState.h"
+#include "i18n/Localization.h"
+#include "platform/Lifetime.h"
+#include "platform/Menu.h"
+#include "platform/WebView.h"
+
+namespace quendo {
+
+/// Everything that the host runs in the page, with its exact spelling. Main thread.
+///
+/// `evaluate` is for commands and is gated: it does nothing while the page cannot be driven. Every other
+/// call is direct: it needs only a web view, and without one it is dropped. No call reads the result of
+/// a script except those that take a handler.
+class PageCalls {
+ public:
+  PageCalls(const HostState& state, const Localization& localization)
+      : state_(state), localization_(localization) {}
+
+  /// The web view to drive, or null. It must be taken back before it is destroyed.
+  void setWebView(WebView* webView) { webView_ = webView; }
+  bool hasWebView() const { return webView_ != nullptr; }
+
+  /// Runs a command's script if the page is ready and no quit is pending. An error in it shows a toast.
+  void evaluate(const std::string& script);
+  /// Runs the snippet of a page command through `evaluate`.
+  void runCommand(MenuAction action);
+  void setLanguage(std::string_view code);
+
+  void nativeSaveDidFinish(bool success, std::int64_t revision);
+  void nativeExportDidFinish(bool success, std::string_view message);
+  void nativeSaveAsDidFinish(bool success, std::string_view noteId, std::string_view fileName,
+                             std::string_view message);
+  void nativeClipboardDidFinish(bool success, std::string_view message, std::string_view requestId);
+  void nativeShareDidFinish(bool success, std::string_view attemptId);
+  void showToast(std::string_view message);
+
+  /// Asks for the final state, with all that was typed before. `completion` is called once; never without a
+  /// web view, or when the quit is cancelled before the page could be asked.
+  void prepareForTermination(EvaluationHandler completion);
+  void terminationDidCancel();
+  /// The two calls that await the page's answer. `completion` is called once; without a web view never.
+  void openNativeFiles(Value::Array files, EvaluationHandler completion);
+  void copyCurrentNoteForWhatsApp(EvaluationHandler completion);
+
+ private:
+  void runDirect(const std::string& script, EvaluationHandler completion = {});
+  void runCallback(std::string_view prefix, std::initializer_list<std::string> arguments);
+
+  const HostState& state_;
+  const Localization& localization_;
+  WebView* webView_ = nullptr;
+  Lifetime lifetime_;
+};
+
+/// The snippet of a page command; empty for an action that is none.
+std::string_view pageCommandScript(MenuAction action);
+
+}  // namespace quendo

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <utility>
+
+#include "bridge/MessageDispatcher.h"
+#include "platform/UserContentController.h"
+
+namespace quendo {
+
+/// The names under which the page reaches the host, in the order of their registration.
+inline constexpr std::array kScriptMessageNames = {"quendoState",     "quendoExport", "quendoSaveAs",
+                                                   "quendoClipboard", "quendoShare",  "quendoLanguage"};
+
+/// The one handler behind all six names. It never keeps the dispatcher alive: a message that arrives
+/// when the dispatcher is gone is dropped.
+class ScriptBridge final : public ScriptMessageHandler {
+ public:
+  explicit ScriptBridge(std::weak_ptr<MessageDispatcher> controller) : controller_(std::move(controller)) {}
+
+  void didReceiveScriptMessage(ScriptMessage message) override {
+    if (const auto controller = controller_.lock()) controller->handleScriptMessage(std::move(message));
+  }
+
+ private:
+  std::weak_ptr<MessageDispatcher> controller_;
+};
+
+}  // namespace quendo

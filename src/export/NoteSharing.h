@@ -1,0 +1,74 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "bridge/MessageOwners.h"
+#include "bridge/PageCalls.h"
+#include "i18n/Localization.h"
+#include "platform/FileManager.h"
+#include "platform/Lifetime.h"
+#include "platform/MainQueue.h"
+#include "platform/Sharing.h"
+#include "platform/Toolkit.h"
+#include "platform/UuidSource.h"
+
+namespace quendo {
+
+/// Shares a note through what the desktop offers: as a file in a folder of the user's own, with a link to the
+/// product's site where the page gives one. One share at a time; each request is answered to the page once,
+/// and its folder lives from the picker to that answer. Main thread.
+class NoteSharing final : public ShareOwner,
+                          public SharingServicePickerDelegate,
+                          public SharingServiceDelegate {
+ public:
+  /// linkHosts: the hosts, in lower case, to which a shared link may point.
+  NoteSharing(const Localization& localization, PageCalls& pageCalls, FileManager& fileManager,
+              MainQueue& mainQueue, UuidSource& uuids, Toolkit& toolkit, std::vector<std::string> linkHosts);
+  ~NoteSharing() override;
+  NoteSharing(const NoteSharing&) = delete;
+  NoteSharing& operator=(const NoteSharing&) = delete;
+
+  /// The web view beside whose corner the picker is shown, or null. It must be taken back before it is
+  /// destroyed.
+  void setWebView(WebView* webView) { webView_ = webView; }
+
+  bool shareIsUnderWay() const override { return sharingPicker_ || activeSharingService_; }
+  void presentSharePicker(std::string attemptId, std::string title, std::string filename, std::string content,
+                          std::string urlString) override;
+
+  void didChooseSharingService(std::shared_ptr<SharingService> service) override;
+  void didShareItems(SharingService& service) override { serviceDidFinish(service, true); }
+  void didFailToShareItems(SharingService& service) override { serviceDidFinish(service, false); }
+
+ private:
+  std::vector<SharedItem> itemsFor(const std::string& title, const std::string& filename,
+                                   const std::string& content, const std::string& urlString);
+  std::optional<std::string> writeSharedFile(const std::string& filename, const std::string& content);
+  bool mayShareLink(const std::string& urlString) const;
+  void serviceDidFinish(const SharingService& service, bool success);
+  void finishShare(bool success);
+  void cleanSharedTemporaryDirectory();
+  void removeAbandonedDirectories();
+
+  const Localization& localization_;
+  PageCalls& pageCalls_;
+  FileManager& fileManager_;
+  MainQueue& mainQueue_;
+  UuidSource& uuids_;
+  Toolkit& toolkit_;
+  const std::vector<std::string> linkHosts_;
+  WebView* webView_ = nullptr;
+
+  std::shared_ptr<SharingServicePicker> sharingPicker_;
+  std::shared_ptr<SharingService> activeSharingService_;
+  std::optional<std::string> activeSharingAttemptId_;
+  std::shared_ptr<DelayedTask> sharingTimeout_;
+  std::optional<std::string> sharedTemporaryDirectory_;
+  Lifetime lifetime_;
+};
+
+}  // namespace quendo

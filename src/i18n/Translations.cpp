@@ -1,0 +1,94 @@
+#include "i18n/Translations.h"
+
+#include <algorithm>
+#include <array>
+
+namespace quendo {
+namespace {
+
+constexpr std::array kTranslations = {
+    Translation{"Sobre o Quendo", "About Quendo", "Acerca de Quendo"},
+    Translation{"Verificar atualizações…", "Check for Updates…", "Buscar actualizaciones…"},
+    Translation{"Idioma", "Language", "Idioma"},
+    Translation{"Ocultar Quendo", "Hide Quendo", "Ocultar Quendo"},
+    Translation{"Ocultar Outros", "Hide Others", "Ocultar otros"},
+    Translation{"Sair do Quendo", "Quit Quendo", "Salir de Quendo"},
+    Translation{"Arquivo", "File", "Archivo"},
+    Translation{"Nova nota", "New Note", "Nueva nota"},
+    Translation{"Captura rápida", "Quick Capture", "Captura rápida"},
+    Translation{"Abrir arquivo…", "Open File…", "Abrir archivo…"},
+    Translation{"Salvar agora", "Save Now", "Guardar ahora"},
+    Translation{"Salvar como…", "Save As…", "Guardar como…"},
+    Translation{"Copiar para WhatsApp", "Copy for WhatsApp", "Copiar para WhatsApp"},
+    Translation{"Editar", "Edit", "Editar"},
+    Translation{"Desfazer", "Undo", "Deshacer"},
+    Translation{"Refazer", "Redo", "Rehacer"},
+    Translation{"Recortar", "Cut", "Cortar"},
+    Translation{"Copiar", "Copy", "Copiar"},
+    Translation{"Colar", "Paste", "Pegar"},
+    Translation{"Selecionar Tudo", "Select All", "Seleccionar todo"},
+    Translation{"Visualizar", "View", "Ver"},
+    Translation{"Buscar notas", "Search Notes", "Buscar notas"},
+    Translation{"Atalhos", "Shortcuts", "Atajos"},
+    Translation{"Como usar edição avançada…", "How to Use Advanced Editing…",
+                "Cómo usar la edición avanzada…"},
+    Translation{"Janela", "Window", "Ventana"},
+    Translation{"Aba anterior", "Previous Tab", "Pestaña anterior"},
+    Translation{"Próxima aba", "Next Tab", "Pestaña siguiente"},
+    Translation{"Mostrar todas as abas", "Show All Tabs", "Mostrar todas las pestañas"},
+    Translation{"Reabrir aba fechada", "Reopen Closed Tab", "Reabrir pestaña cerrada"},
+    Translation{"Fechar aba…", "Close Tab…", "Cerrar pestaña…"},
+    Translation{"Fechar outras abas…", "Close Other Tabs…", "Cerrar otras pestañas…"},
+    Translation{"Fechar abas à direita…", "Close Tabs to the Right…", "Cerrar pestañas a la derecha…"},
+    Translation{"Fechar todas as abas…", "Close All Tabs…", "Cerrar todas las pestañas…"},
+    Translation{"Minimizar", "Minimize", "Minimizar"},
+    Translation{"Fechar janela", "Close Window", "Cerrar ventana"},
+    Translation{"Continuar editando", "Continue Editing", "Continuar editando"},
+    Translation{"Cancelar", "Cancel", "Cancelar"},
+    Translation{"Abrir", "Open", "Abrir"},
+    Translation{"Salvar", "Save", "Guardar"},
+    Translation{"Exportar", "Export", "Exportar"},
+    Translation{"Salvar nota como", "Save Note As", "Guardar nota como"},
+    Translation{"Extensão:", "Extension:", "Extensión:"},
+    Translation{"Personalizada (digite no nome)", "Custom (type it in the name)",
+                "Personalizada (escríbela en el nombre)"},
+    Translation{"Abrir arquivos de texto no Quendo", "Open Text Files in Quendo",
+                "Abrir archivos de texto en Quendo"},
+    Translation{"Baixar atualização", "Download Update", "Descargar actualización"},
+    Translation{"Lembrar depois", "Remind Me Later", "Recordar más tarde"},
+    Translation{"O Quendo não fechou", "Quendo Did Not Quit", "Quendo no se cerró"},
+    Translation{"Este arquivo não foi aberto", "This File Was Not Opened", "Este archivo no se abrió"},
+    Translation{"Alguns arquivos não foram abertos", "Some Files Were Not Opened",
+                "Algunos archivos no se abrieron"},
+    Translation{"O Quendo não pôde iniciar", "Quendo Could Not Start", "Quendo no pudo iniciarse"},
+    Translation{"Exportar arquivo de texto", "Export Text File", "Exportar archivo de texto"},
+    Translation{"Exportar nota em Markdown", "Export Markdown Note", "Exportar nota en Markdown"},
+    Translation{"Exportação cancelada", "Export canceled", "Exportación cancelada"},
+    Translation{"Arquivo exportado", "File exported", "Archivo exportado"},
+    Translation{"Markdown exportado", "Markdown exported", "Markdown exportado"},
+    Translation{"Não foi possível exportar o arquivo", "Could not export the file",
+                "No se pudo exportar el archivo"},
+    Translation{"Não foi possível verificar atualizações", "Could not check for updates",
+                "No se pudo buscar actualizaciones"},
+    Translation{"Você já está na versão mais recente", "You already have the latest version",
+                "Ya tienes la versión más reciente"},
+    Translation{"Não foi possível copiar para o WhatsApp", "Could not copy for WhatsApp",
+                "No se pudo copiar para WhatsApp"},
+    Translation{"A ação não pôde ser concluída", "The action could not be completed",
+                "No se pudo completar la acción"},
+};
+
+}  // namespace
+
+std::span<const Translation> allTranslations() {
+  return kTranslations;
+}
+
+// Sixty short rows are found by a walk: texts are looked up when a menu or a panel is built, not more.
+const Translation* findTranslation(std::string_view portuguese) {
+  const auto row = std::find_if(kTranslations.begin(), kTranslations.end(),
+                                [&](const Translation& t) { return t.portuguese == portuguese; });
+  return row == kTranslations.end() ? nullptr : &*row;
+}
+
+}  // namespace quendo

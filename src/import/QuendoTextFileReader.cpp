@@ -1,0 +1,91 @@
+#include "import/QuendoTextFileReader.h"
+
+#include <unicode/locid.h>
+#include <unicode/unistr.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "text/Graphemes.h"
+#include "text/Trimming.h"
+#include "text/Url.h"
+#include "text/Utf8.h"
+
+namespace quendo::QuendoTextFileReader {
+namespace {
+
+constexpr std::size_t maximumNameCharacters = 240;
+/// Stands for a name that is none. The same in every language of the interface.
+constexpr std::string_view unnamed = "Arquivo sem nome";
+
+/// Gives back, at its end, what the sandbox granted at its beginning.
+class SecurityScope {
+ public:
+  SecurityScope(DocumentFiles& files, const std::string& url)
+      : files_(files), url_(url), granted_(files.startAccessingSecurityScopedResource(url)) {}
+  ~SecurityScope() {
+    if (granted_) files_.stopAccessingSecurityScopedResource(url_);
+  }
+  SecurityScope(const SecurityScope&) = delete;
+  SecurityScope& operator=(const SecurityScope&) = delete;
+
+ private:
+  DocumentFiles& files_;
+  const std::string& url_;
+  const bool granted_;
+};
+
+/// By Unicode's rules, so that the Kelvin sign is a letter k here as it is on every other system.
+std::string lowercased(std::string_view text) {
+  const icu::StringPiece bytes(text.data(), static_cast<std::int32_t>(text.size()));
+  std::string result;
+  icu::UnicodeString::fromUTF8(bytes).toLower(icu::Locale::getRoot()).toUTF8String(result);
+  return result;
+}
+
+std::string formatOfPath(std::string_view path) {
+  const auto known =
+      std::find(markdownExtensions.begin(), markdownExtensions.end(), lowercased(pathExtension(path)));
+  return known != markdownExtensions.end() ? "markdown" : "plain";
+}
+
+std::variant<std::string, QuendoFileImportError> readBytes(const DocumentFiles& files,
+                                                           const std::string& path) {
+  const auto values = files.resourceValues(path);
+  if (!values) return QuendoFileImportError::unreadable();
+  if (!values->isRegularFile.value_or(false)) return QuendoFileImportError::notAFile();
+  if (values->fileSize.value_or(0) > maximumFileBytes) {
+    return QuendoFileImportError::tooLarge(maximumFileBytes);
+  }
+  auto bytes = files.contents(path, maximumFileBytes);
+  if (!bytes) return QuendoFileImportError::unreadable();
+  // The file may have grown since it was asked about.
+  if (std::cmp_greater(bytes->size(), maximumFileBytes)) {
+    return QuendoFileImportError::tooLarge(maximumFileBytes);
+  }
+  return std::move(*bytes);
+}
+
+}  // namespace
+
+Result read(DocumentFiles& files, const std::string& url) {
+  const auto path = filePathOfUrl(url);
+  if (!path) return QuendoFileImportError::notAFile();
+  const SecurityScope scope(files, url);
+  auto read = readBytes(files, *path);
+  if (const auto* error = std::get_if<QuendoFileImportError>(&read)) return *error;
+  std::string& bytes = std::get<std::string>(read);
+  const auto byteCount = static_cast<std::int64_t>(bytes.size());
+  auto content = decodeText(std::move(bytes));
+  if (!content) return QuendoFileImportError::binary();
+  return QuendoImportedTextFile{cleanFilename(lastPathComponent(*path)), std::move(*content),
+                                formatOfPath(*path), byteCount};
+}
+
+std::string cleanFilename(std::string_view name) {
+  const std::string text = repairedUtf8(name);
+  const std::string_view kept = trimmed(text);
+  return std::string(kept.empty() ? unnamed : firstCharacters(kept, maximumNameCharacters));
+}
+
+}  // namespace quendo::QuendoTextFileReader

@@ -1,0 +1,152 @@
+// How the reader tells which encoding a text is in.
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <utility>
+
+#include "import/QuendoTextFileReader.h"
+#include "import/TextDecoders.h"
+#include "text/Utf8.h"
+
+namespace quendo::QuendoTextFileReader {
+namespace {
+
+using namespace std::string_view_literals;
+using Decoded = std::optional<std::string>;
+
+constexpr std::size_t guessBytes = 4096;
+constexpr std::size_t sampleLength = 16'384;
+/// One control character is forgiven among so many characters.
+constexpr std::size_t charactersPerControl = 100;
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+struct WideMark {
+  std::string_view bytes;
+  Decoded (*decode)(std::string_view bytes, std::endian order);
+  std::endian order;
+};
+
+/// UTF-32 before UTF-16, one of whose marks begins one of UTF-32's.
+constexpr std::array wideMarks = {WideMark{"\xFF\xFE\x00\x00"sv, decodeUtf32, std::endian::little},
+                                  WideMark{"\x00\x00\xFE\xFF"sv, decodeUtf32, std::endian::big},
+                                  WideMark{"\xFF\xFE"sv, decodeUtf16, std::endian::little},
+                                  WideMark{"\xFE\xFF"sv, decodeUtf16, std::endian::big}};
+
+/// What files that hold no text begin with: images, documents, archives and programs.
+constexpr std::array binarySignatures = {"\x89PNG"sv,
+                                         "\xFF\xD8\xFF"sv,
+                                         "GIF8"sv,
+                                         "%PDF-"sv,
+                                         "PK\x03\x04"sv,
+                                         "\x1F\x8B"sv,
+                                         "\x7F\x45LF"sv,
+                                         "\xCA\xFE\xBA\xBE"sv,
+                                         "\xFE\xED\xFA\xCE"sv,
+                                         "\xFE\xED\xFA\xCF"sv,
+                                         "\xCE\xFA\xED\xFE"sv,
+                                         "\xCF\xFA\xED\xFE"sv};
+
+bool isControl(unsigned char byte) {
+  return byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\f' && byte != '\r';
+}
+
+bool isContinuation(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+/// Judges the first `sampleLength` bytes for which `counts` holds.
+template <typename Counts>
+bool hasFewControls(std::string_view bytes, Counts counts) {
+  std::size_t total = 0;
+  std::size_t controls = 0;
+  for (const char byte : bytes) {
+    if (!counts(byte)) continue;
+    if (total == sampleLength) break;
+    if (byte == '\0') return false;
+    ++total;
+    if (isControl(static_cast<unsigned char>(byte))) ++controls;
+  }
+  return total >= controls * charactersPerControl;
+}
+
+bool isAcceptable(const Decoded& text) {
+  return text && isLikelyText(*text);
+}
+
+/// The byte order of UTF-16 without a mark, by where the zeros of its ASCII characters lie; absent when
+/// they lie nowhere in particular.
+std::optional<std::endian> guessUtf16Order(std::string_view data) {
+  const std::string_view sample = data.substr(0, guessBytes);
+  if (sample.size() < 4 || sample.size() % 2 != 0) return std::nullopt;
+  std::size_t evenZeros = 0;
+  std::size_t oddZeros = 0;
+  for (std::size_t at = 0; at < sample.size(); at += 2) {
+    if (sample[at] == '\0') ++evenZeros;
+    if (sample[at + 1] == '\0') ++oddZeros;
+  }
+  const std::size_t pairs = sample.size() / 2;
+  if (oddZeros * 2 > pairs && evenZeros * 10 < pairs) return std::endian::little;
+  if (evenZeros * 2 > pairs && oddZeros * 10 < pairs) return std::endian::big;
+  return std::nullopt;
+}
+
+Decoded decodeMarkedWide(std::string_view data) {
+  for (const WideMark& mark : wideMarks) {
+    if (!data.starts_with(mark.bytes)) continue;
+    // The mark is counted as a character when the text is judged, and goes only then.
+    Decoded text = mark.decode(data, mark.order);
+    if (isAcceptable(text)) return removingByteOrderMark(std::move(*text));
+  }
+  return std::nullopt;
+}
+
+Decoded decodeUnmarkedUtf16(std::string_view data) {
+  const auto order = guessUtf16Order(data);
+  if (!order) return std::nullopt;
+  Decoded text = decodeUtf16(data, *order);
+  return isAcceptable(text) ? std::move(text) : std::nullopt;
+}
+
+Decoded decodeCodePage(std::string_view data) {
+  for (const auto decode : {decodeWindows1252, decodeLatin1, decodeMacRoman}) {
+    Decoded text = decode(data);
+    if (isAcceptable(text)) return text;
+  }
+  return std::nullopt;
+}
+
+bool hasBinarySignature(std::string_view data) {
+  return std::any_of(binarySignatures.begin(), binarySignatures.end(),
+                     [data](std::string_view signature) { return data.starts_with(signature); });
+}
+
+}  // namespace
+
+bool isLikelyText(std::string_view text) {
+  return hasFewControls(text, [](char byte) { return !isContinuation(byte); });
+}
+
+bool bytesLookTextual(std::string_view data) {
+  return hasFewControls(data, [](char) { return true; });
+}
+
+std::string removingByteOrderMark(std::string text) {
+  if (text.starts_with(byteOrderMark)) text.erase(0, byteOrderMark.size());
+  return text;
+}
+
+Decoded decodeText(std::string data) {
+  if (Decoded text = decodeMarkedWide(data)) return text;
+  if (hasBinarySignature(data)) return std::nullopt;
+  // A mark neither makes UTF-8 of what is none nor takes it away, and as one character more it can only help
+  // a text to be acceptable: so one look decides for the text with its mark and for the one without.
+  if (isValidUtf8(data) && isLikelyText(data)) return removingByteOrderMark(std::move(data));
+  if (Decoded text = decodeUnmarkedUtf16(data)) return text;
+  if (!bytesLookTextual(data)) return std::nullopt;
+  return decodeCodePage(data);
+}
+
+}  // namespace quendo::QuendoTextFileReader

@@ -1,0 +1,185 @@
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "import/TextDecoders.h"
+#include "import/Utf8Writer.h"
+
+namespace quendo {
+namespace {
+
+constexpr std::size_t blockSize = 16;
+constexpr std::uint32_t firstBeyondAscii = 0x80;
+constexpr std::uint32_t firstOfThreeBytes = 0x800;
+constexpr std::uint32_t firstBeyondBmp = 0x10000;
+constexpr std::uint32_t lastScalar = 0x10FFFF;
+
+constexpr std::uint16_t swapped(std::uint16_t unit) {
+  return static_cast<std::uint16_t>(unit << 8U | unit >> 8U);
+}
+constexpr std::uint32_t swapped(std::uint32_t unit) {
+  return unit << 24U | (unit << 8U & 0xFF0000U) | (unit >> 8U & 0xFF00U) | unit >> 24U;
+}
+
+/// Units of a text one after the other, read from bytes that need not be aligned.
+template <typename Unit, std::endian Order>
+class Units {
+ public:
+  explicit Units(std::string_view bytes) : at_(bytes.data()), left_(bytes.size() / sizeof(Unit)) {}
+
+  std::size_t left() const { return left_; }
+  template <std::size_t Count>
+  std::array<Unit, Count> peek() const {
+    std::array<Unit, Count> units;
+    std::memcpy(units.data(), at_, sizeof(units));
+    if constexpr (Order != std::endian::native) {
+      for (Unit& unit : units) unit = swapped(unit);
+    }
+    return units;
+  }
+  void skip(std::size_t count) {
+    at_ += count * sizeof(Unit);
+    left_ -= count;
+  }
+  std::uint32_t next() {
+    const Unit unit = peek<1>()[0];
+    skip(1);
+    return unit;
+  }
+
+ private:
+  const char* at_;
+  std::size_t left_;
+};
+
+constexpr bool isSurrogate(std::uint32_t unit) {
+  return (unit & 0xFFFFF800U) == 0xD800U;
+}
+constexpr bool isHighSurrogate(std::uint32_t unit) {
+  return (unit & 0xFFFFFC00U) == 0xD800U;
+}
+constexpr bool isLowSurrogate(std::uint32_t unit) {
+  return (unit & 0xFFFFFC00U) == 0xDC00U;
+}
+
+constexpr bool isScalar(std::uint32_t unit) {
+  return unit <= lastScalar && !isSurrogate(unit);
+}
+
+/// The scalars of one and two bytes, which is all that most alphabets have. Looking one up takes half the
+/// time of putting it together.
+constexpr auto shortestUtf8Bytes = [] {
+  std::array<Utf8Bytes, firstOfThreeBytes> table{};
+  for (std::uint32_t scalar = 0; scalar < table.size(); ++scalar) table[scalar] = shortUtf8Bytes(scalar);
+  return table;
+}();
+
+template <typename Block>
+std::uint32_t allBits(const Block& block) {
+  std::uint32_t all = 0;
+  for (const auto unit : block) all |= unit;
+  return all;
+}
+
+template <typename Block>
+bool hasSurrogate(const Block& block) {
+  bool found = false;
+  for (const auto unit : block) found |= isSurrogate(unit);
+  return found;
+}
+
+/// Writes a block whose units are scalars below U+10000; `bits` are all that are set in any of them.
+template <typename Block>
+char* putShortBlock(const Block& block, std::uint32_t bits, char* out) {
+  if (bits < firstBeyondAscii) return putAscii<blockSize>(out, block.data());
+  if (bits < firstOfThreeBytes) {
+    for (const auto unit : block) out = putUtf8(out, shortestUtf8Bytes[unit]);
+  } else {
+    for (const auto unit : block) out = putUtf8(out, shortUtf8Bytes(unit));
+  }
+  return out;
+}
+
+/// Writes `count` units, or one more where the last of them begins a pair.
+template <typename Source>
+char* putUnits(Source& units, std::size_t count, char* out) {
+  for (; count > 0 && units.left() > 0; --count) {
+    const std::uint32_t unit = units.next();
+    if (!isSurrogate(unit)) {
+      out = putUtf8(out, shortUtf8Bytes(unit));
+      continue;
+    }
+    if (!isHighSurrogate(unit) || units.left() == 0) return nullptr;
+    const std::uint32_t low = units.next();
+    if (!isLowSurrogate(low)) return nullptr;
+    out = putUtf8(out, longUtf8Bytes(firstBeyondBmp + ((unit & 0x3FFU) << 10U | (low & 0x3FFU))));
+  }
+  return out;
+}
+
+template <std::endian Order>
+char* putUtf16(std::string_view bytes, char* out) {
+  Units<std::uint16_t, Order> units(bytes);
+  while (out != nullptr && units.left() >= blockSize) {
+    const auto block = units.template peek<blockSize>();
+    const std::uint32_t bits = allBits(block);
+    if (bits < firstOfThreeBytes || !hasSurrogate(block)) {
+      out = putShortBlock(block, bits, out);
+      units.skip(blockSize);
+    } else {
+      out = putUnits(units, blockSize, out);
+    }
+  }
+  return out == nullptr ? nullptr : putUnits(units, units.left(), out);
+}
+
+char* putScalar(char* out, std::uint32_t scalar) {
+  return putUtf8(out, scalar < firstBeyondBmp ? shortUtf8Bytes(scalar) : longUtf8Bytes(scalar));
+}
+
+template <std::endian Order>
+char* putUtf32(std::string_view bytes, char* out) {
+  Units<std::uint32_t, Order> units(bytes);
+  for (; units.left() >= blockSize; units.skip(blockSize)) {
+    const auto block = units.template peek<blockSize>();
+    const std::uint32_t bits = allBits(block);
+    if (bits >= firstOfThreeBytes) {
+      bool known = true;
+      for (const std::uint32_t unit : block) known &= isScalar(unit);
+      if (!known) return nullptr;
+    }
+    if (bits < firstBeyondBmp) {
+      out = putShortBlock(block, bits, out);
+    } else {
+      for (const std::uint32_t scalar : block) out = putScalar(out, scalar);
+    }
+  }
+  for (; units.left() > 0; units.skip(1)) {
+    const std::uint32_t scalar = units.template peek<1>()[0];
+    if (!isScalar(scalar)) return nullptr;
+    out = putScalar(out, scalar);
+  }
+  return out;
+}
+
+}  // namespace
+
+std::optional<std::string> decodeUtf16(std::string_view bytes, std::endian order) {
+  if (bytes.size() % sizeof(std::uint16_t) != 0) return std::nullopt;
+  return writeUtf8(bytes.size() / 2 * 3, [&](char* out) {
+    return order == std::endian::little ? putUtf16<std::endian::little>(bytes, out)
+                                        : putUtf16<std::endian::big>(bytes, out);
+  });
+}
+
+std::optional<std::string> decodeUtf32(std::string_view bytes, std::endian order) {
+  if (bytes.size() % sizeof(std::uint32_t) != 0) return std::nullopt;
+  return writeUtf8(bytes.size(), [&](char* out) {
+    return order == std::endian::little ? putUtf32<std::endian::little>(bytes, out)
+                                        : putUtf32<std::endian::big>(bytes, out);
+  });
+}
+
+}  // namespace quendo

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/Menu.h"
+
+namespace quendo {
+
+/// Answer to the question whether the application may end.
+enum class TerminationReply : std::uint8_t {
+  now,    ///< End at once.
+  later,  ///< Wait for `replyToApplicationShouldTerminate`.
+};
+
+/// What the application object asks its delegate. Main thread.
+class ApplicationDelegate : public MenuDelegate {
+ public:
+  virtual void applicationDidFinishLaunching() = 0;
+  /// The application was started again, or its icon was activated, while it runs.
+  virtual bool applicationShouldHandleReopen(bool hasVisibleWindows) = 0;
+  /// The desktop hands over files, as URLs. False when none of them was taken.
+  virtual bool applicationOpenFiles(const std::vector<std::string>& urls) = 0;
+  virtual TerminationReply applicationShouldTerminate() = 0;
+  virtual bool applicationShouldTerminateAfterLastWindowClosed() const = 0;
+};
+
+/// The application object. Main thread.
+class Application {
+ public:
+  virtual ~Application() = default;
+
+  /// A normal application, with windows and an entry among the running programs.
+  virtual void setActivationPolicyRegular() = 0;
+  /// The delegate must outlive the application's run.
+  virtual void setDelegate(ApplicationDelegate* delegate) = 0;
+  virtual void activateIgnoringOtherApps(bool ignoringOtherApps) = 0;
+
+  virtual void setWindowsMenu(std::shared_ptr<const Menu> menu) = 0;
+  virtual void setMainMenu(std::shared_ptr<const Menu> menu) = 0;
+  /// Validates the items of the main menu anew.
+  virtual void updateMainMenu() = 0;
+
+  /// Asks to quit: the delegate decides through `applicationShouldTerminate`.
+  virtual void terminate() = 0;
+  /// The one answer to each `TerminationReply::later`: true ends the application.
+  virtual void replyToApplicationShouldTerminate(bool shouldTerminate) = 0;
+  virtual void beep() = 0;
+};
+
+}  // namespace quendo

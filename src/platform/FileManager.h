@@ -1,0 +1,97 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quendo {
+
+struct FileAttributes {
+  /// Size in bytes; absent when the file system does not tell one.
+  std::optional<std::int64_t> size;
+};
+
+/// Who may read and write a new file.
+enum class FileAccess : std::uint8_t { ownerOnly, usual };
+
+/// A file that was newly created and is being written. Closed on destruction, whatever happened.
+class WritableFile {
+ public:
+  virtual ~WritableFile() = default;
+  /// Appends all of `bytes`. False when not every byte was taken.
+  virtual bool write(std::string_view bytes) = 0;
+  /// Returns true once what was written has reached the storage device.
+  virtual bool synchronize() = 0;
+  /// Closes the file. False when the system reports a late write error.
+  virtual bool close() = 0;
+};
+
+/// A directory that is claimed, until this is destroyed or the process ends, however it ends.
+class DirectoryClaim {
+ public:
+  virtual ~DirectoryClaim() = default;
+};
+
+/// Outcome of claiming a directory.
+struct DirectoryClaimResult {
+  /// Null when the directory could not be claimed.
+  std::unique_ptr<DirectoryClaim> claim;
+  bool takenByAnother = false;  ///< Another process has claimed it.
+};
+
+/// The file system. Paths are absolute, in the file system's own encoding. Nothing throws: each failure
+/// is the return value. May be called from any thread; operations on one path are the caller's to order.
+class FileManager {
+ public:
+  virtual ~FileManager() = default;
+
+  /// The user's directory for application data, without a trailing slash; absent when there is none.
+  virtual std::optional<std::string> applicationSupportDirectory() const = 0;
+
+  /// Attributes of a regular file, links followed; absent when they cannot be read.
+  virtual std::optional<FileAttributes> attributesOfItem(const std::string& path) const = 0;
+  virtual bool fileExists(const std::string& path) const = 0;
+  /// The whole file, or its first `limit` + 1 bytes when it is longer than `limit`.
+  virtual std::optional<std::string> contents(const std::string& path, std::int64_t limit) const = 0;
+  /// Where `path` leads when symbolic links in its place are followed, whether or not anything is there;
+  /// absent when they lead in a circle.
+  virtual std::optional<std::string> resolvedPath(const std::string& path) const = 0;
+  /// Names in a directory, without "." and ".."; empty when it cannot be read.
+  virtual std::vector<std::string> directoryEntries(const std::string& path) const = 0;
+
+  /// The directory for temporary files, without a trailing slash.
+  virtual std::string temporaryDirectory() const = 0;
+  /// Names of directories, not links to some, in a directory that belong to the user who runs the program.
+  virtual std::vector<std::string> ownDirectories(const std::string& path) const = 0;
+  /// Creates one directory, which must not exist, for its owner alone. Missing parents are created as by
+  /// `createDirectory`.
+  virtual bool createPrivateDirectory(const std::string& path) = 0;
+  /// Removes a directory and all below it; links in it are removed and not followed.
+  virtual bool removeDirectory(const std::string& path) = 0;
+
+  /// Creates a directory and its missing parents. True when it exists afterwards.
+  virtual bool createDirectory(const std::string& path) = 0;
+  virtual bool removeItem(const std::string& path) = 0;
+  /// Makes `to`, which must not exist, an exact snapshot of the regular file `from`, in the cheapest way
+  /// that the file system has: a second link, a clone, or a copy.
+  virtual bool snapshotItem(const std::string& from, const std::string& to) = 0;
+
+  /// Creates a file that must not exist yet: for its owner alone, or with what the user's files get.
+  virtual std::unique_ptr<WritableFile> createFile(const std::string& path, FileAccess access) = 0;
+  /// Gives `to` the permissions of `from`; its owner and group too, where the user may.
+  virtual bool copyPermissions(const std::string& from, const std::string& to) = 0;
+  /// Puts `from` in the place of `to` in one step; `to` may exist.
+  virtual bool renameItem(const std::string& from, const std::string& to) = 0;
+  /// Claims a directory among all processes that claim it in this way, also those of other sessions. Waits up
+  /// to `patience` for a process that has it and may be about to end.
+  virtual DirectoryClaimResult claimDirectory(const std::string& path,
+                                              std::chrono::milliseconds patience) = 0;
+  /// Returns true once the names in a directory have reached the storage device.
+  virtual bool synchronizeDirectory(const std::string& path) = 0;
+};
+
+}  // namespace quendo

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+namespace quendo {
+
+/// Lets an object hand out callbacks that do nothing once it is gone. Held as the last member, so that
+/// it ends first. Main thread: the object must end on the thread that runs its callbacks.
+class Lifetime {
+ public:
+  template <typename Function>
+  auto guard(Function function) const {
+    return [alive = std::weak_ptr<int>(token_), function = std::move(function)](auto&&... arguments) mutable {
+      if (alive.lock()) function(std::forward<decltype(arguments)>(arguments)...);
+    };
+  }
+
+ private:
+  std::shared_ptr<int> token_ = std::make_shared<int>(0);
+};
+
+}  // namespace quendo

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string_view>
+
+#include "platform/Locale.h"
+
+namespace quendo::gtk {
+
+/// The locale that the environment names for messages.
+class EnvironmentLocale final : public Locale {
+ public:
+  std::optional<std::string> languageCode() const override;
+};
+
+/// The language part of a POSIX locale name: "pt" of "pt_BR.UTF-8"; none for "C", "POSIX" and "".
+std::optional<std::string> languageOfLocaleName(std::string_view name);
+
+/// The name in force for messages: the first of the three that is set and not empty, as in setlocale(3).
+/// A variable that is not set is null.
+std::string_view messagesLocaleName(const char* lcAll, const char* lcMessages, const char* lang);
+
+}  // namespace quendo::gtk

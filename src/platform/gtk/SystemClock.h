@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/Clock.h"
+
+namespace quendo::gtk {
+
+/// The system's clock.
+class SystemClock final : public Clock {
+ public:
+  std::chrono::system_clock::time_point now() const override { return std::chrono::system_clock::now(); }
+};
+
+}  // namespace quendo::gtk

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <jsc/jsc.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/Value.h"
+
+namespace quendo::gtk {
+
+/// The host's value for a JavaScript value. The members of an object or array are converted, those of
+/// their members are not: nothing that the page sends is nested deeper, and what a hostile page nests is
+/// never walked.
+Value valueFromJavaScript(JSCValue* value);
+
+/// JSON text of a dictionary, for the one direction in which the web view takes no structured arguments. Long
+/// texts are left out of it, because the web view takes those as they are in half of the time: each is added
+/// to `texts`, and an object {"quendoText": INDEX} stands in its place. What is added points into `members`.
+std::string jsonFromDictionary(const Value::Dictionary& members, std::vector<const std::string*>& texts);
+
+}  // namespace quendo::gtk

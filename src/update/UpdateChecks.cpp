@@ -1,0 +1,209 @@
+#include "update/UpdateChecks.h"
+
+#include <charconv>
+#include <cstdio>
+#include <exception>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "platform/SiteConfiguration.h"
+#include "text/Graphemes.h"
+#include "text/Trimming.h"
+#include "text/Url.h"
+#include "update/QuendoVersion.h"
+
+namespace quendo {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::chrono::milliseconds kFirstCheckDelay = 8s;
+constexpr std::chrono::milliseconds kCheckInterval = 6h;
+constexpr std::chrono::seconds kLeastTimeBetweenAutomaticChecks = 6h;
+constexpr std::chrono::seconds kLeastTimeBetweenOffersOfAVersion = 24h;
+constexpr std::chrono::milliseconds kRequestTimeout = 15s;
+constexpr std::size_t kMostManifestBytes = 100'000;
+constexpr std::size_t kMostNotesCharacters = 1200;
+
+constexpr std::string_view kLastAutomaticCheckKey = "QuendoLastAutomaticUpdateCheck";
+constexpr std::string_view kLastPromptedVersionKey = "QuendoLastPromptedUpdateVersion";
+constexpr std::string_view kLastPromptDateKey = "QuendoLastUpdatePromptDate";
+
+// Shown in Portuguese whatever the interface language.
+constexpr std::string_view kCheckUnderWay = "A verificação já está em andamento";
+
+/// Whether less than `limit` has passed since a stored date. A date in the future is later than that too.
+bool isWithin(std::optional<std::chrono::system_clock::time_point> date, std::chrono::seconds limit,
+              std::chrono::system_clock::time_point now) {
+  // Not a difference of the two, which could be more than the clock can count.
+  return date && *date > now - limit;
+}
+
+std::string alertTitle(NativeLanguage language, const std::string& version) {
+  switch (language) {
+    case NativeLanguage::en:
+      return "Quendo " + version + " is available";
+    case NativeLanguage::es:
+      return "Quendo " + version + " está disponible";
+    case NativeLanguage::pt:
+      break;
+  }
+  return "Quendo " + version + " está disponível";
+}
+
+std::string alertBody(NativeLanguage language, const std::string& version) {
+  switch (language) {
+    case NativeLanguage::en:
+      return "You are using version " + version + ". Update to get the latest improvements.";
+    case NativeLanguage::es:
+      return "Estás usando la versión " + version + ". Actualiza para recibir las mejoras más recientes.";
+    case NativeLanguage::pt:
+      break;
+  }
+  return "Você está usando a versão " + version + ". Atualize para receber as melhorias mais recentes.";
+}
+
+}  // namespace
+
+UpdateChecks::~UpdateChecks() {
+  if (updateTimer_) updateTimer_->cancel();
+}
+
+void UpdateChecks::startUpdateChecks() {
+  if (updateTimer_) updateTimer_->cancel();
+  armUpdateTimer();
+  mainQueue_.asyncAfter(kFirstCheckDelay, lifetime_.guard([this] { performUpdateCheck(false); }));
+}
+
+void UpdateChecks::armUpdateTimer() {
+  updateTimer_ = mainQueue_.asyncAfter(kCheckInterval, lifetime_.guard([this] {
+    performUpdateCheck(false);
+    // After the check has read the clock, so that the next one does not miss the rate limit by a hair.
+    armUpdateTimer();
+  }));
+}
+
+void UpdateChecks::performUpdateCheck(bool manual) {
+  if (updateCheckInProgress_) {
+    if (manual) pageCalls_.showToast(kCheckUnderWay);
+    return;
+  }
+  const Date now = clock_.now();
+  if (!manual && !passesRateLimit(now)) return;
+  updateCheckInProgress_ = true;
+  auto handle = lifetime_.guard([this, manual, now](const std::optional<HttpResponse>& response) {
+    handleAnswer(manual, now, response);
+  });
+  // The session may complete on any thread. The queue outlives the host; this object may not.
+  httpSession_.dataTask(makeRequest(), [&queue = mainQueue_, handle](std::optional<HttpResponse> response) {
+    queue.async([handle, response = std::move(response)]() mutable { handle(response); });
+  });
+}
+
+// What is stored stands for a check that was issued, whatever comes of it.
+bool UpdateChecks::passesRateLimit(Date now) {
+  if (isWithin(defaults_.date(kLastAutomaticCheckKey), kLeastTimeBetweenAutomaticChecks, now)) return false;
+  defaults_.setDate(kLastAutomaticCheckKey, now);
+  return true;
+}
+
+HttpRequest UpdateChecks::makeRequest() const {
+  HttpRequest request;
+  request.url = kUpdateManifestUrl;
+  request.headers = {{"Accept", "application/json"}, {"User-Agent", "Quendo/" + currentVersion()}};
+  request.ignoresCachedData = true;
+  request.timeout = kRequestTimeout;
+  // One byte more than is accepted tells a manifest that is too long.
+  request.maximumBodyBytes = kMostManifestBytes + 1;
+  request.allowsRedirectTo = [](const std::string& url) { return urlScheme(url) == "https"; };
+  return request;
+}
+
+void UpdateChecks::handleAnswer(bool manual, Date now, const std::optional<HttpResponse>& response) {
+  updateCheckInProgress_ = false;
+  const std::optional<Release> release = releaseOf(response);
+  if (!release) {
+    if (manual) pageCalls_.showToast(localization_.tr("Não foi possível verificar atualizações"));
+    return;
+  }
+  if (!isNewer(release->manifest)) {
+    if (manual) pageCalls_.showToast(localization_.tr("Você já está na versão mais recente"));
+    return;
+  }
+  if (!manual && wasOfferedLately(release->manifest.version, now)) return;
+  offer(*release, now);
+}
+
+std::optional<UpdateChecks::Release> UpdateChecks::releaseOf(const std::optional<HttpResponse>& response) {
+  if (!response || response->status != 200 || response->body.size() > kMostManifestBytes) return std::nullopt;
+  auto manifest = decodeReleaseManifest(response->body);
+  if (!manifest) return std::nullopt;
+  auto url = QuendoVersion::trustedDownloadURL(manifest->downloadURL);
+  if (!url) return std::nullopt;
+  return Release{std::move(*manifest), std::move(*url)};
+}
+
+bool UpdateChecks::isNewer(const QuendoReleaseManifest& manifest) const {
+  const std::string version = currentVersion();
+  return QuendoVersion::isNewer({.releaseVersion = manifest.version,
+                                 .releaseBuild = manifest.build,
+                                 .currentVersion = version,
+                                 .currentBuild = currentBuild()});
+}
+
+bool UpdateChecks::wasOfferedLately(const std::string& version, Date now) const {
+  return defaults_.string(kLastPromptedVersionKey) == version &&
+         isWithin(defaults_.date(kLastPromptDateKey), kLeastTimeBetweenOffersOfAVersion, now);
+}
+
+// A sheet that is there is not pushed aside, and the offer does not wait behind it: the next check makes it
+// anew.
+void UpdateChecks::offer(const Release& release, Date now) {
+  if (!window_) {
+    std::fputs("quendo: an update was found without a window to offer it in\n", stderr);
+    std::terminate();
+  }
+  if (window_->hasAttachedSheet()) return;
+  defaults_.setString(kLastPromptedVersionKey, release.manifest.version);
+  defaults_.setDate(kLastPromptDateKey, now);
+  presentUpdateAlert(release.manifest, release.downloadURL);
+}
+
+void UpdateChecks::presentUpdateAlert(const QuendoReleaseManifest& manifest, const std::string& downloadURL) {
+  const NativeLanguage language = localization_.current();
+  Alert alert;
+  alert.style = AlertStyle::informational;
+  alert.messageText = alertTitle(language, manifest.version);
+  alert.informativeText = alertBody(language, currentVersion());
+  const std::string releaseNotes = manifest.releaseNotes.value_or("");
+  const std::string_view notes = trimmed(releaseNotes);
+  if (!notes.empty()) {
+    alert.informativeText += "\n\n";
+    alert.informativeText += firstCharacters(notes, kMostNotesCharacters);
+  }
+  alert.buttons = {localization_.tr("Baixar atualização"), localization_.tr("Lembrar depois")};
+  window_->beginSheet(alert, lifetime_.guard([this, downloadURL](const AlertResult& result) {
+    if (result.button == 0) workspace_.openUrl(downloadURL);
+  }));
+}
+
+std::string UpdateChecks::currentVersion() const {
+  return bundle_.infoDictionaryString("CFBundleShortVersionString").value_or("0.0.0");
+}
+
+std::int64_t UpdateChecks::currentBuild() const {
+  const std::string text = bundle_.infoDictionaryString("CFBundleVersion").value_or("0");
+  std::string_view digits = text;
+  // The reader below knows the minus sign alone.
+  if (digits.starts_with('+')) {
+    digits.remove_prefix(1);
+    if (digits.starts_with('-')) return 0;
+  }
+  std::int64_t build = 0;
+  const char* const end = digits.data() + digits.size();
+  const auto [rest, error] = std::from_chars(digits.data(), end, build);
+  return error == std::errc() && rest == end ? build : 0;
+}
+
+}  // namespace quendo

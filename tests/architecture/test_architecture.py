@@ -1,0 +1,29 @@
+"""The rules, on the real sources."""
+
+from pathlib import Path
+
+import pytest
+
+import checker
+
+SOURCE = Path(__file__).resolve().parents[2] / "src"
+
+
+@pytest.fixture(scope="module")
+def files():
+    found = checker.sources(SOURCE)
+    assert len(found) > 20, "the sources were not found"
+    return found
+
+
+@pytest.mark.parametrize("rule", [checker.misplaced, checker.wrong_way, checker.unresolved, checker.circles,
+                                  checker.toolkit_in_core, checker.outside_ports],
+                         ids=lambda rule: rule.__name__)
+def test_rule(files, rule):
+    broken = rule(files)
+    assert not broken, "\n" + "\n".join(broken)
+
+
+def test_every_folder_has_its_level():
+    folders = {str(path.relative_to(SOURCE)) for path in SOURCE.rglob("*") if path.is_dir()}
+    assert folders <= set(checker.LEVEL_OF), folders - set(checker.LEVEL_OF)

@@ -1,0 +1,179 @@
+"""The program as assistive technology sees it: menus, dialogs and buttons by role and name.
+
+Roles are the names that AT-SPI gives them: "frame", "dialog", "alert", "menu bar", "menu", "menu item",
+"check menu item", "push button", "text", "label".
+
+The protocol is spoken directly. The library for it keeps a cache of what it has seen, and ends its process when
+an element goes away in the wrong moment; every answer here is the program's own, as of now.
+"""
+
+import functools
+
+from gi.repository import Gio, GLib
+
+from .waiting import wait_until
+
+_ACCESSIBLE = "org.a11y.atspi.Accessible"
+_ACTION = "org.a11y.atspi.Action"
+_COMPONENT = "org.a11y.atspi.Component"
+_EDITABLE_TEXT = "org.a11y.atspi.EditableText"
+_TEXT = "org.a11y.atspi.Text"
+
+# Milliseconds that the program has for one answer.
+_PATIENCE = 5000
+# Places of the states in the protocol's set of bits.
+_STATES = {"checked": 4, "editable": 7, "enabled": 8, "expandable": 9, "expanded": 10, "focusable": 11,
+           "focused": 12, "modal": 16, "pressed": 20, "selectable": 22, "selected": 23, "sensitive": 24,
+           "showing": 25, "visible": 30}
+# The protocol's numbers of roles, of those that GTK names otherwise or not at all.
+_ROLES = {7: "check box", 8: "check menu item", 16: "dialog", 23: "frame", 29: "label", 33: "menu", 34: "menu bar",
+          35: "menu item", 43: "push button", 45: "radio menu item", 61: "text", 75: "application", 79: "entry"}
+_WINDOW_COORDINATES = 1
+
+
+class Accessible:
+    """One element. What it says is asked anew each time; an element that is gone says nothing."""
+
+    def __init__(self, owner, path):
+        self._owner = owner
+        self._path = path
+
+    @classmethod
+    def application(cls, pid, timeout=10.0):
+        """The application object of a process."""
+        desktop = cls("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
+        return wait_until(lambda: next((one for one in desktop.children() if one._process() == pid), None), timeout,
+                          f"process {pid} on the accessibility bus")
+
+    @property
+    def name(self):
+        return self._property(_ACCESSIBLE, "Name", "")
+
+    @property
+    def role(self):
+        number, = self._ask(_ACCESSIBLE, "GetRole", None, "(u)", (0,))
+        if number in _ROLES:
+            return _ROLES[number]
+        return self._ask(_ACCESSIBLE, "GetRoleName", None, "(s)", ("",))[0]
+
+    @property
+    def description(self):
+        return self._property(_ACCESSIBLE, "Description", "")
+
+    @property
+    def text(self):
+        """The whole text of a label or an entry."""
+        end = self._property(_TEXT, "CharacterCount", 0)
+        return self._ask(_TEXT, "GetText", GLib.Variant("(ii)", (0, end)), "(s)", ("",))[0]
+
+    def children(self):
+        return [Accessible(*one) for one in self._ask(_ACCESSIBLE, "GetChildren", None, "(a(so))", ([],))[0]]
+
+    def walk(self):
+        """This element and all below it, parents first."""
+        yield self
+        for child in self.children():
+            yield from child.walk()
+
+    def find_all(self, role=None, name=None):
+        """All elements below with this role and this name, either of which may be left open."""
+        return [one for one in self.walk()
+                if (role is None or one.role == role) and (name is None or one.name == name)]
+
+    def find(self, role=None, name=None, timeout=5.0):
+        """Waits for the first element below with this role and name."""
+        try:
+            return wait_until(lambda: next(iter(self.find_all(role, name)), None), timeout,
+                              f"role {role!r} name {name!r}", interval=0.1)
+        except AssertionError as error:
+            raise AssertionError(f"{error}; there is\n{self.tree()}") from None
+
+    def find_item(self, name, timeout=5.0):
+        """Waits for the first menu item below with this name, of whatever kind: plain, check or radio."""
+        return wait_until(lambda: next((one for one in self.walk()
+                                        if one.name == name and one.role.endswith("menu item")), None),
+                          timeout, f"a menu item {name!r}", interval=0.1)
+
+    def gone(self, role=None, name=None, timeout=5.0):
+        """Waits until nothing below has this role and name any more."""
+        wait_until(lambda: not self.find_all(role, name), timeout,
+                   f"no role {role!r} name {name!r}", interval=0.1)
+
+    def has(self, state):
+        """Whether a state such as "sensitive", "visible", "checked", "focused", "expanded" is set. GTK 4 does
+        not say "showing" of widgets."""
+        words = self._ask(_ACCESSIBLE, "GetState", None, "(au)", ([0, 0],))[0]
+        return bool(words[0] & 1 << _STATES[state])
+
+    @property
+    def enabled(self):
+        return self.has("sensitive")
+
+    def actions(self):
+        """Names of what can be done with the element."""
+        count = self._property(_ACTION, "NActions", 0)
+        return [self._ask(_ACTION, "GetName", GLib.Variant("(i)", (index,)), "(s)", ("",))[0]
+                for index in range(count)]
+
+    def act(self, action=None):
+        """Does the named action, or the first there is: presses a button, chooses an item."""
+        actions = self.actions()
+        assert actions, f"nothing can be done with {self}"
+        index = 0 if action is None else actions.index(action)
+        done, = self._ask(_ACTION, "DoAction", GLib.Variant("(i)", (index,)), "(b)", (False,))
+        assert done, f"{actions[index]} of {self} was refused"
+
+    def grab_focus(self):
+        assert self._ask(_COMPONENT, "GrabFocus", None, "(b)", (False,))[0], f"{self} does not take the focus"
+
+    def set_text(self, text):
+        """Replaces the text of an entry."""
+        done, = self._ask(_EDITABLE_TEXT, "SetTextContents", GLib.Variant("(s)", (text,)), "(b)", (False,))
+        assert done, f"{self} takes no text"
+
+    def extents(self):
+        """(x, y, width, height) within the element's window."""
+        return self._call(_COMPONENT, "GetExtents", GLib.Variant("(u)", (_WINDOW_COORDINATES,)), "((iiii))")[0]
+
+    def tree(self, depth=0, limit=12):
+        """The elements below in readable form, for messages and for looking around."""
+        lines = [f"{'  ' * depth}{self}"]
+        if depth < limit:
+            lines += [child.tree(depth + 1, limit) for child in self.children()]
+        return "\n".join(lines)
+
+    def __repr__(self):
+        return f"{self.role} {self.name!r}"
+
+    def _process(self):
+        try:
+            return _bus().call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                                    "GetConnectionUnixProcessID", GLib.Variant("(s)", (self._owner,)),
+                                    GLib.VariantType("(u)"), Gio.DBusCallFlags.NONE, _PATIENCE, None).unpack()[0]
+        except GLib.Error:
+            return None
+
+    def _property(self, interface, name, otherwise):
+        return self._ask("org.freedesktop.DBus.Properties", "Get", GLib.Variant("(ss)", (interface, name)), "(v)",
+                         (otherwise,))[0]
+
+    def _ask(self, interface, method, parameters, reply, otherwise):
+        # An element may end between being found and being asked.
+        try:
+            return self._call(interface, method, parameters, reply)
+        except GLib.Error:
+            return otherwise
+
+    def _call(self, interface, method, parameters, reply):
+        return _bus().call_sync(self._owner, self._path, interface, method, parameters, GLib.VariantType(reply),
+                                Gio.DBusCallFlags.NO_AUTO_START, _PATIENCE, None).unpack()
+
+
+@functools.cache
+def _bus():
+    """The accessibility bus, whose address the session bus knows."""
+    address = Gio.bus_get_sync(Gio.BusType.SESSION).call_sync(
+        "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, GLib.VariantType("(s)"),
+        Gio.DBusCallFlags.NONE, 20000, None).unpack()[0]
+    flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+    return Gio.DBusConnection.new_for_address_sync(address, flags, None, None)

@@ -1,0 +1,50 @@
+"""The real page with a way to look into it."""
+
+import re
+
+from .waiting import wait_until
+
+
+def probed_page(installation, reporter):
+    """Files that turn the real page into one that obeys the reporter, all else being as it is installed. Its
+    content security policy is taken out, because it forbids exactly what the reporter does."""
+    html = (installation.web / "index.html").read_text(encoding="utf-8")
+    html, count = re.subn(r'<meta http-equiv="Content-Security-Policy"[^>]*>', lambda _: reporter.script(), html)
+    assert count == 1, "the page's policy was not found"
+    return {"index.html": html}
+
+
+class Probe:
+    """What the real page shows, asked as a user would look: by what is to be seen."""
+
+    def __init__(self, reporter):
+        self._reporter = reporter
+
+    def evaluate(self, expression):
+        return self._reporter.evaluate(expression)
+
+    def wait_for(self, expression, what=None, timeout=10.0):
+        """Waits until an expression is true in the page, and returns its value."""
+        return wait_until(lambda: self.evaluate(expression), timeout, what or expression)
+
+    def tabs(self):
+        return self.evaluate("[...document.querySelectorAll('.tab')].map((tab) => tab.textContent)")
+
+    def active_tab(self):
+        return self.evaluate("document.querySelector('.tab[aria-selected=true]')?.textContent ?? null")
+
+    def toasts(self):
+        return self.evaluate("[...document.querySelectorAll('.toast')].map((toast) => toast.textContent)")
+
+    def dialog(self):
+        """Title of the open dialog, or None."""
+        return self.evaluate("document.querySelector('dialog[open] h2')?.textContent ?? null")
+
+    def editor_has_focus(self):
+        return self.evaluate("document.hasFocus() && !!document.activeElement?.closest('.cm-editor')")
+
+    def wait_for_editor(self):
+        wait_until(self.editor_has_focus, 10, "the editor to have the focus")
+
+    def status(self):
+        return self.evaluate("document.getElementById('saveState').dataset.state")

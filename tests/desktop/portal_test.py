@@ -1,0 +1,82 @@
+"""Where a desktop portal does the work: mail with an attachment, and the file dialog of a confined program."""
+
+import json
+import subprocess
+import sys
+from pathlib import Path
+
+import pytest
+
+from harness.waiting import wait_until
+
+TOOL = Path(__file__).parent / "tools" / "portal.py"
+
+
+@pytest.fixture
+def portal(tmp_path):
+    """A function that starts a portal with its answers, and returns a function for what it was asked."""
+    started = []
+    log = tmp_path / "portal.log"
+
+    def start(**answer):
+        process = subprocess.Popen([sys.executable, TOOL, log, json.dumps(answer)], stdout=subprocess.PIPE, text=True)
+        started.append(process)
+        assert process.stdout.readline() == "ready\n"
+        return lambda: [json.loads(line) for line in log.read_text().splitlines()] if log.exists() else []
+
+    yield start
+    for process in started:
+        process.terminate()
+        process.wait(10)
+
+
+@pytest.fixture
+def start(make_quendo, reporter):
+    """A function that starts the program, with a page that reports every answer of the host."""
+
+    def run(**environment):
+        names = ["quendoNativeShareDidFinish", "quendoNativeExportDidFinish", "quendoNativeSaveAsDidFinish"]
+        quendo = make_quendo(page=reporter.page(head="<script>" + "".join(
+            f"window.{name} = (...values) => report('answered', values);" for name in names) + "</script>"))
+        quendo.start(environment={"LC_ALL": "en_US.UTF-8", **environment})
+        reporter.wait_for_page()
+        quendo.wait_for_page()
+        return quendo
+
+    return run
+
+
+@pytest.mark.parametrize("response, success", [(0, True), (1, False)])
+def test_the_portal_gets_the_mail_with_the_file_attached(start, reporter, portal, response, success):
+    asked = portal(response=response)
+    quendo = start()
+    reporter.run("""webkit.messageHandlers.quendoShare.postMessage({ attemptId: 'a', title: 'The title',
+        filename: 'note.md', content: 'By the portal', url: 'https://quendo.example/' });""")
+    wait_until(lambda: any(one.name == "Send by E-mail" for one in quendo.accessible().walk()), 10, "the popover")
+    quendo.accessible().find_item("Send by E-mail").act("click")
+    assert reporter.wait_for("answered") == [success, "a"]
+    request, = asked()
+    assert request["subject"] == "The title" and request["attached"] == "By the portal"
+    assert request["body"] == "https://quendo.example/"
+
+
+def test_a_confined_program_saves_through_the_portals_dialog(start, reporter, portal, tmp_path):
+    asked = portal(response=0, path=str(tmp_path / "chosen"), choices=[["extension", "3"]])
+    start(GDK_DEBUG="portals")
+    reporter.run("""webkit.messageHandlers.quendoSaveAs.postMessage(
+        { noteId: 'n', filename: 'note.md', content: 'Saved' });""")
+    assert reporter.wait_for("answered") == [True, "n", "chosen.json", "Salvo como chosen.json"]
+    assert (tmp_path / "chosen.json").read_text() == "Saved"
+    request, = asked()
+    assert (request["method"], request["name"]) == ("SaveFile", "note.md")
+    (identifier, label, titles, chosen), = request["choices"]
+    assert (identifier, label, chosen) == ("extension", "Extension:", "0")
+    assert titles[0] == "Markdown (.md)" and titles[-1] == "Custom (type it in the name)" and len(titles) == 24
+
+
+def test_a_portals_dialog_that_is_cancelled_is_answered_so(start, reporter, portal):
+    portal(response=1)
+    start(GDK_DEBUG="portals")
+    reporter.run("""webkit.messageHandlers.quendoExport.postMessage(
+        { filename: 'note.md', content: 'x', format: 'markdown' });""")
+    assert reporter.wait_for("answered") == [False, "Export canceled"]

@@ -1,0 +1,168 @@
+"""Documents that a page saves: they come back as they were, and the answers are those that were promised."""
+
+import json
+
+import pytest
+
+from harness.bridge import Bridge, bridge_page
+
+# Each as JSON text that JSON.stringify gives back unchanged, so that the page can compare.
+DOCUMENTS = {
+    "empty": "{}",
+    "quotes": r'{"revision":1,"text":"He said \"it\u0027s\" \u0060here\u0060"}',
+    "apostrophes": """{"revision":1,"text":"it's 'quoted' `here` ${1+1} </script> <!-- "}""",
+    "backslashes": r'{"revision":1,"text":"C:\\notes\\new \\\" \\u0041 \n\t\r"}',
+    "line separators": '{"revision":1,"text":"one\u2028two\u2029three\u0085four"}',
+    "emoji": '{"revision":1,"text":"\U0001f9d1\u200d\U0001f4bb \U0001f1e7\U0001f1f7 cafe\u0301 \U0010ffff \ufffd \ufeff"}',
+    "NUL escapes": r'{"revision":1,"text":"a\u0000b\u0001\u001f","\u0000":0}',
+    "lone surrogates": r'{"revision":1,"text":"\ud83d x \ude00 \ud800"}',
+    "deep nesting": '{"revision":1,"text":' + "[" * 5000 + "]" * 5000 + "}",
+    "wide": json.dumps({"revision": 1, "notes": [{"id": f"n{i}", "text": "é" * (i % 50)} for i in range(5000)]},
+                       ensure_ascii=False, separators=(",", ":")),
+    "own names": '{"revision":1,"__proto__":{"a":1},"constructor":2,"":3}',
+    "numbers": '{"revision":1,"values":[0,-1,1.5,1e+30,5e-324,9007199254740991,true,false,null]}',
+}
+
+
+@pytest.fixture(scope="module")
+def running(stage):
+    return stage(bridge_page)
+
+
+@pytest.fixture
+def seeded(running):
+    """The running program with a document of revision 5 on disk, and the bridge to it."""
+    program, server = running
+    if program.state.revision() != 5:
+        program.terminate()
+        program.state.write('{"revision":5}')
+        loads = server.loads
+        program.start()
+        server.wait_for_page(loads + 1)
+    return program, server, Bridge(server)
+
+
+def _restart(program, server):
+    assert program.terminate() == 0
+    loads = server.loads
+    program.start()
+    server.wait_for_page(loads + 1)
+
+
+def test_a_first_start_brings_no_state(running):
+    _, server = running
+    assert server.evaluate("'__QUENDO_NATIVE_STATE__' in window") is False
+
+
+@pytest.mark.parametrize("name", DOCUMENTS)
+def test_a_document_comes_back_as_it_was_after_a_restart(running, name):
+    program, server = running
+    text = DOCUMENTS[name]
+    # The message's revision counts, so that the document's own may be anything.
+    assert Bridge(server).save(text, 1)
+    assert program.state.text() == text
+    _restart(program, server)
+    assert server.run(f"const expected = {json.dumps(text)};"
+                      "return JSON.stringify(__QUENDO_NATIVE_STATE__)"
+                      " === JSON.stringify(JSON.parse(expected));")
+    assert program.state.text() == text
+
+
+def test_what_the_page_is_told_before_its_first_script(running):
+    _, server = running
+    found = server.run("return [__QUENDO_IS_MAC__, __QUENDO_NATIVE_LANGUAGE__, typeof __QUENDO_PUBLIC_URL__,"
+                       " new URL(__QUENDO_PUBLIC_URL__).protocol, __QUENDO_PUBLIC_URL__.endsWith('/')];")
+    assert found == [True, "pt", "string", "https:", True]
+
+
+def test_a_plain_string_is_saved_with_revision_zero(seeded):
+    program, _, bridge = seeded
+    assert bridge.answers_to_saves(json.dumps('{"revision":6,"plain":true}')) == [[True, "0"]]
+    # The document's own revision counts when the message has none.
+    assert program.state.document() == {"revision": 6, "plain": True}
+
+
+@pytest.mark.parametrize("body", [
+    "{}", "{ revision: 6 }", "{ serialized: 6, revision: 6 }", "{ serialized: null }", "{ serialized: true }",
+    "{ serialized: ['{}'] }", "{ serialized: { revision: 6 } }", "[]", "['{\"revision\":6}']", "null", "6", "true",
+    "undefined", "{ Serialized: '{\"revision\":6}' }", "new Date(0)",
+])
+def test_a_body_of_another_shape_is_not_answered(seeded, body):
+    program, _, bridge = seeded
+    before = program.state.text()
+    assert bridge.answers_to_saves(body) == []
+    assert program.state.text() == before
+
+
+@pytest.mark.parametrize("body", ["() => 1", "{ serialized: '{}', revision: () => 1 }", "document.body"])
+def test_a_body_that_cannot_be_posted_fails_in_the_page(seeded, body):
+    _, server, bridge = seeded
+    assert server.run(f"try {{ post('quendoState', {body}); return 'posted'; }}"
+                      "catch (error) { return error.name; }") == "DataCloneError"
+    assert bridge.answers_to_saves() == []
+
+
+@pytest.mark.parametrize("text", [
+    "''", "'x'", "'[]'", "'\"text\"'", "'1'", "'null'", "'{'", "'{} {}'", "'{\"a\":1,}'", "'\\ufeff{}'",
+    "'{\"a\":\"\\u0000\"}'", "'{}\\u0000'", "\"{'a':1}\"", "'// no\\n{}'", "'{\"a\":NaN}'",
+])
+def test_what_is_no_json_object_is_refused(seeded, text):
+    program, _, bridge = seeded
+    before = program.state.text()
+    assert bridge.answers_to_saves(f"{{ serialized: {text}, revision: 7 }}") == [[False, "7"]]
+    assert program.state.text() == before
+
+
+@pytest.mark.parametrize("body, revision", [
+    ("{ serialized: '{\"revision\":8,\"text\":\"a\\ud83d\"}', revision: 8 }", "8"),
+    ("{ serialized: '{\"revision\":8,\"text\":\"\\ude00a\"}', revision: 8 }", "8"),
+    ("{ serialized: '{\"revision\":8}\\ud83d', revision: 8 }", "8"),
+    ("'{\"revision\":8,\"text\":\"a\\ud83d\"}'", "0"),
+])
+def test_a_lone_surrogate_in_the_text_itself_is_refused(seeded, body, revision):
+    program, _, bridge = seeded
+    before = program.state.text()
+    assert bridge.answers_to_saves(body) == [[False, revision]]
+    assert program.state.text() == before
+
+
+@pytest.mark.parametrize("revision, answered", [
+    ("NaN", "0"), ("true", "0"), ("false", "0"), ("'9'", "0"), ("null", "0"), ("undefined", "0"), ("[9]", "0"),
+    ("{}", "0"), ("1.9", "1"), ("-1.9", "-1"), ("-0", "0"), ("0.5", "0"), ("-3", "-3"),
+    ("-1e300", "-9223372036854776000"), ("-Infinity", "-9223372036854776000"),
+])
+def test_a_revision_is_answered_as_the_integer_it_stands_for(seeded, revision, answered):
+    program, _, bridge = seeded
+    # The document is older than the one on disk, so that nothing is written whatever the revision.
+    body = f"{{ serialized: '{{\"revision\":2}}', revision: {revision} }}"
+    assert bridge.answers_to_saves(body) == [[True, answered]]
+    assert bridge.answers_to_saves(body) == [[True, answered]]
+    assert program.state.revision() != 2
+
+
+def test_an_older_revision_is_answered_but_not_written(seeded):
+    program, _, bridge = seeded
+    assert bridge.save('{"revision":20,"text":"new"}', 20)
+    assert bridge.save('{"revision":19,"text":"old"}', 19)
+    assert program.state.document()["text"] == "new"
+    assert bridge.save('{"revision":20,"text":"same revision"}', 20)
+    assert program.state.document()["text"] == "same revision"
+
+
+def test_every_message_of_a_burst_is_answered_in_order_and_the_newest_is_kept(seeded):
+    program, _, bridge = seeded
+    first = 1000
+    bodies = [f"{{ serialized: '{{\"revision\":{one}}}', revision: {one} }}" for one in range(first, first + 200)]
+    answers = bridge.answers_to_saves(*bodies)
+    assert answers == [[True, str(one)] for one in range(first, first + 200)]
+    assert program.state.revision() == first + 199
+
+
+@pytest.mark.parametrize("revision", ["1e300", "Infinity", "2 ** 63"])
+def test_a_huge_revision_is_the_largest_there_is(seeded, revision):
+    program, _, bridge = seeded
+    body = f"{{ serialized: '{{\"huge\":{json.dumps(revision)}}}', revision: {revision} }}"
+    assert bridge.answers_to_saves(body) == [[True, "9223372036854776000"]]
+    assert program.state.document() == {"huge": revision}
+    assert bridge.save('{"revision":3000000}', 3000000)
+    assert program.state.document() == {"huge": revision}

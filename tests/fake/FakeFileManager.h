@@ -1,0 +1,114 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/FileManager.h"
+
+namespace quendo::fake {
+
+/// A file system in memory that can fail any call and forget, as a power cut does, whatever was never
+/// flushed: bytes of a file before `synchronize`, changes of names before `synchronizeDirectory`. One
+/// thread at a time.
+class FakeFileManager final : public FileManager {
+ public:
+  /// A file's bytes. Two names may share them.
+  struct Node {
+    std::string bytes;
+    std::string bytesOnDevice;
+    std::string permissions = "owner only";
+  };
+
+  /// Symbolic links: path -> target.
+  std::map<std::string, std::string> links;
+  /// Directories that another process has claimed.
+  std::set<std::string> claimedByAnother;
+  /// Names that the file system does not take.
+  std::set<std::string> refusedNames;
+
+  std::optional<std::string> supportDirectory = "/home/user/.local/share";
+  /// Whether snapshots are second names of the same bytes, or copies whose bytes are not yet flushed.
+  bool hasLinks = true;
+
+  /// Every call as "operation path", in order; `write` without its bytes.
+  std::vector<std::string> log;
+
+  /// The n-th call from now on, counted from 1, fails.
+  void failCall(std::size_t n) { failFirst_ = failLast_ = calls_ + n; }
+  /// All calls from the n-th on fail. This is also what a process that is killed there does to the disk.
+  void failFromCall(std::size_t n) {
+    failFirst_ = calls_ + n;
+    failLast_ = static_cast<std::size_t>(-1);
+  }
+  /// Calls for which `condition` holds fail, until it is taken away with null.
+  void failCallsIf(std::function<bool(const std::string&)> condition) {
+    failCondition_ = std::move(condition);
+  }
+  void failNothing() {
+    failFirst_ = failLast_ = 0;
+    failCondition_ = nullptr;
+  }
+  std::size_t callCount() const { return calls_; }
+
+  /// Puts a file on the device, and its directory.
+  void setFile(const std::string& path, const std::string& bytes);
+  std::optional<std::string> file(const std::string& path) const;
+  std::vector<std::string> filePaths() const;
+  /// Puts an empty directory there.
+  void setDirectory(const std::string& path) { directories_.insert(path); }
+  std::string permissions(const std::string& path) const { return names_.at(path)->permissions; }
+  void setPermissions(const std::string& path, const std::string& permissions) {
+    names_.at(path)->permissions = permissions;
+  }
+  bool hasDirectory(const std::string& path) const { return directories_.contains(path); }
+
+  std::size_t unflushedNameChanges() const { return nameChanges_.size(); }
+  /// Forgets what was not flushed, except the changes of names for which `survives` holds, by their order.
+  void cutPower(const std::function<bool(std::size_t)>& survives);
+
+  std::optional<std::string> applicationSupportDirectory() const override { return supportDirectory; }
+  std::optional<FileAttributes> attributesOfItem(const std::string& path) const override;
+  bool fileExists(const std::string& path) const override;
+  std::optional<std::string> contents(const std::string& path, std::int64_t limit) const override;
+  std::vector<std::string> directoryEntries(const std::string& path) const override;
+  std::optional<std::string> resolvedPath(const std::string& path) const override;
+  std::string temporaryDirectory() const override { return "/tmp"; }
+  std::vector<std::string> ownDirectories(const std::string& path) const override;
+  bool createPrivateDirectory(const std::string& path) override;
+  bool removeDirectory(const std::string& path) override;
+  bool createDirectory(const std::string& path) override;
+  bool removeItem(const std::string& path) override;
+  bool snapshotItem(const std::string& from, const std::string& to) override;
+  std::unique_ptr<WritableFile> createFile(const std::string& path, FileAccess access) override;
+  bool copyPermissions(const std::string& from, const std::string& to) override;
+  bool renameItem(const std::string& from, const std::string& to) override;
+  DirectoryClaimResult claimDirectory(const std::string& path, std::chrono::milliseconds patience) override;
+  bool synchronizeDirectory(const std::string& path) override;
+
+ private:
+  friend class FakeWritableFile;
+  using Names = std::map<std::string, std::shared_ptr<Node>>;
+  /// One change of names, which reaches the device whole or not at all. Null removes a name.
+  using NameChange = std::vector<std::pair<std::string, std::shared_ptr<Node>>>;
+
+  bool begin(const std::string& call) const;
+  void change(NameChange nameChange);
+  static void apply(const NameChange& nameChange, Names& names);
+
+  Names names_;
+  Names namesOnDevice_;
+  std::vector<NameChange> nameChanges_;
+  std::set<std::string> directories_;
+  std::function<bool(const std::string&)> failCondition_;
+  mutable std::size_t calls_ = 0;
+  std::size_t failFirst_ = 0;
+  std::size_t failLast_ = 0;
+};
+
+}  // namespace quendo::fake

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "platform/HttpSession.h"
+
+namespace quendo::fake {
+
+/// A network that answers when the test says so.
+struct FakeHttpSession final : HttpSession {
+  void dataTask(HttpRequest request, Completion completion) override {
+    tasks.push_back({std::move(request), std::move(completion)});
+  }
+
+  struct Task {
+    HttpRequest request;
+    Completion completion;
+  };
+  std::vector<Task> tasks;
+};
+
+}  // namespace quendo::fake

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/AppController.h"
+#include "fake/FakePlatform.h"
+
+namespace quendo::fake {
+
+/// The whole host on a fake platform.
+class HostTest : public ::testing::Test {
+ protected:
+  HostTest() { platform_.application.setDelegate(&controller_); }
+
+  void launch() { controller_.applicationDidFinishLaunching(); }
+  void finishLoading() { page().navigation->didFinishNavigation(); }
+  /// Launches, loads the page, and forgets what was logged until then.
+  void start() {
+    launch();
+    finishLoading();
+    platform_.log.clear();
+  }
+
+  FakeWebView& page() { return *platform_.toolkit.webView; }
+  FakeWindow& window() { return *platform_.toolkit.window; }
+  const std::vector<std::string>& scripts() { return page().scripts; }
+
+  /// The page posts a message, from its main frame unless told otherwise.
+  void post(const std::string& name, Value body, bool isMainFrame = true) {
+    platform_.toolkit.userContent->handlers.at(name)->didReceiveScriptMessage(
+        ScriptMessage{name, std::move(body), isMainFrame});
+    platform_.settle();
+  }
+
+  const MenuItem& menuItem(MenuAction action, std::string_view representedObject = {}) {
+    const MenuItem* item = find(*platform_.application.mainMenu, action, representedObject);
+    EXPECT_NE(item, nullptr);
+    return *item;
+  }
+
+  FakePlatform platform_;
+  AppController controller_{platform_.ports()};
+
+ private:
+  static const MenuItem* find(const Menu& menu, MenuAction action, std::string_view representedObject) {
+    for (const MenuItem& item : menu.items) {
+      if (item.action == action && item.representedObject == representedObject) return &item;
+      if (item.submenu) {
+        if (const MenuItem* found = find(*item.submenu, action, representedObject)) return found;
+      }
+    }
+    return nullptr;
+  }
+};
+
+}  // namespace quendo::fake

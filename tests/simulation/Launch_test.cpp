@@ -1,0 +1,168 @@
+#include "fake/HostFixture.h"
+
+namespace quendo {
+namespace {
+
+class LaunchTest : public fake::HostTest {};
+
+TEST_F(LaunchTest, BuildsMenuAndWindowInTheirOrderAndLoadsThePageLast) {
+  launch();
+  EXPECT_EQ(platform_.log, (fake::CallLog{
+                               "setWindowsMenu",
+                               "setMainMenu",
+                               "makeUserContentController",
+                               "addScriptMessageHandler quendoState",
+                               "addScriptMessageHandler quendoExport",
+                               "addScriptMessageHandler quendoSaveAs",
+                               "addScriptMessageHandler quendoClipboard",
+                               "addScriptMessageHandler quendoShare",
+                               "addScriptMessageHandler quendoLanguage",
+                               "removeAllUserScripts",
+                               "addUserScript",
+                               "makeWebView",
+                               "setNavigationDelegate",
+                               "setUiDelegate",
+                               "setInspectable false",
+                               "makeWindow 0,0 1320x820 style 15",
+                               "setTitle Quendo",
+                               "setDelegate",
+                               "setMinimumSize 880x600",
+                               "center",
+                               "makeContainerView 0,0 1320x795",
+                               "setContentView",
+                               "addPinnedSubview",
+                               "makeKeyAndOrderFront",
+                               "loadFile /app/share/quendo/web/index.html allowing /app/share/quendo/web",
+                               "activateIgnoringOtherApps true",
+                           }));
+}
+
+TEST_F(LaunchTest, GivesTheContainerTheDefaultSizeWhenTheWindowHasNoContentView) {
+  platform_.toolkit.contentBounds.reset();
+  launch();
+  EXPECT_EQ(platform_.log[20], "makeContainerView 0,0 1320x820");
+}
+
+TEST_F(LaunchTest, RegistersOneBridgeUnderAllNames) {
+  launch();
+  const auto& handlers = platform_.toolkit.userContent->handlers;
+  ASSERT_EQ(handlers.size(), 6U);
+  for (const auto& [name, handler] : handlers) EXPECT_EQ(handler, handlers.begin()->second) << name;
+}
+
+TEST_F(LaunchTest, KeepsWebsiteDataUnlessTheStateIsThatOfATest) {
+  launch();
+  EXPECT_EQ(platform_.toolkit.configuration.websiteDataStore, WebsiteDataStore::defaultStore);
+  EXPECT_FALSE(platform_.toolkit.configuration.javaScriptCanOpenWindowsAutomatically);
+  EXPECT_EQ(platform_.toolkit.configuration.userContentController, platform_.toolkit.userContent);
+}
+
+TEST(LaunchInTestMode, UsesAWebsiteDataStoreThatKeepsNothing) {
+  fake::FakePlatform platform;
+  platform.persistenceTestMode = true;
+  AppController controller(platform.ports());
+  controller.applicationDidFinishLaunching();
+  EXPECT_EQ(platform.toolkit.configuration.websiteDataStore, WebsiteDataStore::nonPersistent);
+}
+
+TEST_F(LaunchTest, EndsWithTheFatalAlertWhenTheResourcesAreMissing) {
+  platform_.bundle.path.reset();
+  platform_.defaults.strings["QuendoLanguage"] = "en";
+  launch();
+  ASSERT_EQ(platform_.toolkit.modals.size(), 1U);
+  const auto& modal = platform_.toolkit.modals[0];
+  EXPECT_EQ(modal.panel.style, AlertStyle::critical);
+  EXPECT_EQ(modal.panel.messageText, "Quendo Could Not Start");
+  EXPECT_EQ(modal.panel.informativeText, "Os recursos do aplicativo não foram encontrados.");
+  EXPECT_TRUE(modal.panel.buttons.empty());
+  EXPECT_FALSE(platform_.application.lastReply);
+  modal.completion({});
+  EXPECT_EQ(platform_.application.lastReply, TerminationReply::now);
+}
+
+TEST_F(LaunchTest, BringsTheSameWindowBackWhenStartedAgain) {
+  start();
+  EXPECT_TRUE(controller_.applicationShouldHandleReopen(false));
+  EXPECT_EQ(platform_.log, (fake::CallLog{"makeKeyAndOrderFront", "activateIgnoringOtherApps true"}));
+}
+
+class PagePanelsTest : public fake::HostTest {
+ protected:
+  void prompt(const std::string& text, const std::string& defaultText) {
+    page().ui->runTextInputPanel(text, defaultText, [this](std::optional<std::string> answer) {
+      answers_.push_back(std::move(answer));
+    });
+  }
+  std::vector<std::optional<std::string>> answers_;
+};
+
+TEST_F(PagePanelsTest, ShowsAPromptAsASheetWithItsTextUnchanged) {
+  platform_.defaults.strings["QuendoLanguage"] = "en";
+  start();
+  prompt("Qual <b>nome</b>?", "padrão");
+  ASSERT_EQ(window().alerts.size(), 1U);
+  const Alert& alert = window().alerts[0].panel;
+  EXPECT_EQ(alert.messageText, "Qual <b>nome</b>?");
+  EXPECT_EQ(alert.buttons, (std::vector<std::string>{"OK", "Cancel"}));
+  ASSERT_TRUE(alert.accessory);
+  EXPECT_EQ(alert.accessory->text, "padrão");
+  EXPECT_EQ(alert.accessory->width, 320);
+  EXPECT_EQ(alert.accessory->height, 24);
+}
+
+TEST_F(PagePanelsTest, AnswersAPromptThatIsCancelledWithNothing) {
+  start();
+  prompt("?", "");
+  window().alerts[0].completion({1, "typed"});
+  prompt("?", "");
+  window().alerts[1].completion({-1, "typed"});
+  EXPECT_EQ(answers_, (std::vector<std::optional<std::string>>{std::nullopt, std::nullopt}));
+}
+
+TEST_F(PagePanelsTest, AnswersAPromptThatIsConfirmedWithItsTextEvenWhenEmpty) {
+  start();
+  prompt("?", "");
+  window().alerts[0].completion({0, ""});
+  prompt("?", "");
+  window().alerts[1].completion({0, "texto"});
+  EXPECT_EQ(answers_, (std::vector<std::optional<std::string>>{"", "texto"}));
+}
+
+TEST_F(PagePanelsTest, OpensSeveralFilesButNoDirectories) {
+  platform_.defaults.strings["QuendoLanguage"] = "es";
+  start();
+  std::optional<std::vector<std::string>> chosen;
+  page().ui->runOpenPanel([&](std::optional<std::vector<std::string>> paths) { chosen = std::move(paths); });
+  ASSERT_EQ(window().openPanels.size(), 1U);
+  const OpenPanel& panel = window().openPanels[0].panel;
+  EXPECT_EQ(panel.title, "Abrir archivos de texto en Quendo");
+  EXPECT_EQ(panel.prompt, "Abrir");
+  EXPECT_TRUE(panel.allowsMultipleSelection);
+  EXPECT_FALSE(panel.canChooseDirectories);
+  window().openPanels[0].completion(std::vector<std::string>{"/a", "/b"});
+  EXPECT_EQ(chosen, (std::vector<std::string>{"/a", "/b"}));
+}
+
+TEST_F(LaunchTest, NotesThatAnotherSessionHasOpenAreNotOpenedASecondTime) {
+  const std::string directory = "/home/user/.local/share/Quendo";
+  platform_.files.claimedByAnother.insert(directory);
+  platform_.defaults.strings["QuendoLanguage"] = "en";
+  launch();
+  ASSERT_EQ(platform_.toolkit.modals.size(), 1U);
+  EXPECT_EQ(platform_.toolkit.modals[0].panel.messageText, "Quendo Could Not Start");
+  EXPECT_EQ(platform_.toolkit.modals[0].panel.informativeText,
+            "Quendo is already open in another session of this user. Close it there first.");
+  EXPECT_EQ(platform_.toolkit.window, nullptr);
+  platform_.toolkit.modals[0].completion({});
+  EXPECT_EQ(platform_.application.lastReply, TerminationReply::now);
+}
+
+TEST_F(LaunchTest, ADirectoryThatCannotBeClaimedIsUsedAllTheSame) {
+  platform_.files.failCallsIf([](const std::string& call) { return call.starts_with("claimDirectory"); });
+  launch();
+  EXPECT_TRUE(platform_.toolkit.modals.empty());
+  EXPECT_NE(platform_.toolkit.window, nullptr);
+}
+
+}  // namespace
+}  // namespace quendo

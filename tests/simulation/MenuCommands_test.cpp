@@ -1,0 +1,117 @@
+#include "menu/MenuCommands.h"
+
+#include "fake/HostFixture.h"
+
+namespace quendo {
+namespace {
+
+constexpr MenuAction kPageCommands[] = {
+    MenuAction::newNote,          MenuAction::quickCapture,    MenuAction::exportMarkdown,
+    MenuAction::importFiles,      MenuAction::saveNow,         MenuAction::saveAsCurrentNote,
+    MenuAction::copyForWhatsApp,  MenuAction::searchNotes,     MenuAction::showShortcutGuide,
+    MenuAction::previousTab,      MenuAction::nextTab,         MenuAction::showAllTabs,
+    MenuAction::reopenClosedTab,  MenuAction::closeCurrentTab, MenuAction::closeOtherTabs,
+    MenuAction::closeTabsToRight, MenuAction::closeAllTabs,
+};
+
+class MenuCommandsTest : public fake::HostTest {
+ protected:
+  bool isEnabled(MenuAction action) {
+    MenuItem item;
+    item.action = action;
+    item.target = MenuTarget::host;
+    return controller_.validateMenuItem(item);
+  }
+  std::string title(std::size_t menu) { return platform_.application.mainMenu->items[menu].submenu->title; }
+};
+
+TEST_F(MenuCommandsTest, DisablesThePageCommandsUntilThePageIsReady) {
+  launch();
+  for (const MenuAction action : kPageCommands) EXPECT_FALSE(isEnabled(action));
+  for (const MenuAction action : {MenuAction::checkForUpdates, MenuAction::changeLanguage,
+                                  MenuAction::orderFrontStandardAboutPanel, MenuAction::terminate}) {
+    EXPECT_TRUE(isEnabled(action));
+  }
+  finishLoading();
+  for (const MenuAction action : kPageCommands) EXPECT_TRUE(isEnabled(action));
+}
+
+TEST_F(MenuCommandsTest, DisablesThePageCommandsWhileAQuitIsPending) {
+  start();
+  platform_.application.terminate();
+  for (const MenuAction action : kPageCommands) EXPECT_FALSE(isEnabled(action));
+  EXPECT_TRUE(isEnabled(MenuAction::checkForUpdates));
+  EXPECT_TRUE(isEnabled(MenuAction::changeLanguage));
+}
+
+TEST_F(MenuCommandsTest, DisablesThePageCommandsAfterAFatalError) {
+  start();
+  page().navigation->didFailNavigation("gone");
+  for (const MenuAction action : kPageCommands) EXPECT_FALSE(isEnabled(action));
+  EXPECT_TRUE(isEnabled(MenuAction::checkForUpdates));
+}
+
+TEST_F(MenuCommandsTest, ValidatesTheMenuAnewOnceThePageIsReady) {
+  launch();
+  platform_.log.clear();
+  finishLoading();
+  EXPECT_EQ(platform_.log, fake::CallLog{"updateMainMenu"});
+}
+
+TEST_F(MenuCommandsTest, RunsTheSnippetOfTheChosenCommandAndLeavesTheWindowOpen) {
+  start();
+  controller_.performMenuItem(menuItem(MenuAction::closeCurrentTab));
+  EXPECT_EQ(scripts(), std::vector<std::string>{"window.quendoCloseCurrentTab?.()"});
+  EXPECT_TRUE(platform_.log.empty());
+}
+
+TEST_F(MenuCommandsTest, RebuildsTheMenuAndTellsThePageWhenALanguageIsChosen) {
+  start();
+  controller_.performMenuItem(menuItem(MenuAction::changeLanguage, "es"));
+  EXPECT_EQ(platform_.defaults.strings["QuendoLanguage"], "es");
+  EXPECT_EQ(platform_.log, (fake::CallLog{"setWindowsMenu", "setMainMenu"}));
+  EXPECT_EQ(title(1), "Archivo");
+  EXPECT_TRUE(menuItem(MenuAction::changeLanguage, "es").on);
+  EXPECT_FALSE(menuItem(MenuAction::changeLanguage, "pt").on);
+  EXPECT_FALSE(menuItem(MenuAction::changeLanguage, "en").on);
+  EXPECT_EQ(scripts(), std::vector<std::string>{R"(window.quendoSetLanguage?.("es"))"});
+}
+
+TEST_F(MenuCommandsTest, ChangesTheLanguageButNotThePageBeforeThePageIsReady) {
+  launch();
+  controller_.performMenuItem(menuItem(MenuAction::changeLanguage, "en"));
+  EXPECT_EQ(title(1), "File");
+  EXPECT_TRUE(scripts().empty());
+}
+
+TEST_F(MenuCommandsTest, IgnoresALanguageItemWithoutALanguage) {
+  start();
+  MenuItem item = menuItem(MenuAction::changeLanguage, "en");
+  item.representedObject = "fr";
+  controller_.performMenuItem(item);
+  item.representedObject = "";
+  controller_.performMenuItem(item);
+  EXPECT_TRUE(platform_.log.empty());
+  EXPECT_FALSE(platform_.defaults.strings.contains("QuendoLanguage"));
+}
+
+TEST_F(MenuCommandsTest, TakesALanguageFromThePageWithoutCallingItBack) {
+  start();
+  post("quendoLanguage", "en");
+  EXPECT_EQ(platform_.defaults.strings["QuendoLanguage"], "en");
+  EXPECT_EQ(title(5), "Window");
+  EXPECT_TRUE(scripts().empty());
+}
+
+TEST_F(MenuCommandsTest, DropsALanguageMessageThatIsNoCode) {
+  start();
+  for (const Value& body : {Value("EN"), Value("pt-BR"), Value(""), Value(1.0), Value(),
+                            Value(Value::Dictionary{{"language", "en"}})}) {
+    post("quendoLanguage", body);
+  }
+  EXPECT_TRUE(platform_.log.empty());
+  EXPECT_FALSE(platform_.defaults.strings.contains("QuendoLanguage"));
+}
+
+}  // namespace
+}  // namespace quendo

@@ -1,0 +1,102 @@
+#include <algorithm>
+
+#include "fake/HostFixture.h"
+
+namespace quendo {
+namespace {
+
+constexpr const char* kRecovered = R"(showToast("Interface recuperada · suas notas foram restauradas"))";
+constexpr const char* kReload = "loadFile /app/share/quendo/web/index.html allowing /app/share/quendo/web";
+
+class PageFailureTest : public fake::HostTest {
+ protected:
+  PageFailureTest() { start(); }
+  void loseProcess() { page().navigation->webContentProcessDidTerminate(); }
+  const std::string& bootstrap() { return platform_.toolkit.userContent->scripts.at(0); }
+};
+
+TEST_F(PageFailureTest, ReloadsALostPageWithTheNewestSavedStateAndSaysSoOnce) {
+  post("quendoState", Value::Dictionary{{"serialized", "{\"n\":1}"}, {"revision", 1.0}});
+  platform_.log.clear();
+  loseProcess();
+  EXPECT_EQ(platform_.log,
+            (fake::CallLog{"updateMainMenu", "removeAllUserScripts", "addUserScript", kReload}));
+  EXPECT_NE(bootstrap().find("eyJuIjoxfQ=="), std::string::npos);
+  EXPECT_NE(scripts().back(), kRecovered);
+  finishLoading();
+  EXPECT_EQ(scripts().back(), kRecovered);
+  const std::size_t before = scripts().size();
+  finishLoading();
+  EXPECT_EQ(scripts().size(), before);
+}
+
+TEST_F(PageFailureTest, WaitsForASaveThatWasRunningWhenTheProcessEnded) {
+  platform_.toolkit.userContent->handlers.at("quendoState")
+      ->didReceiveScriptMessage({"quendoState", Value("{\"late\":1}"), true});
+  loseProcess();
+  EXPECT_NE(bootstrap().find("eyJsYXRlIjoxfQ=="), std::string::npos);
+}
+
+TEST_F(PageFailureTest, ReloadsAgainWhenTheProcessIsLostDuringTheReloadAndShowsOneToast) {
+  for (int i = 0; i < 100; ++i) loseProcess();
+  finishLoading();
+  EXPECT_EQ(std::count(platform_.log.begin(), platform_.log.end(), kReload), 100);
+  EXPECT_EQ(scripts(), std::vector<std::string>{kRecovered});
+}
+
+TEST_F(PageFailureTest, ShowsTheRecoveryToastInPortugueseWhateverTheLanguage) {
+  for (const char* language : {"en", "es"}) {
+    platform_.defaults.strings["QuendoLanguage"] = language;
+    loseProcess();
+    finishLoading();
+    EXPECT_EQ(scripts().back(), kRecovered);
+  }
+}
+
+TEST_F(PageFailureTest, DropsCommandsWhileThePageIsBeingRecovered) {
+  loseProcess();
+  controller_.performMenuItem(menuItem(MenuAction::newNote));
+  EXPECT_FALSE(controller_.validateMenuItem(menuItem(MenuAction::newNote)));
+  EXPECT_TRUE(scripts().empty());
+}
+
+TEST_F(PageFailureTest, EndsThroughTheFatalAlertWhenALoadFailsBeforeItsCommit) {
+  platform_.defaults.strings["QuendoLanguage"] = "es";
+  page().navigation->didFailProvisionalNavigation("No such file");
+  ASSERT_EQ(platform_.toolkit.modals.size(), 1U);
+  const Alert& alert = platform_.toolkit.modals[0].panel;
+  EXPECT_EQ(alert.style, AlertStyle::critical);
+  EXPECT_EQ(alert.messageText, "Quendo no pudo iniciarse");
+  EXPECT_EQ(alert.informativeText, "Falha ao carregar a interface: No such file");
+  platform_.toolkit.modals[0].completion({});
+  EXPECT_EQ(platform_.application.lastReply, TerminationReply::now);
+}
+
+TEST_F(PageFailureTest, EndsThroughTheFatalAlertWhenALoadFailsAfterItsCommit) {
+  page().navigation->didFailNavigation("cut short");
+  ASSERT_EQ(platform_.toolkit.modals.size(), 1U);
+  EXPECT_EQ(platform_.toolkit.modals[0].panel.informativeText, "Falha ao abrir a interface: cut short");
+}
+
+TEST_F(PageFailureTest, EndsThroughTheFatalAlertWhenTheReloadItselfFails) {
+  loseProcess();
+  page().navigation->didFailProvisionalNavigation("gone");
+  EXPECT_EQ(platform_.toolkit.modals.size(), 1U);
+  loseProcess();
+  EXPECT_EQ(std::count(platform_.log.begin(), platform_.log.end(), kReload), 1);
+}
+
+TEST(PageFailureWithoutResources, EndsThroughTheFatalAlertWhenThereIsNothingToReload) {
+  fake::FakePlatform platform;
+  platform.bundle.path.reset();
+  AppController controller(platform.ports());
+  platform.application.setDelegate(&controller);
+  controller.applicationDidFinishLaunching();
+  EXPECT_EQ(platform.toolkit.modals.size(), 1U);
+  // Fatal mode is final: nothing is tried any more.
+  platform.toolkit.webView->navigation->webContentProcessDidTerminate();
+  EXPECT_EQ(platform.toolkit.modals.size(), 1U);
+}
+
+}  // namespace
+}  // namespace quendo

@@ -1,0 +1,116 @@
+#include "bridge/BootstrapScript.h"
+
+#include <gtest/gtest.h>
+
+#include "fake/FakePlatform.h"
+
+namespace quendo {
+namespace {
+
+class BootstrapScriptTest : public ::testing::Test {
+ protected:
+  void save(const std::string& document) {
+    store_.save(document, 1, [](bool) {});
+    platform_.settle();
+  }
+  std::string install() {
+    bootstrap_.installBootstrapScript(&content_);
+    return content_.scripts.size() == 1 ? content_.scripts[0] : "not one script";
+  }
+
+  fake::FakePlatform platform_;
+  Localization localization_{platform_.defaults, platform_.locale};
+  StateStore store_{platform_.files, platform_.storeQueue, platform_.mainQueue, false};
+  BootstrapScript bootstrap_{store_, localization_, "https://quendo.example/"};
+  fake::FakeUserContent content_{platform_.log};
+};
+
+TEST_F(BootstrapScriptTest, EndsWithTheLanguageWhenThereIsNoState) {
+  EXPECT_EQ(install(),
+            "window.__QUENDO_IS_MAC__ = true;"
+            R"(window.__QUENDO_PUBLIC_URL__ = "https:\/\/quendo.example\/";)"
+            R"(window.__QUENDO_NATIVE_LANGUAGE__ = "pt";)");
+}
+
+TEST_F(BootstrapScriptTest, CarriesTheStateAsBase64) {
+  save("{}");
+  EXPECT_EQ(install(),
+            "window.__QUENDO_IS_MAC__ = true;"
+            R"(window.__QUENDO_PUBLIC_URL__ = "https:\/\/quendo.example\/";)"
+            R"(window.__QUENDO_NATIVE_LANGUAGE__ = "pt";)"
+            "window.__QUENDO_NATIVE_STATE__ = JSON.parse(new TextDecoder().decode(Uint8Array.from("
+            "atob('e30='), c => c.charCodeAt(0))));");
+}
+
+TEST_F(BootstrapScriptTest, CarriesAnyTextWithoutEscaping) {
+  save("{\"t\":\"é'\\\"\\\\\u2028\U0001F600\"}");
+  // The bytes of the document, encoded by hand with another tool.
+  EXPECT_NE(install().find("atob('eyJ0Ijoiw6knXCJcXOKAqPCfmIAifQ==')"), std::string::npos);
+}
+
+TEST_F(BootstrapScriptTest, NamesTheLanguageInForceAtItsInstallation) {
+  platform_.defaults.strings["QuendoLanguage"] = "es";
+  EXPECT_NE(install().find(R"(window.__QUENDO_NATIVE_LANGUAGE__ = "es";)"), std::string::npos);
+  platform_.defaults.strings["QuendoLanguage"] = "en";
+  EXPECT_NE(install().find(R"(window.__QUENDO_NATIVE_LANGUAGE__ = "en";)"), std::string::npos);
+}
+
+TEST_F(BootstrapScriptTest, ReplacesTheScriptBeforeWithTheNewestState) {
+  install();
+  save("{\"n\":2}");
+  const std::string script = install();
+  EXPECT_NE(script.find("eyJuIjoyfQ=="), std::string::npos);
+  EXPECT_EQ(platform_.log, (fake::CallLog{"removeAllUserScripts", "addUserScript", "removeAllUserScripts",
+                                          "addUserScript"}));
+}
+
+TEST_F(BootstrapScriptTest, WaitsForAWriteThatWasHandedOverBefore) {
+  store_.save("{\"late\":1}", 1, [](bool) {});
+  EXPECT_NE(install().find("eyJsYXRlIjoxfQ=="), std::string::npos);
+}
+
+TEST_F(BootstrapScriptTest, InstallsNothingWithoutAController) {
+  bootstrap_.installBootstrapScript(nullptr);
+  EXPECT_TRUE(platform_.log.empty());
+}
+
+TEST_F(BootstrapScriptTest, CountsTheWebRootAndWhatIsUnderItAsInside) {
+  bootstrap_.setWebRoot("/app/share/quendo/web");
+  for (const char* url :
+       {"file:///app/share/quendo/web", "file:///app/share/quendo/web/",
+        "file:///app/share/quendo/web/index.html", "file:///app/share/quendo/web/a/b.js?x#y",
+        "FILE:///app/share/quendo/web/index.html", "file://localhost/app/share/quendo/web/x",
+        "file:///app/share/quendo/../quendo/web/./x", "file:///app//share/quendo/web//x",
+        "file:///app/share/quendo/web/..%2e", "file:///app/share/quendo/%77eb/x"}) {
+    EXPECT_TRUE(bootstrap_.isInsideWebBundle(url)) << url;
+  }
+}
+
+TEST_F(BootstrapScriptTest, JudgesAPathAfterStandardisingIt) {
+  bootstrap_.setWebRoot("/app/share/quendo/web");
+  for (const char* url :
+       {"file:///app/share/quendo/web/../secret", "file:///app/share/quendo/web/%2e%2e/secret",
+        "file:///app/share/quendo/web/..%2fsecret", "file:///app/share/quendo/web/a/../../x",
+        "file:///app/share/quendo/web2/index.html", "file:///app/share/quendo/webx",
+        "file:///app/share/quendo", "file:///etc/passwd", "file:///",
+        "file:", "file:///app/share/quendo/web%00/../x", "file:///app/share/quendo/WEB/index.html",
+        "file://host/app/share/quendo/web/index.html"}) {
+    EXPECT_FALSE(bootstrap_.isInsideWebBundle(url)) << url;
+  }
+}
+
+TEST_F(BootstrapScriptTest, NeverCountsAUrlThatIsNoFileAsInside) {
+  bootstrap_.setWebRoot("/app/share/quendo/web");
+  for (const char* url :
+       {"https://quendo.example/app/share/quendo/web", "about:blank", "blob:file:///app/share/quendo/web/1",
+        "/app/share/quendo/web/index.html", "", "data:text/html,file:///app/share/quendo/web"}) {
+    EXPECT_FALSE(bootstrap_.isInsideWebBundle(url)) << url;
+  }
+}
+
+TEST_F(BootstrapScriptTest, CountsNothingAsInsideBeforeTheWebRootIsKnown) {
+  EXPECT_FALSE(bootstrap_.isInsideWebBundle("file:///app/share/quendo/web/index.html"));
+}
+
+}  // namespace
+}  // namespace quendo

@@ -1,0 +1,156 @@
+#include "bridge/PageCalls.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <limits>
+#include <utility>
+
+#include "fake/HostFixture.h"
+
+namespace quendo {
+namespace {
+
+class PageCallsTest : public ::testing::Test {
+ protected:
+  PageCallsTest() { calls_.setWebView(&page_); }
+
+  std::string last() const { return page_.scripts.empty() ? std::string() : page_.scripts.back(); }
+
+  fake::CallLog log_;
+  fake::FakeDefaults defaults_;
+  fake::FakeLocale locale_;
+  Localization localization_{defaults_, locale_};
+  HostState state_{.webReady = true};
+  fake::FakeWebView page_{log_};
+  PageCalls calls_{state_, localization_};
+};
+
+TEST_F(PageCallsTest, SpellsTheSaveAnswerWithACommaAndNoBlank) {
+  calls_.nativeSaveDidFinish(true, 42);
+  EXPECT_EQ(last(), "window.quendoNativeSaveDidFinish?.(true,42)");
+  calls_.nativeSaveDidFinish(false, -7);
+  EXPECT_EQ(last(), "window.quendoNativeSaveDidFinish?.(false,-7)");
+  calls_.nativeSaveDidFinish(true, std::numeric_limits<std::int64_t>::max());
+  EXPECT_EQ(last(), "window.quendoNativeSaveDidFinish?.(true,9223372036854775807)");
+}
+
+TEST_F(PageCallsTest, SpellsTheOtherAnswersWithACommaAndABlank) {
+  calls_.nativeExportDidFinish(true, "Markdown exportado");
+  EXPECT_EQ(last(), R"(window.quendoNativeExportDidFinish?.(true, "Markdown exportado"))");
+  calls_.nativeSaveAsDidFinish(true, "n1", "a.md", "Salvo como a.md");
+  EXPECT_EQ(last(), R"(window.quendoNativeSaveAsDidFinish?.(true, "n1", "a.md", "Salvo como a.md"))");
+  calls_.nativeSaveAsDidFinish(false, "n1", "", "Salvamento cancelado");
+  EXPECT_EQ(last(), R"(window.quendoNativeSaveAsDidFinish?.(false, "n1", "", "Salvamento cancelado"))");
+  calls_.nativeClipboardDidFinish(false, "Texto copiado", "");
+  EXPECT_EQ(last(), R"(window.quendoNativeClipboardDidFinish?.(false, "Texto copiado", ""))");
+  calls_.nativeShareDidFinish(false, "a/1");
+  EXPECT_EQ(last(), R"(window.quendoNativeShareDidFinish?.(false, "a\/1"))");
+  calls_.showToast("Olá");
+  EXPECT_EQ(last(), R"(showToast("Olá"))");
+}
+
+TEST_F(PageCallsTest, SpellsTheQuitHandshake) {
+  state_.terminationPending = true;
+  calls_.prepareForTermination({});
+  EXPECT_EQ(last(), "window.quendoPrepareForTermination?.()");
+  calls_.terminationDidCancel();
+  EXPECT_EQ(last(), "window.quendoTerminationDidCancel?.()");
+}
+
+TEST_F(PageCallsTest, SpellsBothAsynchronousCalls) {
+  const Value::Array files = {Value(Value::Dictionary{{"name", "a.md"}, {"byteCount", Value::integer(3)}})};
+  calls_.openNativeFiles(files, {});
+  ASSERT_EQ(page_.asyncCalls.size(), 1U);
+  EXPECT_EQ(page_.asyncCalls[0].script, "return window.quendoOpenNativeFiles?.(files) ?? 0;");
+  EXPECT_EQ(page_.asyncCalls[0].arguments, (Value::Dictionary{{"files", Value(files)}}));
+  calls_.copyCurrentNoteForWhatsApp({});
+  ASSERT_EQ(page_.asyncCalls.size(), 2U);
+  EXPECT_EQ(page_.asyncCalls[1].script, "return await window.quendoCopyCurrentNoteForWhatsApp?.() ?? false;");
+  EXPECT_TRUE(page_.asyncCalls[1].arguments.empty());
+}
+
+TEST_F(PageCallsTest, SpellsEveryCommandOfTheMenu) {
+  static constexpr std::array kCommands = {
+      std::pair{MenuAction::newNote, "createNote()"},
+      std::pair{MenuAction::quickCapture, "openCapture()"},
+      std::pair{MenuAction::exportMarkdown, "exportMarkdown()"},
+      std::pair{MenuAction::saveAsCurrentNote, "window.quendoSaveAsCurrentNote?.()"},
+      std::pair{MenuAction::importFiles, "document.getElementById('importFileInput').click()"},
+      std::pair{MenuAction::closeCurrentTab, "window.quendoCloseCurrentTab?.()"},
+      std::pair{MenuAction::closeOtherTabs, "window.quendoRequestCloseTabs?.('others')"},
+      std::pair{MenuAction::closeTabsToRight, "window.quendoRequestCloseTabs?.('right')"},
+      std::pair{MenuAction::closeAllTabs, "window.quendoRequestCloseTabs?.('all')"},
+      std::pair{MenuAction::reopenClosedTab, "window.quendoReopenClosedTab?.()"},
+      std::pair{MenuAction::previousTab, "window.quendoSwitchOpenTab?.(-1)"},
+      std::pair{MenuAction::nextTab, "window.quendoSwitchOpenTab?.(1)"},
+      std::pair{MenuAction::showAllTabs, "window.quendoShowTabOverview?.()"},
+      std::pair{MenuAction::showShortcutGuide, "window.quendoOpenShortcutGuide?.()"},
+      std::pair{MenuAction::searchNotes,
+                "state.sidebarMode='all';renderSidebar();setDrawer('sidebar',{focus:false});document."
+                "getElementById('searchInput').focus();document.getElementById('searchInput').select()"},
+      std::pair{MenuAction::saveNow, "flushPendingSave()"},
+  };
+  for (const auto& [action, script] : kCommands) {
+    calls_.runCommand(action);
+    EXPECT_EQ(last(), script);
+  }
+  const std::size_t before = page_.scripts.size();
+  for (const MenuAction native : {MenuAction::none, MenuAction::checkForUpdates, MenuAction::changeLanguage,
+                                  MenuAction::copyForWhatsApp, MenuAction::terminate, MenuAction::copy}) {
+    calls_.runCommand(native);
+  }
+  EXPECT_EQ(page_.scripts.size(), before);
+}
+
+TEST_F(PageCallsTest, DropsACommandBeforeThePageIsReadyAndShowsNothing) {
+  state_.webReady = false;
+  calls_.evaluate("createNote()");
+  state_.webReady = true;
+  state_.terminationPending = true;
+  calls_.evaluate("createNote()");
+  calls_.setWebView(nullptr);
+  state_.terminationPending = false;
+  calls_.evaluate("createNote()");
+  EXPECT_TRUE(page_.scripts.empty());
+}
+
+TEST_F(PageCallsTest, AnswersASaveEvenWhileATerminationIsPending) {
+  state_.terminationPending = true;
+  state_.webReady = false;
+  calls_.nativeSaveDidFinish(true, 1);
+  EXPECT_EQ(last(), "window.quendoNativeSaveDidFinish?.(true,1)");
+}
+
+TEST_F(PageCallsTest, ShowsATranslatedToastWhenACommandThrows) {
+  defaults_.strings["QuendoLanguage"] = "en";
+  calls_.evaluate("createNote()");
+  page_.evaluations.back().completion({{}, "ReferenceError"});
+  EXPECT_EQ(last(), R"(showToast("The action could not be completed"))");
+}
+
+TEST_F(PageCallsTest, ShowsNothingWhenACommandSucceedsAndIgnoresItsResult) {
+  calls_.evaluate("1 + 1");
+  page_.evaluations.back().completion({Value(2.0), std::nullopt});
+  EXPECT_EQ(page_.scripts.size(), 1U);
+}
+
+TEST_F(PageCallsTest, IgnoresTheErrorOfADirectCall) {
+  calls_.nativeShareDidFinish(true, "a");
+  EXPECT_FALSE(page_.evaluations.back().completion);
+}
+
+TEST_F(PageCallsTest, ShowsNoToastOnceItIsGone) {
+  EvaluationHandler completion;
+  {
+    PageCalls shortLived(state_, localization_);
+    shortLived.setWebView(&page_);
+    shortLived.evaluate("x()");
+    completion = page_.evaluations.back().completion;
+  }
+  completion({{}, "late"});
+  EXPECT_EQ(page_.scripts.size(), 1U);
+}
+
+}  // namespace
+}  // namespace quendo

@@ -1,0 +1,147 @@
+import { NoteEditor } from '../editor/noteEditor';
+import { currentLanguage, type Language, onLanguageChange, setLanguage, t } from '../i18n/language';
+import type { ReadResult } from '../state/read';
+import { nextRevision } from '../state/revision';
+import { QuietTime } from '../state/quiet';
+import { type Clock, Saver, type SaveStatus } from '../state/saver';
+import { type Change, Workspace } from '../state/workspace';
+import { makePieces } from '../state/write';
+import { applyAppearance, followDesktop } from '../views/appearance';
+import { Shell } from '../views/shell';
+import { type Context, focusMain, rememberPlace } from './context';
+import { showCount } from './count';
+import * as notes from './notes';
+import { chooseTheme } from './appearance';
+import { toggleSidebar } from './panels';
+import type { HostPort } from './port';
+import { closePreview, previewSource } from './preview';
+import { PendingCopies, PendingShare } from './requests';
+import { commands, noteMenu, reservedKeys } from './table';
+import { closeTab } from './tabs';
+import { currentState } from './termination';
+
+const clock: Clock = {
+  now: Date.now,
+  setTimer: (run, delay) => setTimeout(run, delay),
+  clearTimer: (timer) => clearTimeout(timer as number),
+};
+
+/** Builds the page on a document and joins its pieces: what changes is shown and saved. */
+export function startApp(document: ReadResult, port: HostPort, nonce: string): Context {
+  const { contents, newer } = document;
+  const workspace = new Workspace(contents, newer, Date.now);
+  applyAppearance(contents.settings);
+  followDesktop();
+  const shell: Shell = new Shell(workspace, {
+    createNote: () => notes.createNote(context),
+    openNote: (id) => notes.openNote(context, id),
+    deleteNote: (id) => notes.deleteNote(context, id),
+    closeTab: (id) => closeTab(context, id),
+    toggleSidebar: () => toggleSidebar(context),
+    showOverview: () => commands.overview.run(context),
+    openGuide: () => commands.guide.run(context),
+    retrySave: () => context.saver.flush(),
+    chooseLanguage: (language) => chooseLanguage(context, language),
+    chooseTheme: (theme) => chooseTheme(context, theme),
+    showBin: () => commands.bin.run(context),
+    focusEditor: () => focusMain(context),
+    importFiles: (files) => void notes.importFiles(context, files),
+    noteMenu: () => noteMenu(context),
+    previewSource: () => previewSource(context),
+    leavePreview: () => closePreview(context),
+  });
+  const editor = new NoteEditor({
+    parent: shell.editorPanel,
+    readOnly: newer,
+    nonce,
+    reservedKeys,
+    onText: (id, text) => workspace.setText(id, text),
+    onView: () => {
+      showCount(context);
+      shell.preview.changed();
+    },
+    onScroll: () => shell.preview.follow(),
+  });
+  const quiet = new QuietTime(clock);
+  window.addEventListener('keydown', () => quiet.disturbed(), { capture: true });
+  const saver = new Saver({
+    clock,
+    whenIdle: (run) => quiet.after(makePieces(workspace.contents), run),
+    prepare: () => currentState(context),
+    send: (serialized, revision) => port.save(serialized, revision),
+    onStatus: reportStatus(shell),
+  });
+  let revision = contents.revision;
+  const context: Context = {
+    workspace,
+    editor,
+    shell,
+    saver,
+    port,
+    copies: new PendingCopies(clock),
+    share: new PendingShare(clock.now),
+    nextRevision: () => {
+      revision = nextRevision(revision, Date.now());
+      return revision;
+    },
+  };
+  workspace.onChange((change, id) => {
+    if (!newer) saver.changed();
+    show(context, change, id);
+  });
+  onLanguageChange(() => {
+    editor.relabel();
+    showCount(context);
+    workspace.setSettings({ language: currentLanguage() });
+  });
+  if (port.native) editor.followNativeUndo();
+  shell.status.show(newer ? 'readonly' : saver.status);
+  show(context, 'tabs');
+  focusMain(context);
+  return context;
+}
+
+/** The user picked a language in the page: the host is told, so that its menus follow. */
+export function chooseLanguage({ port }: Context, language: Language): void {
+  setLanguage(language);
+  port.rememberLanguage(language);
+}
+
+function show(context: Context, change: Change, id?: string): void {
+  const { workspace, editor, shell } = context;
+  if (change === 'text') {
+    if (id !== undefined) shell.tabBar.retitle(id);
+    shell.sidebar.refresh();
+    shell.retitle();
+  } else if (change === 'notes' || change === 'tabs') {
+    rememberPlace(context);
+    shell.tabBar.render();
+    shell.sidebar.select(workspace.tabs.active);
+    if (change === 'notes') shell.sidebar.render();
+    else shell.sidebar.reorder();
+    shell.renderMain();
+    const note = workspace.activeNote;
+    if (note) editor.show(note, workspace.place(note.id));
+    else editor.hide();
+    showCount(context);
+  } else if (change === 'settings') {
+    applyAppearance(workspace.settings);
+    shell.renderSettings();
+    editor.remeasure();
+  }
+}
+
+/** Trouble and its end are said aloud once; the rest stands at the lower edge. */
+function reportStatus(shell: Shell): (status: SaveStatus) => void {
+  let failed = false;
+  return (status) => {
+    shell.status.show(status);
+    if (status === 'failed' && !failed) {
+      failed = true;
+      shell.toasts.show(t('save.failedWhy'));
+    } else if (status === 'saved' && failed) {
+      failed = false;
+      shell.toasts.show(t('save.recovered'));
+    }
+  };
+}

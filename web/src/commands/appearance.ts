@@ -1,0 +1,22 @@
+import { t } from '../i18n/language';
+import type { Theme } from '../state/model';
+import { zoomStep } from '../state/zoom';
+import type { Context } from './context';
+
+export function chooseTheme({ workspace }: Context, theme: Theme): void {
+  workspace.setSettings({ theme });
+}
+
+export function changeZoom(context: Context, direction: 1 | -1): void {
+  setZoom(context, zoomStep(context.workspace.settings.zoom, direction));
+}
+
+export function resetZoom(context: Context): void {
+  setZoom(context, 1);
+}
+
+/** The size is told even when it stays, as at the end of the row. */
+function setZoom({ workspace, shell }: Context, zoom: number): void {
+  if (zoom !== workspace.settings.zoom) workspace.setSettings({ zoom });
+  shell.toasts.show(t('zoom.now', { percent: Math.round(zoom * 100) }));
+}

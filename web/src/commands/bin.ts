@@ -1,0 +1,43 @@
+import { counted, t } from '../i18n/language';
+import { titleOf } from '../state/workspace';
+import { binDialog } from '../views/bin';
+import { confirmDialog } from '../views/confirm';
+import { type Context, focusMain, mayChange } from './context';
+import { openNote } from './notes';
+
+/** What was deleted, with the way back and the way out. */
+export function showBin(context: Context): void {
+  const { workspace } = context;
+  binDialog({
+    workspace,
+    onRestore: (id) => restore(context, id),
+    onEmpty: () => askToEmpty(context),
+    onClose: () => focusMain(context),
+  });
+}
+
+function restore(context: Context, id: string): void {
+  const { workspace, shell } = context;
+  if (!mayChange(context) || !workspace.restoreNote(id)) return;
+  openNote(context, id);
+  const note = workspace.note(id);
+  shell.toasts.show(t('bin.restored', { title: (note && titleOf(note)) || t('untitled') }));
+}
+
+/** Nothing brings back what was in the bin, so this asks, and Enter alone does not agree. */
+function askToEmpty(context: Context): void {
+  const { workspace, shell } = context;
+  if (!mayChange(context)) return;
+  confirmDialog({
+    title: 'bin.empty',
+    question: counted('bin.emptyAsk', workspace.bin.length),
+    why: 'bin.emptyWhy',
+    action: 'bin.emptyDo',
+    careful: true,
+    onYes: () => {
+      workspace.emptyBin();
+      shell.toasts.show(t('bin.emptied'));
+    },
+    onClose: () => focusMain(context),
+  });
+}

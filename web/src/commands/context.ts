@@ -1,0 +1,56 @@
+import type { NoteEditor } from '../editor/noteEditor';
+import { t } from '../i18n/language';
+import type { Note } from '../state/model';
+import type { Saver } from '../state/saver';
+import type { Workspace } from '../state/workspace';
+import { closeDialog } from '../views/dialog';
+import type { Shell } from '../views/shell';
+import type { HostPort } from './port';
+import type { PendingCopies, PendingShare } from './requests';
+
+/** What commands work on. */
+export interface Context {
+  readonly workspace: Workspace;
+  readonly editor: NoteEditor;
+  readonly shell: Shell;
+  readonly saver: Saver;
+  readonly port: HostPort;
+  readonly copies: PendingCopies;
+  readonly share: PendingShare;
+  readonly nextRevision: () => number;
+}
+
+/** Puts the focus where writing goes on. */
+export function focusMain({ workspace, editor, shell }: Context): void {
+  const note = workspace.activeNote;
+  // A note without text is there to be written, not to be read.
+  if (note?.text.length === 0 && shell.preview.mode === 'instead') shell.preview.show(null);
+  if (note && shell.preview.mode === 'instead') shell.preview.focus();
+  else if (note) editor.focus();
+  else shell.focusEmpty();
+}
+
+/** Notes down where the shown note is left; tells whether it was elsewhere before. */
+export function rememberPlace({ workspace, editor }: Context): boolean {
+  try {
+    const at = editor.place;
+    return at !== null && workspace.setPlace(at.id, at.place);
+  } catch {
+    // The editor may be in the middle of an update; a save, or quitting, must not fail for that.
+    return false;
+  }
+}
+
+/** The note a command is about, or a word to the user that there is none. */
+export function requireNote({ workspace, shell }: Context): Note | null {
+  const note = workspace.activeNote;
+  if (!note) shell.toasts.show(t('note.needed'));
+  return note;
+}
+
+/** Commands that change something stop here when the document is not to be changed. */
+export function mayChange({ workspace, shell }: Context): boolean {
+  if (workspace.readOnly) shell.toasts.show(t('readonly.refused'));
+  else closeDialog();
+  return !workspace.readOnly;
+}

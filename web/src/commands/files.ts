@@ -1,0 +1,79 @@
+import { t } from '../i18n/language';
+import type { Note } from '../state/model';
+import { titleOf } from '../state/workspace';
+import { type Format, fileNameFor, inFormat, shortFileName } from '../text/names';
+import { toPlainText } from '../text/plain';
+import { closeDialog } from '../views/dialog';
+import { type Context, requireNote } from './context';
+import { converted } from './copies';
+import { fits } from './limits';
+
+export function exportAsMarkdown(context: Context): void {
+  exportNote(context, 'markdown', (note) => note.text.toString());
+}
+
+export function exportAsText(context: Context): void {
+  exportNote(context, 'plain', (note) => converted(note, toPlainText));
+}
+
+export function saveNoteAs(context: Context): void {
+  const note = requireNote(context);
+  if (!note) return;
+  closeDialog();
+  const content = withLineBreaks(note, note.text.toString());
+  if (!fits(context, 'file', content)) return;
+  if (context.port.saveAs({ noteId: note.id, filename: suggestedName(note), content })) return;
+  context.shell.toasts.show(t('file.failed'));
+}
+
+/**
+ * What becomes of an answer to Save As. The host words it in Portuguese only, so the page says it
+ * itself; the wording tells a cancelled panel from a failure. A note that is gone by then has
+ * nothing to remember.
+ */
+export function savedAs(
+  { workspace, shell }: Context,
+  success: boolean,
+  noteId: string,
+  fileName: string,
+  message: string,
+): void {
+  if (!success) {
+    shell.toasts.show(t(/cancel/i.test(message) ? 'file.cancelled' : 'file.failed'));
+    return;
+  }
+  if (fileName && !workspace.readOnly) workspace.setFileName(noteId, fileName);
+  shell.toasts.show(t('file.saved', { name: fileName }));
+}
+
+/** The host words the answer to an export in the interface language. */
+export function exported({ shell }: Context, success: boolean, message: string): void {
+  shell.toasts.show(message || t(success ? 'export.done' : 'export.failed'));
+}
+
+/** The name of the file that the note went to or came from, else one made of its title. */
+export function suggestedName(note: Note): string {
+  const known = note.fileName ?? note.name;
+  return known === null ? fileNameFor(titleOf(note), note.format) : shortFileName(known);
+}
+
+/** The text with the line breaks that its file came with. */
+export function withLineBreaks(note: Note, text: string): string {
+  return note.lineBreak === '\n' ? text : text.replaceAll('\n', note.lineBreak);
+}
+
+function exportNote(context: Context, format: Format, textOf: (note: Note) => string): void {
+  const note = requireNote(context);
+  if (!note) return;
+  closeDialog();
+  if (!fits(context, 'file', note.text.toString())) return;
+  const content = withLineBreaks(note, textOf(note));
+  if (!fits(context, 'file', content)) return;
+  const known = note.fileName ?? note.name;
+  const filename =
+    known === null
+      ? fileNameFor(titleOf(note), format)
+      : shortFileName(inFormat(known, format));
+  if (context.port.exportFile({ filename, content, format })) return;
+  context.shell.toasts.show(t('export.failed'));
+}

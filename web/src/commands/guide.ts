@@ -1,0 +1,59 @@
+import type { Key } from '../i18n/catalogue';
+import { type GuideSection, guideDialog } from '../views/panels';
+import { type Command, type CommandTable, shownKey } from './command';
+import { type Context, focusMain } from './context';
+import { keyLabel } from './keys';
+
+/** The commands that stand with the keys of the editor. */
+const writingNames: ReadonlyArray<string> = ['find', 'replace', 'goToLine'];
+
+/** Every command, with its key or with where else it is found. */
+export function showGuide(
+  context: Context,
+  table: CommandTable,
+  inMenu: ReadonlyArray<ReadonlyArray<string>>,
+): void {
+  guideDialog(guideSections(context, table, inMenu), () => focusMain(context));
+}
+
+export function guideSections(
+  context: Pick<Context, 'port'>,
+  table: CommandTable,
+  inMenu: ReadonlyArray<ReadonlyArray<string>>,
+): ReadonlyArray<GuideSection> {
+  const menuNames = inMenu.flat();
+  const row = (command: Command, elsewhere: Key) => {
+    const { label } = command;
+    const keys = shownKey(command, context);
+    return keys ? { label, keys } : { label, elsewhere };
+  };
+  const own = menuNames.flatMap((name) => table[name] ?? []);
+  const writing = writingNames.flatMap((name) => table[name] ?? []);
+  const named = [...menuNames, ...writingNames];
+  const others = Object.entries(table).filter(([name]) => !named.includes(name));
+  return [
+    { title: 'guide.notes', rows: others.map(([, command]) => row(command, 'guide.inPalette')) },
+    { title: 'actions.label', rows: own.map((command) => row(command, 'guide.inMenu')) },
+    writingSection(writing, context),
+  ];
+}
+
+function writingSection(commands: ReadonlyArray<Command>, context: Pick<Context, 'port'>): GuideSection {
+  const keys: ReadonlyArray<readonly [Key, string]> = [
+    ...commands.map((command) => [command.label, shownKey(command, context)] as const),
+    ['guide.task', keyLabel('Mod-enter')],
+    ['guide.marks', `${keyLabel('Mod-b')} · ${keyLabel('Mod-i')} · ${keyLabel('Mod-e')}`],
+    ['guide.nextMatch', keyLabel('Mod-d')],
+    ['guide.cursors', `${keyLabel('Mod-Alt-up')} ↓`],
+    ['guide.joinLines', keyLabel('Mod-j')],
+    ['guide.fold', `${keyLabel('Mod-Alt-[')} ]`],
+    ['guide.undo', keyLabel('Mod-z')],
+    ['guide.redo', keyLabel('Mod-Shift-z')],
+    ['guide.list', keyLabel('enter')],
+    ['guide.indent', `${keyLabel('tab')} · ${keyLabel('Shift-tab')}`],
+    ['guide.moveLine', `${keyLabel('Alt-up')} ↓`],
+    ['guide.copyLine', `${keyLabel('Alt-Shift-up')} ↓`],
+    ['guide.leave', `${keyLabel('escape')} ${keyLabel('tab')}`],
+  ];
+  return { title: 'guide.writing', rows: keys.map(([label, shown]) => ({ label, keys: shown })) };
+}

@@ -1,0 +1,142 @@
+import { Text } from '@codemirror/state';
+import { t } from '../i18n/language';
+import { toText } from '../state/read';
+import { titleOf } from '../state/workspace';
+import { decodeText, MAXIMUM_FILE_BYTES } from '../text/decode';
+import { type Format, formatOf } from '../text/names';
+import { type Context, focusMain, mayChange, requireNote } from './context';
+
+export interface ImportedFile {
+  readonly name: string;
+  readonly content: string;
+  readonly format: Format;
+}
+
+const FAILURES_SHOWN = 3;
+
+export function createNote(context: Context): void {
+  if (!mayChange(context)) return;
+  const note = context.workspace.addNote({ text: Text.empty });
+  openNote(context, note.id);
+}
+
+export function openNote(context: Context, id: string): void {
+  context.workspace.openTab(id);
+  focusMain(context);
+}
+
+export function deleteActiveNote(context: Context): void {
+  const note = requireNote(context);
+  if (note) deleteNote(context, note.id);
+}
+
+export function togglePinned(context: Context): void {
+  const note = requireNote(context);
+  if (!note || !mayChange(context)) return;
+  context.workspace.setPinned(note.id, !note.pinned);
+  context.shell.toasts.show(t(note.pinned ? 'note.unpinned' : 'note.pinned'));
+}
+
+/** Deletes without asking, because the way back is one press away. */
+export function deleteNote(context: Context, id: string): void {
+  if (!mayChange(context)) return;
+  const { workspace, shell } = context;
+  const note = workspace.note(id);
+  if (!note) return;
+  const tab = workspace.tabs.open.indexOf(id);
+  workspace.deleteNote(id);
+  focusMain(context);
+  shell.toasts.show(t('note.deleted', { title: titleOf(note) || t('untitled') }), {
+    label: 'undo',
+    run: () => {
+      workspace.restoreNote(id);
+      workspace.openTab(id, tab < 0 ? undefined : tab);
+      focusMain(context);
+    },
+  });
+}
+
+/** Turns what was captured into a note, beside the note that is being written. */
+export function keepCapture(context: Context): void {
+  const { workspace, shell } = context;
+  const note = workspace.addNote({ text: toText(workspace.captureDraft.trim()) });
+  workspace.setCaptureDraft('');
+  shell.toasts.show(t('capture.done'), { label: 'open', run: () => openNote(context, note.id) });
+}
+
+/**
+ * Opens files that the host has read; tells how many tabs they have. The host forgets them once this
+ * returns, so they are handed over for saving before.
+ */
+export function openNativeFiles(context: Context, files: unknown): number {
+  if (!Array.isArray(files) || !mayChange(context)) return 0;
+  const sound = files.flatMap(readImportedFile);
+  addFiles(context, sound);
+  context.saver.flush();
+  return sound.length;
+}
+
+/** Opens files chosen in the page. */
+export async function importFiles(context: Context, files: ReadonlyArray<File>): Promise<void> {
+  if (!files.length || !mayChange(context)) return;
+  const read: ImportedFile[] = [];
+  const failures: string[] = [];
+  for (const file of files) {
+    const { name } = file;
+    if (file.size > MAXIMUM_FILE_BYTES) {
+      failures.push(t('import.tooLarge', { name }));
+      continue;
+    }
+    try {
+      const content = decodeText(new Uint8Array(await file.arrayBuffer()));
+      if (content === null) failures.push(t('import.binary', { name }));
+      else read.push({ name, content, format: formatOf(name) });
+    } catch {
+      failures.push(t('import.unreadable', { name }));
+    }
+  }
+  addFiles(context, read);
+  if (failures.length) {
+    const shown = failures.slice(0, FAILURES_SHOWN);
+    const hidden = failures.length - shown.length;
+    if (hidden) shown.push(t('import.more', { n: hidden }));
+    context.shell.toasts.show(shown.join('\n'));
+  }
+}
+
+/**
+ * A file whose note is there already, unchanged, gets that note's tab: opened twice, or handed over
+ * again by a host that could not know how far it had come, it is still one note. Files that are alike
+ * within one call are files of their own.
+ */
+function addFiles(context: Context, files: ReadonlyArray<ImportedFile>): void {
+  const { workspace } = context;
+  const taken = new Set<string>();
+  for (const { name, content, format } of files) {
+    const text = toText(content);
+    const lineBreak = isWindowsText(content) ? '\r\n' : '\n';
+    const note =
+      workspace.importedNote({ text, name, lineBreak }, taken) ??
+      workspace.addNote({ text, name, format, lineBreak });
+    taken.add(note.id);
+    workspace.openTab(note.id);
+  }
+  if (files.length) focusMain(context);
+}
+
+function isWindowsText(content: string): boolean {
+  const first = content.indexOf('\n');
+  return first > 0 && content[first - 1] === '\r';
+}
+
+function readImportedFile(value: unknown): ImportedFile[] {
+  const { name, content, format } = (value ?? {}) as Record<string, unknown>;
+  if (typeof content !== 'string') return [];
+  return [
+    {
+      name: typeof name === 'string' && name ? name : t('untitled'),
+      content: content.startsWith('\ufeff') ? content.slice(1) : content,
+      format: format === 'plain' ? 'plain' : 'markdown',
+    },
+  ];
+}

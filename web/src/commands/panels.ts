@@ -1,0 +1,32 @@
+import { closeDialog } from '../views/dialog';
+import { captureDialog } from '../views/panels';
+import { type Context, focusMain, mayChange } from './context';
+import { keyLabel } from './keys';
+import { keepCapture } from './notes';
+
+export function openCapture(context: Context): void {
+  if (!mayChange(context)) return;
+  captureDialog({
+    workspace: context.workspace,
+    saveKey: keyLabel('Mod-enter'),
+    onSave: () => keepCapture(context),
+    onClose: () => focusMain(context),
+  });
+}
+
+export function openSearch(context: Context): void {
+  setDrawer(context, 'sidebar');
+}
+
+export function toggleSidebar(context: Context): void {
+  setDrawer(context, context.workspace.settings.sidebarOpen ? null : 'sidebar');
+}
+
+/** Opens the sidebar, or with no name folds it. */
+export function setDrawer(context: Context, name: unknown, options?: { focus?: boolean }): void {
+  closeDialog();
+  const { workspace, shell } = context;
+  workspace.setSettings({ sidebarOpen: name === 'sidebar' });
+  if (name !== 'sidebar') focusMain(context);
+  else if (options?.focus !== false) shell.sidebar.focusSearch();
+}

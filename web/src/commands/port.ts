@@ -1,0 +1,34 @@
+import type { Language } from '../i18n/language';
+import type { Format } from '../text/names';
+
+/**
+ * What a page alone cannot do. Requests are answered later, through `HostAnswers`; where one gives
+ * false there is nobody to ask, and no answer comes.
+ */
+export interface HostPort {
+  /** The native host is there: it owns the menu keys, the files and the language setting. */
+  readonly native: boolean;
+  readonly publicUrl: string;
+  save(serialized: string, revision: number): void;
+  exportFile(file: { filename: string; content: string; format: Format }): boolean;
+  saveAs(file: { noteId: string; filename: string; content: string }): boolean;
+  copy(request: { text: string; successMessage: string; requestId: string }): void;
+  share(request: ShareRequest): boolean;
+  rememberLanguage(language: Language): void;
+}
+
+export interface ShareRequest {
+  readonly attemptId: string;
+  readonly title: string;
+  readonly filename: string;
+  readonly content: string;
+  readonly url: string;
+}
+
+export interface HostAnswers {
+  saved(success: boolean, revision: number): void;
+  exported(success: boolean, message: string): void;
+  savedAs(success: boolean, noteId: string, fileName: string, message: string): void;
+  copied(success: boolean, message: string, requestId: string): void;
+  shared(success: boolean, attemptId: string): void;
+}

@@ -1,0 +1,30 @@
+import { t } from '../i18n/language';
+import { titleOf } from '../state/workspace';
+import { shorten } from '../text/names';
+import { type Context, requireNote } from './context';
+import { suggestedName, withLineBreaks } from './files';
+import { fits, LONGEST_SHARED_TITLE_BYTES } from './limits';
+
+/** Offers the active note to other programs. The host has one share at a time. */
+export function shareNote(context: Context): void {
+  const { port, share, shell } = context;
+  const note = requireNote(context);
+  if (!note) return;
+  if (share.busy) {
+    shell.toasts.show(t('share.busy'));
+    return;
+  }
+  const content = withLineBreaks(note, note.text.toString());
+  if (!fits(context, 'share', content)) return;
+  const title = shorten(titleOf(note) || t('untitled'), LONGEST_SHARED_TITLE_BYTES);
+  const attemptId = share.begin();
+  const filename = suggestedName(note);
+  if (port.share({ attemptId, title, filename, content, url: port.publicUrl })) return;
+  share.end(attemptId);
+  shell.toasts.show(t('share.unavailable'));
+}
+
+/** A share that was dismissed and one that failed have the same answer, so neither alarms. */
+export function shared({ share, shell }: Context, success: boolean, attemptId: string): void {
+  if (share.end(attemptId)) shell.toasts.show(t(success ? 'share.done' : 'share.failed'));
+}

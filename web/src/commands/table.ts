@@ -1,0 +1,223 @@
+import { closeDialog } from '../views/dialog';
+import type { MenuItem } from '../views/menu';
+import { changeZoom, chooseTheme, resetZoom } from './appearance';
+import { showBin } from './bin';
+import { type Command, type CommandTable, isAvailable, labelOf, shownKey } from './command';
+import type { Context } from './context';
+import * as copies from './copies';
+import * as files from './files';
+import { showGuide } from './guide';
+import { menuOnlyKeys } from './keys';
+import * as notes from './notes';
+import { showPalette } from './palette';
+import { openCapture, openSearch, toggleSidebar } from './panels';
+import { togglePreview } from './preview';
+import { shareNote } from './share';
+import * as tabs from './tabs';
+import * as writing from './writing';
+
+const withNote = ({ workspace }: Context): boolean => workspace.activeNote !== null;
+
+/**
+ * Every command, in the order of the guide. Keys, the note's menu, the palette, the guide and the
+ * functions that the host's menu calls all come from here.
+ */
+export const commands = {
+  newNote: {
+    label: 'cmd.newNote',
+    key: 'Mod-n',
+    browserKey: 'Alt-n',
+    call: ['createNote'],
+    run: notes.createNote,
+  },
+  capture: { label: 'cmd.capture', key: 'Mod-k', call: ['openCapture'], run: openCapture },
+  search: { label: 'cmd.search', key: 'Mod-p', run: openSearch },
+  palette: {
+    label: 'cmd.palette',
+    key: 'Mod-Shift-p',
+    listens: true,
+    run: (context) => showPalette(context, table()),
+  },
+  import: { label: 'cmd.import', key: 'Mod-o', run: chooseFiles },
+  save: {
+    label: 'cmd.save',
+    key: 'Mod-s',
+    call: ['flushPendingSave'],
+    run: ({ saver }) => saver.flush(),
+  },
+  saveAs: {
+    label: 'cmd.saveAs',
+    key: 'Mod-Shift-s',
+    call: ['quendoSaveAsCurrentNote'],
+    available: withNote,
+    run: files.saveNoteAs,
+  },
+  exportMarkdown: {
+    label: 'cmd.exportMarkdown',
+    call: ['exportMarkdown'],
+    available: withNote,
+    run: files.exportAsMarkdown,
+  },
+  exportText: { label: 'cmd.exportText', available: withNote, run: files.exportAsText },
+  copyMarkdown: {
+    label: 'cmd.copyMarkdown',
+    available: withNote,
+    run: (context) => void copies.copyAsMarkdown(context),
+  },
+  copyPlain: {
+    label: 'cmd.copyPlain',
+    available: withNote,
+    run: (context) => void copies.copyAsPlainText(context),
+  },
+  whatsapp: {
+    label: 'cmd.whatsapp',
+    key: 'Mod-Alt-c',
+    available: withNote,
+    run: (context) => void copies.copyForWhatsApp(context),
+  },
+  share: {
+    label: 'cmd.share',
+    available: (context) => withNote(context) && !context.share.busy,
+    run: shareNote,
+  },
+  find: { label: 'guide.find', key: 'Mod-f', listens: true, available: withNote, run: writing.find },
+  replace: { label: 'cmd.replace', key: 'Mod-Alt-f', listens: true, available: withNote, run: writing.replace },
+  goToLine: {
+    label: 'cmd.goToLine',
+    key: 'Mod-Alt-g',
+    listens: true,
+    available: withNote,
+    run: writing.goToLine,
+  },
+  preview: {
+    label: 'cmd.preview',
+    key: 'Mod-Alt-p',
+    listens: true,
+    available: withNote,
+    run: (context) => togglePreview(context, 'beside'),
+  },
+  reading: {
+    label: 'cmd.reading',
+    key: 'Mod-Alt-r',
+    listens: true,
+    available: withNote,
+    run: (context) => togglePreview(context, 'instead'),
+  },
+  pin: {
+    label: 'cmd.pin',
+    labelNow: ({ workspace }) => (workspace.activeNote?.pinned ? 'cmd.unpin' : 'cmd.pin'),
+    available: withNote,
+    run: notes.togglePinned,
+  },
+  delete: { label: 'cmd.delete', available: withNote, run: notes.deleteActiveNote },
+  prevTab: {
+    label: 'cmd.prevTab',
+    key: 'Mod-Shift-[',
+    call: ['quendoSwitchOpenTab', -1],
+    run: (context) => tabs.switchTab(context, -1),
+  },
+  nextTab: {
+    label: 'cmd.nextTab',
+    key: 'Mod-Shift-]',
+    call: ['quendoSwitchOpenTab', 1],
+    run: (context) => tabs.switchTab(context, 1),
+  },
+  overview: { label: 'cmd.overview', call: ['quendoShowTabOverview'], run: tabs.showOverview },
+  reopen: {
+    label: 'cmd.reopen',
+    key: 'Mod-Shift-t',
+    browserKey: 'Alt-Shift-t',
+    call: ['quendoReopenClosedTab'],
+    run: tabs.reopenClosedTab,
+  },
+  closeTab: {
+    label: 'cmd.closeTab',
+    key: 'Mod-w',
+    browserKey: 'Alt-w',
+    call: ['quendoCloseCurrentTab'],
+    run: tabs.closeCurrentTab,
+  },
+  closeOthers: {
+    label: 'cmd.closeOthers',
+    key: 'Mod-Alt-w',
+    call: ['quendoRequestCloseTabs', 'others'],
+    run: (context) => tabs.requestCloseTabs(context, 'others'),
+  },
+  closeRight: {
+    label: 'cmd.closeRight',
+    call: ['quendoRequestCloseTabs', 'right'],
+    run: (context) => tabs.requestCloseTabs(context, 'right'),
+  },
+  closeAll: {
+    label: 'cmd.closeAll',
+    key: 'Mod-Alt-Shift-w',
+    call: ['quendoRequestCloseTabs', 'all'],
+    run: (context) => tabs.requestCloseTabs(context, 'all'),
+  },
+  bin: { label: 'cmd.bin', run: showBin },
+  sidebar: { label: 'cmd.sidebar', run: toggleSidebar },
+  zoomIn: {
+    label: 'cmd.zoomIn',
+    key: 'Mod-plus',
+    listens: true,
+    run: (context) => changeZoom(context, 1),
+  },
+  zoomOut: {
+    label: 'cmd.zoomOut',
+    key: 'Mod-minus',
+    listens: true,
+    run: (context) => changeZoom(context, -1),
+  },
+  zoomReset: { label: 'cmd.zoomReset', key: 'Mod-0', listens: true, run: resetZoom },
+  themeSystem: { label: 'cmd.themeSystem', run: (context) => chooseTheme(context, 'system') },
+  themeLight: { label: 'cmd.themeLight', run: (context) => chooseTheme(context, 'light') },
+  themeDark: { label: 'cmd.themeDark', run: (context) => chooseTheme(context, 'dark') },
+  guide: {
+    label: 'cmd.guide',
+    call: ['quendoOpenShortcutGuide'],
+    run: (context) => showGuide(context, table(), noteCommands),
+  },
+} as const satisfies CommandTable;
+
+type Name = keyof typeof commands;
+
+/** What can be done with the active note, in the groups of its menu. */
+export const noteCommands: ReadonlyArray<ReadonlyArray<Name>> = [
+  ['saveAs', 'exportMarkdown', 'exportText'],
+  ['copyMarkdown', 'copyPlain', 'whatsapp', 'share'],
+  ['preview', 'reading'],
+  ['closeOthers', 'closeRight'],
+  ['pin'],
+  ['delete'],
+];
+
+/** Keys that the editor must leave to commands. */
+export const reservedKeys: ReadonlyArray<string> = [
+  ...menuOnlyKeys,
+  ...Object.values(table()).flatMap(({ key }) => (key ? [key] : [])),
+];
+
+export function noteMenu(context: Context): ReadonlyArray<ReadonlyArray<MenuItem>> {
+  return noteCommands.map((group) =>
+    group.map((name) => {
+      const command: Command = commands[name];
+      return {
+        name,
+        label: labelOf(command, context),
+        keys: shownKey(command, context),
+        disabled: !isAvailable(command, context),
+        run: () => command.run(context),
+      };
+    }),
+  );
+}
+
+/** The commands seen as a table of any, which their own entries may look into. */
+function table(): CommandTable {
+  return commands;
+}
+
+function chooseFiles(): void {
+  closeDialog();
+  document.getElementById('importFileInput')?.click();
+}

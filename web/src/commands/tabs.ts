@@ -1,0 +1,62 @@
+import { counted, t } from '../i18n/language';
+import { type CloseScope, neighbour, tabsInScope } from '../state/tabs';
+import { closeDialog } from '../views/dialog';
+import { confirmDialog } from '../views/confirm';
+import { overviewDialog } from '../views/panels';
+import { type Context, focusMain } from './context';
+import { openNote } from './notes';
+
+export function closeTab(context: Context, id: string): void {
+  context.workspace.closeTabs([id]);
+  focusMain(context);
+}
+
+export function closeCurrentTab(context: Context): void {
+  closeDialog();
+  const { active } = context.workspace.tabs;
+  if (active !== null) closeTab(context, active);
+}
+
+/** Closing many tabs at once loses an arrangement, so it is asked about first. */
+export function requestCloseTabs(context: Context, scope: CloseScope): void {
+  const { workspace, shell } = context;
+  const ids = tabsInScope(workspace.tabs, scope);
+  if (!ids.length) {
+    closeDialog();
+    shell.toasts.show(t('tabs.nothingToClose'));
+    return;
+  }
+  confirmDialog({
+    title: 'tabs.closeDo',
+    question: counted('tabs.closeAsk', ids.length),
+    why: 'tabs.closeWhy',
+    action: 'tabs.closeDo',
+    onYes: () => workspace.closeTabs(ids),
+    onClose: () => focusMain(context),
+  });
+}
+
+export function reopenClosedTab(context: Context): void {
+  closeDialog();
+  const { workspace, shell } = context;
+  if (workspace.reopenTab() === null) shell.toasts.show(t('tabs.nothingToReopen'));
+  focusMain(context);
+}
+
+export function switchTab(context: Context, step: 1 | -1): void {
+  closeDialog();
+  const id = neighbour(context.workspace.tabs, step);
+  if (id !== null) openNote(context, id);
+}
+
+export function showOverview(context: Context): void {
+  const { workspace } = context;
+  overviewDialog(
+    workspace,
+    {
+      activate: (id) => openNote(context, id),
+      close: (id) => workspace.closeTabs([id]),
+    },
+    () => focusMain(context),
+  );
+}

@@ -1,0 +1,80 @@
+import { defaultKeymap, history, historyKeymap, indentWithTab } from '@codemirror/commands';
+import { bracketMatching, indentUnit } from '@codemirror/language';
+import { highlightSelectionMatches, search, searchKeymap } from '@codemirror/search';
+import { EditorState, type Extension } from '@codemirror/state';
+import { EditorView, type KeyBinding, keymap, placeholder } from '@codemirror/view';
+import { htmlTag, t } from '../i18n/language';
+import { lineDirections } from './direction';
+import { findPanel, openReplace } from './findPanel';
+import { foldKeys } from './folding';
+import { highlighting } from './highlight';
+import { joinLines } from './lines';
+import { multipleCursors } from './multipleCursors';
+import { nativeSelectAll, undoOnlyWithFocus } from './nativeCommands';
+import { phrases } from './phrases';
+import { TOP_MARGIN } from './place';
+
+const keys: ReadonlyArray<KeyBinding> = [
+  { key: 'Mod-Alt-f', run: openReplace, scope: 'editor search-panel' },
+  { key: 'Mod-j', run: joinLines, preventDefault: true },
+  ...foldKeys,
+  ...searchKeymap,
+  ...historyKeymap,
+  ...defaultKeymap,
+  indentWithTab,
+];
+
+/** What every note's editor has. Keys in `reserved` belong to the host's menu. */
+export function baseExtensions(reserved: ReadonlyArray<string>, nonce: string): Extension[] {
+  const taken = new Set(reserved.map(canonical));
+  return [
+    history(),
+    bracketMatching(),
+    indentUnit.of('  '),
+    search({ top: true, createPanel: findPanel }),
+    multipleCursors,
+    lineDirections,
+    highlightSelectionMatches({ minSelectionLength: 3, wholeWords: true }),
+    EditorView.lineWrapping,
+    EditorView.scrollMargins.of(() => ({ top: TOP_MARGIN, bottom: 48 })),
+    EditorView.cspNonce.of(nonce),
+    highlighting,
+    nativeSelectAll(),
+    undoOnlyWithFocus,
+    keymap.of(keys.filter((binding) => !isReserved(binding, taken))),
+  ];
+}
+
+/** What follows the interface language. */
+export function languageExtensions(): Extension[] {
+  return [
+    EditorState.phrases.of(phrases()),
+    placeholder(t('editor.placeholder')),
+    EditorView.contentAttributes.of({
+      'aria-label': t('editor.label'),
+      'aria-multiline': 'true',
+      lang: htmlTag(),
+      spellcheck: 'true',
+      tabindex: '0',
+      autocapitalize: 'sentences',
+    }),
+  ];
+}
+
+export function readOnlyExtensions(readOnly: boolean): Extension {
+  return readOnly ? [EditorState.readOnly.of(true)] : [];
+}
+
+function isReserved(binding: KeyBinding, taken: ReadonlySet<string>): boolean {
+  return [binding.key, binding.linux, binding.mac].some(
+    (key) => key !== undefined && taken.has(canonical(key)),
+  );
+}
+
+/** One spelling for a key: modifiers in a fixed order, Control counted as the platform's Mod. */
+function canonical(key: string): string {
+  const parts = key.split(/-(?!$)/);
+  const name = (parts.pop() ?? '').toLowerCase();
+  const modifiers = parts.map((part) => (/^(?:ctrl|cmd|meta|mod)$/i.test(part) ? 'Mod' : part));
+  return [...modifiers.sort(), name].join('-');
+}

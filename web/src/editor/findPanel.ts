@@ -1,0 +1,241 @@
+import {
+  closeSearchPanel,
+  findNext,
+  findPrevious,
+  getSearchQuery,
+  openSearchPanel,
+  replaceAll,
+  replaceNext,
+  SearchQuery,
+  selectMatches,
+  setSearchQuery,
+} from '@codemirror/search';
+import { type Command, type EditorView, type Panel, runScopeHandlers, type ViewUpdate } from '@codemirror/view';
+import type { Key } from '../i18n/catalogue';
+import { t } from '../i18n/language';
+import { MatchCount, type Matches, MOST_MATCHES, placeOf } from './matches';
+
+/** A query is counted at once, a text that is being written when the hand rests. */
+const PAUSE_MS = 30;
+const WRITING_PAUSE_MS = 250;
+
+type Option = 'caseSensitive' | 'wholeWord' | 'regexp';
+
+const options: ReadonlyArray<readonly [option: Option, sign: string, label: Key]> = [
+  ['caseSensitive', 'Aa', 'find.case'],
+  ['wholeWord', 'ab', 'find.word'],
+  ['regexp', '.*', 'find.regexp'],
+];
+
+/** Opens the panel with its second row and goes there. */
+export const openReplace: Command = (view) => {
+  if (view.state.readOnly) return openSearchPanel(view);
+  openSearchPanel(view);
+  const row = view.dom.querySelector<HTMLElement>('.find-replace');
+  if (row) row.hidden = false;
+  const { search } = getSearchQuery(view.state);
+  view.dom.querySelector<HTMLInputElement>(search ? '.find-with' : '.find-what')?.focus();
+  return true;
+};
+
+export function findPanel(view: EditorView): Panel {
+  return new FindPanel(view);
+}
+
+/** Find and replace, above the text. The query itself lives in the editor's state. */
+class FindPanel implements Panel {
+  readonly dom = document.createElement('div');
+  readonly top = true;
+  readonly #view: EditorView;
+  readonly #what: HTMLInputElement;
+  readonly #with: HTMLInputElement;
+  readonly #count = document.createElement('span');
+  readonly #switches = new Map<Option, HTMLButtonElement>();
+  readonly #counting = new MatchCount();
+  #query: SearchQuery;
+  #matches: Matches = { starts: [], done: true };
+
+  constructor(view: EditorView) {
+    this.#view = view;
+    this.#query = getSearchQuery(view.state);
+    this.#what = this.#field('find-what', 'find.field', this.#query.search);
+    this.#what.setAttribute('main-field', 'true');
+    this.#with = this.#field('find-with', 'find.replaceField', this.#query.replace);
+    this.#count.className = 'find-count';
+    this.#count.setAttribute('role', 'status');
+    for (const [option, sign, label] of options) this.#switches.set(option, this.#switch(option, sign, label));
+    this.dom.className = 'find';
+    this.dom.setAttribute('role', 'search');
+    this.dom.dataset.tLabel = 'find.field';
+    this.dom.setAttribute('aria-label', t('find.field'));
+    this.dom.addEventListener('keydown', (event) => this.#onKey(event));
+    const switches = row('find-group', ...this.#switches.values());
+    const steps = row('find-group', ...this.#steps());
+    const what = row('find-row', this.#what, switches, this.#count, steps);
+    const replacing = row('find-row find-replace', this.#with, row('find-group', ...this.#replacements()));
+    replacing.hidden = true;
+    this.dom.append(what, replacing);
+    this.#follow();
+  }
+
+  mount(): void {
+    this.#what.select();
+    this.#recount();
+  }
+
+  destroy(): void {
+    this.#counting.stop();
+  }
+
+  update(update: ViewUpdate): void {
+    const query = getSearchQuery(update.state);
+    if (!query.eq(this.#query)) {
+      this.#query = query;
+      this.#follow();
+      this.#recount();
+    } else if (update.docChanged) this.#countMatches(WRITING_PAUSE_MS);
+    else if (update.selectionSet) this.#showCount();
+  }
+
+  /** Brings fields and switches to the query, which may have been set from elsewhere. */
+  #follow(): void {
+    const { search, replace } = this.#query;
+    if (this.#what.value !== search) this.#what.value = search;
+    if (this.#with.value !== replace) this.#with.value = replace;
+    for (const [option, button] of this.#switches) {
+      button.setAttribute('aria-pressed', String(this.#query[option]));
+    }
+  }
+
+  #commit(change: Partial<Record<Option, boolean>> = {}): void {
+    const { caseSensitive, wholeWord, regexp } = { ...pick(this.#query), ...change };
+    const search = this.#what.value;
+    const query = new SearchQuery({ search, replace: this.#with.value, caseSensitive, wholeWord, regexp, literal: !regexp });
+    if (!query.eq(this.#query)) this.#view.dispatch({ effects: setSearchQuery.of(query) });
+  }
+
+  #recount(): void {
+    this.#counting.stop();
+    this.#matches = { starts: [], done: false };
+    if (this.#query.valid) this.#countMatches(PAUSE_MS);
+    else this.#showCount();
+  }
+
+  /** What was counted before stays on show until there is something newer to show. */
+  #countMatches(delay: number): void {
+    if (!this.#query.valid) return;
+    this.#counting.start(this.#view.state, this.#query, delay, (matches) => {
+      this.#matches = matches;
+      this.#showCount();
+    });
+  }
+
+  #showCount(): void {
+    const { starts, done } = this.#matches;
+    const { search, valid } = this.#query;
+    const { main } = this.#view.state.selection;
+    const at = main.empty ? 0 : placeOf(starts, main.from);
+    const total = `${starts.length}${done && starts.length < MOST_MATCHES ? '' : '+'}`;
+    const isMissing = search !== '' && (!valid || (done && !starts.length));
+    this.#what.setAttribute('aria-invalid', String(isMissing));
+    if (!search) this.#count.textContent = '';
+    else if (!valid) this.#count.textContent = t('find.wrong');
+    else if (!starts.length) this.#count.textContent = done ? t('find.none') : '…';
+    else this.#count.textContent = at ? t('find.place', { at, total }) : t('find.total', { total });
+  }
+
+  #onKey(event: KeyboardEvent): void {
+    if (event.isComposing) return;
+    const inWhat = event.target === this.#what;
+    if (event.key === 'Enter' && !event.altKey && (inWhat || event.target === this.#with)) {
+      if (!inWhat) (event.ctrlKey || event.metaKey ? replaceAll : replaceNext)(this.#view);
+      else if (event.ctrlKey || event.metaKey) this.#run(selectMatches, true);
+      else (event.shiftKey ? findPrevious : findNext)(this.#view);
+    } else if (!runScopeHandlers(this.#view, event, 'search-panel')) return;
+    event.preventDefault();
+  }
+
+  #run(command: Command, leave: boolean): void {
+    command(this.#view);
+    if (leave) this.#view.focus();
+  }
+
+  #field(className: string, label: Key, value: string): HTMLInputElement {
+    const field = document.createElement('input');
+    field.className = `find-field ${className}`;
+    field.value = value;
+    field.spellcheck = false;
+    field.autocomplete = 'off';
+    field.dataset.tLabel = label;
+    field.dataset.tPlaceholder = label;
+    field.setAttribute('aria-label', t(label));
+    field.placeholder = t(label);
+    field.addEventListener('input', () => this.#commit());
+    return field;
+  }
+
+  #switch(option: Option, sign: string, label: Key): HTMLButtonElement {
+    const button = press(`find-switch find-${option}`, sign, () => this.#commit({ [option]: !this.#query[option] }));
+    name(button, label);
+    return button;
+  }
+
+  #steps(): HTMLElement[] {
+    const steps: ReadonlyArray<readonly [string, Key, () => void]> = [
+      ['↑', 'find.previous', () => this.#run(findPrevious, false)],
+      ['↓', 'find.next', () => this.#run(findNext, false)],
+      ['☰', 'find.all', () => this.#run(selectMatches, true)],
+      ['⇄', 'find.showReplace', () => this.#toggleReplace()],
+      ['×', 'close', () => this.#run(closeSearchPanel, true)],
+    ];
+    return steps.map(([sign, label, run]) => {
+      const button = press('find-step', sign, run);
+      name(button, label);
+      if (label === 'find.showReplace') button.hidden = this.#view.state.readOnly;
+      return button;
+    });
+  }
+
+  #toggleReplace(): void {
+    const row = this.dom.querySelector<HTMLElement>('.find-replace');
+    if (row) row.hidden = !row.hidden;
+    (row?.hidden ? this.#what : this.#with).focus();
+  }
+
+  #replacements(): HTMLElement[] {
+    return [
+      ['find.replace', replaceNext] as const,
+      ['find.replaceAll', replaceAll] as const,
+    ].map(([label, command]) => {
+      const button = press('find-button', t(label), () => this.#run(command, false));
+      button.dataset.t = label;
+      return button;
+    });
+  }
+}
+
+function pick({ caseSensitive, wholeWord, regexp }: SearchQuery): Record<Option, boolean> {
+  return { caseSensitive, wholeWord, regexp };
+}
+
+function row(className: string, ...children: Node[]): HTMLElement {
+  const element = document.createElement('div');
+  element.className = className;
+  element.append(...children);
+  return element;
+}
+
+function press(className: string, text: string, run: () => void): HTMLButtonElement {
+  const button = document.createElement('button');
+  button.type = 'button';
+  button.className = className;
+  button.textContent = text;
+  button.addEventListener('click', run);
+  return button;
+}
+
+function name(button: HTMLButtonElement, label: Key): void {
+  button.dataset.tLabel = label;
+  button.title = t(label);
+  button.setAttribute('aria-label', t(label));
+}

@@ -1,0 +1,47 @@
+import { syntaxHighlighting } from '@codemirror/language';
+import { Tag, tagHighlighter, tags } from '@lezer/highlight';
+import { columnTags } from './csv';
+
+/** The box of a task, which is no atom as code has them. */
+export const taskTag = Tag.define();
+
+/** Syntax becomes plain class names; how they look stands in the style sheet. */
+export const classNames = tagHighlighter([
+  { tag: tags.heading1, class: 'md-heading md-heading-1' },
+  { tag: tags.heading2, class: 'md-heading md-heading-2' },
+  { tag: tags.heading3, class: 'md-heading md-heading-3' },
+  { tag: tags.heading, class: 'md-heading' },
+  { tag: tags.emphasis, class: 'md-emphasis' },
+  { tag: tags.strong, class: 'md-strong' },
+  { tag: tags.strikethrough, class: 'md-struck' },
+  { tag: tags.link, class: 'md-link' },
+  { tag: tags.url, class: 'md-url' },
+  { tag: tags.monospace, class: 'md-code' },
+  { tag: tags.quote, class: 'md-quote' },
+  { tag: tags.processingInstruction, class: 'md-mark' },
+  { tag: tags.contentSeparator, class: 'md-mark' },
+  { tag: tags.labelName, class: 'md-label' },
+  { tag: taskTag, class: 'md-task-mark' },
+  { tag: tags.comment, class: 'tok-comment' },
+  { tag: [tags.keyword, tags.modifier, tags.controlKeyword, tags.operatorKeyword], class: 'tok-keyword' },
+  { tag: [tags.string, tags.special(tags.string), tags.regexp, tags.attributeValue], class: 'tok-string' },
+  { tag: [tags.number, tags.bool, tags.null, tags.atom, tags.unit, tags.color], class: 'tok-number' },
+  { tag: [tags.typeName, tags.className, tags.namespace, tags.tagName], class: 'tok-type' },
+  {
+    tag: [
+      tags.function(tags.variableName),
+      tags.function(tags.propertyName),
+      tags.definition(tags.variableName),
+      tags.definition(tags.propertyName),
+      tags.standard(tags.variableName),
+      tags.macroName,
+    ],
+    class: 'tok-name',
+  },
+  { tag: [tags.attributeName, tags.propertyName], class: 'tok-property' },
+  { tag: [tags.meta, tags.documentMeta, tags.annotation, tags.angleBracket], class: 'tok-meta' },
+  { tag: tags.invalid, class: 'tok-invalid' },
+  ...columnTags.map((tag, index) => ({ tag, class: `tok-column-${index}` })),
+]);
+
+export const highlighting = syntaxHighlighting(classNames);

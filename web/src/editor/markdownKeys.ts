@@ -1,0 +1,100 @@
+import { deleteMarkupBackward, insertNewlineContinueMarkupCommand } from '@codemirror/lang-markdown';
+import { type ChangeSpec, type EditorState, EditorSelection, type Line, Prec } from '@codemirror/state';
+import { type Command, keymap } from '@codemirror/view';
+import { toggleTasks } from './tasks';
+
+/** Puts marks around what is selected, or takes them away where they are. */
+export function toggleMark(mark: string): Command {
+  const { length } = mark;
+  return (view) => {
+    const { state } = view;
+    if (state.readOnly) return false;
+    const change = state.changeByRange((range) => {
+      const { from, to } = range.empty ? (state.wordAt(range.head) ?? range) : range;
+      const marked = isMarked(state, from, to, mark);
+      const changes: ChangeSpec[] = marked
+        ? [{ from: from - length, to: from }, { from: to, to: to + length }]
+        : [{ from, insert: mark }, { from: to, insert: mark }];
+      const shift = marked ? -length : length;
+      return { changes, range: EditorSelection.range(range.anchor + shift, range.head + shift) };
+    });
+    view.dispatch(state.update(change, { userEvent: 'input', scrollIntoView: true }));
+    return true;
+  };
+}
+
+/** One asterisk beside another is half of a stronger mark. */
+function isMarked({ doc }: EditorState, from: number, to: number, mark: string): boolean {
+  const { length } = mark;
+  const before = doc.sliceString(Math.max(0, from - length - 1), from);
+  const after = doc.sliceString(to, Math.min(doc.length, to + length + 1));
+  if (!before.endsWith(mark) || !after.startsWith(mark)) return false;
+  const isStronger = before === mark + mark && after === mark + mark;
+  return !isStronger || doc.sliceString(Math.max(0, from - 3), from) === mark.repeat(3);
+}
+
+const listItem = /^(\s*)(?:[-*+]|\d{1,9}[.)])\s+/;
+
+/**
+ * Where the item would begin one level further in or out: below the text of the item above, or where
+ * an item above that stands further out begins.
+ */
+function newIndent(state: EditorState, line: Line, outwards: boolean): number | null {
+  const indent = listItem.exec(line.text)?.[1]?.length ?? 0;
+  for (let number = line.number - 1; number > 0; number--) {
+    const { text } = state.doc.line(number);
+    const above = listItem.exec(text);
+    if (!above) {
+      if (text.trim() && !/^\s/.test(text)) break;
+      continue;
+    }
+    const start = above[1]?.length ?? 0;
+    if (outwards && start < indent) return start;
+    // Below an item that stands further out this one is a level in already.
+    if (!outwards && start <= indent) return start < indent ? null : textColumn(above[0]);
+  }
+  return outwards && indent > 0 ? 0 : null;
+}
+
+/** Where the text of an item begins; wide gaps after its mark count as one blank. */
+function textColumn(lead: string): number {
+  return lead.trimEnd().length + 1;
+}
+
+/** Tab and Shift+Tab on items of a list move them by levels; elsewhere the keys keep their meaning. */
+export function indentItems(outwards: boolean): Command {
+  return (view) => {
+    const { state } = view;
+    const { main } = state.selection;
+    const first = state.doc.lineAt(main.from);
+    if (state.readOnly || state.selection.ranges.length > 1 || !listItem.test(first.text)) return false;
+    const before = listItem.exec(first.text)?.[1] ?? '';
+    if (before.includes('\t')) return false;
+    const target = newIndent(state, first, outwards);
+    if (target === null) return !outwards || before === '';
+    const step = target - before.length;
+    const changes: ChangeSpec[] = [];
+    for (let at = first.from; at <= main.to; ) {
+      const { from, to, text } = state.doc.lineAt(at);
+      const blanks = /^ */.exec(text)?.[0].length ?? 0;
+      if (step > 0 && text) changes.push({ from, insert: ' '.repeat(step) });
+      else if (step < 0) changes.push({ from, to: from + Math.min(-step, blanks) });
+      at = to + 1;
+    }
+    view.dispatch({ changes, userEvent: outwards ? 'delete.dedent' : 'input.indent' });
+    return true;
+  };
+}
+
+export const markdownKeys = Prec.high(
+  keymap.of([
+    // Enter on an empty item ends the list at once.
+    { key: 'Enter', run: insertNewlineContinueMarkupCommand({ nonTightLists: false }) },
+    { key: 'Backspace', run: deleteMarkupBackward },
+    { key: 'Tab', run: indentItems(false), shift: indentItems(true) },
+    { key: 'Mod-Enter', run: toggleTasks },
+    { key: 'Mod-b', run: toggleMark('**') },
+    { key: 'Mod-i', run: toggleMark('*') },
+    { key: 'Mod-e', run: toggleMark('`') },
+  ]),
+);

@@ -1,0 +1,74 @@
+import type { SearchQuery } from '@codemirror/search';
+import type { EditorState } from '@codemirror/state';
+
+const PIECE = 100_000;
+const SLICE_MS = 6;
+/** More than anyone reads one by one; their places are not worth keeping. */
+export const MOST_MATCHES = 100_000;
+
+export interface Matches {
+  /** Where each match begins, in order. */
+  readonly starts: ReadonlyArray<number>;
+  readonly done: boolean;
+}
+
+/** Finds the matches piece by piece, so that a long text can be searched between key presses. */
+export function* findMatches(state: EditorState, query: SearchQuery): Generator<Matches> {
+  const starts: number[] = [];
+  const { doc } = state;
+  // What crosses the end of a piece is looked for a little beyond it.
+  const beyond = query.search.length + 1000;
+  for (let from = 0; from <= doc.length && starts.length < MOST_MATCHES; ) {
+    const end = from + PIECE >= doc.length ? doc.length + 1 : doc.lineAt(from + PIECE).to + 1;
+    let next = end;
+    const until = doc.lineAt(Math.min(doc.length, end + beyond)).to;
+    const cursor = query.getCursor(state, from, until);
+    for (let match = cursor.next(); !match.done; match = cursor.next()) {
+      const { from: start, to } = match.value;
+      if (start >= end || starts.length >= MOST_MATCHES) break;
+      starts.push(start);
+      next = Math.max(next, to);
+    }
+    from = next;
+    yield { starts, done: from > doc.length };
+  }
+  yield { starts, done: true };
+}
+
+/** Counts in slices with pauses between; the next count takes the place of one under way. */
+export class MatchCount {
+  #timer: ReturnType<typeof setTimeout> | undefined;
+
+  start(state: EditorState, query: SearchQuery, delay: number, show: (matches: Matches) => void): void {
+    this.stop();
+    const search = findMatches(state, query);
+    const step = () => {
+      const until = performance.now() + SLICE_MS;
+      let found: Matches | undefined;
+      do {
+        const result = search.next();
+        if (result.done) break;
+        found = result.value;
+      } while (!found.done && performance.now() < until);
+      if (found) show(found);
+      if (found && !found.done) this.#timer = setTimeout(step, 4);
+    };
+    this.#timer = setTimeout(step, delay);
+  }
+
+  stop(): void {
+    clearTimeout(this.#timer);
+  }
+}
+
+/** The place of the match that begins at `at` among all, counted from one; zero when none does. */
+export function placeOf(starts: ReadonlyArray<number>, at: number): number {
+  let low = 0;
+  let high = starts.length;
+  while (low < high) {
+    const middle = (low + high) >> 1;
+    if ((starts[middle] ?? 0) < at) low = middle + 1;
+    else high = middle;
+  }
+  return starts[low] === at ? low + 1 : 0;
+}

@@ -1,0 +1,50 @@
+import { markdown, markdownLanguage } from '@codemirror/lang-markdown';
+import { type Extension, Facet, Prec, type Text } from '@codemirror/state';
+import { EditorView } from '@codemirror/view';
+import { styleTags } from '@lezer/highlight';
+import { hasLongParagraph, mayHaveLongParagraph } from '../text/paragraphs';
+import { taskTag } from './highlight';
+import { languageNamed, languageOfFence } from './languages';
+import { markdownKeys } from './markdownKeys';
+import { markdownLook } from './markdownLook';
+import { taskClicks } from './tasks';
+
+/** The name of the syntax that the editor shows its text in. */
+export const shownSyntax = Facet.define<string, string>({ combine: (names) => names[0] ?? 'plain' });
+
+/** Program text is no prose: its words are not in dictionaries and start as they are written. */
+const codeWriting: Extension = [
+  Prec.high(EditorView.contentAttributes.of({ spellcheck: 'false', autocapitalize: 'off' })),
+  EditorView.editorAttributes.of({ class: 'is-code' }),
+];
+
+/** Makes a syntax ready to be shown. It resolves at once for those that are built in. */
+export async function loadSyntax(name: string): Promise<void> {
+  await languageNamed(name)?.load();
+}
+
+/**
+ * What follows the kind of text; a language that is not loaded yet counts as plain. A long paragraph
+ * would be felt with every key typed into it, so such a text goes without the look of Markdown.
+ */
+export function syntaxExtensions(name: string, text: Text): Extension {
+  if (name !== 'markdown') {
+    const support = languageNamed(name)?.support;
+    return support ? [shownSyntax.of(name), support, codeWriting] : [];
+  }
+  const isLong = mayHaveLongParagraph(text.length) && hasLongParagraph(text.iterLines());
+  return isLong ? shownSyntax.of(name) : [shownSyntax.of(name), markdownSyntax];
+}
+
+const markdownSyntax: Extension = [
+  markdownKeys,
+  markdown({
+    base: markdownLanguage,
+    addKeymap: false,
+    completeHTMLTags: false,
+    codeLanguages: languageOfFence,
+    extensions: { props: [styleTags({ TaskMarker: taskTag })] },
+  }),
+  markdownLook,
+  taskClicks,
+];

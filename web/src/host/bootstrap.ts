@@ -1,0 +1,34 @@
+import { isLanguage, type Language, pickLanguage } from '../i18n/language';
+
+/** What the host sets before the page's script runs. In a browser none of it is there. */
+interface BootstrapGlobals {
+  __QUENDO_IS_MAC__?: unknown;
+  __QUENDO_PUBLIC_URL__?: unknown;
+  __QUENDO_NATIVE_LANGUAGE__?: unknown;
+  __QUENDO_NATIVE_STATE__?: unknown;
+}
+
+export interface Bootstrap {
+  /** The host's flag. It says that the host is there, on whatever desktop. */
+  readonly native: boolean;
+  readonly publicUrl: string;
+  readonly language: Language | null;
+  /** The stored document, or undefined when there is none. */
+  readonly document: unknown;
+}
+
+export function readBootstrap(globals: BootstrapGlobals): Bootstrap {
+  const language = globals.__QUENDO_NATIVE_LANGUAGE__;
+  const url = globals.__QUENDO_PUBLIC_URL__;
+  return {
+    native: globals.__QUENDO_IS_MAC__ === true,
+    publicUrl: typeof url === 'string' ? url : '',
+    language: isLanguage(language) ? language : null,
+    document: globals.__QUENDO_NATIVE_STATE__,
+  };
+}
+
+/** The host's language first, then the one chosen in the page before, then the desktop's. */
+export function startLanguage(bootstrap: Bootstrap, chosen: Language | null): Language {
+  return bootstrap.language ?? chosen ?? pickLanguage(navigator.languages);
+}

@@ -1,0 +1,65 @@
+import type { HostAnswers, HostPort } from '../commands/port';
+import { t } from '../i18n/language';
+import { webCopy } from './webClipboard';
+
+const STORAGE_KEY = 'quendo-state';
+
+/** Stands in for the host in a plain browser: local storage, downloads, the web's clipboard. */
+export function browserPort(publicUrl: string, answers: () => HostAnswers): HostPort {
+  return {
+    native: false,
+    publicUrl,
+    save: (serialized, revision) => {
+      const kept = store(serialized);
+      queueMicrotask(() => answers().saved(kept, revision));
+    },
+    exportFile: ({ filename, content }) => {
+      download(filename, content);
+      answers().exported(true, t('file.downloaded', { name: filename }));
+      return true;
+    },
+    saveAs: ({ noteId, filename, content }) => {
+      download(filename, content);
+      answers().savedAs(true, noteId, filename, '');
+      return true;
+    },
+    copy: webCopy(answers),
+    share: ({ attemptId, title, content }) => {
+      if (typeof navigator.share !== 'function') return false;
+      const report = (success: boolean) => answers().shared(success, attemptId);
+      navigator.share({ title, text: content }).then(() => report(true), () => report(false));
+      return true;
+    },
+    rememberLanguage: () => undefined,
+  };
+}
+
+/** The document that an earlier visit left. A damaged one is put aside before it is replaced. */
+export function storedDocument(): unknown {
+  let text: string | null = null;
+  try {
+    text = localStorage.getItem(STORAGE_KEY);
+    return text === null ? undefined : JSON.parse(text);
+  } catch {
+    if (text !== null) store(text, `${STORAGE_KEY}-damaged`);
+    return undefined;
+  }
+}
+
+function store(text: string, key = STORAGE_KEY): boolean {
+  try {
+    localStorage.setItem(key, text);
+    return true;
+  } catch {
+    return false;
+  }
+}
+
+function download(filename: string, content: string): void {
+  const url = URL.createObjectURL(new Blob([content], { type: 'text/plain;charset=utf-8' }));
+  const link = document.createElement('a');
+  link.href = url;
+  link.download = filename;
+  link.click();
+  setTimeout(() => URL.revokeObjectURL(url), 60_000);
+}

@@ -1,0 +1,55 @@
+import { hostAnswers } from '../commands/answers';
+import { startApp } from '../commands/app';
+import { pressedCommand } from '../commands/command';
+import { rememberPlace } from '../commands/context';
+import { matchesKey } from '../commands/keys';
+import type { HostAnswers } from '../commands/port';
+import { commands } from '../commands/table';
+import { setLanguage } from '../i18n/language';
+import { readContents } from '../state/read';
+import '../styles/main.css';
+import { readBootstrap, startLanguage } from './bootstrap';
+import { browserPort, storedDocument } from './browserPort';
+import { pageGlobals } from './globals';
+import { hasHost, nativePort, type WebKitWindow } from './nativePort';
+
+const nonce = document.currentScript?.nonce ?? '';
+const bootstrap = readBootstrap(window as object);
+const native = bootstrap.native || hasHost(window as WebKitWindow);
+const stored = native ? bootstrap.document : storedDocument();
+const read = readContents(stored, Date.now());
+setLanguage(startLanguage(bootstrap, read.contents.settings.language));
+
+const port = native
+  ? nativePort(window as WebKitWindow, bootstrap.publicUrl, () => answers)
+  : browserPort(bootstrap.publicUrl, () => answers);
+const context = startApp(read, port, nonce);
+const answers: HostAnswers = hostAnswers(context);
+Object.assign(window, pageGlobals(context, answers, stored));
+
+// A document that was read is written again soon: it may have come from the backup.
+if (stored !== undefined && !read.newer) context.saver.changed();
+
+/** Moving about in a note changes nothing that must be saved at once, but is kept when the page is left. */
+const flush = () => {
+  if (rememberPlace(context) && !read.newer) context.saver.changed();
+  context.saver.flush();
+};
+window.addEventListener('blur', flush);
+window.addEventListener('pagehide', flush);
+document.addEventListener('visibilitychange', () => {
+  if (document.visibilityState === 'hidden') flush();
+});
+
+// With the host most keys belong to its menu, which runs the same commands.
+window.addEventListener(
+  'keydown',
+  (event) => {
+    const command = pressedCommand(commands, native, (key) => matchesKey(event, key));
+    if (!command || event.isComposing) return;
+    event.preventDefault();
+    event.stopPropagation();
+    command.run(context);
+  },
+  { capture: true },
+);

@@ -1,0 +1,10 @@
+import type { HostAnswers, HostPort } from '../commands/port';
+
+/** Copies with the browser's own clipboard, where no host takes the text. */
+export function webCopy(answers: () => HostAnswers): HostPort['copy'] {
+  return ({ text, successMessage, requestId }) => {
+    const report = (success: boolean) => answers().copied(success, successMessage, requestId);
+    if (!navigator.clipboard) report(false);
+    else navigator.clipboard.writeText(text).then(() => report(true), () => report(false));
+  };
+}

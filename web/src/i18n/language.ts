@@ -1,0 +1,52 @@
+import { catalogue, type Key } from './catalogue';
+
+export const languages = ['pt', 'en', 'es'] as const;
+export type Language = (typeof languages)[number];
+
+const htmlTags: Record<Language, string> = { pt: 'pt-BR', en: 'en', es: 'es' };
+const listeners = new Set<() => void>();
+let current: Language = 'pt';
+
+export function isLanguage(value: unknown): value is Language {
+  return languages.some((language) => language === value);
+}
+
+/** The first of the wished tags that is spoken here; Portuguese when none is. */
+export function pickLanguage(tags: ReadonlyArray<string>): Language {
+  for (const tag of tags) {
+    const code = tag.slice(0, 2).toLowerCase();
+    if (isLanguage(code)) return code;
+  }
+  return 'pt';
+}
+
+export function currentLanguage(): Language {
+  return current;
+}
+
+export function htmlTag(): string {
+  return htmlTags[current];
+}
+
+export function setLanguage(language: Language): void {
+  if (language === current) return;
+  current = language;
+  for (const listener of listeners) listener();
+}
+
+export function onLanguageChange(listener: () => void): void {
+  listeners.add(listener);
+}
+
+/** A text in the current language, its `{names}` filled in. */
+export function t(key: Key, values: Record<string, string | number> = {}): string {
+  const text = catalogue[key][languages.indexOf(current)] ?? key;
+  return text.replace(/\{(\w+)\}/g, (hole, name) => String(values[name] ?? hole));
+}
+
+/** The singular or plural row of a counted text. */
+export function counted(key: CountedKey, n: number): string {
+  return t(`${key}.${n === 1 ? 'one' : 'many'}`, { n });
+}
+
+type CountedKey = Key extends infer K ? (K extends `${infer Base}.one` ? Base : never) : never;

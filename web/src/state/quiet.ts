@@ -1,0 +1,43 @@
+import type { Clock } from './saver';
+
+/** Longer than a quick writer takes from one key to the next within a word. */
+const QUIET_MS = 120;
+const LONGEST_WAIT_MS = 1000;
+/** The longest that work goes on before it lets a key or a frame through. */
+const SLICE_MS = 5;
+
+/** Finds moments in which nobody is typing. */
+export class QuietTime {
+  readonly #clock: Clock;
+  #lastKey = Number.NEGATIVE_INFINITY;
+
+  constructor(clock: Clock) {
+    this.#clock = clock;
+  }
+
+  /** A key was pressed. */
+  disturbed(): void {
+    this.#lastKey = this.#clock.now();
+  }
+
+  /**
+   * Does `work` bit by bit, then calls `run` once no key has been pressed for a moment. Who types
+   * without any pause is not waited for longer than a second. Gives the way to call it off.
+   */
+  after(work: Iterator<unknown>, run: () => void): () => void {
+    const clock = this.#clock;
+    const until = clock.now() + LONGEST_WAIT_MS;
+    let timer: unknown = null;
+    let done = false;
+    const turn = () => {
+      const sliceEnd = clock.now() + SLICE_MS;
+      while (!done && clock.now() < sliceEnd) done = work.next().done === true;
+      const now = clock.now();
+      const quietAt = Math.min(this.#lastKey + QUIET_MS, until);
+      if (done && now >= quietAt) run();
+      else timer = clock.setTimer(turn, done ? quietAt - now : 0);
+    };
+    timer = clock.setTimer(turn, 0);
+    return () => clock.clearTimer(timer);
+  }
+}

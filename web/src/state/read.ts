@@ -1,0 +1,224 @@
+import { Text } from '@codemirror/state';
+import { isLanguage } from '../i18n/language';
+import {
+  type BinnedNote,
+  type ClosedTab,
+  type Contents,
+  DOCUMENT_VERSION,
+  defaultSettings,
+  emptyContents,
+  type Extra,
+  type Note,
+  type Place,
+  type Settings,
+  type Tabs,
+} from './model';
+import { isMembers, type Members, migrate } from './migrations';
+import { readRevision } from './revision';
+import { soundTabs } from './tabs';
+import { readZoom } from './zoom';
+
+const BIN_KEEPS_MS = 30 * 24 * 60 * 60 * 1000;
+/** The host takes ids of up to 200 bytes. */
+const LONGEST_ID = 60;
+const CLOCK_LIMIT = 8.64e15;
+
+export interface ReadResult {
+  readonly contents: Contents;
+  /** The document comes from a newer version: it may be shown and must not be overwritten. */
+  readonly newer: boolean;
+}
+
+/**
+ * Reads a stored document of any shape. What is missing gets its default, what is known but
+ * unusable is kept aside, what is unknown is kept: the start never fails. A document of an older
+ * version is first brought to this one's shape; one of a newer version is read as far as it goes.
+ */
+export function readContents(stored: unknown, now: number): ReadResult {
+  if (!isMembers(stored)) return { contents: emptyContents, newer: false };
+  const newer = typeof stored.version === 'number' && stored.version > DOCUMENT_VERSION;
+  const value = newer ? stored : migrate(stored);
+  const ids = new Set<string>();
+  const unreadable: string[] = [];
+  const notes: Note[] = [];
+  for (const entry of entries(value.notes)) {
+    const note = readNote(entry, ids, now);
+    if (note) notes.push(note);
+    else keepJson(entry, unreadable);
+  }
+  const bin: BinnedNote[] = [];
+  const unreadableBin: string[] = [];
+  for (const entry of entries(value.bin)) {
+    const deleted = isMembers(entry) ? readTime(entry.deleted, now) : now;
+    if (now - deleted > BIN_KEEPS_MS) continue;
+    const note = readNote(entry, ids, now);
+    if (note) bin.push({ note, deleted });
+    else keepJson(entry, unreadableBin);
+  }
+  const extra = unknownMembers(value, DOCUMENT_MEMBERS);
+  const contents: Contents = {
+    revision: readRevision(value.revision),
+    notes,
+    bin,
+    tabs: readTabs(value.tabs, notes, bin),
+    places: readPlaces(value.places, ids),
+    settings: readSettings(value.settings),
+    captureDraft: typeof value.captureDraft === 'string' ? value.captureDraft : '',
+    unreadable,
+    unreadableBin,
+    setAside: readSetAside(value),
+    extra,
+  };
+  return { contents, newer };
+}
+
+/** Text as it comes from outside, with any of the common line breaks. */
+export function toText(content: string): Text {
+  return Text.of(content.split(/\r\n?|\n/));
+}
+
+const DOCUMENT_MEMBERS = [
+  'version',
+  'revision',
+  'notes',
+  'bin',
+  'tabs',
+  'places',
+  'settings',
+  'captureDraft',
+  'setAside',
+];
+const NOTE_MEMBERS = [
+  'id',
+  'text',
+  'format',
+  'name',
+  'fileName',
+  'lineBreak',
+  'pinned',
+  'created',
+  'updated',
+  'deleted',
+];
+const TABS_MEMBERS = ['open', 'active', 'closed'];
+const SETTINGS_MEMBERS = ['language', 'sidebarOpen', 'sidebarMode', 'theme', 'zoom'];
+
+function entries(value: unknown): ReadonlyArray<unknown> {
+  if (Array.isArray(value)) return value;
+  return isMembers(value) ? Object.values(value) : [];
+}
+
+function readNote(entry: unknown, ids: Set<string>, now: number): Note | null {
+  if (!isMembers(entry) || typeof entry.text !== 'string') return null;
+  let id = typeof entry.id === 'string' && entry.id.length <= LONGEST_ID ? entry.id : '';
+  if (!id || ids.has(id)) id = crypto.randomUUID();
+  ids.add(id);
+  const created = readTime(entry.created, now);
+  return {
+    id,
+    text: toText(entry.text),
+    format: entry.format === 'plain' ? 'plain' : 'markdown',
+    name: readName(entry.name),
+    fileName: readName(entry.fileName),
+    lineBreak: entry.lineBreak === '\r\n' ? '\r\n' : '\n',
+    pinned: entry.pinned === true,
+    created,
+    updated: readTime(entry.updated, created),
+    extra: unknownMembers(entry, NOTE_MEMBERS),
+  };
+}
+
+function readName(value: unknown): string | null {
+  return typeof value === 'string' && value !== '' ? value : null;
+}
+
+function readTime(value: unknown, otherwise: number): number {
+  return typeof value === 'number' && value >= 0 && value <= CLOCK_LIMIT ? value : otherwise;
+}
+
+function readTabs(
+  value: unknown,
+  notes: ReadonlyArray<Note>,
+  bin: ReadonlyArray<BinnedNote>,
+): Tabs {
+  const members = isMembers(value) ? value : {};
+  const tabs: Tabs = {
+    open: entries(members.open).filter((id): id is string => typeof id === 'string'),
+    active: typeof members.active === 'string' ? members.active : null,
+    closed: entries(members.closed).flatMap(readClosedTab),
+    extra: unknownMembers(members, TABS_MEMBERS),
+  };
+  return soundTabs(
+    tabs,
+    new Set(notes.map((note) => note.id)),
+    new Set(bin.map(({ note }) => note.id)),
+  );
+}
+
+function readClosedTab(value: unknown): ClosedTab[] {
+  if (!isMembers(value) || typeof value.id !== 'string') return [];
+  const index = typeof value.index === 'number' && value.index >= 0 ? Math.trunc(value.index) : 0;
+  return [{ id: value.id, index }];
+}
+
+function readSettings(value: unknown): Settings {
+  if (!isMembers(value)) return defaultSettings;
+  return {
+    language: isLanguage(value.language) ? value.language : null,
+    sidebarOpen: value.sidebarOpen !== false,
+    sidebarMode: typeof value.sidebarMode === 'string' ? value.sidebarMode : 'all',
+    theme: typeof value.theme === 'string' ? value.theme : 'system',
+    zoom: readZoom(value.zoom),
+    extra: unknownMembers(value, SETTINGS_MEMBERS),
+  };
+}
+
+function readPlaces(value: unknown, ids: ReadonlySet<string>): Map<string, Place> {
+  const places = new Map<string, Place>();
+  for (const [id, place] of Object.entries(isMembers(value) ? value : {})) {
+    if (!ids.has(id) || !isMembers(place)) continue;
+    const [anchor, head, top] = [place.anchor, place.head, place.top].map(readOffset);
+    if (anchor === undefined || head === undefined || top === undefined) continue;
+    places.set(id, { anchor, head, top });
+  }
+  return places;
+}
+
+function readOffset(value: unknown): number {
+  return typeof value === 'number' && value >= 0 && value < 2 ** 31 ? Math.trunc(value) : 0;
+}
+
+/** Members that hold something of another kind than they should, with what they held. */
+function readSetAside(value: Members): string[] {
+  const kept: string[] = [];
+  const before = value.setAside ?? [];
+  for (const entry of Array.isArray(before) ? before : [before]) keepJson(entry, kept);
+  for (const member of ['notes', 'bin', 'tabs', 'places', 'settings'] as const) {
+    const held = value[member];
+    const isList = Array.isArray(held) && (member === 'notes' || member === 'bin');
+    if (held === undefined || held === null || isList || isMembers(held)) continue;
+    keepJson({ member, held }, kept);
+  }
+  return kept;
+}
+
+function unknownMembers(value: Members, known: ReadonlyArray<string>): Extra {
+  const extra: Array<readonly [string, string]> = [];
+  for (const [name, member] of Object.entries(value)) {
+    if (known.includes(name)) continue;
+    const kept: string[] = [];
+    keepJson(member, kept);
+    if (kept[0] !== undefined) extra.push([name, kept[0]]);
+  }
+  return extra;
+}
+
+/** Nesting too deep to be written again is the one thing that cannot be kept. */
+function keepJson(value: unknown, into: string[]): void {
+  try {
+    const json = JSON.stringify(value) as string | undefined;
+    if (json !== undefined) into.push(json);
+  } catch (error) {
+    if (!(error instanceof RangeError)) throw error;
+  }
+}

@@ -1,0 +1,188 @@
+/** When the document is sent to be stored, and what may be said about it. */
+
+export type SaveStatus = 'saved' | 'unsaved' | 'saving' | 'failed';
+
+export interface Clock {
+  now(): number;
+  setTimer(run: () => void, delay: number): unknown;
+  clearTimer(timer: unknown): void;
+}
+
+export interface SaverOptions {
+  readonly clock: Clock;
+  /**
+   * Calls back when nobody types, with most of the document made ready, or after a while all the
+   * same; gives the way to call it off.
+   */
+  readonly whenIdle: (run: () => void) => () => void;
+  /** The document as JSON, and the revision that was given to it. */
+  readonly prepare: () => { serialized: string; revision: number };
+  /** Hands a document over; the answer comes back through `answered`. */
+  readonly send: (serialized: string, revision: number) => void;
+  readonly onStatus: (status: SaveStatus) => void;
+}
+
+const PAUSE_MS = 300;
+const LONGEST_WAIT_MS = 2000;
+const FIRST_RETRY_MS = 1000;
+const LAST_RETRY_MS = 60_000;
+/** While saving fails, changes alone do not bring on another try sooner than this after the last. */
+const CHANGED_RETRY_MS = 5000;
+const ANSWER_LIMIT_MS = 30_000;
+
+/**
+ * Changes are counted; each sent document remembers the count it covers. At most one document is
+ * out at a time, so a burst of changes costs one more save, of the newest state. Only a positive
+ * answer for a revision makes what that revision covers count as saved.
+ */
+export class Saver {
+  readonly #options: SaverOptions;
+  #changes = 0;
+  #savedChanges = 0;
+  #oldestUnsaved = 0;
+  /** Documents without an answer yet, oldest first; the last one is the one waited for. */
+  #sent: Array<{ revision: number; changes: number }> = [];
+  #waiting = false;
+  #again: 'at once' | 'when idle' | null = null;
+  #failures = 0;
+  #retryAt = 0;
+  #lastTry = 0;
+  #timer: unknown = null;
+  #cancelIdle: (() => void) | null = null;
+  #answerTimer: unknown = null;
+  #status: SaveStatus = 'saved';
+
+  constructor(options: SaverOptions) {
+    this.#options = options;
+  }
+
+  get status(): SaveStatus {
+    return this.#status;
+  }
+
+  /** Something changed; it is saved after a pause, and while changes go on, every two seconds. */
+  changed(): void {
+    const now = this.#options.clock.now();
+    if (this.#changes === this.#savedChanges) this.#oldestUnsaved = now;
+    this.#changes++;
+    // A save that only waits for a quiet moment is not put off by what goes on meanwhile.
+    if (!this.#cancelIdle) this.#schedule(this.#nextSave() - now);
+    this.#report();
+  }
+
+  /** Saves what is not saved, now and whatever was waited for. */
+  flush(): void {
+    if (this.#changes !== this.#savedChanges) this.#attempt(true);
+  }
+
+  /** The answer for a document. Answers for older documents than the last count for what they are. */
+  answered(success: boolean, revision: number): void {
+    const last = this.#sent.at(-1);
+    if (success) {
+      for (const sent of this.#sent) {
+        if (sent.revision <= revision) this.#savedChanges = Math.max(this.#savedChanges, sent.changes);
+      }
+      this.#sent = this.#sent.filter((sent) => sent.revision > revision);
+      if (last && this.#sent.length === 0) this.#succeeded();
+    } else if (last && last.revision === revision) {
+      this.#sent.pop();
+      this.#failed();
+    } else {
+      this.#sent = this.#sent.filter((sent) => sent.revision !== revision);
+    }
+    this.#report();
+  }
+
+  #nextSave(): number {
+    if (this.#failures > 0) return Math.min(this.#retryAt, this.#lastTry + CHANGED_RETRY_MS);
+    return Math.min(this.#options.clock.now() + PAUSE_MS, this.#oldestUnsaved + LONGEST_WAIT_MS);
+  }
+
+  #attempt(atOnce: boolean): void {
+    if (this.#waiting) {
+      if (this.#again !== 'at once') this.#again = atOnce ? 'at once' : 'when idle';
+      return;
+    }
+    this.#clearTimer();
+    const { clock, send } = this.#options;
+    this.#lastTry = clock.now();
+    const prepared = this.#prepare();
+    if (!prepared) return;
+    const { serialized, revision } = prepared;
+    this.#sent.push({ revision, changes: this.#changes });
+    this.#oldestUnsaved = this.#lastTry;
+    this.#waiting = true;
+    this.#answerTimer = clock.setTimer(() => {
+      this.#failed();
+      this.#report();
+    }, ANSWER_LIMIT_MS);
+    this.#report();
+    send(serialized, revision);
+  }
+
+  /** A document too long to be put together is a failure like any other. */
+  #prepare(): { serialized: string; revision: number } | null {
+    try {
+      return this.#options.prepare();
+    } catch {
+      this.#failed();
+      this.#report();
+      return null;
+    }
+  }
+
+  #settle(): void {
+    this.#waiting = false;
+    this.#options.clock.clearTimer(this.#answerTimer);
+  }
+
+  #succeeded(): void {
+    this.#settle();
+    this.#failures = 0;
+    const again = this.#again;
+    this.#again = null;
+    if (this.#changes === this.#savedChanges) return;
+    if (again === 'at once') this.#attempt(true);
+    else if (again) this.#schedule(0);
+  }
+
+  #failed(): void {
+    this.#settle();
+    this.#again = null;
+    this.#failures++;
+    const pause = Math.min(FIRST_RETRY_MS * 2 ** (this.#failures - 1), LAST_RETRY_MS);
+    this.#retryAt = this.#options.clock.now() + pause;
+    this.#schedule(pause);
+  }
+
+  #schedule(delay: number): void {
+    this.#clearTimer();
+    this.#timer = this.#options.clock.setTimer(() => {
+      this.#timer = null;
+      this.#cancelIdle = this.#options.whenIdle(() => {
+        this.#cancelIdle = null;
+        if (this.#changes !== this.#savedChanges) this.#attempt(false);
+      });
+    }, Math.max(0, delay));
+  }
+
+  #clearTimer(): void {
+    if (this.#timer !== null) this.#options.clock.clearTimer(this.#timer);
+    this.#timer = null;
+    this.#cancelIdle?.();
+    this.#cancelIdle = null;
+  }
+
+  #report(): void {
+    const status = this.#judge();
+    if (status === this.#status) return;
+    this.#status = status;
+    this.#options.onStatus(status);
+  }
+
+  #judge(): SaveStatus {
+    if (this.#changes === this.#savedChanges) return 'saved';
+    if (this.#failures > 0) return 'failed';
+    return this.#waiting ? 'saving' : 'unsaved';
+  }
+}

@@ -1,0 +1,69 @@
+import type { ClosedTab, Tabs } from './model';
+
+const HISTORY = 50;
+
+export type CloseScope = 'others' | 'right' | 'all';
+
+export function openTab(tabs: Tabs, id: string, index = afterActive(tabs)): Tabs {
+  if (tabs.open.includes(id)) return { ...tabs, active: id };
+  const open = [...tabs.open];
+  open.splice(Math.max(0, Math.min(index, open.length)), 0, id);
+  return { ...tabs, open, active: id, closed: tabs.closed.filter((tab) => tab.id !== id) };
+}
+
+/** A new tab stands beside the one it was opened from. */
+function afterActive(tabs: Tabs): number {
+  const at = tabs.active === null ? -1 : tabs.open.indexOf(tabs.active);
+  return at < 0 ? tabs.open.length : at + 1;
+}
+
+export function closeTabs(tabs: Tabs, ids: ReadonlyArray<string>): Tabs {
+  const leaving = new Set(ids);
+  const gone: ClosedTab[] = [];
+  tabs.open.forEach((id, index) => {
+    if (leaving.has(id)) gone.push({ id, index });
+  });
+  if (!gone.length) return tabs;
+  const open = tabs.open.filter((id) => !leaving.has(id));
+  const kept = tabs.closed.filter((tab) => !leaving.has(tab.id));
+  return { ...tabs, open, active: heir(tabs, leaving), closed: [...kept, ...gone].slice(-HISTORY) };
+}
+
+/** When the active tab closes, the one to its right takes over, else the one to its left. */
+function heir(tabs: Tabs, leaving: ReadonlySet<string>): string | null {
+  if (tabs.active !== null && !leaving.has(tabs.active)) return tabs.active;
+  const at = tabs.active === null ? 0 : tabs.open.indexOf(tabs.active);
+  const right = tabs.open.slice(at).find((id) => !leaving.has(id));
+  return right ?? tabs.open.slice(0, at).reverse().find((id) => !leaving.has(id)) ?? null;
+}
+
+/** Forgets tabs whose notes are gone for good, in the row and in the history. */
+export function forgetTabs(tabs: Tabs, ids: ReadonlyArray<string>): Tabs {
+  const closed = closeTabs(tabs, ids);
+  return { ...closed, closed: closed.closed.filter((tab) => !ids.includes(tab.id)) };
+}
+
+export function tabsInScope(tabs: Tabs, scope: CloseScope): ReadonlyArray<string> {
+  if (scope === 'all') return tabs.open;
+  if (tabs.active === null) return [];
+  if (scope === 'others') return tabs.open.filter((id) => id !== tabs.active);
+  return tabs.open.slice(tabs.open.indexOf(tabs.active) + 1);
+}
+
+/** The tab `step` places from the active one, around the ends. */
+export function neighbour(tabs: Tabs, step: number): string | null {
+  const count = tabs.open.length;
+  if (!count) return null;
+  const at = tabs.active === null ? 0 : tabs.open.indexOf(tabs.active);
+  return tabs.open[(((at + step) % count) + count) % count] ?? null;
+}
+
+/** Tabs as read from a document, cut down to what the notes can bear. */
+export function soundTabs(tabs: Tabs, notes: ReadonlySet<string>, bin: ReadonlySet<string>): Tabs {
+  const open = [...new Set(tabs.open)].filter((id) => notes.has(id));
+  const closed = tabs.closed.filter(
+    (tab) => (notes.has(tab.id) || bin.has(tab.id)) && !open.includes(tab.id),
+  );
+  const active = tabs.active !== null && open.includes(tabs.active) ? tabs.active : (open[0] ?? null);
+  return { ...tabs, open, active, closed: closed.slice(-HISTORY) };
+}

@@ -1,0 +1,266 @@
+import type { Text } from '@codemirror/state';
+import { headOf } from '../text/title';
+import type { BinnedNote, Contents, Note, Place, Settings, Tabs } from './model';
+import { closeTabs, forgetTabs, openTab } from './tabs';
+
+/** What changed: one note's text; the set of notes or tabs; a setting; the capture draft. */
+export type Change = 'text' | 'notes' | 'tabs' | 'settings' | 'draft';
+/** Where so many notes were left is remembered; those left longest ago are forgotten first. */
+const PLACES = 1000;
+
+export type Listener = (change: Change, id?: string) => void;
+
+export interface NewNote {
+  readonly text: Text;
+  readonly format?: Note['format'];
+  readonly name?: string | null;
+  readonly lineBreak?: Note['lineBreak'];
+}
+
+/** The notes and everything about them that outlives the page, with those who watch it. */
+export class Workspace {
+  readonly #listeners: Listener[] = [];
+  readonly #notes: Map<string, Note>;
+  #contents: Contents;
+  /** The notes in the order of the list, until one of them changes. */
+  #order: ReadonlyArray<Note> | null = null;
+
+  constructor(
+    contents: Contents,
+    readonly readOnly: boolean,
+    readonly now: () => number,
+  ) {
+    this.#contents = contents;
+    this.#notes = new Map(contents.notes.map((note) => [note.id, note]));
+  }
+
+  /** The document as of now, for serialising. */
+  get contents(): Contents {
+    return { ...this.#contents, notes: [...this.#notes.values()] };
+  }
+
+  get tabs(): Tabs {
+    return this.#contents.tabs;
+  }
+
+  get settings(): Settings {
+    return this.#contents.settings;
+  }
+
+  get captureDraft(): string {
+    return this.#contents.captureDraft;
+  }
+
+  get activeNote(): Note | null {
+    return this.tabs.active === null ? null : this.note(this.tabs.active);
+  }
+
+  get noteCount(): number {
+    return this.#notes.size;
+  }
+
+  note(id: string): Note | null {
+    return this.#notes.get(id) ?? null;
+  }
+
+  /** What was deleted, the latest first. */
+  get bin(): ReadonlyArray<BinnedNote> {
+    return [...this.#contents.bin].sort((a, b) => b.deleted - a.deleted);
+  }
+
+  /** All notes, the pinned ones first, else the latest changed first. */
+  notesInOrder(): ReadonlyArray<Note> {
+    this.#order ??= [...this.#notes.values()].sort(
+      (a, b) =>
+        Number(b.pinned) - Number(a.pinned) || b.updated - a.updated || b.created - a.created,
+    );
+    return this.#order;
+  }
+
+  /** Where a note was left, if that is remembered. */
+  place(id: string): Place | null {
+    return this.#contents.places.get(id) ?? null;
+  }
+
+  /** Remembers where a note is left; tells whether it was elsewhere before. */
+  setPlace(id: string, place: Place): boolean {
+    const before = this.place(id);
+    const same =
+      before?.anchor === place.anchor && before.head === place.head && before.top === place.top;
+    if (same || !this.#notes.has(id)) return false;
+    const places = new Map(this.#contents.places);
+    places.delete(id);
+    places.set(id, place);
+    for (const oldest of places.keys()) {
+      if (places.size <= PLACES) break;
+      places.delete(oldest);
+    }
+    this.#contents = { ...this.#contents, places };
+    return true;
+  }
+
+  onChange(listener: Listener): void {
+    this.#listeners.push(listener);
+  }
+
+  /** The note that such a file became and that is still as it came, other than those of `taken`. */
+  importedNote(
+    { text, name, lineBreak }: Pick<Note, 'text' | 'name' | 'lineBreak'>,
+    taken: ReadonlySet<string>,
+  ): Note | null {
+    for (const note of this.#notes.values()) {
+      const alike = note.name === name && note.lineBreak === lineBreak && note.text.eq(text);
+      if (alike && !taken.has(note.id)) return note;
+    }
+    return null;
+  }
+
+  addNote({ text, format = 'markdown', name = null, lineBreak = '\n' }: NewNote): Note {
+    const now = this.now();
+    const note: Note = {
+      id: crypto.randomUUID(),
+      text,
+      format,
+      name,
+      fileName: null,
+      lineBreak,
+      pinned: false,
+      created: now,
+      updated: now,
+      extra: [],
+    };
+    this.#put(note);
+    this.#tell('notes', note.id);
+    return note;
+  }
+
+  setText(id: string, text: Text): void {
+    const note = this.#notes.get(id);
+    if (!note || note.text === text) return;
+    this.#put({ ...note, text, updated: this.now() });
+    this.#tell('text', id);
+  }
+
+  setFileName(id: string, fileName: string): void {
+    const note = this.#notes.get(id);
+    if (!note || note.fileName === fileName) return;
+    this.#put({ ...note, fileName });
+    this.#tell('notes', id);
+  }
+
+  setPinned(id: string, pinned: boolean): void {
+    const note = this.#notes.get(id);
+    if (!note || note.pinned === pinned) return;
+    this.#put({ ...note, pinned });
+    this.#tell('notes', id);
+  }
+
+  /** Moves a note to the bin and closes its tab; the closed tab remembers the way back. */
+  deleteNote(id: string): void {
+    const note = this.#notes.get(id);
+    if (!note) return;
+    this.#drop(id);
+    const bin = [...this.#contents.bin, { note, deleted: this.now() }];
+    const { tabs } = this;
+    const closed = tabs.open.includes(id)
+      ? closeTabs(tabs, [id])
+      : { ...tabs, closed: [...tabs.closed.filter((tab) => tab.id !== id), { id, index: 0 }] };
+    this.#contents = { ...this.#contents, bin, tabs: closed };
+    this.#tell('notes', id);
+    this.#tell('tabs');
+  }
+
+  /** Takes a note back out of the bin. */
+  restoreNote(id: string): boolean {
+    const binned = this.#contents.bin.find(({ note }) => note.id === id);
+    if (!binned) return false;
+    const bin = this.#contents.bin.filter((entry) => entry !== binned);
+    this.#contents = { ...this.#contents, bin };
+    this.#put(binned.note);
+    this.#tell('notes', id);
+    return true;
+  }
+
+  /** Lets go of what is in the bin, for good. */
+  emptyBin(): void {
+    const { bin } = this.#contents;
+    if (!bin.length) return;
+    const ids = bin.map(({ note }) => note.id);
+    const places = new Map(this.#contents.places);
+    for (const id of ids) places.delete(id);
+    this.#contents = { ...this.#contents, bin: [], places, tabs: forgetTabs(this.tabs, ids) };
+    this.#tell('notes');
+  }
+
+  openTab(id: string, index?: number): void {
+    if (this.#notes.has(id)) this.#setTabs(openTab(this.tabs, id, index));
+  }
+
+  /** Closes tabs. Notes in which nothing was ever written go with their tabs. */
+  closeTabs(ids: ReadonlyArray<string>): void {
+    const blank = this.readOnly ? [] : ids.filter((id) => this.#isBlank(id));
+    for (const id of blank) this.#drop(id);
+    this.#setTabs(forgetTabs(closeTabs(this.tabs, ids), blank));
+    if (blank.length) this.#tell('notes');
+  }
+
+  /** Opens the tab closed last, out of the bin if need be; tells whether there was one. */
+  reopenTab(): string | null {
+    const last = this.tabs.closed.at(-1);
+    if (!last) return null;
+    this.#contents = {
+      ...this.#contents,
+      tabs: { ...this.tabs, closed: this.tabs.closed.slice(0, -1) },
+    };
+    if (!this.#notes.has(last.id) && (this.readOnly || !this.restoreNote(last.id))) {
+      return this.reopenTab();
+    }
+    this.openTab(last.id, last.index);
+    return last.id;
+  }
+
+  setSettings(change: Partial<Settings>): void {
+    this.#contents = { ...this.#contents, settings: { ...this.settings, ...change } };
+    this.#tell('settings');
+  }
+
+  setCaptureDraft(draft: string): void {
+    if (draft === this.captureDraft) return;
+    this.#contents = { ...this.#contents, captureDraft: draft };
+    this.#tell('draft');
+  }
+
+  #isBlank(id: string): boolean {
+    const note = this.#notes.get(id);
+    return !!note && note.name === null && note.extra.length === 0 && isBlankText(note.text);
+  }
+
+  #put(note: Note): void {
+    this.#notes.set(note.id, note);
+    this.#order = null;
+  }
+
+  #drop(id: string): void {
+    this.#notes.delete(id);
+    this.#order = null;
+  }
+
+  #setTabs(tabs: Tabs): void {
+    if (tabs === this.tabs) return;
+    this.#contents = { ...this.#contents, tabs };
+    this.#tell('tabs');
+  }
+
+  #tell(change: Change, id?: string): void {
+    for (const listener of this.#listeners) listener(change, id);
+  }
+}
+
+/** What a note is called: the name it was imported with, else its first line. */
+export function titleOf(note: Note): string {
+  return note.name ?? headOf(note.text).title;
+}
+
+function isBlankText(text: Text): boolean {
+  return text.length < 1000 && text.toString().trim() === '';
+}

@@ -1,0 +1,185 @@
+import type { Text } from '@codemirror/state';
+import {
+  type BinnedNote,
+  type Contents,
+  DOCUMENT_VERSION,
+  type Extra,
+  type Note,
+  type Place,
+} from './model';
+
+/**
+ * Serialising costs what changed. Note records and the nodes of a text's tree never change, so
+ * the JSON of each is kept for as long as it lives: a key typed into a large note costs its leaf
+ * and the path above it, and every other note is one string that exists already.
+ */
+const notePieces = new WeakMap<Note, string>();
+const binPieces = new WeakMap<BinnedNote, string>();
+const textPieces = new WeakMap<Text, string>();
+const placePieces = new WeakMap<Place, string>();
+
+/**
+ * Neighbouring notes are kept as one string too, found by the first of them, so that the whole
+ * document is put together from few long pieces instead of many short ones.
+ */
+const groupPieces = new WeakMap<Note, { notes: ReadonlyArray<Note>; json: string }>();
+const GROUP_NOTES = 64;
+const LONGEST_COPIED_GROUP = 2_000_000;
+
+type Members = ReadonlyArray<readonly [name: string, json: string]>;
+
+/** The document as JSON. Lone surrogates leave escaped, so the text is always well formed. */
+export function serialize(contents: Contents, revision: number): string {
+  const { tabs, setAside } = contents;
+  const members: Array<readonly [string, string]> = [
+    ['version', String(DOCUMENT_VERSION)],
+    ['revision', JSON.stringify(revision)],
+    ['notes', array([...groups(contents.notes), ...contents.unreadable])],
+    ['bin', array([...contents.bin.map(binnedJson), ...contents.unreadableBin])],
+    [
+      'tabs',
+      object(
+        [
+          ['open', JSON.stringify(tabs.open)],
+          ['active', JSON.stringify(tabs.active)],
+          ['closed', JSON.stringify(tabs.closed)],
+        ],
+        tabs.extra,
+      ),
+    ],
+    ['places', object([...contents.places].map(([id, place]) => [id, placeJson(place)]))],
+    ['settings', settingsJson(contents)],
+    ['captureDraft', JSON.stringify(contents.captureDraft)],
+  ];
+  if (setAside.length) members.push(['setAside', array(setAside)]);
+  return object(members, contents.extra);
+}
+
+/**
+ * Makes the pieces that `serialize` will need, one note at a time, so that the caller can let
+ * keys and frames through in between.
+ */
+export function* makePieces({ notes, bin }: Contents): Generator<void, void> {
+  for (const note of notes) {
+    if (notePieces.has(note)) continue;
+    noteJson(note);
+    yield;
+  }
+  for (const entry of bin) {
+    if (binPieces.has(entry)) continue;
+    binnedJson(entry);
+    yield;
+  }
+  for (let at = 0; at < notes.length; at += GROUP_NOTES) {
+    groupJson(notes.slice(at, at + GROUP_NOTES));
+    yield;
+  }
+}
+
+function groups(notes: ReadonlyArray<Note>): string[] {
+  const pieces: string[] = [];
+  for (let at = 0; at < notes.length; at += GROUP_NOTES) {
+    pieces.push(groupJson(notes.slice(at, at + GROUP_NOTES)));
+  }
+  return pieces;
+}
+
+function groupJson(notes: ReadonlyArray<Note>): string {
+  const [first] = notes;
+  if (!first) return '';
+  const known = groupPieces.get(first);
+  if (known && isSame(known.notes, notes)) return known.json;
+  const pieces = notes.map(noteJson);
+  const length = pieces.reduce((sum, piece) => sum + piece.length, 0);
+  // A copy in one piece is quick to put into the document; of something long it is not quick to make.
+  const json = length <= LONGEST_COPIED_GROUP ? pieces.join(',') : chain(pieces, ',');
+  groupPieces.set(first, { notes, json });
+  return json;
+}
+
+function isSame(some: ReadonlyArray<Note>, others: ReadonlyArray<Note>): boolean {
+  return some.length === others.length && some.every((note, index) => note === others[index]);
+}
+
+function noteJson(note: Note): string {
+  return kept(notePieces, note, () => object(noteMembers(note), note.extra));
+}
+
+function binnedJson(entry: BinnedNote): string {
+  const { note, deleted } = entry;
+  return kept(binPieces, entry, () =>
+    object([...noteMembers(note), ['deleted', JSON.stringify(deleted)]], note.extra),
+  );
+}
+
+function placeJson(place: Place): string {
+  return kept(placePieces, place, () => {
+    const { anchor, head, top } = place;
+    return JSON.stringify({ anchor, head, top });
+  });
+}
+
+function noteMembers(note: Note): Members {
+  const members: Array<readonly [string, string]> = [
+    ['id', JSON.stringify(note.id)],
+    ['text', `"${textJson(note.text)}"`],
+    ['format', JSON.stringify(note.format)],
+    ['name', JSON.stringify(note.name)],
+    ['fileName', JSON.stringify(note.fileName)],
+    ['lineBreak', JSON.stringify(note.lineBreak)],
+    ['created', JSON.stringify(note.created)],
+    ['updated', JSON.stringify(note.updated)],
+  ];
+  if (note.pinned) members.push(['pinned', 'true']);
+  return members;
+}
+
+function settingsJson({ settings }: Contents): string {
+  return object(
+    [
+      ['language', JSON.stringify(settings.language)],
+      ['sidebarOpen', JSON.stringify(settings.sidebarOpen)],
+      ['sidebarMode', JSON.stringify(settings.sidebarMode)],
+      ['theme', JSON.stringify(settings.theme)],
+      ['zoom', JSON.stringify(settings.zoom)],
+    ],
+    settings.extra,
+  );
+}
+
+/**
+ * The inside of a text's JSON string. Leaves are joined by line breaks, and no character spans
+ * one, so each can be escaped by itself.
+ */
+function textJson(text: Text): string {
+  return kept(textPieces, text, () =>
+    text.children
+      ? chain(text.children.map(textJson), '\\n')
+      : JSON.stringify(text.toString()).slice(1, -1),
+  );
+}
+
+function kept<K extends object>(pieces: WeakMap<K, string>, key: K, make: () => string): string {
+  let json = pieces.get(key);
+  if (json === undefined) {
+    json = make();
+    pieces.set(key, json);
+  }
+  return json;
+}
+
+function object(members: Members, extra: Extra = []): string {
+  const parts = [...members, ...extra].map(([name, json]) => `${JSON.stringify(name)}:${json}`);
+  return `{${chain(parts, ',')}}`;
+}
+
+function array(parts: ReadonlyArray<string>): string {
+  return `[${chain(parts, ',')}]`;
+}
+
+/** Joins by `+`, which engines do without copying; `join` copies all parts at every level. */
+function chain(parts: ReadonlyArray<string>, separator: string): string {
+  let whole = parts[0] ?? '';
+  for (let i = 1; i < parts.length; i++) whole += separator + parts[i];
+  return whole;
+}

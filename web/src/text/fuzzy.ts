@@ -1,0 +1,55 @@
+import { fold } from './fold';
+
+export interface FuzzyMatch {
+  readonly score: number;
+  /** The characters of the text that stand for the query, as offsets in order. */
+  readonly at: ReadonlyArray<number>;
+}
+
+/**
+ * Whether the characters of a query occur in a text in order, case and accents aside. Beginnings
+ * of words and characters in a row count for more, so that "sc" finds "Salvar como" first.
+ */
+export function fuzzyMatch(query: string, text: string): FuzzyMatch | null {
+  const wanted = [...fold(query)].filter((char) => char.trim() !== '');
+  const chars = [...text].map(fold);
+  const memory = new Map<number, FuzzyMatch | null>();
+  const best = (q: number, from: number, inRow: boolean): FuzzyMatch | null => {
+    if (q === wanted.length) return { score: 0, at: [] };
+    const key = (q * (chars.length + 1) + from) * 2 + Number(inRow);
+    const known = memory.get(key);
+    if (known !== undefined) return known;
+    let result: FuzzyMatch | null = null;
+    for (let i = from; i < chars.length; i++) {
+      if (chars[i] !== wanted[q]) continue;
+      const rest = best(q + 1, i + 1, true);
+      if (!rest) break;
+      const score = rest.score + worth(chars, i, inRow && i === from);
+      if (!result || score > result.score) result = { score, at: [i, ...rest.at] };
+    }
+    memory.set(key, result);
+    return result;
+  };
+  const match = best(0, 0, false);
+  if (!match) return null;
+  const offsets = offsetsOf(text);
+  // Of two texts that match alike, the shorter one is the better.
+  return {
+    score: match.score - chars.length / 100,
+    at: match.at.map((index) => offsets[index] ?? 0),
+  };
+}
+
+function worth(chars: ReadonlyArray<string>, index: number, inRow: boolean): number {
+  const startsWord = index === 0 || !/[\p{L}\p{N}]/u.test(chars[index - 1] ?? '');
+  return 1 + (inRow ? 6 : 0) + (startsWord ? 5 : 0) - index / 1000;
+}
+
+function offsetsOf(text: string): number[] {
+  let offset = 0;
+  return [...text].map((char) => {
+    const at = offset;
+    offset += char.length;
+    return at;
+  });
+}

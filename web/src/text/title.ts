@@ -1,0 +1,62 @@
+import type { Text } from '@codemirror/state';
+
+/** Only the head of a note is looked at: a first line of many megabytes must cost nothing. */
+const HEAD_CHARACTERS = 4000;
+const TITLE_CHARACTERS = 120;
+const EXCERPT_CHARACTERS = 160;
+
+export interface Head {
+  /** First line with anything in it, Markdown marks removed; empty when there is none. */
+  readonly title: string;
+  /** The text after that line, on one line. */
+  readonly excerpt: string;
+}
+
+const cache = new WeakMap<Text, Head>();
+
+/** Title and excerpt of a note's text, kept for as long as that text lives. */
+export function headOf(text: Text): Head {
+  let head = cache.get(text);
+  if (!head) {
+    head = readHead(text.sliceString(0, Math.min(text.length, HEAD_CHARACTERS)));
+    cache.set(text, head);
+  }
+  return head;
+}
+
+export function readHead(start: string): Head {
+  const lines = start.split('\n');
+  let title = '';
+  let index = 0;
+  for (; index < lines.length && !title; index++) title = stripMarks(lines[index] ?? '');
+  const rest: string[] = [];
+  let length = 0;
+  for (; index < lines.length && length < EXCERPT_CHARACTERS; index++) {
+    const line = stripMarks(lines[index] ?? '');
+    if (!line) continue;
+    rest.push(line);
+    length += line.length;
+  }
+  return { title: clip(title, TITLE_CHARACTERS), excerpt: clip(rest.join(' '), EXCERPT_CHARACTERS) };
+}
+
+/** One line as a reader sees it: without the marks that make it a heading, a task or a link. */
+export function stripMarks(line: string): string {
+  const bare = line
+    .replace(/^\s*(?:>\s*)*/, '')
+    .replace(/^(?:#{1,6}\s+|[-*+]\s+\[[ xX]\]\s+|[-*+]\s+|\d{1,9}[.)]\s+)/, '')
+    .replace(/\s+#+\s*$/, '')
+    .replace(/!?\[([^\]]*)\]\([^)]*\)/g, '$1')
+    .replace(/(\*\*|__|~~|`)(.+?)\1/g, '$2')
+    .replace(/(^|[^\p{L}\p{N}*_])([*_])(?=\S)(.+?)\2(?![\p{L}\p{N}])/gu, '$1$3')
+    .replace(/[\u0000-\u001f\u2028\u2029]+/g, ' ')
+    .trim();
+  return /^(?:[-*_=`~]\s*){3,}$/.test(bare) || /^#{1,6}$/.test(bare) ? '' : bare;
+}
+
+/** Cuts by characters, so that an emoji at the edge is kept or dropped whole. */
+function clip(text: string, limit: number): string {
+  if (text.length <= limit) return text;
+  const cut = text.slice(0, limit);
+  return /[\ud800-\udbff]$/.test(cut) ? cut.slice(0, -1) : cut;
+}

@@ -1,0 +1,102 @@
+import type { Key } from '../i18n/catalogue';
+import { h, iconButton } from './dom';
+
+export interface MenuItem {
+  /** What the item is known by, whatever the language. */
+  readonly name: string;
+  readonly label: Key;
+  readonly keys: string;
+  /** Shown as not available now. It can still be pressed, and then says why. */
+  readonly disabled: boolean;
+  readonly run: () => void;
+}
+
+export type MenuGroups = ReadonlyArray<ReadonlyArray<MenuItem>>;
+
+/** A button with a menu below it. `onLeave` puts the focus where it belongs afterwards. */
+export function menuButton(
+  id: string,
+  label: Key,
+  groups: () => MenuGroups,
+  onLeave: () => void,
+): HTMLElement {
+  const menu = h('div', {
+    class: 'menu',
+    tLabel: label,
+    attrs: { id, role: 'menu', popover: 'auto' },
+  });
+  const leave = () => {
+    menu.hidePopover();
+    onLeave();
+  };
+  const button = iconButton('more', label, () => undefined);
+  button.id = `${id}Button`;
+  button.setAttribute('aria-haspopup', 'menu');
+  button.setAttribute('aria-controls', id);
+  button.setAttribute('aria-expanded', 'false');
+  button.setAttribute('popovertarget', id);
+
+  let openAt = 0;
+  button.addEventListener('keydown', (event) => {
+    if (event.key !== 'ArrowDown' && event.key !== 'ArrowUp') return;
+    event.preventDefault();
+    openAt = event.key === 'ArrowDown' ? 0 : -1;
+    if (!menu.matches(':popover-open')) menu.showPopover();
+  });
+  menu.addEventListener('beforetoggle', (event) => {
+    if ((event as ToggleEvent).newState !== 'open') return;
+    menu.replaceChildren(...rows(groups(), leave));
+    const { bottom, right } = button.getBoundingClientRect();
+    menu.style.top = `${bottom + 4}px`;
+    menu.style.maxHeight = `calc(100vh - ${bottom + 12}px)`;
+    menu.style.right = `${document.documentElement.clientWidth - right}px`;
+  });
+  menu.addEventListener('toggle', (event) => {
+    const open = (event as ToggleEvent).newState === 'open';
+    button.setAttribute('aria-expanded', String(open));
+    if (open) entriesOf(menu).at(openAt)?.focus();
+    openAt = 0;
+  });
+  menu.addEventListener('keydown', (event) => {
+    const entries = entriesOf(menu);
+    const at = entries.indexOf(document.activeElement as HTMLElement);
+    const target = { ArrowDown: at + 1, ArrowUp: at - 1, Home: 0, End: -1 }[event.key];
+    if (target !== undefined) entries[(target + entries.length) % entries.length]?.focus();
+    else if (event.key === 'Escape' || event.key === 'Tab') leave();
+    else return;
+    event.preventDefault();
+  });
+  return h('div', { class: 'menu-anchor' }, button, menu);
+}
+
+function entriesOf(menu: HTMLElement): HTMLElement[] {
+  return [...menu.querySelectorAll<HTMLElement>('[role=menuitem]')];
+}
+
+function rows(groups: MenuGroups, leave: () => void): HTMLElement[] {
+  return groups.flatMap((group, index) => {
+    const entries = group.map((item) => entry(item, leave));
+    return index ? [h('div', { class: 'menu-line', attrs: { role: 'separator' } }), ...entries] : entries;
+  });
+}
+
+function entry({ name, label, keys, disabled, run }: MenuItem, leave: () => void): HTMLElement {
+  const item = h(
+    'button',
+    {
+      class: 'menu-item',
+      attrs: { role: 'menuitem', type: 'button', tabindex: '-1' },
+      on: {
+        click: () => {
+          leave();
+          run();
+        },
+      },
+    },
+    h('span', { t: label }),
+    h('kbd', {}, keys),
+  );
+  item.dataset.command = name;
+  if (disabled) item.setAttribute('aria-disabled', 'true');
+  return item;
+}

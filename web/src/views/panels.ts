@@ -1,0 +1,181 @@
+import type { Key } from '../i18n/catalogue';
+import { t } from '../i18n/language';
+import { headOf } from '../text/title';
+import { titleOf, type Workspace } from '../state/workspace';
+import { closeDialog, openDialog } from './dialog';
+import { h } from './dom';
+
+/** The panel that takes a thought. What is typed is kept in the workspace at once. */
+export function captureDialog(options: {
+  readonly workspace: Workspace;
+  readonly saveKey: string;
+  readonly onSave: () => void;
+  readonly onClose: () => void;
+}): void {
+  const { workspace } = options;
+  const save = () => {
+    workspace.setCaptureDraft(field.value);
+    if (!field.value.trim()) {
+      field.focus();
+      return;
+    }
+    options.onSave();
+    closeDialog();
+  };
+  const field = h('textarea', {
+    class: 'capture-field',
+    tLabel: 'capture.title',
+    tPlaceholder: 'capture.placeholder',
+    attrs: { rows: '6', spellcheck: 'true' },
+    on: {
+      input: () => workspace.setCaptureDraft(field.value),
+      keydown: (event) => {
+        if (event.key !== 'Enter' || !(event.ctrlKey || event.metaKey)) return;
+        event.preventDefault();
+        save();
+      },
+    },
+  });
+  field.value = workspace.captureDraft;
+  openDialog({
+    title: 'capture.title',
+    class: 'capture',
+    content: [
+      field,
+      h(
+        'div',
+        { class: 'dialog-foot' },
+        h('span', { class: 'quiet' }, t('capture.hint', { key: options.saveKey })),
+        h('button', {
+          class: 'button primary',
+          t: 'capture.save',
+          attrs: { type: 'button' },
+          on: { click: save },
+        }),
+      ),
+    ],
+    focus: field,
+    onClose: options.onClose,
+  });
+  field.setSelectionRange(field.value.length, field.value.length);
+}
+
+export interface OverviewActions {
+  activate(id: string): void;
+  close(id: string): void;
+}
+
+/** All open tabs with the beginning of each note. */
+export function overviewDialog(
+  workspace: Workspace,
+  actions: OverviewActions,
+  onClose: () => void,
+): void {
+  const grid = h('div', { class: 'overview', tLabel: 'overview.title', attrs: { role: 'listbox' } });
+  const draw = (focusAt: number) => {
+    const { open, active } = workspace.tabs;
+    grid.replaceChildren(...open.map((id) => card(workspace, id, id === active)));
+    const cards = [...grid.children] as HTMLElement[];
+    const at = Math.max(0, Math.min(focusAt, cards.length - 1));
+    cards.forEach((element, index) => {
+      element.tabIndex = index === at ? 0 : -1;
+    });
+    if (!cards.length) grid.replaceChildren(h('p', { class: 'quiet', t: 'overview.empty' }));
+    return cards[at];
+  };
+  const choose = (id: string | undefined) => {
+    if (id === undefined) return;
+    closeDialog();
+    actions.activate(id);
+  };
+  grid.addEventListener('click', (event) => choose(cardOf(event)?.dataset.id));
+  grid.addEventListener('keydown', (event) => {
+    const at = cardOf(event);
+    const cards = [...grid.children] as HTMLElement[];
+    const index = at ? cards.indexOf(at) : -1;
+    const columns = cards.filter((element) => element.offsetTop === cards[0]?.offsetTop).length;
+    const step = { ArrowLeft: -1, ArrowRight: 1, ArrowUp: -columns, ArrowDown: columns }[event.key];
+    if (step !== undefined) {
+      const next = cards[index + step];
+      if (next) moveFocus(cards, next);
+    } else if (event.key === 'Enter' || event.key === ' ') choose(at?.dataset.id);
+    else if (event.key === 'Delete' && at?.dataset.id) {
+      actions.close(at.dataset.id);
+      draw(index)?.focus();
+    } else return;
+    event.preventDefault();
+  });
+  const first = draw(Math.max(0, workspace.tabs.open.indexOf(workspace.tabs.active ?? '')));
+  openDialog({
+    title: 'overview.title',
+    class: 'wide',
+    content: [grid, h('p', { class: 'quiet', t: 'overview.hint' })],
+    ...(first ? { focus: first } : {}),
+    onClose,
+  });
+}
+
+function card(workspace: Workspace, id: string, active: boolean): HTMLElement {
+  const note = workspace.note(id);
+  const title = (note && titleOf(note)) || t('untitled');
+  const excerpt = note ? headOf(note.text).excerpt : '';
+  const element = h(
+    'div',
+    { class: 'card', attrs: { role: 'option', 'aria-selected': String(active) } },
+    h('div', { class: 'card-title' }, title),
+    h('div', { class: 'card-excerpt' }, excerpt),
+  );
+  element.dataset.id = id;
+  return element;
+}
+
+function cardOf(event: Event): HTMLElement | null {
+  return (event.target as Element).closest<HTMLElement>('.card');
+}
+
+function moveFocus(cards: ReadonlyArray<HTMLElement>, next: HTMLElement): void {
+  for (const element of cards) element.tabIndex = element === next ? 0 : -1;
+  next.focus();
+}
+
+export interface GuideSection {
+  readonly title: Key;
+  readonly rows: ReadonlyArray<GuideRow>;
+}
+
+/** What can be done, with its keys or with the word where else it is. */
+export type GuideRow =
+  | { readonly label: Key; readonly keys: string }
+  | { readonly label: Key; readonly elsewhere: Key };
+
+/** The table of keys. */
+export function guideDialog(sections: ReadonlyArray<GuideSection>, onClose: () => void): void {
+  const blocks = sections.map(({ title, rows }) =>
+    h(
+      'section',
+      {},
+      h('h3', { t: title }),
+      h(
+        'dl',
+        {},
+        ...rows.map((row) =>
+          h(
+            'div',
+            { class: 'guide-row' },
+            h('dt', { t: row.label }),
+            h('dd', {}, 'keys' in row ? h('kbd', {}, row.keys) : h('kbd', { t: row.elsewhere })),
+          ),
+        ),
+      ),
+    ),
+  );
+  openDialog({
+    title: 'cmd.guide',
+    class: 'wide',
+    content: [
+      h('div', { class: 'guide', attrs: { tabindex: '0' } }, ...blocks),
+      h('p', { class: 'quiet', t: 'guide.bin' }),
+    ],
+    onClose,
+  });
+}

@@ -1,0 +1,202 @@
+import type { Text } from '@codemirror/state';
+import type { Tree } from '@lezer/common';
+import { withoutLongGaps } from '../text/markdown';
+import { hasLongParagraph } from '../text/paragraphs';
+import { type Block, blocksOf, previewGrammar } from '../text/preview';
+import { h } from './dom';
+import { drawPiece } from './previewDom';
+
+export type PreviewMode = 'beside' | 'instead';
+
+export interface PreviewSource {
+  readonly text: Text;
+  readonly markdown: boolean;
+  /** The language of a text that is not Markdown. */
+  readonly label: string;
+  /** Where the part of the text begins that is on screen. */
+  readonly top: number;
+}
+
+export interface PreviewOptions {
+  readonly source: () => PreviewSource | null;
+  readonly leave: () => void;
+}
+
+/** As much of a text is shown at once as takes no time that would be felt. */
+const PART = 120_000;
+const PAUSE_MS = 90;
+const SLICE_MS = 6;
+
+interface Drawn {
+  readonly block: Block;
+  readonly element: HTMLElement;
+}
+
+/** The note as it reads. It follows the text after a pause, in slices, and only while it is open. */
+export class Preview {
+  readonly element: HTMLElement;
+  readonly #page = h('div', { class: 'preview-page' });
+  readonly #notice = h('p', { class: 'quiet preview-notice', t: 'preview.part' });
+  readonly #options: PreviewOptions;
+  #mode: PreviewMode | null = null;
+  #drawn: Drawn[] = [];
+  #text: Text | null = null;
+  #from = 0;
+  #timer: ReturnType<typeof setTimeout> | undefined;
+
+  constructor(options: PreviewOptions) {
+    this.#options = options;
+    this.element = h(
+      'section',
+      {
+        class: 'preview',
+        tLabel: 'preview.label',
+        attrs: { id: 'preview', tabindex: '0' },
+        on: {
+          keydown: (event) => {
+            if (event.key === 'Escape') options.leave();
+          },
+        },
+      },
+      this.#notice,
+      this.#page,
+    );
+    this.element.hidden = true;
+  }
+
+  get mode(): PreviewMode | null {
+    return this.#mode;
+  }
+
+  show(mode: PreviewMode | null): void {
+    this.#mode = mode;
+    this.element.parentElement?.setAttribute('data-preview', mode ?? 'none');
+    this.element.hidden = true;
+    if (mode) this.#begin();
+    else this.#forget();
+  }
+
+  focus(): void {
+    this.element.focus();
+  }
+
+  /** The text or the place in it may be another. */
+  changed(): void {
+    if (!this.#mode) return;
+    clearTimeout(this.#timer);
+    this.#timer = setTimeout(() => this.#begin(), PAUSE_MS);
+  }
+
+  /** Draws everything again, as when its words or colours are others. */
+  redraw(): void {
+    this.#forget();
+    this.changed();
+  }
+
+  /** Scrolls to what the editor shows. */
+  follow(): void {
+    const source = this.#mode === 'beside' ? this.#options.source() : null;
+    if (!source || source.text !== this.#text) return;
+    if (partOf(source) !== this.#from) this.changed();
+    else this.#scrollTo(source.top);
+  }
+
+  #forget(): void {
+    clearTimeout(this.#timer);
+    this.#drawn = [];
+    this.#text = null;
+    this.#page.replaceChildren();
+  }
+
+  #begin(): void {
+    clearTimeout(this.#timer);
+    const source = this.#options.source();
+    this.element.hidden = source === null;
+    if (!source) {
+      this.#forget();
+      return;
+    }
+    const from = partOf(source);
+    if (source.text === this.#text && from === this.#from) {
+      this.#place(source);
+      return;
+    }
+    const to = Math.min(source.text.length, from + PART);
+    const part = source.text.sliceString(from, to);
+    const done = (blocks: ReadonlyArray<Block>) => {
+      this.#text = source.text;
+      this.#from = from;
+      this.#notice.hidden = source.text.length <= PART;
+      this.#draw(blocks);
+      this.#place(source);
+    };
+    if (source.markdown && !hasLongParagraph(part.split('\n'))) this.#parse(part, done);
+    else done([plainBlock(part, source)]);
+  }
+
+  #place(source: PreviewSource): void {
+    if (this.#mode) this.#scrollTo(source.top);
+  }
+
+  /** Parses in slices. A change meanwhile starts over, because it takes the timer. */
+  #parse(part: string, done: (blocks: ReadonlyArray<Block>) => void): void {
+    const parse = previewGrammar.startParse(withoutLongGaps(part));
+    const step = () => {
+      const until = performance.now() + SLICE_MS;
+      let tree: Tree | null = null;
+      while (!tree && performance.now() < until) tree = parse.advance();
+      if (tree) done(blocksOf(part, tree));
+      else this.#timer = setTimeout(step);
+    };
+    step();
+  }
+
+  /** Keeps what is alike at the beginning and at the end, and makes anew what lies between. */
+  #draw(blocks: ReadonlyArray<Block>): void {
+    const before = this.#drawn;
+    let head = 0;
+    while (head < before.length && before[head]?.block.key === blocks[head]?.key) head++;
+    let tail = 0;
+    const most = Math.min(before.length, blocks.length) - head;
+    while (tail < most && before.at(-1 - tail)?.block.key === blocks.at(-1 - tail)?.key) tail++;
+    for (const { element } of before.slice(head, before.length - tail)) element.remove();
+    const next = before[before.length - tail]?.element ?? null;
+    this.#drawn = blocks.map((block, index) => {
+      if (index < head) return { block, element: (before[index] as Drawn).element };
+      const fromEnd = blocks.length - index;
+      if (fromEnd <= tail) return { block, element: (before[before.length - fromEnd] as Drawn).element };
+      const element = drawPiece(block.make(), () => this.redraw());
+      // A block as a whole runs the way its first letter does; code and the frame of a table do not.
+      if (!/^(?:pre|table)$/i.test(element.localName)) element.dir = 'auto';
+      this.#page.insertBefore(element, next);
+      return { block, element };
+    });
+    if (!blocks.length) this.#page.replaceChildren(h('p', { class: 'quiet', t: 'preview.empty' }));
+    else if (!before.length) for (const stray of this.#page.querySelectorAll(':scope > .quiet')) stray.remove();
+  }
+
+  #scrollTo(top: number): void {
+    const at = top - this.#from;
+    const last = [...this.#drawn].reverse().find(({ block }) => block.from <= at);
+    if (!last || top === 0) {
+      this.element.scrollTop = 0;
+      return;
+    }
+    const { block, element } = last;
+    const share = Math.min(1, (at - block.from) / Math.max(1, block.to - block.from));
+    this.element.scrollTop = element.offsetTop + share * element.offsetHeight - 24;
+  }
+}
+
+/** Where the shown part of a long text begins: on a line, with room above what is on screen. */
+function partOf({ text, top }: PreviewSource): number {
+  if (text.length <= PART) return 0;
+  const third = PART / 3;
+  const wished = Math.floor(top / third) * third - third;
+  return wished <= 0 ? 0 : text.lineAt(wished).from;
+}
+
+function plainBlock(part: string, { markdown, label }: PreviewSource): Block {
+  const language = markdown ? {} : { language: label };
+  return { from: 0, to: part.length, key: `\u0000${part}`, make: () => ({ tag: 'pre', children: [part], ...language }) };
+}

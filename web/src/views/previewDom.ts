@@ -1,0 +1,43 @@
+import { colourCode } from '../editor/codeColours';
+import { t } from '../i18n/language';
+import type { Piece } from '../text/preview';
+import { h } from './dom';
+
+/**
+ * Makes the elements of a preview, one by one and from a closed list of kinds; a note's text gets in as
+ * text, and nothing of it becomes the name of an element or of an attribute.
+ */
+export function drawPiece(piece: Piece, onLoaded: () => void): HTMLElement {
+  const element = h(piece.tag, piece.kind ? { class: `is-${piece.kind}` } : {});
+  if (piece.tag === 'pre') {
+    element.append(...codeOf(piece, onLoaded));
+    // What is wider than the page is scrolled to, with the keyboard as well.
+    element.tabIndex = 0;
+    return element;
+  }
+  if (piece.href !== undefined) {
+    element.setAttribute('href', piece.href);
+    element.setAttribute('target', '_blank');
+    element.setAttribute('rel', 'noopener noreferrer');
+    element.title = piece.href;
+  }
+  if (piece.start !== undefined && piece.start !== 1) element.setAttribute('start', String(piece.start));
+  if (piece.kind === 'done' || piece.kind === 'toDo') {
+    element.setAttribute('role', 'img');
+    element.setAttribute('aria-label', t(piece.kind === 'done' ? 'preview.done' : 'preview.toDo'));
+  }
+  if (piece.kind === 'image') element.append(h('span', { class: 'image-sign' }, t('preview.image')), ' ');
+  if (piece.tag === 'td' || piece.tag === 'th') element.dir = 'auto';
+  for (const child of piece.children) {
+    element.append(typeof child === 'string' ? child : drawPiece(child, onLoaded));
+  }
+  return element;
+}
+
+function codeOf({ children, language }: Piece, onLoaded: () => void): Node[] {
+  const code = children.join('');
+  if (!language) return [document.createTextNode(code)];
+  return colourCode(code, language, onLoaded).map(([text, className]) =>
+    className ? h('span', { class: className }, text) : document.createTextNode(text),
+  );
+}

@@ -1,0 +1,218 @@
+import type { Note } from '../state/model';
+import { contextOf, type Found, foldNotes, narrows, searchNotes } from '../state/search';
+import { titleOf, type Workspace } from '../state/workspace';
+import { counted, t } from '../i18n/language';
+import { findFolded, fold } from '../text/fold';
+import { headOf } from '../text/title';
+import { rootPixels } from './appearance';
+import { drawIcon, h, iconButton } from './dom';
+import { WindowedList } from './windowedList';
+
+export interface SidebarActions {
+  open(id: string): void;
+  remove(id: string): void;
+  create(): void;
+  showBin(): void;
+  leave(): void;
+}
+
+const ROW_REMS = 3.875;
+/** The longest the search works before it lets a key press or a frame through. */
+const SLICE_MS = 8;
+
+/** The list of notes, and what the search leaves of it. */
+export class Sidebar {
+  readonly element: HTMLElement;
+  readonly #workspace: Workspace;
+  readonly #actions: SidebarActions;
+  readonly #list: WindowedList<Found>;
+  readonly #input: HTMLInputElement;
+  readonly #outcome: HTMLElement;
+  #query = '';
+  #search = 0;
+  /** What the last search that came to its end has found, and in which notes. */
+  #finds: { readonly query: string; readonly of: unknown; readonly notes: ReadonlyArray<Note> } | null = null;
+  #folding = false;
+
+  constructor(workspace: Workspace, actions: SidebarActions) {
+    this.#workspace = workspace;
+    this.#actions = actions;
+    this.#list = new WindowedList<Found>({
+      rowHeight: () => rootPixels(ROW_REMS),
+      idPrefix: 'note-',
+      key: ({ note }) => note.id,
+      fill: (row, found) => this.#fillRow(row, found),
+      onActivate: ({ note }) => actions.open(note.id),
+      onDelete: ({ note }) => actions.remove(note.id),
+      onLeave: (upwards) => (upwards ? this.focusSearch() : actions.leave()),
+    });
+    this.#list.element.dataset.tLabel = 'sidebar.label';
+    this.#input = h('input', {
+      class: 'search',
+      tLabel: 'search.label',
+      tPlaceholder: 'search.label',
+      attrs: { id: 'searchInput', type: 'search', autocomplete: 'off', spellcheck: 'false' },
+      on: {
+        focus: () => this.#foldAhead(),
+        input: () => this.render(),
+        keydown: (event) => this.#onSearchKey(event),
+      },
+    });
+    this.#outcome = h('p', { class: 'outcome', attrs: { role: 'status' } });
+    this.element = h(
+      'aside',
+      { class: 'sidebar', tLabel: 'sidebar.label', attrs: { id: 'sidebar' } },
+      h(
+        'div',
+        { class: 'sidebar-head' },
+        this.#input,
+        iconButton('plus', 'cmd.newNote', () => actions.create()),
+      ),
+      this.#outcome,
+      this.#list.element,
+      h(
+        'button',
+        { class: 'bin-button', attrs: { type: 'button' }, on: { click: () => actions.showBin() } },
+        drawIcon('bin'),
+        h('span', { t: 'bin.title' }),
+      ),
+    );
+  }
+
+  /** Puts the list in order anew and filters it by what the search field holds. */
+  render(): void {
+    const run = ++this.#search;
+    const before = this.#query;
+    this.#query = fold(this.#input.value.trim());
+    const notes = this.#workspace.notesInOrder();
+    if (!this.#query) {
+      this.#show(notes.map((note) => ({ note, inTitle: true })), true);
+      return;
+    }
+    const found: Found[] = [];
+    const last = this.#finds;
+    const isNarrower = last?.of === notes && narrows(this.#query, last.query);
+    const search = searchNotes(isNarrower ? last.notes : notes, this.#query);
+    const work = () => {
+      if (run !== this.#search) return;
+      const until = performance.now() + SLICE_MS;
+      for (;;) {
+        const { value, done } = search.next();
+        if (value) found.push(value);
+        if (done || performance.now() > until) {
+          // The same search again replaces its finds at once, so that the list does not jump.
+          if (done || before !== this.#query) this.#show([...found], done === true);
+          if (done) this.#finds = { query: this.#query, of: notes, notes: found.map((find) => find.note) };
+          if (!done) setTimeout(work);
+          return;
+        }
+      }
+    };
+    work();
+  }
+
+  /** Puts the latest notes first. What a search found stays as it is. */
+  reorder(): void {
+    if (!this.#query) this.render();
+  }
+
+  /** Shows a note's new text in its row, without moving rows under the writer's eyes. */
+  refresh(): void {
+    this.#list.refresh();
+  }
+
+  select(id: string | null): void {
+    this.#list.select(id);
+  }
+
+  focusSearch(): void {
+    this.#input.focus();
+    this.#input.select();
+  }
+
+  /** Whoever goes to the search field will type into it; by then the notes are ready for that. */
+  #foldAhead(): void {
+    if (this.#folding) return;
+    this.#folding = true;
+    const folding = foldNotes(this.#workspace.notesInOrder());
+    const work = () => {
+      const until = performance.now() + SLICE_MS;
+      while (performance.now() < until) {
+        if (!folding.next().done) continue;
+        this.#folding = false;
+        return;
+      }
+      setTimeout(work);
+    };
+    setTimeout(work);
+  }
+
+  #show(found: ReadonlyArray<Found>, complete: boolean): void {
+    this.#list.setItems(found);
+    this.#list.element.hidden = complete && found.length === 0;
+    if (!complete) return;
+    const query = this.#input.value.trim();
+    if (query) {
+      this.#outcome.textContent = found.length
+        ? counted('search.count', found.length)
+        : t('search.none', { query });
+    } else {
+      this.#outcome.textContent = found.length ? '' : t('sidebar.empty');
+    }
+  }
+
+  #fillRow(row: HTMLElement, { note: listed, inTitle }: Found): void {
+    const note = this.#workspace.note(listed.id) ?? listed;
+    const title = titleOf(note);
+    const below = (!inTitle && contextOf(note.text, this.#query)) || excerptOf(note);
+    const fallback = title ? '' : t('sidebar.emptyNote');
+    const signature = JSON.stringify([title, below, this.#query, t('untitled'), note.pinned]);
+    if (row.dataset.signature === signature) return;
+    row.dataset.signature = signature;
+    row.replaceChildren(
+      h(
+        'div',
+        { class: 'row-title' },
+        ...(note.pinned ? [pinMark()] : []),
+        ...marked(title || t('untitled'), this.#query),
+      ),
+      h('div', { class: 'row-excerpt' }, ...marked(below || fallback, this.#query)),
+    );
+    row.classList.toggle('is-untitled', !title);
+    row.classList.toggle('is-empty', !below);
+  }
+
+  #onSearchKey(event: KeyboardEvent): void {
+    if (event.isComposing || event.ctrlKey || event.metaKey || event.altKey) return;
+    const first = this.#list.items[0];
+    if (event.key === 'ArrowDown') this.#list.focusFirst();
+    else if (event.key === 'Enter' && first) this.#actions.open(first.note.id);
+    else if (event.key === 'Escape') {
+      if (this.#input.value) {
+        this.#input.value = '';
+        this.render();
+      } else this.#actions.leave();
+    } else return;
+    event.preventDefault();
+  }
+}
+
+/** An imported note keeps its file name as title, so its first line belongs below. */
+function excerptOf(note: Note): string {
+  const { title, excerpt } = headOf(note.text);
+  return note.name === null ? excerpt : [title, excerpt].filter(Boolean).join(' ');
+}
+
+function pinMark(): HTMLElement {
+  return h('span', { class: 'pin', tLabel: 'note.isPinned', attrs: { role: 'img' } }, drawIcon('pin'));
+}
+
+function marked(text: string, query: string): Array<Node | string> {
+  const match = findFolded(text, query);
+  if (!match) return [text];
+  return [
+    text.slice(0, match.from),
+    h('mark', {}, text.slice(match.from, match.to)),
+    text.slice(match.to),
+  ];
+}

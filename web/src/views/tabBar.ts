@@ -1,0 +1,134 @@
+import { t } from '../i18n/language';
+import { titleOf, type Workspace } from '../state/workspace';
+import { drawIcon, h } from './dom';
+
+export interface TabBarActions {
+  activate(id: string): void;
+  close(id: string): void;
+  leave(): void;
+}
+
+interface TabElements {
+  readonly frame: HTMLElement;
+  readonly tab: HTMLButtonElement;
+  readonly close: HTMLButtonElement;
+}
+
+export const EDITOR_PANEL_ID = 'editorPanel';
+
+/** The row of open tabs. One of them is in the tab order; arrows walk along the row. */
+export class TabBar {
+  readonly element: HTMLElement;
+  readonly #workspace: Workspace;
+  readonly #actions: TabBarActions;
+  readonly #tabs = new Map<string, TabElements>();
+  #active: string | null = null;
+
+  constructor(workspace: Workspace, actions: TabBarActions) {
+    this.#workspace = workspace;
+    this.#actions = actions;
+    this.element = h('div', {
+      class: 'tabs',
+      tLabel: 'tabs.label',
+      attrs: { role: 'tablist' },
+      on: { keydown: (event) => this.#onKey(event) },
+    });
+  }
+
+  render(): void {
+    const { open, active } = this.#workspace.tabs;
+    for (const [id, { frame }] of this.#tabs) {
+      if (open.includes(id)) continue;
+      frame.remove();
+      this.#tabs.delete(id);
+    }
+    open.forEach((id, index) => {
+      const { frame, tab } = this.#tabs.get(id) ?? this.#make(id);
+      tab.setAttribute('aria-selected', String(id === active));
+      tab.tabIndex = id === active ? 0 : -1;
+      frame.classList.toggle('is-active', id === active);
+      if (this.element.children[index] !== frame) {
+        this.element.insertBefore(frame, this.element.children[index] ?? null);
+      }
+      this.retitle(id);
+    });
+    this.element.hidden = open.length === 0;
+    if (active !== this.#active) this.#reveal(active);
+    this.#active = active;
+  }
+
+  /** Shows a note's title in its tab, if it has one and the title is another. */
+  retitle(id: string): void {
+    const note = this.#workspace.note(id);
+    const elements = this.#tabs.get(id);
+    if (!note || !elements) return;
+    const title = titleOf(note) || t('untitled');
+    if (elements.tab.textContent !== title) elements.tab.textContent = title;
+    elements.tab.title = title;
+    elements.close.title = t('tabs.close', { title });
+  }
+
+  #make(id: string): TabElements {
+    const tab = h('button', {
+      class: 'tab',
+      attrs: { role: 'tab', type: 'button', 'aria-controls': EDITOR_PANEL_ID },
+      on: { click: () => this.#actions.activate(id) },
+    });
+    tab.dataset.id = id;
+    tab.setAttribute('aria-keyshortcuts', 'Delete');
+    // The keyboard closes with Delete on the tab; the cross is for the pointer alone.
+    const close = h(
+      'button',
+      {
+        class: 'tab-close',
+        attrs: { type: 'button', tabindex: '-1', 'aria-hidden': 'true' },
+        on: { click: () => this.#actions.close(id) },
+      },
+      drawIcon('close'),
+    );
+    const frame = h(
+      'div',
+      {
+        class: 'tab-frame',
+        attrs: { role: 'presentation' },
+        on: {
+          auxclick: (event) => {
+            if (event.button === 1) this.#actions.close(id);
+          },
+        },
+      },
+      tab,
+      close,
+    );
+    const elements = { frame, tab, close };
+    this.#tabs.set(id, elements);
+    return elements;
+  }
+
+  #reveal(id: string | null): void {
+    const frame = id === null ? undefined : this.#tabs.get(id)?.frame;
+    frame?.scrollIntoView({ block: 'nearest', inline: 'nearest' });
+  }
+
+  #onKey(event: KeyboardEvent): void {
+    if (event.ctrlKey || event.metaKey || event.altKey) return;
+    const { open } = this.#workspace.tabs;
+    const at = open.indexOf((event.target as HTMLElement).dataset.id ?? '');
+    const id = open[at];
+    if (id === undefined) return;
+    const target = { ArrowLeft: at - 1, ArrowRight: at + 1, Home: 0, End: open.length - 1 }[event.key];
+    if (target !== undefined) {
+      this.#focus(open[(target + open.length) % open.length] ?? null);
+    } else if (event.key === 'Delete') {
+      this.#actions.close(id);
+      this.#focus(this.#workspace.tabs.active);
+    } else if (event.key === 'Escape') this.#actions.leave();
+    else return;
+    event.preventDefault();
+  }
+
+  #focus(id: string | null): void {
+    if (id !== null) this.#tabs.get(id)?.tab.focus();
+    this.#reveal(id);
+  }
+}

@@ -1,0 +1,54 @@
+import type { Key } from '../i18n/catalogue';
+import { h } from './dom';
+
+export interface ToastAction {
+  readonly label: Key;
+  readonly run: () => void;
+}
+
+const SHOWN_MS = 4000;
+const SHOWN_WITH_ACTION_MS = 12_000;
+const MOST = 3;
+
+/** Short messages at the lower edge, read out politely. */
+export class Toasts {
+  readonly element = h('div', {
+    class: 'toasts',
+    attrs: { role: 'status', 'aria-live': 'polite', popover: 'manual' },
+  });
+
+  /** Opens the region once for all, so that screen readers know it before it speaks. */
+  start(): void {
+    document.body.append(this.element);
+    this.element.showPopover();
+  }
+
+  show(message: string, action?: ToastAction): void {
+    const toast = h('div', { class: 'toast' }, h('span', {}, message));
+    if (action) {
+      const run = () => {
+        toast.remove();
+        action.run();
+      };
+      toast.append(
+        h('button', { t: action.label, attrs: { type: 'button' }, on: { click: run } }),
+      );
+    }
+    // Shown anew, the region comes to lie above a dialog that was opened since.
+    if (document.querySelector('dialog[open]')) {
+      this.element.hidePopover();
+      this.element.showPopover();
+    }
+    this.element.append(toast);
+    while (this.element.children.length > MOST) this.element.firstElementChild?.remove();
+    this.#expire(toast, action ? SHOWN_WITH_ACTION_MS : SHOWN_MS);
+  }
+
+  /** A toast waits while it is pointed at or its button has the focus. */
+  #expire(toast: HTMLElement, delay: number): void {
+    setTimeout(() => {
+      if (toast.matches(':hover, :focus-within')) this.#expire(toast, SHOWN_MS);
+      else toast.remove();
+    }, delay);
+  }
+}

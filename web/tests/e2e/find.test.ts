@@ -1,0 +1,163 @@
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import type { Browser, Page } from 'playwright-core';
+import { launch, noteTexts, open } from './browser';
+
+let browser: Browser;
+before(async () => {
+  browser = await launch();
+});
+after(() => browser.close());
+
+/** Opens a page with one note, the caret at its beginning. */
+async function withNote(text: string, options: Parameters<typeof open>[1] = {}) {
+  const opened = await open(browser, options);
+  await opened.page.keyboard.press('Alt+n');
+  await opened.page.keyboard.insertText(text);
+  await opened.page.keyboard.press('Control+Home');
+  return opened;
+}
+
+const count = (page: Page, shown: string) =>
+  page.waitForFunction((text) => document.querySelector('.find-count')?.textContent === text, shown);
+
+test('words are found, counted and walked', async () => {
+  const { page, context, trouble } = await withNote('Casa, casa e casarão\nação');
+  await page.keyboard.press('Control+f');
+  await page.keyboard.type('casa');
+  await count(page, '3 in the text');
+  await page.keyboard.press('Enter');
+  await count(page, '1 of 3');
+  await page.keyboard.press('Shift+Enter');
+  await count(page, '3 of 3');
+  await page.click('[aria-label="Whole word"]');
+  await count(page, '2 in the text');
+  await page.click('[aria-label="Match case"]');
+  await count(page, '1 in the text');
+  assert.equal(await page.getAttribute('[aria-label="Match case"]', 'aria-pressed'), 'true');
+  await page.fill('.find-what', 'a');
+  await page.click('[aria-label="Match case"]');
+  await page.click('[aria-label="Whole word"]');
+  await page.fill('.find-what', 'acao');
+  await count(page, 'Nothing found');
+  await page.fill('.find-what', 'aca');
+  await count(page, 'Nothing found');
+  await page.focus('.find-what');
+  await page.keyboard.press('Escape');
+  assert.equal(await page.locator('.find').count(), 0);
+  assert.deepEqual(trouble, []);
+  await context.close();
+});
+
+test('regular expressions replace with groups, and a wrong one is said to be', async () => {
+  const { page, context } = await withNote('2024-01-02\n2025-03-04');
+  await page.keyboard.press('Control+Alt+f');
+  await page.click('[aria-label="Regexp"]');
+  await page.fill('.find-what', '(\\d+');
+  await count(page, 'Incomplete expression');
+  await page.fill('.find-what', '(\\d+)-(\\d+)-(\\d+)');
+  await count(page, '2 in the text');
+  await page.fill('.find-with', '$3/$2/$1');
+  await page.click('text=Replace all');
+  assert.deepEqual(await noteTexts(page), ['02/01/2024\n04/03/2025']);
+  await page.keyboard.press('Escape');
+  await page.keyboard.press('Control+z');
+  assert.deepEqual(await noteTexts(page), ['2024-01-02\n2025-03-04'], 'in one step');
+  await context.close();
+});
+
+test('the panel speaks the language of the page', async () => {
+  const { page, context } = await withNote('casa', { locale: 'es-AR' });
+  await page.keyboard.press('Control+Alt+f');
+  await page.keyboard.type('casa');
+  await count(page, '1 en el texto');
+  await page.selectOption('.language', 'pt');
+  assert.equal(await page.getAttribute('.find-what', 'placeholder'), 'Procurar');
+  assert.equal(await page.getAttribute('.find-regexp', 'aria-label'), 'Expressão regular');
+  await context.close();
+});
+
+test('a line is gone to by its number', async () => {
+  const { page, context } = await withNote('um\ndois\ntres');
+  await page.keyboard.press('Control+Alt+g');
+  await page.keyboard.type('2');
+  await page.keyboard.press('Enter');
+  await page.keyboard.type('>');
+  assert.deepEqual(await noteTexts(page), ['um\n>dois\ntres']);
+  await context.close();
+});
+
+test('several carets write at once', async () => {
+  const { page, context, trouble } = await withNote('um dois um tres um');
+  for (let i = 0; i < 3; i++) await page.keyboard.press('Control+d');
+  await page.keyboard.type('x');
+  assert.deepEqual(await noteTexts(page), ['x dois x tres x']);
+  await page.keyboard.press('Escape');
+  await page.keyboard.press('Control+a');
+  await page.keyboard.insertText('aa\nbb\ncc');
+  await page.keyboard.press('Control+Home');
+  await page.keyboard.press('Control+Alt+ArrowDown');
+  await page.keyboard.press('Control+Alt+ArrowDown');
+  await page.waitForFunction(() => document.querySelectorAll('.cm-otherCursor').length === 2);
+  await page.keyboard.type('- ');
+  assert.deepEqual(await noteTexts(page), ['- aa\n- bb\n- cc']);
+  await page.keyboard.press('Escape');
+  const lines = page.locator('.cm-line');
+  await lines.nth(0).click({ position: { x: 0, y: 8 } });
+  await lines.nth(2).click({ position: { x: 0, y: 8 }, modifiers: ['Alt'] });
+  await page.keyboard.type('|');
+  assert.deepEqual(await noteTexts(page), ['|- aa\n- bb\n|- cc']);
+  assert.deepEqual(trouble, []);
+  await context.close();
+});
+
+test('a column is selected by dragging', async () => {
+  const { page, context } = await withNote('aa1\nbb2\ncc3');
+  const box = await page.locator('.cm-line').nth(0).boundingBox();
+  const last = await page.locator('.cm-line').nth(2).boundingBox();
+  assert.ok(box && last);
+  await page.keyboard.down('Alt');
+  await page.keyboard.down('Shift');
+  await page.mouse.move(box.x + 1, box.y + 10);
+  await page.mouse.down();
+  await page.mouse.move(last.x + 12, last.y + 14, { steps: 4 });
+  await page.mouse.up();
+  await page.keyboard.up('Shift');
+  await page.keyboard.up('Alt');
+  await page.keyboard.type('x');
+  const [text = ''] = await noteTexts(page);
+  assert.match(text, /^xa?1\nxb?2\nxc?3$/);
+  await context.close();
+});
+
+test('lines move, double and join', async () => {
+  const { page, context } = await withNote('um\ndois\ntres');
+  await page.keyboard.press('Alt+ArrowDown');
+  assert.deepEqual(await noteTexts(page), ['dois\num\ntres']);
+  await page.keyboard.press('Alt+Shift+ArrowDown');
+  assert.deepEqual(await noteTexts(page), ['dois\num\num\ntres']);
+  await page.keyboard.press('Control+j');
+  assert.deepEqual(await noteTexts(page), ['dois\num\num tres']);
+  await context.close();
+});
+
+test('a section folds by key and opens by a press', async () => {
+  const { page, context } = await withNote('# Um\n\ntexto\n\n# Dois\n\nfim');
+  await page.keyboard.press('Control+Alt+BracketLeft');
+  await page.waitForSelector('.fold-rest');
+  assert.doesNotMatch(await page.innerText('.cm-content'), /texto/);
+  assert.match(await page.innerText('.cm-content'), /fim/);
+  await page.click('[aria-label="Show what is folded"]');
+  assert.match(await page.innerText('.cm-content'), /texto/);
+  await context.close();
+});
+
+test('words are counted in the text and in what is selected', async () => {
+  const { page, context } = await withNote('um dois tres\nquatro');
+  const shown = (text: string) =>
+    page.waitForFunction((wanted) => document.querySelector('#textCount')?.textContent === wanted, text);
+  await shown('4 words · 19 characters');
+  await page.keyboard.press('Shift+End');
+  await shown('selected: 3 words · 12 characters');
+  await context.close();
+});

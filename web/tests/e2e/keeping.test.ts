@@ -1,0 +1,235 @@
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import type { Browser, Page } from 'playwright-core';
+import { fakeHost, type lastState, launch, noteTexts, open, saved } from './browser';
+
+let browser: Browser;
+before(async () => {
+  browser = await launch();
+});
+after(() => browser.close());
+
+async function write(page: Page, ...texts: string[]): Promise<void> {
+  for (const text of texts) {
+    await page.keyboard.press('Alt+n');
+    await page.keyboard.type(text);
+  }
+}
+
+/** Leaves the page as one does for another window, and comes back to it as after a restart. */
+async function restart(page: Page): Promise<void> {
+  await page.waitForSelector(saved);
+  await page.reload();
+}
+
+const tabs = (page: Page) => page.locator('[role=tab]').allInnerTexts();
+const rows = (page: Page) => page.locator('#sidebar .row-title').allInnerTexts();
+
+test('caret and scroll position outlive tab switches and a restart', async () => {
+  const lines = Array.from({ length: 400 }, (_, i) => `linha ${i}`).join('\n');
+  const notes = [{ id: 'long', text: lines }, { id: 'other', text: 'outra' }];
+  const state = { version: 1, notes, tabs: { open: ['long', 'other'], active: 'long' } };
+  const { page, context } = await open(browser, { before: `localStorage['quendo-state'] ??= ${JSON.stringify(JSON.stringify(state))};` });
+  await page.focus('.cm-content');
+  for (let i = 0; i < 6; i++) await page.keyboard.press('PageDown');
+  await page.keyboard.press('ArrowRight');
+  const visible = () =>
+    page.evaluate(() => {
+      const top = (document.querySelector('.cm-scroller')?.getBoundingClientRect().top ?? 0) + 25;
+      const line = [...document.querySelectorAll('.cm-line')].find((one) => one.getBoundingClientRect().bottom > top);
+      return line?.textContent;
+    });
+  const first = await visible();
+  assert.notEqual(first, 'linha 0');
+  await page.keyboard.press('Control+Shift+BracketRight');
+  assert.equal(await page.innerText('[role=tab][aria-selected=true]'), 'outra');
+  await page.keyboard.press('Control+Shift+BracketLeft');
+  assert.equal(await visible(), first);
+  for (let i = 0; i < 3; i++) {
+    await restart(page);
+    await page.waitForFunction((wanted) => document.querySelector('.cm-content')?.textContent?.includes(wanted ?? ''), first);
+    await page.waitForTimeout(150);
+    assert.equal(await visible(), first, `restart ${i}`);
+  }
+  await page.keyboard.type('AQUI');
+  const [long = ''] = await noteTexts(page);
+  assert.match(long, /^l(?:inha \d+\n)*l?AQUIinha/m);
+  assert.ok(long.indexOf('AQUI') > 100);
+  await context.close();
+});
+
+test('closed tabs come back after a restart, deleted notes too', async () => {
+  const { page, context } = await open(browser);
+  await write(page, 'um', 'dois', 'tres');
+  await page.keyboard.press('Alt+w');
+  await page.evaluate("quendoSwitchOpenTab(-1)");
+  await page.keyboard.press('Control+Shift+p');
+  await page.keyboard.type('delete note');
+  await page.keyboard.press('Enter');
+  assert.deepEqual(await tabs(page), ['dois']);
+  await restart(page);
+  await page.evaluate('quendoReopenClosedTab()');
+  await page.evaluate('quendoReopenClosedTab()');
+  assert.deepEqual((await tabs(page)).sort(), ['dois', 'tres', 'um']);
+  await context.close();
+});
+
+test('a pinned note stays first in the list', async () => {
+  const { page, context } = await open(browser);
+  await write(page, 'fixa', 'dois');
+  await page.evaluate('quendoSwitchOpenTab(-1)');
+  await page.click('#noteMenuButton');
+  await page.click('[data-command=pin]');
+  await write(page, 'tres');
+  assert.deepEqual(await rows(page), ['fixa', 'tres', 'dois']);
+  assert.equal(await page.getAttribute('.row .pin', 'aria-label'), 'Pinned:');
+  await restart(page);
+  await page.waitForSelector('.row .pin');
+  assert.deepEqual(await rows(page), ['fixa', 'tres', 'dois']);
+  await page.click('.row >> text=fixa');
+  await page.click('#noteMenuButton');
+  await page.click('text=Unpin note');
+  await page.waitForFunction(() => !document.querySelector('.row .pin'));
+  await context.close();
+});
+
+test('the bin gives notes back, and is emptied only when that is agreed to', async () => {
+  const { page, context } = await open(browser);
+  await write(page, 'um', 'dois', 'tres');
+  for (let i = 0; i < 2; i++) {
+    await page.click('#noteMenuButton');
+    await page.click('[data-command=delete]');
+  }
+  await page.click('.bin-button');
+  await page.waitForFunction(() => document.querySelectorAll('.bin .row').length === 2);
+  await page.keyboard.press('ArrowDown');
+  await page.keyboard.press('Enter');
+  assert.equal((await noteTexts(page)).length, 2);
+  assert.equal(await page.locator('dialog').count(), 0);
+  await page.click('.bin-button');
+  await page.click('text=Empty the bin…');
+  assert.equal(await page.innerText('.question'), 'Delete 1 note for good?');
+  await page.keyboard.press('Enter');
+  await page.waitForFunction(() => !document.querySelector('dialog'));
+  await page.click('.bin-button');
+  await page.waitForSelector('.bin .row');
+  await page.click('text=Empty the bin…');
+  await page.click('text=Delete for good');
+  await page.click('.bin-button');
+  await page.waitForSelector('text=The bin is empty. Deleted notes');
+  await context.close();
+});
+
+test('the palette runs what it finds, from anywhere, with the host too', async () => {
+  for (const before of [undefined, fakeHost()]) {
+    const { page, context, trouble } = await open(browser, before ? { before } : {});
+    await page.evaluate('createNote()');
+    await page.keyboard.type('texto');
+    await page.keyboard.press('Control+Shift+p');
+    await page.keyboard.type('dark appe');
+    const first = '.palette-row[aria-selected=true]';
+    assert.match(await page.innerText(first), /Dark appearance/);
+    assert.ok((await page.locator(`${first} mark`).count()) >= 8);
+    assert.equal(await page.getAttribute('.palette-field', 'aria-activedescendant'), 'palette-themeDark');
+    await page.keyboard.press('Enter');
+    assert.equal(await page.getAttribute('html', 'data-theme'), 'dark');
+    await page.keyboard.type('!');
+    assert.deepEqual(await noteTexts(page), ['texto!'], 'the focus is back in the text');
+    await page.keyboard.press('Control+Shift+p');
+    await page.keyboard.type('xyzzy');
+    await page.waitForSelector('text=No command like “xyzzy”.');
+    await page.keyboard.press('Enter');
+    await page.keyboard.press('Escape');
+    assert.deepEqual(trouble, []);
+    await context.close();
+  }
+});
+
+test('theme and text size are kept, and the theme follows the desktop when it is to', async () => {
+  const { page, context } = await open(browser, { colorScheme: 'light' });
+  const theme = () => page.getAttribute('html', 'data-theme');
+  const size = () => page.evaluate(() => Number.parseFloat(getComputedStyle(document.body).fontSize));
+  await write(page, 'um');
+  assert.equal(await theme(), 'light');
+  await page.emulateMedia({ colorScheme: 'dark' });
+  await page.waitForSelector('html[data-theme=dark]');
+  await page.selectOption('.theme', 'light');
+  assert.equal(await theme(), 'light');
+  await page.keyboard.press('Control+Equal');
+  await page.keyboard.press('Control+Shift+Equal');
+  assert.equal(await size(), 14 * 1.25);
+  await restart(page);
+  assert.equal(await theme(), 'light');
+  assert.equal(await page.inputValue('.theme'), 'light');
+  assert.equal(await size(), 14 * 1.25);
+  await page.keyboard.press('Control+Minus');
+  assert.ok(Math.abs((await size()) - 14 * 1.1) < 0.01);
+  await page.keyboard.press('Control+0');
+  assert.equal(await size(), 14);
+  await context.close();
+});
+
+test('a click lands where it points after the text was made larger', async () => {
+  const { page, context } = await open(browser);
+  await page.keyboard.press('Alt+n');
+  for (let i = 0; i < 12; i++) await page.keyboard.type(`linha ${i}\n`);
+  for (let i = 0; i < 4; i++) await page.keyboard.press('Control+Equal');
+  const line = page.locator('.cm-line').nth(8);
+  const box = await line.boundingBox();
+  assert.ok(box);
+  await page.mouse.click(box.x + box.width - 5, box.y + box.height / 2);
+  await page.keyboard.type('!');
+  assert.match((await noteTexts(page))[0] ?? '', /linha 8!\n/);
+  await context.close();
+});
+
+test('all that is there stays within reach with large text in a small window', async () => {
+  const { page, context } = await open(browser, { width: 880, height: 600 });
+  await write(page, 'uma nota com um título um tanto comprido', 'dois');
+  for (let i = 0; i < 6; i++) await page.keyboard.press('Control+Equal');
+  const outside = await page.evaluate(() =>
+    [...document.querySelectorAll('button, select, input, .cm-content')]
+      .filter((element) => element.checkVisibility())
+      .filter((element) => {
+        const { left, right, top, bottom } = element.getBoundingClientRect();
+        const clipped = element.closest('.tabs, .toasts, .cm-editor, [aria-hidden]');
+        return !clipped && (left < 0 || right > innerWidth + 1 || top < 0 || bottom > innerHeight + 1);
+      })
+      .map((element) => element.outerHTML.slice(0, 100)),
+  );
+  assert.deepEqual(outside, []);
+  await context.close();
+});
+
+test('quick capture leaves caret, selection and scroll of the note alone', async () => {
+  const { page, context } = await open(browser, { before: fakeHost() });
+  await page.evaluate('createNote()');
+  await page.keyboard.type('antes meio depois');
+  await page.keyboard.press('Home');
+  for (let i = 0; i < 4; i++) await page.keyboard.press('Shift+ArrowRight');
+  await page.evaluate('openCapture()');
+  await page.keyboard.type('uma ideia');
+  await page.evaluate("quendoOpenNativeFiles([{name:'a.md',content:'chegou'}])");
+  await page.evaluate('quendoSwitchOpenTab(-1)');
+  await page.keyboard.type('X');
+  const state = await page.evaluate('JSON.parse(quendoPrepareForTermination().serialized)') as Awaited<ReturnType<typeof lastState>>;
+  assert.equal(state.captureDraft, 'uma ideia');
+  assert.equal((state.notes as Array<{ text: string }>)[0]?.text, 'Xs meio depois');
+  await context.close();
+});
+
+test('motion stops where the system asks for that', async () => {
+  const { page, context } = await open(browser);
+  const moving = () =>
+    page.evaluate(() =>
+      [...document.querySelectorAll('*')].filter((element) => {
+        const { animationName, transitionDuration } = getComputedStyle(element);
+        return animationName !== 'none' || !/^0s(, 0s)*$/.test(transitionDuration);
+      }).length,
+    );
+  await page.keyboard.press('Control+k');
+  assert.ok((await moving()) > 0);
+  await page.emulateMedia({ reducedMotion: 'reduce' });
+  assert.equal(await moving(), 0);
+  await context.close();
+});

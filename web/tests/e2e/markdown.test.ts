@@ -1,0 +1,110 @@
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import type { Browser } from 'playwright-core';
+import { fakeHost, launch, noteTexts, open, typingCost } from './browser';
+
+let browser: Browser;
+before(async () => {
+  browser = await launch();
+});
+after(() => browser.close());
+
+const withState = (notes: ReadonlyArray<Record<string, unknown>>) =>
+  fakeHost({ version: 1, notes, tabs: { open: notes.map(({ id }) => id), active: notes[0]?.id } });
+
+test('Markdown shows what it means while it is written', async () => {
+  const { page, context, trouble } = await open(browser);
+  await page.keyboard.press('Alt+n');
+  await page.keyboard.insertText('# Um\n\na **b** ~~c~~ `d`\n\n> e\n\n---\n\n| f | g |\n|---|---|\n| 1 | 2 |\n\n```js\nconst h = 1;\n```\n');
+  const classes = ['md-heading-1', 'md-strong', 'md-struck', 'md-inline-code', 'md-line-quote', 'md-line-rule'];
+  for (const name of [...classes, 'md-line-table', 'md-line-code']) await page.waitForSelector(`.${name}`);
+  assert.equal(await page.innerText('.md-line-code .tok-keyword'), 'const');
+  const size = (selector: string) =>
+    page.evaluate((wanted) => Number.parseFloat(getComputedStyle(document.querySelector(wanted) as Element).fontSize), selector);
+  assert.ok((await size('.md-heading-1')) > (await size('.md-strong')) * 1.3);
+  assert.deepEqual(trouble, []);
+  await context.close();
+});
+
+test('a task is ticked by a press and by key', async () => {
+  const { page, context } = await open(browser);
+  await page.keyboard.press('Alt+n');
+  await page.keyboard.insertText('- [ ] um\n- [ ] dois');
+  await page.locator('.md-task').first().click();
+  assert.deepEqual(await noteTexts(page), ['- [x] um\n- [ ] dois']);
+  await page.keyboard.press('Control+Enter');
+  assert.deepEqual(await noteTexts(page), ['- [x] um\n- [x] dois']);
+  await page.keyboard.type('!');
+  assert.deepEqual(await noteTexts(page), ['- [x] um\n- [x] dois!'], 'the caret stayed');
+  await context.close();
+});
+
+test('lists go on, move by levels and end', async () => {
+  const { page, context } = await open(browser);
+  await page.keyboard.press('Alt+n');
+  await page.keyboard.type('1. um\ndois');
+  await page.keyboard.press('Enter');
+  await page.keyboard.press('Tab');
+  await page.keyboard.type('dentro');
+  await page.keyboard.press('Enter');
+  await page.keyboard.press('Shift+Tab');
+  await page.keyboard.type('fora');
+  const [text = ''] = await noteTexts(page);
+  assert.match(text, /^1\. um\n2\. dois\n {3}\d\. dentro\n\d\. fora$/);
+  await context.close();
+});
+
+test('bold and italic have keys', async () => {
+  const { page, context } = await open(browser);
+  await page.keyboard.press('Alt+n');
+  await page.keyboard.type('palavra');
+  await page.keyboard.press('Control+b');
+  await page.keyboard.press('Control+i');
+  assert.deepEqual(await noteTexts(page), ['***palavra***']);
+  await page.keyboard.press('Control+b');
+  assert.deepEqual(await noteTexts(page), ['*palavra*']);
+  await context.close();
+});
+
+test('a file is shown in the language of its name, also after it is saved under another', async () => {
+  const before = withState([
+    { id: 'a', text: 'def f():\n    return 1', name: 'a.py', format: 'plain', updated: 2 },
+    { id: 'b', text: 'let a = 1', name: 'b.txt', format: 'plain', updated: 1 },
+  ]);
+  const { page, context, trouble } = await open(browser, { before });
+  await page.waitForSelector('.is-code .tok-keyword >> text=def');
+  assert.equal(await page.getAttribute('.cm-content', 'spellcheck'), 'false');
+  await page.click('[role=tab] >> text=b.txt');
+  await page.waitForFunction(() => !document.querySelector('.is-code'));
+  assert.equal(await page.getAttribute('.cm-content', 'spellcheck'), 'true');
+  await page.evaluate("quendoNativeSaveAsDidFinish(true, 'b', 'b.swift', '')");
+  await page.waitForSelector('.is-code .tok-keyword >> text=let');
+  assert.deepEqual(trouble, []);
+  await context.close();
+});
+
+test('each line runs the way it is written', async () => {
+  const { page, context } = await open(browser);
+  await page.keyboard.press('Alt+n');
+  await page.keyboard.insertText('olá\nשלום\n- مرحبا');
+  await page.waitForFunction(() => document.querySelectorAll('.cm-line[dir=rtl]').length === 2);
+  assert.equal(await page.locator('.cm-line').nth(0).getAttribute('dir'), null);
+  await context.close();
+});
+
+test('typing stays quick in a text of twenty megabytes with everything in it', async () => {
+  const section = '## Título\n\nTexto com **negrito** e [um](http://b.c).\n\n- [ ] tarefa\n- [x] feita\n\n```js\nlet a = 1;\n```\n\n';
+  const long = section.repeat(Math.ceil(20_000_000 / section.length));
+  const before = `window.__QUENDO_IS_MAC__ = true; window.__QUENDO_NATIVE_STATE__ = { version: 1,
+    notes: [{ id: 'a', text: ${JSON.stringify(section)}.repeat(${long.length / section.length}), updated: 1 }],
+    tabs: { open: ['a'], active: 'a' } };`;
+  const { page, context } = await open(browser, { before });
+  await page.waitForSelector('.md-task');
+  await page.focus('.cm-content');
+  await page.keyboard.type('warm');
+  await page.waitForTimeout(500);
+  const cost = await typingCost(page);
+  // Far above what it takes, because machines differ: only what freezes the page fails here.
+  assert.ok(cost < 300, `${cost} ms a key`);
+  await context.close();
+});

@@ -1,0 +1,47 @@
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import type { Browser } from 'playwright-core';
+import { fakeHost, launch, messages, open, saved } from './browser';
+
+let browser: Browser;
+before(async () => {
+  browser = await launch();
+});
+after(() => browser.close());
+
+test('quitting never replaces a newer document, even one without a revision to stay below', async () => {
+  for (const revision of [undefined, 1, 'later']) {
+    const stored = { version: 2, revision, notes: [{ id: 'a', text: 'futuro' }], tabs: { open: ['a'] } };
+    const { page, context } = await open(browser, { before: fakeHost(stored) });
+    await page.keyboard.press('Control+Equal');
+    await page.keyboard.press('Control+Shift+p');
+    await page.keyboard.type('pin note');
+    await page.keyboard.press('Enter');
+    await page.click('#sidebar');
+    await page.evaluate("window.dispatchEvent(new Event('blur')); window.dispatchEvent(new Event('pagehide'))");
+    const final = await page.evaluate('quendoPrepareForTermination()') as { serialized: string; revision: number };
+    const document = JSON.parse(final.serialized) as Record<string, unknown>;
+    // The host goes by the revision beside the document from 1 on, else by the document's own.
+    assert.ok(final.revision < 1 && Number(document.revision) < 0, final.serialized);
+    assert.deepEqual({ ...document, revision }, { ...stored, revision });
+    await page.evaluate('quendoTerminationDidCancel()');
+    await page.waitForTimeout(400);
+    assert.deepEqual(await messages(page, 'quendoState'), []);
+    await context.close();
+  }
+});
+
+test('a key that saves tries again at once after a failure', async () => {
+  const { page, context } = await open(browser, { before: `${fakeHost()} host.answer = false;` });
+  await page.evaluate('createNote()');
+  await page.keyboard.type('x');
+  await page.waitForSelector('#saveState[data-state="failed"]');
+  await page.waitForFunction(() => (window as unknown as { host: { messages: unknown[] } }).host.messages.length >= 3);
+  await page.evaluate('host.answer = true');
+  const before = (await messages(page, 'quendoState')).length;
+  await page.evaluate('flushPendingSave()');
+  assert.equal((await messages(page, 'quendoState')).length, before + 1);
+  await page.waitForSelector(saved);
+  assert.match((await page.locator('.toast').allInnerTexts()).join(), /Everything is saved again/);
+  await context.close();
+});

@@ -1,0 +1,192 @@
+import assert from 'node:assert/strict';
+import { existsSync, readFileSync } from 'node:fs';
+import path from 'node:path';
+import { test } from 'node:test';
+import {
+  type Command,
+  type CommandTable,
+  keyOf,
+  menuFunctions,
+  pressedCommand,
+  shownKey,
+} from '../../src/commands/command';
+import type { Context } from '../../src/commands/context';
+import { guideSections } from '../../src/commands/guide';
+import { keyLabel, matchesKey, menuOnlyKeys } from '../../src/commands/keys';
+import { paletteEntries } from '../../src/commands/palette';
+import { commands, noteCommands, noteMenu } from '../../src/commands/table';
+import { t } from '../../src/i18n/language';
+import { fuzzyMatch } from '../../src/text/fuzzy';
+
+const table: CommandTable = commands;
+const context = (native: boolean, active: object | null = { pinned: false }) =>
+  ({
+    port: { native },
+    workspace: { activeNote: active },
+    share: { busy: false },
+  }) as unknown as Context;
+
+/** The host's menu actions, and the commands they are here. */
+const actions: Record<string, string> = {
+  newNote: 'newNote',
+  quickCapture: 'capture',
+  importFiles: 'import',
+  saveNow: 'save',
+  saveAsCurrentNote: 'saveAs',
+  copyForWhatsApp: 'whatsapp',
+  searchNotes: 'search',
+  showShortcutGuide: 'guide',
+  previousTab: 'prevTab',
+  nextTab: 'nextTab',
+  showAllTabs: 'overview',
+  reopenClosedTab: 'reopen',
+  closeCurrentTab: 'closeTab',
+  closeOtherTabs: 'closeOthers',
+  closeTabsToRight: 'closeRight',
+  closeAllTabs: 'closeAll',
+};
+
+test('each call of the host menu runs its command and no other', () => {
+  const snippets: Record<string, string> = {
+    'createNote()': 'newNote',
+    'openCapture()': 'capture',
+    'exportMarkdown()': 'exportMarkdown',
+    'flushPendingSave()': 'save',
+    'quendoSaveAsCurrentNote()': 'saveAs',
+    'quendoCloseCurrentTab()': 'closeTab',
+    "quendoRequestCloseTabs('others')": 'closeOthers',
+    "quendoRequestCloseTabs('right')": 'closeRight',
+    "quendoRequestCloseTabs('all')": 'closeAll',
+    'quendoReopenClosedTab()': 'reopen',
+    'quendoSwitchOpenTab(-1)': 'prevTab',
+    'quendoSwitchOpenTab(1)': 'nextTab',
+    'quendoShowTabOverview()': 'overview',
+    'quendoOpenShortcutGuide()': 'guide',
+  };
+  const ran: Command[] = [];
+  const functions = menuFunctions(table, (command) => ran.push(command));
+  for (const [snippet, name] of Object.entries(snippets)) {
+    ran.length = 0;
+    const call = new Function(...Object.keys(functions), `return ${snippet}`);
+    assert.equal(call(...Object.values(functions)), undefined, snippet);
+    assert.deepEqual(ran, [table[name]], snippet);
+  }
+  ran.length = 0;
+  functions.quendoRequestCloseTabs?.('some');
+  functions.quendoSwitchOpenTab?.(7);
+  assert.deepEqual(ran, [], 'what is not known does nothing');
+  const called = Object.values(table).filter((command) => command.call);
+  assert.equal(called.length, Object.keys(snippets).length);
+});
+
+test('keys are those of the host menu', (context) => {
+  const file = path.resolve('../src/menu/MainMenu.cpp');
+  if (!existsSync(file)) return context.skip('the host is not here');
+  const modifiers: Record<string, string> = {
+    kCommand: 'Mod-',
+    kCommandShift: 'Mod-Shift-',
+    kCommandOption: 'Mod-Alt-',
+    kCommandOptionShift: 'Mod-Alt-Shift-',
+  };
+  const item = /(host|platform)Item\("[^"]+", MenuAction::(\w+)(?:, "(.)"(?:, (\w+))?)?\)/g;
+  const found = [...readFileSync(file, 'utf8').matchAll(item)];
+  assert.ok(found.length > 20);
+  const owned = new Set<string>();
+  for (const [, , action = '', letter, modifier = 'kCommand'] of found) {
+    const key = letter && `${modifiers[modifier]}${letter}`;
+    const name = actions[action];
+    if (key) owned.add(key);
+    if (name) assert.equal(table[name]?.key, key, action);
+  }
+  for (const [name, { key, listens }] of Object.entries(table)) {
+    if (key) assert.equal(owned.has(key), listens === undefined, `${name}: ${key}`);
+  }
+  for (const key of menuOnlyKeys) assert.ok(owned.has(key), key);
+});
+
+test('no two commands share a key, in the host or in a browser', () => {
+  for (const native of [true, false]) {
+    const keys = Object.values(table).flatMap((command) => keyOf(command, native) ?? []);
+    assert.equal(new Set(keys).size, keys.length);
+    for (const key of keys) {
+      const found = pressedCommand(table, native, (wanted) => wanted === key);
+      const owner = Object.values(table).find((command) => keyOf(command, native) === key);
+      assert.equal(found, native && !owner?.listens ? undefined : owner, key);
+    }
+  }
+});
+
+test('the guide has every command once, as the table names it', () => {
+  for (const native of [true, false]) {
+    const rows = guideSections(context(native), table, noteCommands).flatMap((section) => section.rows);
+    for (const command of Object.values(table)) {
+      const [row, ...more] = rows.filter(({ label }) => label === command.label);
+      assert.deepEqual(more, [], command.label);
+      const keys = shownKey(command, context(native));
+      if (keys) assert.deepEqual(row, { label: command.label, keys });
+      else assert.ok(row && 'elsewhere' in row, command.label);
+    }
+  }
+});
+
+test('the palette has every command that can be run, and the menu those of the note', () => {
+  const here = context(true);
+  const entries = paletteEntries(here, table, '');
+  assert.deepEqual(
+    entries.map(({ name }) => name),
+    Object.keys(table).filter((name) => name !== 'palette'),
+  );
+  for (const { name, label, keys } of entries) {
+    const command = table[name];
+    assert.ok(command);
+    assert.equal(label, t(command.label));
+    assert.equal(keys, shownKey(command, here));
+  }
+  const items = noteMenu(here).flat();
+  assert.deepEqual(items.map(({ name }) => name), noteCommands.flat());
+  for (const { name, label, keys } of items) {
+    assert.equal(label, table[name]?.label);
+    assert.equal(keys, entries.find((entry) => entry.name === name)?.keys);
+  }
+});
+
+test('what makes no sense now is left out of the palette, and greyed in the menu', () => {
+  const none = paletteEntries(context(true, null), table, '').map(({ name }) => name);
+  assert.ok(!none.includes('saveAs') && !none.includes('pin') && none.includes('newNote'));
+  assert.ok(noteMenu(context(true, null)).flat().find(({ name }) => name === 'pin')?.disabled);
+  const pinned = paletteEntries(context(true, { pinned: true }), table, '');
+  assert.equal(pinned.find(({ name }) => name === 'pin')?.label, t('cmd.unpin'));
+});
+
+test('names are found by what one remembers of them', () => {
+  const first = (query: string) => paletteEntries(context(true), table, query)[0]?.name;
+  assert.equal(first('salvar como'), 'saveAs');
+  assert.equal(first('lixeira'), 'bin');
+  assert.equal(first('aum'), 'zoomIn');
+  assert.equal(first('prox'), 'nextTab', 'without the accent');
+  assert.equal(first('fo a'), 'closeOthers');
+  assert.deepEqual(paletteEntries(context(true), table, 'xyzzy'), []);
+});
+
+test('a fuzzy match tells where it is, and likes words and runs', () => {
+  assert.deepEqual(fuzzyMatch('sc', 'Salvar como')?.at, [0, 7]);
+  assert.deepEqual(fuzzyMatch('ão', '🎉 Ação')?.at, [5, 6]);
+  assert.equal(fuzzyMatch('oc', 'com'), null);
+  assert.deepEqual(fuzzyMatch('', 'x')?.at, []);
+  const [run, scattered] = [fuzzyMatch('aba', 'Fechar aba'), fuzzyMatch('aba', 'a lista baixa')];
+  assert.ok(run && scattered && run.score > scattered.score);
+  assert.ok(fuzzyMatch('a'.repeat(40), 'a'.repeat(60)), 'quick with many ways to match');
+});
+
+test('keys of the text size are known on any keyboard', () => {
+  const press = (key: string, code: string, shiftKey = false) =>
+    ({ key, code, shiftKey, ctrlKey: true, metaKey: false, altKey: false }) as KeyboardEvent;
+  for (const event of [press('+', 'Equal', true), press('=', 'Equal'), press('+', 'NumpadAdd')]) {
+    assert.ok(matchesKey(event, 'Mod-plus'), event.code);
+  }
+  assert.ok(matchesKey(press('-', 'Slash'), 'Mod-minus'));
+  assert.ok(matchesKey(press('à', 'Digit0'), 'Mod-0'));
+  assert.ok(!matchesKey(press('p', 'KeyP'), 'Mod-Shift-p'));
+  assert.ok(matchesKey(press('P', 'KeyP', true), 'Mod-Shift-p'));
+  assert.equal(keyLabel('Mod-plus'), 'Ctrl++');
+});

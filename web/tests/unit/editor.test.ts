@@ -1,0 +1,165 @@
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { highlightTree } from '@lezer/highlight';
+import { SearchQuery } from '@codemirror/search';
+import { EditorSelection, EditorState, Text, type Transaction } from '@codemirror/state';
+import type { Command, EditorView } from '@codemirror/view';
+import { runsLeftwards } from '../../src/editor/direction';
+import { classNames } from '../../src/editor/highlight';
+import { languageNamed, languageOfFence, syntaxOf } from '../../src/editor/languages';
+import { joinLines } from '../../src/editor/lines';
+import { indentItems, toggleMark } from '../../src/editor/markdownKeys';
+import { findMatches, placeOf } from '../../src/editor/matches';
+import { syntaxExtensions } from '../../src/editor/syntax';
+import { toggleTasks } from '../../src/editor/tasks';
+import { countString, countText } from '../../src/text/count';
+
+/** Runs a command on a text in which bars stand for carets, a pair of brackets ‹› for a selection. */
+function run(command: Command, marked: string): string {
+  const ranges: ReturnType<typeof EditorSelection.range>[] = [];
+  let doc = '';
+  let open = -1;
+  for (const character of marked) {
+    if (character === '|') ranges.push(EditorSelection.cursor(doc.length));
+    else if (character === '‹') open = doc.length;
+    else if (character === '›') ranges.push(EditorSelection.range(open, doc.length));
+    else doc += character;
+  }
+  let state = EditorState.create({
+    doc,
+    selection: EditorSelection.create(ranges),
+    extensions: [EditorState.allowMultipleSelections.of(true), syntaxExtensions('markdown', Text.of(doc.split('\n')))],
+  });
+  const dispatch = (spec: Transaction | Parameters<EditorState['update']>[0]) => {
+    state = 'startState' in spec ? spec.state : state.update(spec).state;
+  };
+  command({ get state() { return state; }, dispatch } as unknown as EditorView);
+  const out = state.doc.toString();
+  return [...state.selection.ranges]
+    .reverse()
+    .reduce(
+      (text, { from, to }) =>
+        from === to
+          ? `${text.slice(0, from)}|${text.slice(from)}`
+          : `${text.slice(0, from)}‹${text.slice(from, to)}›${text.slice(to)}`,
+      out,
+    );
+}
+
+test('tasks are ticked, cleared and made', () => {
+  assert.equal(run(toggleTasks, '- [ ] a|'), '- [x] a|');
+  assert.equal(run(toggleTasks, '- [X] a|'), '- [ ] a|');
+  assert.equal(run(toggleTasks, '1. a|'), '1. [ ] a|');
+  assert.equal(run(toggleTasks, '> - [ ] a|'), '> - [x] a|');
+  assert.equal(run(toggleTasks, '‹- [ ] a\n- [x] b›'), '‹- [x] a\n- [ ] b›');
+  assert.equal(run(toggleTasks, 'a|'), 'a|');
+  assert.equal(run(toggleTasks, '```\n- [ ] a|\n```'), '```\n- [ ] a|\n```');
+});
+
+test('marks go around what is selected and away again', () => {
+  assert.equal(run(toggleMark('**'), 'a ‹bc› d'), 'a **‹bc›** d');
+  assert.equal(run(toggleMark('**'), 'a **‹bc›** d'), 'a ‹bc› d');
+  assert.equal(run(toggleMark('*'), 'a **‹bc›** d'), 'a ***‹bc›*** d');
+  assert.equal(run(toggleMark('*'), 'a ***‹bc›*** d'), 'a **‹bc›** d');
+  assert.equal(run(toggleMark('*'), 'uma pal|avra'), 'uma *pal|avra*');
+  assert.equal(run(toggleMark('*'), '‹a› ‹b›'), '*‹a›* *‹b›*');
+});
+
+test('items of a list move in and out by levels', () => {
+  const [inwards, outwards] = [indentItems(false), indentItems(true)];
+  assert.equal(run(inwards, '- a\n- b|'), '- a\n  - b|');
+  assert.equal(run(inwards, '1. a\n2. b|'), '1. a\n   2. b|');
+  assert.equal(run(inwards, '- a\n  - b|'), '- a\n  - b|');
+  assert.equal(run(inwards, '- a|'), '- a|');
+  assert.equal(run(outwards, '1. a\n   - b|'), '1. a\n- b|');
+  assert.equal(run(outwards, '- a|'), '- a|');
+  assert.equal(run(inwards, '- a\n‹- b\n- c›'), '- a\n  ‹- b\n  - c›');
+});
+
+test('lines are joined with one blank', () => {
+  assert.equal(run(joinLines, 'a|\n  b'), 'a| b');
+  assert.equal(run(joinLines, '‹a  \nb\n\nc›'), 'a b| c');
+  assert.equal(run(joinLines, 'a|'), 'a|');
+});
+
+test('every kind of file has its language', async () => {
+  const samples: Record<string, readonly [code: string, text: string]> = {
+    csv: ['a,"b, c",d', '"b, c"'],
+    json: ['{"a": true}', 'true'],
+    html: ['<p class="a">b</p>', '"a"'],
+    css: ['a { color: red }', 'color'],
+    js: ['const a = "b"', 'const'],
+    ts: ['interface A {}', 'interface'],
+    py: ['def a(): pass', 'def'],
+    sql: ['select a from b', 'select'],
+    yaml: ['a: "b"', '"b"'],
+    xml: ['<a b="c"/>', '"c"'],
+    sh: ['if true; then echo a; fi', 'if'],
+    c: ['int a = 1;', '1'],
+    cpp: ['class A {};', 'class'],
+    cs: ['public class A {}', 'public'],
+    java: ['public class A {}', 'public'],
+    go: ['func a() {}', 'func'],
+    rs: ['fn a() {}', 'fn'],
+    swift: ['let a = 1', 'let'],
+    kt: ['fun a() {}', 'fun'],
+    php: ['<?php echo "a";', 'echo'],
+    rb: ['def a; end', 'def'],
+  };
+  assert.equal(Object.keys(samples).length + 2, 23);
+  for (const [extension, [code, text]] of Object.entries(samples)) {
+    const note = { fileName: `a.${extension}`, name: null, format: 'markdown' } as const;
+    assert.equal(syntaxOf(note), extension);
+    const support = await languageNamed(extension)?.load();
+    assert.ok(support, extension);
+    const marked: string[] = [];
+    highlightTree(support.language.parser.parse(code), classNames, (from, to) => marked.push(code.slice(from, to)));
+    assert.ok(marked.some((part) => part.trim() === text), `${extension}: ${JSON.stringify(marked)}`);
+  }
+});
+
+test('the name of the file decides, then the kind of note', () => {
+  const plain = { fileName: null, name: null, format: 'plain' } as const;
+  assert.equal(syntaxOf(plain), 'plain');
+  assert.equal(syntaxOf({ ...plain, name: 'a.MD' }), 'markdown');
+  assert.equal(syntaxOf({ ...plain, name: 'a.md', fileName: 'b.py' }), 'py');
+  assert.equal(syntaxOf({ ...plain, format: 'markdown', fileName: 'a.txt' }), 'markdown');
+  assert.equal(languageOfFence('Python {1,2}')?.name, 'py');
+  assert.equal(languageOfFence('nada'), null);
+});
+
+test('matches are counted across pieces, each once', () => {
+  const count = (doc: string, query: SearchQuery) => {
+    const state = EditorState.create({ doc });
+    const results = [...findMatches(state, query)];
+    return results.at(-1)?.starts ?? [];
+  };
+  const line = 'Ação e ação, reação\n';
+  const doc = line.repeat(20_000);
+  assert.equal(count(doc, new SearchQuery({ search: 'ação' })).length, 60_000);
+  assert.equal(count(doc, new SearchQuery({ search: 'ação', caseSensitive: true })).length, 40_000);
+  assert.equal(count(doc, new SearchQuery({ search: 'ação', wholeWord: true })).length, 40_000);
+  assert.equal(count(doc, new SearchQuery({ search: '^a', regexp: true })).length, 20_000);
+  assert.deepEqual(count('a\nb', new SearchQuery({ search: 'x' })), []);
+  assert.deepEqual(count('', new SearchQuery({ search: 'x' })), []);
+  assert.equal(placeOf([2, 5, 9], 5), 2);
+  assert.equal(placeOf([2, 5, 9], 6), 0);
+});
+
+test('words and characters are counted as readers do', () => {
+  assert.deepEqual(countString('Olá, mundo! d’água 3.14 🎉'), { words: 4, characters: 25 });
+  assert.equal(countString('日本語 text').words, 4);
+  assert.equal(countString('').words, 0);
+  const lines = Array.from({ length: 5000 }, (_, i) => `linha ${i}`);
+  const counting = countText(Text.of(lines));
+  let result = counting.next();
+  while (!result.done) result = counting.next();
+  assert.deepEqual(result.value, countString(lines.join('\n')));
+});
+
+test('a line runs the way of its first letter', () => {
+  assert.ok(runsLeftwards('שלום world'));
+  assert.ok(runsLeftwards('- 12 مرحبا'));
+  assert.ok(!runsLeftwards('hello שלום'));
+  assert.ok(!runsLeftwards('123'));
+});

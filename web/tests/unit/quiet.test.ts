@@ -1,0 +1,73 @@
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { QuietTime } from '../../src/state/quiet';
+
+/** Quiet time on a clock on which each piece of work takes a millisecond. */
+function bench(pieces: number) {
+  let now = 0;
+  let left = pieces;
+  let timers: Array<{ at: number; run: () => void }> = [];
+  const turns: number[] = [];
+  const quiet = new QuietTime({
+    now: () => now,
+    setTimer: (run, delay) => {
+      const timer = { at: now + delay, run };
+      timers.push(timer);
+      return timer;
+    },
+    clearTimer: (timer) => {
+      timers = timers.filter((one) => one !== timer);
+    },
+  });
+  const work = { next: () => ({ done: left-- <= 0, value: now++ }) };
+  const advance = (until: number) => {
+    for (;;) {
+      const due = timers.find(({ at }) => at <= until);
+      if (!due) break;
+      timers = timers.filter((one) => one !== due);
+      now = Math.max(now, due.at);
+      const started = now;
+      due.run();
+      turns.push(now - started);
+    }
+    now = Math.max(now, until);
+  };
+  return { quiet, work, advance, turns, at: () => now };
+}
+
+test('work is cut into slices that no key has to wait for', () => {
+  const { quiet, work, advance, turns } = bench(40);
+  let ran = 0;
+  quiet.after(work, () => ran++);
+  advance(100);
+  assert.equal(ran, 1);
+  assert.ok(turns.length >= 8 && turns.every((length) => length <= 5), turns.join());
+});
+
+test('what is waited for comes once the keys are still, or after a second of them', () => {
+  const { quiet, work, advance, at } = bench(0);
+  let ranAt = -1;
+  const start = () => quiet.after(work, () => (ranAt = at()));
+  quiet.disturbed();
+  start();
+  advance(119);
+  assert.equal(ranAt, -1);
+  advance(130);
+  assert.equal(ranAt, 120);
+  ranAt = -1;
+  start();
+  const from = at();
+  while (ranAt < 0 && at() < from + 3000) {
+    quiet.disturbed();
+    advance(at() + 50);
+  }
+  assert.ok(ranAt - from <= 1050 && ranAt - from >= 950, String(ranAt - from));
+});
+
+test('what was called off does not come', () => {
+  const { quiet, work, advance } = bench(10);
+  let ran = 0;
+  quiet.after(work, () => ran++)();
+  advance(5000);
+  assert.equal(ran, 0);
+});

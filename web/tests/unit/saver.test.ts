@@ -1,0 +1,253 @@
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { Saver, type SaveStatus } from '../../src/state/saver';
+
+/** A saver on a clock that is moved by hand, and a host that only notes what it is sent. */
+function bench() {
+  let now = 0;
+  let text = 0;
+  let revision = 0;
+  const idle = { hold: false, release: () => {} };
+  const broken = { value: false };
+  const timers: Array<{ at: number; run: () => void }> = [];
+  const sent: Array<{ serialized: string; revision: number; at: number }> = [];
+  const statuses: SaveStatus[] = [];
+  const saver = new Saver({
+    clock: {
+      now: () => now,
+      setTimer: (run, delay) => {
+        const timer = { at: now + delay, run };
+        timers.push(timer);
+        return timer;
+      },
+      clearTimer: (timer) => {
+        const at = timers.indexOf(timer as (typeof timers)[number]);
+        if (at >= 0) timers.splice(at, 1);
+      },
+    },
+    whenIdle: (run) => {
+      if (idle.hold) idle.release = run;
+      else run();
+      return () => {
+        idle.release = () => undefined;
+      };
+    },
+    prepare: () => {
+      if (broken.value) throw new RangeError('Invalid string length');
+      return { serialized: `text ${text}`, revision: ++revision };
+    },
+    send: (serialized, sentRevision) => sent.push({ serialized, revision: sentRevision, at: now }),
+    onStatus: (status) => statuses.push(status),
+  });
+  const advance = (ms: number) => {
+    const until = now + ms;
+    for (;;) {
+      const due = timers.filter(({ at }) => at <= until).sort((a, b) => a.at - b.at)[0];
+      if (!due) break;
+      timers.splice(timers.indexOf(due), 1);
+      now = Math.max(now, due.at);
+      due.run();
+    }
+    now = until;
+  };
+  const type = () => {
+    text++;
+    saver.changed();
+  };
+  return { saver, sent, statuses, advance, type, idle, broken };
+}
+
+test('a change is saved after a pause', () => {
+  const { saver, sent, advance, type } = bench();
+  assert.equal(saver.status, 'saved');
+  type();
+  assert.equal(saver.status, 'unsaved');
+  advance(299);
+  assert.equal(sent.length, 0);
+  advance(1);
+  assert.equal(sent.length, 1);
+  assert.equal(saver.status, 'saving');
+  saver.answered(true, 1);
+  assert.equal(saver.status, 'saved');
+});
+
+test('typing on is saved every two seconds', () => {
+  const { saver, sent, advance, type } = bench();
+  for (let i = 0; i < 50; i++) {
+    type();
+    advance(100);
+    const last = sent.at(-1);
+    if (last) saver.answered(true, last.revision);
+  }
+  const times = sent.map(({ at }) => at);
+  assert.equal(times[0], 2000);
+  times.slice(1).forEach((at, i) => {
+    assert.ok(at - (times[i] ?? 0) <= 2100, times.join());
+  });
+});
+
+test('one save is out at a time, and the next carries the newest text', () => {
+  const { saver, sent, advance, type } = bench();
+  type();
+  advance(300);
+  type();
+  advance(400);
+  type();
+  saver.flush();
+  assert.equal(sent.length, 1);
+  saver.answered(true, 1);
+  assert.deepEqual(sent.map(({ serialized }) => serialized), ['text 1', 'text 3']);
+  assert.equal(saver.status, 'saving');
+  saver.answered(true, 2);
+  assert.equal(saver.status, 'saved');
+});
+
+test('an answer does not cover what was typed after the save', () => {
+  const { saver, advance, type } = bench();
+  type();
+  advance(300);
+  type();
+  saver.answered(true, 1);
+  assert.equal(saver.status, 'unsaved');
+});
+
+test('flush saves at once, and only what is not saved', () => {
+  const { saver, sent, type } = bench();
+  saver.flush();
+  assert.equal(sent.length, 0);
+  type();
+  saver.flush();
+  assert.equal(sent.length, 1);
+});
+
+test('failures are retried with longer and longer pauses', () => {
+  const { saver, sent, advance, type } = bench();
+  type();
+  advance(300);
+  const gaps: number[] = [];
+  for (let i = 0; i < 8; i++) {
+    const last = sent.at(-1);
+    assert.ok(last);
+    saver.answered(false, last.revision);
+    assert.equal(saver.status, 'failed');
+    const before = sent.length;
+    let waited = 0;
+    while (sent.length === before && waited < 90_000) {
+      advance(500);
+      waited += 500;
+    }
+    gaps.push(waited);
+  }
+  assert.deepEqual(gaps, [1000, 2000, 4000, 8000, 16_000, 32_000, 60_000, 60_000]);
+  assert.equal(saver.status, 'failed');
+  saver.answered(true, sent.at(-1)?.revision ?? 0);
+  assert.equal(saver.status, 'saved');
+});
+
+test('after failures a change does not wait for the next retry, nor hurry it much', () => {
+  const { saver, sent, advance, type } = bench();
+  const fail = () => saver.answered(false, sent.at(-1)?.revision ?? 0);
+  type();
+  advance(300);
+  for (let i = 0; i < 7; i++) {
+    fail();
+    const before = sent.length;
+    while (sent.length === before) advance(1000);
+  }
+  fail();
+  const before = sent.length;
+  for (let i = 0; i < 49; i++) {
+    type();
+    advance(100);
+  }
+  assert.equal(sent.length, before);
+  advance(100);
+  assert.equal(sent.length, before + 1, 'five seconds after the last try');
+  fail();
+  type();
+  saver.flush();
+  assert.equal(sent.length, before + 2, 'a key that saves does not wait');
+});
+
+test('a document that cannot be put together is a failure like any other', () => {
+  const { saver, sent, statuses, advance, type, broken } = bench();
+  broken.value = true;
+  type();
+  advance(300);
+  assert.equal(sent.length, 0);
+  assert.deepEqual(statuses, ['unsaved', 'failed']);
+  broken.value = false;
+  advance(1000);
+  saver.answered(true, 1);
+  assert.equal(saver.status, 'saved');
+});
+
+test('only a save that was asked for goes out at once when the one before it is answered', () => {
+  const { saver, sent, advance, type, idle } = bench();
+  idle.hold = true;
+  type();
+  advance(300);
+  assert.equal(sent.length, 0, 'it waits for a quiet moment');
+  type();
+  advance(5000);
+  assert.equal(saver.status, 'unsaved');
+  idle.release();
+  assert.equal(sent.length, 1);
+  type();
+  advance(300);
+  idle.release();
+  saver.answered(true, 1);
+  assert.equal(sent.length, 1);
+  advance(0);
+  idle.release();
+  assert.equal(sent.length, 2);
+  type();
+  saver.flush();
+  saver.answered(true, 2);
+  assert.equal(sent.length, 3, 'asked for');
+});
+
+test('no answer counts as a failure, and a late one still counts for what it covers', () => {
+  const { saver, sent, advance, type } = bench();
+  type();
+  advance(300);
+  advance(30_000);
+  assert.equal(saver.status, 'failed');
+  saver.answered(true, 1);
+  assert.equal(saver.status, 'saved');
+  const before = sent.length;
+  advance(60_000);
+  assert.equal(sent.length, before);
+});
+
+test('an answer for an older revision never makes newer text saved', () => {
+  const { saver, sent, advance, type } = bench();
+  type();
+  advance(300);
+  advance(30_000);
+  type();
+  advance(2000);
+  assert.equal(sent.length, 2);
+  saver.answered(true, 1);
+  assert.notEqual(saver.status, 'saved');
+  saver.answered(false, 1);
+  assert.notEqual(saver.status, 'saved');
+  saver.answered(true, 2);
+  assert.equal(saver.status, 'saved');
+});
+
+test('an answer for a higher revision covers the lower ones', () => {
+  const { saver, advance, type } = bench();
+  type();
+  advance(300);
+  saver.answered(true, 99);
+  assert.equal(saver.status, 'saved');
+});
+
+test('answers that nobody waits for change nothing', () => {
+  const { saver, statuses } = bench();
+  saver.answered(true, 5);
+  saver.answered(false, 5);
+  saver.answered(true, Number.NaN);
+  assert.deepEqual(statuses, []);
+});

@@ -1,0 +1,212 @@
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { Text } from '@codemirror/state';
+import { emptyContents, type Note } from '../../src/state/model';
+import { readContents } from '../../src/state/read';
+import { contextOf, foldNotes, narrows, searchNotes } from '../../src/state/search';
+import { neighbour, tabsInScope } from '../../src/state/tabs';
+import { titleOf, Workspace } from '../../src/state/workspace';
+import { serialize } from '../../src/state/write';
+
+function workspaceWith(...texts: string[]) {
+  let now = 1000;
+  const workspace = new Workspace(emptyContents, false, () => now++);
+  const ids = texts.map((text) => {
+    const { id } = workspace.addNote({ text: Text.of(text.split('\n')) });
+    workspace.openTab(id);
+    return id;
+  });
+  return { workspace, ids };
+}
+
+test('a new tab stands beside the active one', () => {
+  const { workspace, ids } = workspaceWith('a', 'b', 'c');
+  assert.deepEqual(workspace.tabs.open, ids);
+  workspace.openTab(ids[0] ?? '');
+  const { id } = workspace.addNote({ text: Text.of(['d']) });
+  workspace.openTab(id);
+  assert.deepEqual(workspace.tabs.open, [ids[0], id, ids[1], ids[2]]);
+});
+
+test('closing the active tab passes to the right, then to the left', () => {
+  const { workspace, ids } = workspaceWith('a', 'b', 'c');
+  const [a = '', b = '', c = ''] = ids;
+  workspace.openTab(b);
+  workspace.closeTabs([b]);
+  assert.equal(workspace.tabs.active, c);
+  workspace.closeTabs([c]);
+  assert.equal(workspace.tabs.active, a);
+  workspace.closeTabs([a]);
+  assert.equal(workspace.tabs.active, null);
+  assert.equal(workspace.noteCount, 3);
+});
+
+test('closed tabs come back in reverse order at their places', () => {
+  const { workspace, ids } = workspaceWith('a', 'b', 'c');
+  const [a = '', b = '', c = ''] = ids;
+  workspace.closeTabs([a]);
+  workspace.closeTabs([c]);
+  assert.equal(workspace.reopenTab(), c);
+  assert.equal(workspace.reopenTab(), a);
+  assert.deepEqual(workspace.tabs.open, [a, b, c]);
+  assert.equal(workspace.reopenTab(), null);
+});
+
+test('scopes and neighbours', () => {
+  const { workspace, ids } = workspaceWith('a', 'b', 'c');
+  const [a = '', b = '', c = ''] = ids;
+  workspace.openTab(b);
+  assert.deepEqual(tabsInScope(workspace.tabs, 'others'), [a, c]);
+  assert.deepEqual(tabsInScope(workspace.tabs, 'right'), [c]);
+  assert.deepEqual(tabsInScope(workspace.tabs, 'all'), ids);
+  assert.equal(neighbour(workspace.tabs, 1), c);
+  workspace.openTab(c);
+  assert.equal(neighbour(workspace.tabs, 1), a);
+  workspace.openTab(a);
+  assert.equal(neighbour(workspace.tabs, -1), c);
+});
+
+test('a note in which nothing was written goes with its tab', () => {
+  const { workspace, ids } = workspaceWith(' \n', 'texto');
+  workspace.closeTabs(ids);
+  assert.equal(workspace.noteCount, 1);
+  assert.equal(workspace.reopenTab(), ids[1]);
+  assert.equal(workspace.reopenTab(), null);
+});
+
+test('a deleted note comes back whole, from the bin or as a closed tab', () => {
+  const { workspace, ids } = workspaceWith('a', 'b');
+  const [a = '', b = ''] = ids;
+  workspace.deleteNote(a);
+  assert.equal(workspace.note(a), null);
+  assert.equal(workspace.tabs.open.includes(a), false);
+  assert.equal(workspace.restoreNote(a), true);
+  assert.equal(workspace.restoreNote(a), false);
+  workspace.deleteNote(b);
+  assert.equal(workspace.reopenTab(), b);
+  assert.equal(workspace.note(b)?.text.toString(), 'b');
+  assert.deepEqual(workspace.contents.bin, []);
+});
+
+test('a note deleted while it had no tab comes back too', () => {
+  const { workspace, ids } = workspaceWith('a');
+  workspace.closeTabs(ids);
+  workspace.deleteNote(ids[0] ?? '');
+  assert.equal(workspace.reopenTab(), ids[0]);
+});
+
+test('changes are told once each; no change is not told', () => {
+  const { workspace, ids } = workspaceWith('a');
+  const seen: string[] = [];
+  workspace.onChange((change) => seen.push(change));
+  const note = workspace.note(ids[0] ?? '');
+  assert.ok(note);
+  workspace.setText(note.id, note.text);
+  workspace.openTab(note.id);
+  workspace.setCaptureDraft('');
+  workspace.setText(note.id, Text.of(['x']));
+  assert.ok(!seen.includes('notes'));
+  assert.equal(seen.filter((change) => change === 'text').length, 1);
+});
+
+test('an imported note keeps its file name as title', () => {
+  const { workspace } = workspaceWith();
+  const note = workspace.addNote({ text: Text.of(['# Outro']), name: 'plano.md' });
+  assert.equal(titleOf(note), 'plano.md');
+});
+
+test('the search finds titles and texts without regard to accents', () => {
+  const { workspace } = workspaceWith('Reunião', 'Lista\npão e maçã', 'Outra');
+  const found = (query: string) =>
+    [...searchNotes(workspace.notesInOrder(), query)].flatMap((f) => (f ? [titleOf(f.note)] : []));
+  assert.deepEqual(found('reuniao'), ['Reunião']);
+  assert.deepEqual(found('MACA'), ['Lista']);
+  assert.deepEqual(found('nada'), []);
+});
+
+test('the search finds a match across the pieces of a long text, with its surroundings', () => {
+  const text = `${'x'.repeat(299_998)}agulha ${'y'.repeat(100_000)}`;
+  const { workspace } = workspaceWith(`Longa\n${text}`);
+  const [found] = [...searchNotes(workspace.notesInOrder(), 'AGULHA')];
+  assert.ok(found && !found.inTitle);
+  assert.match(contextOf(found.note.text, 'AGULHA'), /^…x+agulha y/);
+});
+
+test('the surroundings of a match are the text as written, on one line', () => {
+  const text = Text.of(['Título', '', `${'palavra '.repeat(20)}pão`, '', 'e maçã', 'fim']);
+  assert.equal(contextOf(text, 'MACA'), '…palavra palavra pão e maçã fim');
+  assert.equal(contextOf(text, 'nada'), '');
+  assert.equal(contextOf(text, ''), '');
+});
+
+test('a longer query looks through what the shorter one found', () => {
+  assert.ok(narrows('ação', 'ac'));
+  assert.ok(narrows('x ac', 'AÇ'));
+  assert.ok(!narrows('ac', 'ação'));
+  assert.ok(!narrows('a', ''), 'all notes are not finds');
+  const { workspace } = workspaceWith('ação um', 'acaso', 'outra');
+  const found = (notes: Iterable<Note>, query: string) =>
+    [...searchNotes(notes, query)].flatMap((one) => (one ? [one.note] : []));
+  const all = workspace.notesInOrder();
+  const narrow = found(found(all, 'ac'), 'acao');
+  assert.deepEqual(narrow, found(all, 'acao'));
+});
+
+test('folding ahead finds the same, and pinned notes come first', () => {
+  const { workspace, ids } = workspaceWith('um ção', 'dois cao', 'três');
+  assert.equal([...foldNotes(workspace.notesInOrder())].length, 3);
+  workspace.setPinned(ids[0] ?? '', true);
+  const found = [...searchNotes(workspace.notesInOrder(), 'CAO')].flatMap((f) => (f ? [titleOf(f.note)] : []));
+  assert.deepEqual(found, ['um ção', 'dois cao']);
+  workspace.setPinned(ids[0] ?? '', false);
+  assert.equal(titleOf(workspace.notesInOrder()[0] as Note), 'três');
+});
+
+test('where a note was left is remembered until it is gone for good', () => {
+  const { workspace, ids } = workspaceWith('a', 'b');
+  const [a = '', b = ''] = ids;
+  assert.equal(workspace.setPlace(a, { anchor: 1, head: 0, top: 0 }), true);
+  assert.equal(workspace.setPlace(a, { anchor: 1, head: 0, top: 0 }), false);
+  assert.equal(workspace.setPlace('gone', { anchor: 1, head: 0, top: 0 }), false);
+  workspace.setPlace(b, { anchor: 0, head: 0, top: 0 });
+  const again = readContents(JSON.parse(serialize(workspace.contents, 1)), 5).contents;
+  assert.deepEqual([...again.places], [...workspace.contents.places]);
+  workspace.deleteNote(a);
+  assert.deepEqual(workspace.place(a), { anchor: 1, head: 0, top: 0 });
+  workspace.emptyBin();
+  assert.equal(workspace.place(a), null);
+});
+
+test('places that make no sense are left out', () => {
+  const places = { a: { anchor: -1, head: 'x', top: 1e300 }, b: 7, gone: { anchor: 1, head: 1, top: 1 } };
+  const { contents } = readContents({ notes: [{ id: 'a', text: 'x' }], places }, 5);
+  assert.deepEqual([...contents.places], [['a', { anchor: 0, head: 0, top: 0 }]]);
+});
+
+test('the bin is emptied for good, with the ways back to it', () => {
+  const { workspace, ids } = workspaceWith('a', 'b', 'c');
+  workspace.closeTabs([ids[1] ?? '']);
+  workspace.deleteNote(ids[0] ?? '');
+  workspace.deleteNote(ids[2] ?? '');
+  assert.deepEqual(workspace.bin.map(({ note }) => note.id), [ids[2], ids[0]], 'the latest first');
+  workspace.emptyBin();
+  assert.deepEqual(workspace.bin, []);
+  assert.equal(workspace.restoreNote(ids[0] ?? ''), false);
+  assert.equal(workspace.reopenTab(), ids[1]);
+  assert.equal(workspace.reopenTab(), null);
+});
+
+test('an imported file is found again while its note is unchanged, each note once', () => {
+  const { workspace } = workspaceWith('typed by hand');
+  const file = { text: Text.of(['a', 'b']), name: 'a.md', lineBreak: '\n' } as const;
+  assert.equal(workspace.importedNote(file, new Set()), null);
+  const first = workspace.addNote(file);
+  const second = workspace.addNote(file);
+  const again = { ...file, text: Text.of(['a', 'b']) };
+  assert.equal(workspace.importedNote(again, new Set())?.id, first.id);
+  assert.equal(workspace.importedNote(again, new Set([first.id]))?.id, second.id);
+  assert.equal(workspace.importedNote({ ...again, name: 'b.md' }, new Set()), null);
+  assert.equal(workspace.importedNote({ ...again, lineBreak: '\r\n' }, new Set()), null);
+  workspace.setText(first.id, Text.of(['changed']));
+  assert.equal(workspace.importedNote(again, new Set([second.id])), null);
+});
