@@ -89,34 +89,8 @@ suite_junit() {
   base=$results/$(file_name "$name")
   "${@//JUNIT/$base.xml}" >"$base.log" 2>&1 || status=$?
   ((status == 0)) || show_log "$base.log"
+  grep 'passed at attempt' "$base.log" || true
   count_junit "$base.xml"
-  settle "$name" "$status" $((SECONDS - started))
-}
-
-# Node's test runner, which tells its counts in the last lines. suite_node NAME COMMAND...
-suite_node() {
-  local name=$1 started=$SECONDS status=0
-  shift
-  local log
-  log=$results/$(file_name "$name").log
-  "$@" >"$log" 2>&1 </dev/null || status=$?
-  # A browser depends on how busy the machine is, as the desktop tests do: what fails is run once more.
-  if ((status != 0)) && [[ $name == *Chromium* ]]; then
-    show_log "$log"
-    say "$name: failed; once more."
-    status=0
-    "$@" >"$log" 2>&1 </dev/null || status=$?
-  fi
-  ((status == 0)) || show_log "$log"
-  counted=(0 0 0)
-  local mark word number
-  while read -r mark word number; do
-    case $word in
-      pass) counted[0]=$((counted[0] + number)) ;;
-      fail | cancelled) counted[1]=$((counted[1] + number)) ;;
-      skipped | todo) counted[2]=$((counted[2] + number)) ;;
-    esac
-  done < <(grep -E '^(#|ℹ) (pass|fail|cancelled|skipped|todo) [0-9]+$' "$log")
   settle "$name" "$status" $((SECONDS - started))
 }
 

@@ -1,13 +1,17 @@
 // Bundles the tests below the given folder and runs them with Node's own test runner.
 import { spawn } from 'node:child_process';
-import { readdir, rm } from 'node:fs/promises';
+import { readdir, readFile, rm, writeFile } from 'node:fs/promises';
 import path from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { build } from 'esbuild';
 
 const root = path.dirname(path.dirname(fileURLToPath(import.meta.url)));
-const [folder, ...only] = process.argv.slice(2);
-if (!folder) throw new Error('usage: run-tests.mjs FOLDER [NAME...]');
+const [folder, ...rest] = process.argv.slice(2);
+if (!folder) throw new Error('usage: run-tests.mjs FOLDER [--attempts=N] [--junit=FILE] [NAME...]');
+const option = (name) => rest.find((one) => one.startsWith(`--${name}=`))?.slice(name.length + 3);
+const attempts = Number(option('attempts') ?? 1);
+const junit = option('junit');
+const only = rest.filter((one) => !one.startsWith('--'));
 
 const files = (await readdir(path.join(root, folder)))
   .filter((name) => name.endsWith('.test.ts'))
@@ -33,9 +37,69 @@ await build({
   logLevel: 'warning',
 });
 const built = files.map((name) => path.join(outdir, name.replace(/\.ts$/, '.mjs')));
-const runner = spawn(
-  process.execPath,
-  ['--enable-source-maps', '--test', '--test-reporter=spec', ...built],
-  { stdio: 'inherit', cwd: root },
-);
-runner.on('exit', (code) => process.exit(code ?? 1));
+
+/** Runs the tests of the given files; of these only the named ones, where there are names. */
+async function attempt(chosen, names) {
+  const told = path.join(outdir, 'results.jsonl');
+  await rm(told, { force: true });
+  const escaped = names.map((name) => name.replace(/[\\^$.*+?()[\]{}|/]/g, '\\$&'));
+  const runner = spawn(
+    process.execPath,
+    [
+      '--enable-source-maps',
+      '--test',
+      ...escaped.map((name) => `--test-name-pattern=/^${name}$/`),
+      '--test-reporter=spec',
+      '--test-reporter-destination=stdout',
+      `--test-reporter=${path.join(root, 'scripts/test-results.mjs')}`,
+      `--test-reporter-destination=${told}`,
+      ...chosen,
+    ],
+    { stdio: 'inherit', cwd: root },
+  );
+  const status = await new Promise((resolve) => runner.on('exit', (code) => resolve(code ?? 1)));
+  const lines = await readFile(told, 'utf8').catch(() => '');
+  const results = lines.split('\n').filter(Boolean).map((line) => JSON.parse(line));
+  return { status, results };
+}
+
+const key = ({ file, name }) => JSON.stringify([file, name]);
+const { status, results } = await attempt(built, []);
+const all = new Map(results.map((result) => [key(result), result]));
+const failing = () => [...all.values()].filter((result) => result.state === 'fail');
+// A browser's test depends on how busy the machine is: what fails is run again by itself, and said so.
+for (let count = 2; count <= attempts && failing().length > 0; count++) {
+  const wrong = failing();
+  console.log(`${wrong.length} failed; attempt ${count} of ${attempts}.`);
+  const whole = wrong.some(({ name, file }) => !name || !file);
+  const chosen = whole ? built : [...new Set(wrong.map(({ file }) => file))];
+  const again = await attempt(chosen, whole ? [] : wrong.map(({ name }) => name));
+  for (const result of again.results) {
+    if (all.get(key(result))?.state === 'fail' && result.state === 'pass') {
+      console.log(`"${result.name}" passed at attempt ${count}.`);
+    }
+    if (result.state !== 'skipped') all.set(key(result), result);
+  }
+  // A file that told of no test the first time has told of them now.
+  if (whole && again.status === 0) {
+    for (const result of wrong) if (!result.name) all.delete(key(result));
+  }
+}
+
+if (junit) await writeFile(junit, report([...all.values()]));
+process.exit(failing().length > 0 || (status !== 0 && results.every(({ state }) => state !== 'fail')) ? 1 : 0);
+
+function report(tests) {
+  const escape = (text) =>
+    text
+      // XML 1.0 has no way to write these.
+      // biome-ignore lint/suspicious/noControlCharactersInRegex: they are what is removed
+      .replace(/[\u0000-\u0008\u000b\u000c\u000e-\u001f\ufffe\uffff]/g, '')
+      .replace(/[&<>"]/g, (character) => `&#${character.charCodeAt(0)};`);
+  const cases = tests.map(({ file = folder, name = 'the file as a whole', state, message }) => {
+    const inner =
+      state === 'fail' ? `<failure message="${escape(message)}"/>` : state === 'skipped' ? '<skipped/>' : '';
+    return `<testcase classname="${escape(path.basename(file, '.test.mjs'))}" name="${escape(name)}">${inner}</testcase>`;
+  });
+  return `<?xml version="1.0"?>\n<testsuite>\n${cases.join('\n')}\n</testsuite>\n`;
+}

@@ -22,6 +22,17 @@ async function restart(page: Page): Promise<void> {
   await page.reload();
 }
 
+/** Waits until the editor has drawn and nothing has scrolled for a moment. */
+function settled(page: Page): Promise<void> {
+  return page.evaluate(async () => {
+    const top = () => document.querySelector('.cm-scroller')?.scrollTop;
+    for (let still = 0, last = top(); still < 10; last = top()) {
+      await new Promise(requestAnimationFrame);
+      still = top() === last ? still + 1 : 0;
+    }
+  });
+}
+
 const tabs = (page: Page) => page.locator('[role=tab]').allInnerTexts();
 const rows = (page: Page) => page.locator('#sidebar .row-title').allInnerTexts();
 
@@ -39,16 +50,18 @@ test('caret and scroll position outlive tab switches and a restart', async () =>
       const line = [...document.querySelectorAll('.cm-line')].find((one) => one.getBoundingClientRect().bottom > top);
       return line?.textContent;
     });
+  await settled(page);
   const first = await visible();
   assert.notEqual(first, 'linha 0');
   await page.keyboard.press('Control+Shift+BracketRight');
   assert.equal(await page.innerText('[role=tab][aria-selected=true]'), 'outra');
   await page.keyboard.press('Control+Shift+BracketLeft');
+  await settled(page);
   assert.equal(await visible(), first);
   for (let i = 0; i < 3; i++) {
     await restart(page);
     await page.waitForFunction((wanted) => document.querySelector('.cm-content')?.textContent?.includes(wanted ?? ''), first);
-    await page.waitForTimeout(150);
+    await settled(page);
     assert.equal(await visible(), first, `restart ${i}`);
   }
   await page.keyboard.type('AQUI');

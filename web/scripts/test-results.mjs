@@ -1,0 +1,19 @@
+// A reporter of Node's test runner: one line of JSON for each test that has ended. A line without a name
+// stands for a file that ended before it could tell of its tests.
+export default async function* results(source) {
+  for await (const { type, data } of source) {
+    if (type !== 'test:pass' && type !== 'test:fail') continue;
+    const { name, file, details, skip, todo } = data;
+    if (details?.type === 'suite') continue;
+    const whole = /\.test\.[cm]?js$/.test(name);
+    // A file that went well is told of by its tests.
+    if (whole && type === 'test:pass') continue;
+    const result = {
+      file: whole ? name : file,
+      name: whole ? undefined : name,
+      state: skip !== undefined || todo !== undefined ? 'skipped' : type.slice('test:'.length),
+      message: String(details?.error?.cause?.message ?? details?.error?.message ?? ''),
+    };
+    yield `${JSON.stringify(result)}\n`;
+  }
+}
