@@ -1,4 +1,5 @@
 import { NoteEditor } from '../editor/noteEditor';
+import { keepUndoReserve } from '../editor/undoReserve';
 import { currentLanguage, type Language, onLanguageChange, setLanguage, t } from '../i18n/language';
 import type { ReadResult } from '../state/read';
 import { nextRevision } from '../state/revision';
@@ -80,6 +81,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     port,
     copies: new PendingCopies(clock),
     share: new PendingShare(clock.now),
+    practice: { nonce, reservedKeys },
     nextRevision: () => {
       revision = nextRevision(revision, Date.now());
       return revision;
@@ -94,9 +96,10 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     showCount(context);
     workspace.setSettings({ language: currentLanguage() });
   });
-  if (port.native) editor.followNativeUndo();
+  if (port.native) keepUndoReserve();
   shell.status.show(newer ? 'readonly' : saver.status);
   show(context, 'tabs');
+  if (contents.settings.previewBeside) shell.preview.show('beside');
   focusMain(context);
   return context;
 }

@@ -1,4 +1,5 @@
 import type { NoteEditor } from '../editor/noteEditor';
+import type { PracticeOptions } from '../editor/practiceEditor';
 import { t } from '../i18n/language';
 import type { Note } from '../state/model';
 import type { Saver } from '../state/saver';
@@ -17,6 +18,8 @@ export interface Context {
   readonly port: HostPort;
   readonly copies: PendingCopies;
   readonly share: PendingShare;
+  /** What an editor beside the notes' own needs to know. */
+  readonly practice: Pick<PracticeOptions, 'nonce' | 'reservedKeys'>;
   readonly nextRevision: () => number;
 }
 

@@ -1,19 +1,25 @@
 import type { Key } from '../i18n/catalogue';
 import { type GuideSection, guideDialog } from '../views/panels';
+import { practice } from '../views/practice';
 import { type Command, type CommandTable, shownKey } from './command';
 import { type Context, focusMain } from './context';
 import { keyLabel } from './keys';
+import { lessonKeys, lessons } from './lessons';
 
 /** The commands that stand with the keys of the editor. */
 const writingNames: ReadonlyArray<string> = ['find', 'replace', 'goToLine'];
 
-/** Every command, with its key or with where else it is found. */
+/** Lessons first, then every command with its key or with where else it is found. */
 export function showGuide(
   context: Context,
   table: CommandTable,
   inMenu: ReadonlyArray<ReadonlyArray<string>>,
 ): void {
-  guideDialog(guideSections(context, table, inMenu), () => focusMain(context));
+  const sheet = practice(lessons, context.practice);
+  guideDialog(sheet, guideSections(context, table, inMenu), () => {
+    sheet.destroy();
+    focusMain(context);
+  });
 }
 
 export function guideSections(
@@ -41,18 +47,12 @@ export function guideSections(
 function writingSection(commands: ReadonlyArray<Command>, context: Pick<Context, 'port'>): GuideSection {
   const keys: ReadonlyArray<readonly [Key, string]> = [
     ...commands.map((command) => [command.label, shownKey(command, context)] as const),
-    ['guide.task', keyLabel('Mod-enter')],
-    ['guide.marks', `${keyLabel('Mod-b')} · ${keyLabel('Mod-i')} · ${keyLabel('Mod-e')}`],
-    ['guide.nextMatch', keyLabel('Mod-d')],
-    ['guide.cursors', `${keyLabel('Mod-Alt-up')} ↓`],
-    ['guide.joinLines', keyLabel('Mod-j')],
+    ...lessonKeys(),
     ['guide.fold', `${keyLabel('Mod-Alt-[')} ]`],
     ['guide.undo', keyLabel('Mod-z')],
     ['guide.redo', keyLabel('Mod-Shift-z')],
     ['guide.list', keyLabel('enter')],
     ['guide.indent', `${keyLabel('tab')} · ${keyLabel('Shift-tab')}`],
-    ['guide.moveLine', `${keyLabel('Alt-up')} ↓`],
-    ['guide.copyLine', `${keyLabel('Alt-Shift-up')} ↓`],
     ['guide.leave', `${keyLabel('escape')} ${keyLabel('tab')}`],
   ];
   return { title: 'guide.writing', rows: keys.map(([label, shown]) => ({ label, keys: shown })) };

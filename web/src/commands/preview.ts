@@ -6,13 +6,18 @@ import { type Context, focusMain, requireNote } from './context';
 export function togglePreview(context: Context, mode: PreviewMode): void {
   if (!requireNote(context)) return;
   closeDialog();
-  const { preview } = context.shell;
-  preview.show(preview.mode === mode ? null : mode);
-  focusMain(context);
+  setMode(context, context.shell.preview.mode === mode ? null : mode);
 }
 
 export function closePreview(context: Context): void {
-  context.shell.preview.show(null);
+  setMode(context, null);
+}
+
+function setMode(context: Context, mode: PreviewMode | null): void {
+  const { workspace, shell } = context;
+  shell.preview.show(mode);
+  const previewBeside = mode === 'beside';
+  if (previewBeside !== workspace.settings.previewBeside) workspace.setSettings({ previewBeside });
   focusMain(context);
 }
 

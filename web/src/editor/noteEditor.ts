@@ -10,7 +10,6 @@ import { folding } from './folding';
 import { syntaxOf } from './languages';
 import { placeOf, scrollTo, selectionAt } from './place';
 import { loadSyntax, shownSyntax, syntaxExtensions } from './syntax';
-import { keepUndoReserve } from './undoReserve';
 
 export interface NoteEditorOptions {
   readonly parent: HTMLElement;
@@ -51,11 +50,6 @@ export class NoteEditor {
     // The first state decides how the library's style element is made, so it carries the nonce.
     const extensions = EditorView.cspNonce.of(options.nonce);
     this.#view = new EditorView({ parent: options.parent, extensions });
-  }
-
-  /** Makes the native undo and redo of a host reach this editor whenever it has the focus. */
-  followNativeUndo(): void {
-    keepUndoReserve(this.#view);
   }
 
   /** The shown note and where it is being read and written. */

@@ -1,5 +1,5 @@
 import { redo, undo } from '@codemirror/commands';
-import type { EditorView } from '@codemirror/view';
+import { EditorView } from '@codemirror/view';
 
 const FULL = 20;
 const LOW = 5;
@@ -8,9 +8,9 @@ const LOW = 5;
  * The host's menu runs the web view's own undo and redo, and WebKit refuses them while its own
  * list of steps is empty. What the editor inserts by itself, as when pasting or continuing a
  * list, makes no such step. So some are kept in reserve, made in an element off the screen;
- * taking one back is announced there, and is passed on to the editor.
+ * taking one back is announced there, and is passed on to the editor that is written in.
  */
-export function keepUndoReserve(view: EditorView): void {
+export function keepUndoReserve(): void {
   if (!isWebKit()) return;
   const element = makeElement();
   let left = 0;
@@ -19,7 +19,8 @@ export function keepUndoReserve(view: EditorView): void {
     element.focus({ preventScroll: true });
     getSelection()?.collapse(element, 0);
     for (; left < FULL; left++) document.execCommand('insertHTML', false, '.');
-    if (focused === view.contentDOM) view.focus();
+    const view = editorOf(focused);
+    if (view) view.focus();
     else if (focused && focused !== document.body) focused.focus({ preventScroll: true });
     else element.blur();
   };
@@ -28,7 +29,8 @@ export function keepUndoReserve(view: EditorView): void {
     if (!back && event.inputType !== 'historyRedo') return;
     event.preventDefault();
     left += back ? -1 : 1;
-    if (isWrittenIn(view)) (back ? undo : redo)(view);
+    const view = editorOf(document.activeElement);
+    if (view) (back ? undo : redo)(view);
     // Filling ends what WebKit could redo, so it waits until there is hardly anything left.
     if (left < LOW) setTimeout(fill);
   });
@@ -39,6 +41,12 @@ export function keepUndoReserve(view: EditorView): void {
 /** Whether the editor has the page's focus. The window's own may be with the menu that was just chosen from. */
 export function isWrittenIn(view: EditorView): boolean {
   return view.root.activeElement === view.contentDOM;
+}
+
+/** The editor whose text has the focus; what stands beside the text, as its find panel, does not count. */
+function editorOf(element: Element | null): EditorView | null {
+  const view = element instanceof HTMLElement ? EditorView.findFromDOM(element) : null;
+  return view && isWrittenIn(view) ? view : null;
 }
 
 function isWebKit(): boolean {

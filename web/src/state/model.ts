@@ -70,6 +70,8 @@ export interface Settings {
   readonly theme: string;
   /** The size of all text, 1 being as designed. */
   readonly zoom: number;
+  /** The preview is kept open beside the text. One in its place ends with the page, so that a start is for writing. */
+  readonly previewBeside: boolean;
   readonly extra: Extra;
 }
 
@@ -101,6 +103,7 @@ export const defaultSettings: Settings = {
   sidebarMode: 'all',
   theme: 'system',
   zoom: 1,
+  previewBeside: false,
   extra: [],
 };
 

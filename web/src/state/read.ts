@@ -101,7 +101,7 @@ const NOTE_MEMBERS = [
   'deleted',
 ];
 const TABS_MEMBERS = ['open', 'active', 'closed'];
-const SETTINGS_MEMBERS = ['language', 'sidebarOpen', 'sidebarMode', 'theme', 'zoom'];
+const SETTINGS_MEMBERS = ['language', 'sidebarOpen', 'sidebarMode', 'theme', 'zoom', 'previewBeside'];
 
 function entries(value: unknown): ReadonlyArray<unknown> {
   if (Array.isArray(value)) return value;
@@ -169,6 +169,7 @@ function readSettings(value: unknown): Settings {
     sidebarMode: typeof value.sidebarMode === 'string' ? value.sidebarMode : 'all',
     theme: typeof value.theme === 'string' ? value.theme : 'system',
     zoom: readZoom(value.zoom),
+    previewBeside: value.previewBeside === true,
     extra: unknownMembers(value, SETTINGS_MEMBERS),
   };
 }

@@ -142,6 +142,7 @@ function settingsJson({ settings }: Contents): string {
       ['sidebarMode', JSON.stringify(settings.sidebarMode)],
       ['theme', JSON.stringify(settings.theme)],
       ['zoom', JSON.stringify(settings.zoom)],
+      ['previewBeside', JSON.stringify(settings.previewBeside)],
     ],
     settings.extra,
   );

@@ -42,6 +42,7 @@ export function readHead(start: string): Head {
 
 /** One line as a reader sees it: without the marks that make it a heading, a task or a link. */
 export function stripMarks(line: string): string {
+  if (/^\s*(?:`{3,}|~{3,})[^`]*$/.test(line)) return '';
   const bare = line
     .replace(/^\s*(?:>\s*)*/, '')
     .replace(/^(?:#{1,6}\s+|[-*+]\s+\[[ xX]\]\s+|[-*+]\s+|\d{1,9}[.)]\s+)/, '')

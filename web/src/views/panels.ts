@@ -4,6 +4,7 @@ import { headOf } from '../text/title';
 import { titleOf, type Workspace } from '../state/workspace';
 import { closeDialog, openDialog } from './dialog';
 import { h } from './dom';
+import type { Practice } from './practice';
 
 /** The panel that takes a thought. What is typed is kept in the workspace at once. */
 export function captureDialog(options: {
@@ -148,8 +149,12 @@ export type GuideRow =
   | { readonly label: Key; readonly keys: string }
   | { readonly label: Key; readonly elsewhere: Key };
 
-/** The table of keys. */
-export function guideDialog(sections: ReadonlyArray<GuideSection>, onClose: () => void): void {
+/** A sheet to practice on, and the table of keys. */
+export function guideDialog(
+  sheet: Practice,
+  sections: ReadonlyArray<GuideSection>,
+  onClose: () => void,
+): void {
   const blocks = sections.map(({ title, rows }) =>
     h(
       'section',
@@ -173,9 +178,15 @@ export function guideDialog(sections: ReadonlyArray<GuideSection>, onClose: () =
     title: 'cmd.guide',
     class: 'wide',
     content: [
-      h('div', { class: 'guide', attrs: { tabindex: '0' } }, ...blocks),
-      h('p', { class: 'quiet', t: 'guide.bin' }),
+      h(
+        'div',
+        { class: 'guide', tLabel: 'cmd.guide', attrs: { role: 'group', tabindex: '0' } },
+        sheet.element,
+        ...blocks,
+        h('p', { class: 'quiet', t: 'guide.bin' }),
+      ),
     ],
     onClose,
   });
+  sheet.focus();
 }

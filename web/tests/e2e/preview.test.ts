@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import type { Browser, Page } from 'playwright-core';
-import { fakeHost, launch, noteTexts, open } from './browser';
+import { fakeHost, launch, noteTexts, open, saved } from './browser';
 import { corpus } from './hostile';
 
 let browser: Browser;
@@ -158,5 +158,22 @@ test('the preview in place of the text has the keys, and Escape goes back', asyn
   await page.keyboard.press('Alt+n');
   await page.keyboard.type('novo');
   assert.deepEqual((await noteTexts(page)).sort(), ['novo', 'um!'], 'a new note is written at once');
+  await context.close();
+});
+
+test('a preview beside the text is there again after a restart, one in its place is not', async () => {
+  const { page, context } = await open(browser);
+  await page.keyboard.press('Alt+n');
+  await page.keyboard.type('# Título');
+  for (const [key, stays] of [['p', true], ['r', false], ['p', true], ['p', false]] as const) {
+    await page.keyboard.press(`Control+Alt+${key}`);
+    await page.waitForSelector(saved);
+    await page.reload();
+    await page.waitForSelector('.cm-line >> text=Título');
+    assert.equal(await page.isVisible('#preview'), stays, key);
+    await page.keyboard.press('End');
+    await page.keyboard.type('x');
+    assert.match((await noteTexts(page))[0] ?? '', /^# Títulox+$/);
+  }
   await context.close();
 });

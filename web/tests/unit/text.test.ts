@@ -49,6 +49,7 @@ test('a long title is cut between characters', () => {
 
 test('the excerpt is what follows, on one line', () => {
   assert.equal(readHead('# T\n\n- um\n- dois').excerpt, 'um dois');
+  assert.equal(readHead('# T\n```js\nconst a\n```').excerpt, 'const a');
   assert.equal(stripMarks('   '), '');
 });
 

@@ -1,0 +1,24 @@
+// Bundles what the benchmarks put into pages, each as one classic script:
+// `node scripts/bench/build.mjs --outdir DIR`.
+import path from 'node:path';
+import { fileURLToPath } from 'node:url';
+import { build } from 'esbuild';
+
+const root = path.dirname(path.dirname(path.dirname(fileURLToPath(import.meta.url))));
+const at = process.argv.indexOf('--outdir');
+const outdir = at < 0 ? undefined : process.argv[at + 1];
+if (!outdir) throw new Error('usage: build.mjs --outdir DIR');
+
+// Made as the page's own bundle is, so that neither side has the better compiler.
+await build({
+  absWorkingDir: root,
+  entryPoints: ['keys', 'searches', 'saves', 'bareEditor', 'bareSearch'].map((name) => `scripts/bench/${name}.ts`),
+  bundle: true,
+  format: 'iife',
+  minify: true,
+  target: ['safari16.4', 'chrome110'],
+  charset: 'utf8',
+  outdir: path.resolve(outdir),
+  legalComments: 'none',
+  logLevel: 'warning',
+});

@@ -1,0 +1,23 @@
+/** The document as the window hands it over, as far as the bare pages read it. */
+interface GivenDocument {
+  readonly notes: ReadonlyArray<{ readonly id: string; readonly text: string }>;
+  readonly tabs: { readonly active: string };
+  readonly places?: Readonly<Record<string, { readonly head: number }>>;
+}
+
+export interface GivenState {
+  readonly __QUENDO_NATIVE_STATE__?: GivenDocument;
+}
+
+export function givenDocument({ __QUENDO_NATIVE_STATE__: state }: GivenState): GivenDocument {
+  if (!state) throw new Error('the window has handed over no document');
+  return state;
+}
+
+/** The text that is open, and the offset at which it was left. */
+export function activeNote(given: GivenState): { readonly text: string; readonly place: number } {
+  const { notes, tabs, places } = givenDocument(given);
+  const note = notes.find(({ id }) => id === tabs.active);
+  if (!note) throw new Error('the document has no active note');
+  return { text: note.text, place: places?.[note.id]?.head ?? 0 };
+}
