@@ -3,8 +3,9 @@
 
     scripts/lib/desktop-suite.py DISPLAYS RESULTS
 
-Writes one JUnit file for each into RESULTS. A test that fails is run a second time by itself, and said so:
-windows and keys depend on how busy the machine is. What fails twice has failed.
+Writes one JUnit file for each into RESULTS. A test that fails is run again by itself, and once more when all
+others have ended, and said so: windows and keys depend on how busy the machine is. What fails each time has
+failed.
 """
 
 import subprocess
@@ -44,36 +45,49 @@ def failed(case):
     return case.find("failure") is not None or case.find("error") is not None
 
 
+def wrong(tree):
+    return {key for key, case in cases(tree).items() if failed(case)}
+
+
+def mend(results, path, tree, attempt):
+    """Runs what failed once more, and lets those pass that do so now."""
+    before = wrong(tree)
+    print(f"desktop: {path.stem}: {len(before)} failed; once more.", flush=True)
+    again = pytest(results, path.stem, attempt, "--last-failed", path)
+    mended = before & {key for key, case in cases(again).items() if not failed(case)} if again else set()
+    for key in mended:
+        case = cases(tree)[key]
+        for result in [*case.findall("failure"), *case.findall("error")]:
+            case.remove(result)
+        print(f"desktop: {path.stem}: {key[1]} passed at attempt {attempt}.", flush=True)
+
+
 def run(results, path):
     name = path.stem
     tree = pytest(results, name, 1, path)
     if tree is None:
         print(f"desktop: {name} ended without a result; once more.", flush=True)
-        tree = pytest(results, name, 2, path)
-    if tree is not None and (wrong := {key for key, case in cases(tree).items() if failed(case)}):
-        print(f"desktop: {name}: {len(wrong)} failed; once more.", flush=True)
-        again = pytest(results, name, 3, "--last-failed", path)
-        mended = {key for key, case in cases(again).items() if not failed(case)} if again else set()
-        for key, case in cases(tree).items():
-            if key in wrong & mended:
-                for result in [*case.findall("failure"), *case.findall("error")]:
-                    case.remove(result)
-                print(f"desktop: {name}: {key[1]} passed the second time.", flush=True)
+        tree = pytest(results, name, 1, path)
     if tree is None:
         suite = ElementTree.Element("testsuite")
         case = ElementTree.SubElement(suite, "testcase", classname=name, name="the file as a whole")
         ElementTree.SubElement(case, "error", message="it ended without a result, twice")
-        tree = ElementTree.ElementTree(suite)
-    tree.write(results / f"desktop-{name}.xml")
-    return not any(failed(case) for case in tree.iter("testcase"))
+        return ElementTree.ElementTree(suite)
+    if wrong(tree):
+        mend(results, path, tree, 2)
+    return tree
 
 
 def main():
     displays, results = int(sys.argv[1]), Path(sys.argv[2])
     files = sorted(TESTS.glob("*_test.py"), key=lambda one: (one.name not in LONGEST, one.name))
     with ThreadPoolExecutor(displays) as pool:
-        good = list(pool.map(lambda path: run(results, path), files))
-    return 0 if all(good) else 1
+        trees = list(pool.map(lambda path: run(results, path), files))
+    for path, tree in zip(files, trees):
+        if wrong(tree):
+            mend(results, path, tree, 3)
+        tree.write(results / f"desktop-{path.stem}.xml")
+    return 1 if any(map(wrong, trees)) else 0
 
 
 if __name__ == "__main__":
