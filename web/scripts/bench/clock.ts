@@ -33,6 +33,7 @@ export class Recording<Value> {
         start: () => {
           this.#values = [];
         },
+        count: () => this.#values?.length ?? 0,
         take: () => {
           const values = this.#values ?? [];
           this.#values = null;

@@ -1,5 +1,5 @@
 import { counted, t } from '../i18n/language';
-import { type CloseScope, neighbour, tabsInScope } from '../state/tabs';
+import { type CloseScope, HISTORY, neighbour, tabsInScope } from '../state/tabs';
 import { closeDialog } from '../views/dialog';
 import { confirmDialog } from '../views/confirm';
 import { overviewDialog } from '../views/panels';
@@ -17,13 +17,18 @@ export function closeCurrentTab(context: Context): void {
   if (active !== null) closeTab(context, active);
 }
 
-/** Closing many tabs at once loses an arrangement, so it is asked about first. */
+/** Asks only before more tabs are closed than can be opened again. */
 export function requestCloseTabs(context: Context, scope: CloseScope): void {
   const { workspace, shell } = context;
   const ids = tabsInScope(workspace.tabs, scope);
   if (!ids.length) {
     closeDialog();
     shell.toasts.show(t('tabs.nothingToClose'));
+    return;
+  }
+  if (ids.length <= HISTORY) {
+    closeDialog();
+    closeWithWayBack(context, ids);
     return;
   }
   confirmDialog({
@@ -33,6 +38,21 @@ export function requestCloseTabs(context: Context, scope: CloseScope): void {
     action: 'tabs.closeDo',
     onYes: () => workspace.closeTabs(ids),
     onClose: () => focusMain(context),
+  });
+}
+
+function closeWithWayBack(context: Context, ids: ReadonlyArray<string>): void {
+  const { workspace, shell } = context;
+  const { open, active } = workspace.tabs;
+  const closed = open.flatMap((id, index) => (ids.includes(id) ? { id, index } : []));
+  workspace.closeTabs(ids);
+  focusMain(context);
+  shell.toasts.show(counted('tabs.closed', ids.length), {
+    label: 'undo',
+    run: () => {
+      workspace.reopenTabs(closed, active);
+      focusMain(context);
+    },
   });
 }
 

@@ -18,9 +18,11 @@ export const catalogue = {
 
   'tabs.label': ['Abas abertas', 'Open tabs', 'Pestañas abiertas'],
   'tabs.close': ['Fechar {title}', 'Close {title}', 'Cerrar {title}'],
+  'tabs.closed.one': ['1 aba fechada', '1 tab closed', '1 pestaña cerrada'],
+  'tabs.closed.many': ['{n} abas fechadas', '{n} tabs closed', '{n} pestañas cerradas'],
   'tabs.closeAsk.one': ['Fechar 1 aba?', 'Close 1 tab?', '¿Cerrar 1 pestaña?'],
   'tabs.closeAsk.many': ['Fechar {n} abas?', 'Close {n} tabs?', '¿Cerrar {n} pestañas?'],
-  'tabs.closeWhy': ['As notas continuam na lista; nada é apagado.', 'The notes stay in the list; nothing is deleted.', 'Las notas siguen en la lista; no se borra nada.'],
+  'tabs.closeWhy': ['Só as últimas 50 poderão ser reabertas como abas. As notas continuam na lista.', 'Only the last 50 can be reopened as tabs. The notes stay in the list.', 'Solo las últimas 50 se podrán reabrir como pestañas. Las notas siguen en la lista.'],
   'tabs.closeDo': ['Fechar abas', 'Close tabs', 'Cerrar pestañas'],
   'tabs.nothingToClose': ['Não há outras abas para fechar', 'There are no other tabs to close', 'No hay otras pestañas que cerrar'],
   'tabs.nothingToReopen': ['Nenhuma aba fechada para reabrir', 'There is no closed tab to reopen', 'No hay pestañas cerradas que reabrir'],

@@ -1,6 +1,7 @@
 import type { ClosedTab, Tabs } from './model';
 
-const HISTORY = 50;
+/** How many closed tabs can be opened again. */
+export const HISTORY = 50;
 
 export type CloseScope = 'others' | 'right' | 'all';
 

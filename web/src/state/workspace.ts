@@ -1,6 +1,6 @@
 import type { Text } from '@codemirror/state';
 import { headOf } from '../text/title';
-import type { BinnedNote, Contents, Note, Place, Settings, Tabs } from './model';
+import type { BinnedNote, ClosedTab, Contents, Note, Place, Settings, Tabs } from './model';
 import { closeTabs, forgetTabs, openTab } from './tabs';
 
 /** What changed: one note's text; the set of notes or tabs; a setting; the capture draft. */
@@ -217,6 +217,14 @@ export class Workspace {
     }
     this.openTab(last.id, last.index);
     return last.id;
+  }
+
+  /** Puts closed tabs back where they stood, but for those whose notes are gone. */
+  reopenTabs(closed: ReadonlyArray<ClosedTab>, active: string | null): void {
+    const known = closed.filter(({ id }) => this.#notes.has(id));
+    const tabs = known.reduce((row, { id, index }) => openTab(row, id, index), this.tabs);
+    const isOpen = active !== null && tabs.open.includes(active);
+    this.#setTabs(isOpen ? { ...tabs, active } : tabs);
   }
 
   setSettings(change: Partial<Settings>): void {

@@ -63,7 +63,11 @@ const views: Record<string, (page: Page) => Promise<unknown>> = {
   guide: (page) => page.evaluate('quendoOpenShortcutGuide()'),
   overview: (page) => page.evaluate('quendoShowTabOverview()'),
   'quick capture': (page) => page.evaluate('openCapture()'),
-  'closing many tabs': (page) => page.evaluate("quendoRequestCloseTabs('all')"),
+  'closing many tabs': async (page) => {
+    await page.evaluate("quendoOpenNativeFiles(Array.from({ length: 51 }, (_, n) => ({ name: n + '.md', content: 'nota' })))");
+    await page.evaluate("quendoRequestCloseTabs('all')");
+    await page.waitForSelector('dialog[open] .question');
+  },
   bin: async (page) => {
     await page.click('.bin-button');
     await page.waitForSelector('.bin .row');
@@ -85,7 +89,6 @@ const views: Record<string, (page: Page) => Promise<unknown>> = {
   },
   'no tab': async (page) => {
     await page.evaluate("quendoRequestCloseTabs('all')");
-    await page.keyboard.press('Enter');
     await page.waitForSelector('.empty');
   },
 };

@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import type { Browser } from 'playwright-core';
-import { launch, noteTexts, open, saved, typingCost } from './browser';
+import { fakeHost, launch, noteTexts, open, saved, typingCost } from './browser';
 
 let browser: Browser;
 before(async () => {
@@ -69,22 +69,39 @@ test('tabs open, switch, close, reopen, and each keeps its undo history', async 
   await context.close();
 });
 
-test('closing many tabs is asked about in the page', async () => {
+test('closing tabs that can be reopened asks nothing and is undone at once', async () => {
   const { page, context } = await open(browser);
   for (const text of ['um', 'dois', 'tres']) {
     await page.keyboard.press('Alt+n');
     await page.keyboard.type(text);
   }
   await page.keyboard.press('Control+Alt+w');
-  assert.equal(await page.innerText('.question'), 'Close 2 tabs?');
-  await page.keyboard.press('Escape');
-  assert.equal(await page.locator('[role=tab]').count(), 3);
+  assert.deepEqual(await page.locator('[role=tab]').allInnerTexts(), ['tres']);
+  await page.click('.toast >> text=Undo');
+  assert.deepEqual(await page.locator('[role=tab]').allInnerTexts(), ['um', 'dois', 'tres']);
+  assert.equal(await page.innerText('[role=tab][aria-selected=true]'), 'tres');
   await page.keyboard.press('Control+Alt+w');
-  await page.keyboard.press('Enter');
   assert.deepEqual(await page.locator('[role=tab]').allInnerTexts(), ['tres']);
   assert.equal((await noteTexts(page)).length, 3);
   await page.keyboard.type('!');
   assert.ok((await noteTexts(page)).includes('tres!'), 'the focus is back in the text');
+  await context.close();
+});
+
+test('closing more tabs than can be reopened is asked about in the page', async () => {
+  const notes = Array.from({ length: 52 }, (_, number) => ({ id: `n${number}`, text: `nota ${number}` }));
+  const stored = { version: 1, notes, tabs: { open: notes.map(({ id }) => id), active: 'n0' } };
+  const { page, context } = await open(browser, { before: fakeHost(stored) });
+  await page.evaluate("quendoRequestCloseTabs('others')");
+  assert.equal(await page.innerText('.question'), 'Close 51 tabs?');
+  await page.keyboard.press('Escape');
+  assert.equal(await page.locator('[role=tab]').count(), 52);
+  await page.evaluate("quendoRequestCloseTabs('others')");
+  await page.keyboard.press('Enter');
+  await page.waitForSelector('dialog', { state: 'detached' });
+  assert.deepEqual(await page.locator('[role=tab]').allInnerTexts(), ['nota 0']);
+  await page.keyboard.type('!');
+  assert.equal((await noteTexts(page))[0], '!nota 0', 'the focus is back in the text');
   await context.close();
 });
 

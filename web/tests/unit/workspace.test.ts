@@ -52,6 +52,17 @@ test('closed tabs come back in reverse order at their places', () => {
   assert.equal(workspace.reopenTab(), null);
 });
 
+test('tabs closed together go back where they stood, but for those without a note', () => {
+  const { workspace, ids } = workspaceWith('a', 'b', 'c');
+  workspace.openTab(ids[1] ?? '');
+  const { open, active } = workspace.tabs;
+  const closed = open.map((id, index) => ({ id, index }));
+  workspace.closeTabs(open);
+  assert.deepEqual(workspace.tabs.open, []);
+  workspace.reopenTabs([...closed, { id: 'gone', index: 0 }], active);
+  assert.deepEqual(workspace.tabs, { open, active, closed: [], extra: [] });
+});
+
 test('scopes and neighbours', () => {
   const { workspace, ids } = workspaceWith('a', 'b', 'c');
   const [a = '', b = '', c = ''] = ids;
