@@ -85,11 +85,11 @@ void WebKitView::evaluateJavaScript(const std::string& script, EvaluationHandler
                                       nullptr, nullptr, call ? finishEvaluation : nullptr, call);
 }
 
-// The web view takes no arrays and no booleans as arguments, so all of them travel as one JSON text.
 Rect WebKitView::bounds() const {
   return Rect{0, 0, gtk_widget_get_width(widget()), gtk_widget_get_height(widget())};
 }
 
+// The web view takes no arrays and no booleans as arguments, so all of them travel as one JSON text.
 void WebKitView::callAsyncJavaScript(const std::string& body, const Value::Dictionary& arguments,
                                      EvaluationHandler completion) {
   std::string script;

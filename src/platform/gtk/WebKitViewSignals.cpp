@@ -1,6 +1,7 @@
 #include <array>
 #include <utility>
 
+#include "platform/gtk/SpellChecking.h"
 #include "platform/gtk/WebKitView.h"
 
 namespace quendo::gtk {
@@ -73,7 +74,7 @@ void WebKitView::connectSignals() {
   }
 }
 
-void WebKitView::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer data) {
+void WebKitView::onLoadChanged(WebKitWebView* view, WebKitLoadEvent event, gpointer data) {
   auto* self = static_cast<WebKitView*>(data);
   if (event == WEBKIT_LOAD_STARTED) self->loadFailed_ = false;
   if (event == WEBKIT_LOAD_COMMITTED) {
@@ -81,6 +82,7 @@ void WebKitView::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer d
   }
   if (event == WEBKIT_LOAD_FINISHED && !self->loadFailed_ && self->navigation_) {
     self->navigation_->didFinishNavigation();
+    checkSpellingSoon(webkit_web_view_get_context(view));
   }
 }
 
