@@ -9,6 +9,7 @@ import pytest
 
 from harness import desktop
 from harness.installation import ROOT, Installation, sandbox_arguments
+from harness.probe import Probe, probed_page
 from harness.program import Quendo
 from harness.reporter import Reporter
 
@@ -34,6 +35,7 @@ def private_desktop():
     if not desktop.is_private():
         pytest.exit("These tests press keys and move the pointer, so that they run only on a desktop of "
                     "their own: scripts/with-desktop python3 -m pytest tests/desktop", returncode=4)
+    desktop.let_no_key_repeat()
 
 
 @pytest.fixture(scope="session")
@@ -87,6 +89,29 @@ def make_quendo(tmp_path, installation, program_arguments):
 def quendo(make_quendo):
     """The real program with its real page, started, its window in front."""
     return make_quendo().start()
+
+
+@pytest.fixture
+def open_page(make_quendo, installation, reporter):
+    """A function that starts the real page on a document given as text, in a language (English by default),
+    and returns (program, page)."""
+
+    def start(state=None, language="en_US"):
+        quendo = make_quendo(files=probed_page(installation, reporter))
+        quendo.environment["LC_ALL"] = f"{language}.UTF-8"
+        if state is not None:
+            quendo.state.write(state)
+        quendo.start().wait_for_page()
+        reporter.wait_for_page()
+        return quendo, Probe(reporter)
+
+    return start
+
+
+@pytest.fixture
+def opened(open_page):
+    """(program, page): the real page in English, without a note."""
+    return open_page()
 
 
 @pytest.fixture(scope="module")

@@ -3,30 +3,8 @@
 import pytest
 
 from harness import desktop
-from harness.probe import Probe, probed_page
 from harness.waiting import wait_until
-
-
-@pytest.fixture
-def opened(make_quendo, installation, reporter):
-    """(program, page), in English."""
-    quendo = make_quendo(files=probed_page(installation, reporter))
-    quendo.start(environment={"LC_ALL": "en_US.UTF-8"}).wait_for_page()
-    reporter.wait_for_page()
-    return quendo, Probe(reporter)
-
-
-def write(quendo, page, text):
-    before = len(page.tabs())
-    quendo.press("ctrl+n")
-    page.wait_for(f"document.querySelectorAll('.tab').length === {before + 1}")
-    page.wait_for_editor()
-    quendo.type(text)
-    # All of it: a command must not overtake what is still on its way to the page.
-    last = text.rsplit("\n", 1)[-1]
-    page.wait_for(f"[...document.querySelectorAll('.cm-line')].at(-1)?.textContent === {last!r}")
-    first = text.split("\n")[0].lstrip("# ")
-    wait_until(lambda: page.active_tab() == first, 10, f"a tab with the title {first!r}")
+from harness.writing import stored_state, write
 
 
 def test_notes_tabs_switching_closing_and_reopening(opened):
@@ -44,16 +22,28 @@ def test_notes_tabs_switching_closing_and_reopening(opened):
     wait_until(lambda: page.tabs() == ["One", "Two", "Three"], 5, "the tab to be back in its place")
     page.wait_for_editor()
     quendo.press("ctrl+alt+w")
-    page.wait_for("document.querySelector('dialog[open] .question')?.textContent === 'Close 2 tabs?'")
-    quendo.press("Return")
     wait_until(lambda: page.tabs() == ["One"], 5, "the other tabs to be closed")
+    assert any("2 tabs closed" in one for one in page.toasts())
     page.wait_for_editor()
     quendo.type("!")
     quendo.state.wait_for_text("Text of One")
     quendo.press("ctrl+alt+shift+w")
-    page.wait_for("document.querySelector('dialog[open] .question')?.textContent === 'Close 1 tab?'")
-    quendo.press("Escape")
-    assert page.tabs() == ["One"]
+    wait_until(lambda: page.tabs() == [], 5, "the last tab to be closed")
+    quendo.press("ctrl+shift+t")
+    wait_until(lambda: page.tabs() == ["One"], 5, "the tab to be back")
+
+
+def test_more_tabs_than_can_be_opened_again_are_closed_only_when_that_is_agreed_to(open_page):
+    quendo, page = open_page(stored_state({f"n{number}": f"Note {number}" for number in range(52)}))
+    for answer, left in (("Escape", 52), ("Return", 1)):
+        page.wait_for_editor()
+        quendo.press("ctrl+alt+w")
+        page.wait_for("document.querySelector('dialog[open] .question')?.textContent === 'Close 51 tabs?'")
+        quendo.press(answer)
+        page.wait_for("!document.querySelector('dialog[open]')")
+        assert len(page.tabs()) == left
+    page.wait_for_editor()
+    assert page.active_tab() == "Note 0"
 
 
 def test_overview_shows_and_opens_a_tab(opened):

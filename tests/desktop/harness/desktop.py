@@ -1,5 +1,6 @@
 """The display, as a user meets it: windows, keys, the mouse, the clipboard, what is to be seen."""
 
+import ctypes
 import os
 import subprocess
 import time
@@ -29,6 +30,17 @@ def run(*command, input=None, timeout=20):
 def is_private():
     """Whether this is a desktop of scripts/with-desktop: tests must never type into a person's own."""
     return os.environ.get("QUENDO_PRIVATE_DESKTOP") == "1"
+
+
+def let_no_key_repeat():
+    """Keeps the display from repeating keys that are held down: on a busy machine the tool that presses them may
+    come to let one go only after that has begun, and a letter or a command would be there twice."""
+    x11 = ctypes.CDLL("libX11.so.6")
+    x11.XOpenDisplay.restype = ctypes.c_void_p
+    display = ctypes.c_void_p(x11.XOpenDisplay(None))
+    assert display, "the display cannot be opened"
+    x11.XAutoRepeatOff(display)
+    x11.XCloseDisplay(display)
 
 
 def windows(pid=None):

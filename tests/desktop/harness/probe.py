@@ -17,8 +17,19 @@ def probed_page(installation, reporter):
 class Probe:
     """What the real page shows, asked as a user would look: by what is to be seen."""
 
+    # The text of a note that is short enough to be on the screen as a whole.
+    TEXT = r"[...document.querySelectorAll('.work .cm-line')].map((line) => line.textContent).join('\n')"
+
     def __init__(self, reporter):
         self._reporter = reporter
+
+    @property
+    def loads(self):
+        return self._reporter.loads
+
+    def wait_for_load(self, count):
+        """Waits until the page has been loaded for the `count`-th time."""
+        self._reporter.wait_for_page(count)
 
     def evaluate(self, expression):
         return self._reporter.evaluate(expression)
@@ -32,6 +43,14 @@ class Probe:
 
     def active_tab(self):
         return self.evaluate("document.querySelector('.tab[aria-selected=true]')?.textContent ?? null")
+
+    def text(self):
+        """The text of a short note in front."""
+        return self.evaluate(self.TEXT)
+
+    def rows(self):
+        """Titles in the list of notes, in order, a pinned one with the sign before it."""
+        return self.evaluate("[...document.querySelectorAll('#sidebar .row-title')].map((row) => row.textContent)")
 
     def toasts(self):
         return self.evaluate("[...document.querySelectorAll('.toast')].map((toast) => toast.textContent)")
