@@ -2,10 +2,8 @@
 import { spawn } from 'node:child_process';
 import { readdir, readFile, rm, writeFile } from 'node:fs/promises';
 import path from 'node:path';
-import { fileURLToPath } from 'node:url';
-import { build } from 'esbuild';
+import { bundleForNode, root } from './bundle.mjs';
 
-const root = path.dirname(path.dirname(fileURLToPath(import.meta.url)));
 const [folder, ...rest] = process.argv.slice(2);
 if (!folder) throw new Error('usage: run-tests.mjs FOLDER [--attempts=N] [--junit=FILE] [NAME...]');
 const option = (name) => rest.find((one) => one.startsWith(`--${name}=`))?.slice(name.length + 3);
@@ -19,24 +17,7 @@ const files = (await readdir(path.join(root, folder)))
   .sort();
 const outdir = path.join(root, '.build', folder);
 await rm(outdir, { recursive: true, force: true });
-await build({
-  absWorkingDir: root,
-  entryPoints: files.map((name) => path.join(folder, name)),
-  bundle: true,
-  platform: 'node',
-  format: 'esm',
-  target: 'node18',
-  external: ['playwright-core', 'esbuild', 'axe-core'],
-  loader: { '.css': 'empty' },
-  outdir,
-  outbase: path.join(root, folder),
-  outExtension: { '.js': '.mjs' },
-  sourcemap: 'inline',
-  // Node 18 has the web's crypto object only as a module.
-  banner: { js: "import { webcrypto } from 'node:crypto'; globalThis.crypto ??= webcrypto;" },
-  logLevel: 'warning',
-});
-const built = files.map((name) => path.join(outdir, name.replace(/\.ts$/, '.mjs')));
+const built = await bundleForNode(files.map((name) => path.join(folder, name)));
 
 /** Runs the tests of the given files; of these only the named ones, where there are names. */
 async function attempt(chosen, names) {

@@ -1,26 +1,25 @@
 import { nextFrame, nextTask, Recording } from './clock';
 
 interface Key {
-  /** From the key's own time to the first listener: the page was busy with something else, or its way was long. */
-  readonly waited: number;
-  /** The task that took the key and what followed in it. */
+  /** The task that took the key and what followed in it, in milliseconds. */
   readonly handled: number;
   /** The frame that shows it: callbacks, style, layout, painting. */
   readonly drawn: number;
-  /** Both: what the page's thread did for the key, without the wait for the display's beat. */
-  readonly busy: number;
-  /** From the key's own time to the end of the frame that shows it. */
+  /** The times of day, in milliseconds, in which the page got the key and had drawn its frame. */
+  readonly came: number;
   readonly painted: number;
 }
 
 const keys = new Recording<Key>('typedKeys');
 const modifiers = new Set(['Shift', 'Control', 'Alt', 'Meta', 'AltGraph']);
 
-// In the head of the page, so that no other listener comes before this one.
+// In the head of the page, so that no other listener comes before this one. The event's own time is
+// not used: it follows the display server's clock, which may be ahead of the page's.
 window.addEventListener(
   'keydown',
-  ({ key, timeStamp }) => {
+  ({ key }) => {
     if (!keys.wanted || modifiers.has(key)) return;
+    const came = Date.now();
     const began = performance.now();
     let handled: number | null = null;
     nextTask(() => {
@@ -28,15 +27,9 @@ window.addEventListener(
     });
     nextFrame((frame) => {
       // Where the frame came before the task, the key was handled when the frame began.
-      const taken = Math.min(handled ?? frame.began, frame.began) - began;
+      const until = Math.min(handled ?? frame.began, frame.began);
       const drawn = frame.ended - frame.began;
-      keys.add({
-        waited: began - timeStamp,
-        handled: taken,
-        drawn,
-        busy: taken + drawn,
-        painted: frame.ended - timeStamp,
-      });
+      keys.add({ handled: until - began, drawn, came, painted: Date.now() });
     });
   },
   { capture: true },

@@ -69,7 +69,6 @@ export class StatusBar {
       { class: 'status' },
       this.#state,
       this.#retry,
-      h('span', { class: 'grow' }),
       this.#count,
       this.#theme,
       this.#language,

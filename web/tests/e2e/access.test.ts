@@ -3,95 +3,13 @@ import { after, before, test } from 'node:test';
 import axe from 'axe-core';
 import type { Browser, Page } from 'playwright-core';
 import { fakeHost, launch, open } from './browser';
+import { stored, views, wordsIn } from './views';
 
 let browser: Browser;
 before(async () => {
   browser = await launch();
 });
 after(() => browser.close());
-
-const NOW = Date.now();
-const notes = [
-  { id: 'a', text: '# Plano\n\n**forte** e _leve_, ~~fora~~ `código`\n\n- [ ] tarefa\n- [x] feita\n\n> dito\n\n[ponte](https://example.org)\n\n```js\nlet a = 1; // um\n```', pinned: true, updated: NOW },
-  { id: 'b', text: 'Compras\npão e maçã', updated: NOW - 1 },
-  { id: 'c', text: '', updated: NOW - 2 },
-];
-const bin = [{ id: 'd', text: 'Apagada\ne mais', deleted: NOW }, { id: 'e', text: '', deleted: NOW - 9 }];
-const stored = { version: 1, notes, bin, tabs: { open: ['a', 'b', 'c'], active: 'a' } };
-
-/** What one can come to see, each with the way there. */
-const views: Record<string, (page: Page) => Promise<unknown>> = {
-  writing: (page) => page.focus('.cm-content'),
-  'find in the text': async (page) => {
-    await page.focus('.cm-content');
-    await page.keyboard.press('Control+f');
-    await page.keyboard.type('a');
-  },
-  'replace in the text': async (page) => {
-    await page.focus('.cm-content');
-    await page.keyboard.press('Control+Alt+f');
-    await page.keyboard.type('a');
-  },
-  'preview beside': async (page) => {
-    await page.focus('.cm-content');
-    await page.keyboard.press('Control+Alt+p');
-    await page.waitForSelector('.preview h1');
-  },
-  'preview instead': async (page) => {
-    await page.focus('.cm-content');
-    await page.keyboard.press('Control+Alt+r');
-    await page.waitForSelector('.preview h1');
-  },
-  search: async (page) => {
-    await page.fill('#searchInput', 'maca');
-    await page.waitForFunction(() => document.querySelectorAll('#sidebar .row').length === 1);
-  },
-  'search without finds': async (page) => {
-    await page.fill('#searchInput', 'zzz');
-    await page.waitForSelector('text=Nothing found');
-  },
-  'folded sidebar': (page) => page.click('[aria-label="Hide the note list"]'),
-  'note menu': (page) => page.click('#noteMenuButton'),
-  palette: async (page) => {
-    await page.keyboard.press('Control+Shift+p');
-    await page.keyboard.type('co');
-  },
-  'palette without finds': async (page) => {
-    await page.keyboard.press('Control+Shift+p');
-    await page.keyboard.type('zzz');
-  },
-  guide: (page) => page.evaluate('quendoOpenShortcutGuide()'),
-  overview: (page) => page.evaluate('quendoShowTabOverview()'),
-  'quick capture': (page) => page.evaluate('openCapture()'),
-  'closing many tabs': async (page) => {
-    await page.evaluate("quendoOpenNativeFiles(Array.from({ length: 51 }, (_, n) => ({ name: n + '.md', content: 'nota' })))");
-    await page.evaluate("quendoRequestCloseTabs('all')");
-    await page.waitForSelector('dialog[open] .question');
-  },
-  bin: async (page) => {
-    await page.click('.bin-button');
-    await page.waitForSelector('.bin .row');
-  },
-  'emptying the bin': async (page) => {
-    await page.click('.bin-button');
-    await page.click('text=Empty the bin…');
-  },
-  'a toast with a button': async (page) => {
-    await page.click('#noteMenuButton');
-    await page.click('[data-command=delete]');
-    await page.waitForSelector('.toast button');
-  },
-  'failed saving': async (page) => {
-    await page.evaluate('host.answer = false');
-    await page.focus('.cm-content');
-    await page.keyboard.type('x');
-    await page.waitForSelector('#saveState[data-state="failed"]');
-  },
-  'no tab': async (page) => {
-    await page.evaluate("quendoRequestCloseTabs('all')");
-    await page.waitForSelector('.empty');
-  },
-};
 
 async function violations(page: Page): Promise<string[]> {
   // Colours are judged as they come to rest.
@@ -110,7 +28,7 @@ for (const colorScheme of ['light', 'dark'] as const) {
   for (const [name, show] of Object.entries(views)) {
     test(`${name}, ${colorScheme}: nothing stands in anybody's way`, async () => {
       const { page, context } = await open(browser, { colorScheme, before: fakeHost(stored) });
-      await show(page);
+      await show(page, wordsIn('en'));
       assert.deepEqual(await violations(page), []);
       await context.close();
     });

@@ -1,6 +1,7 @@
 import path from 'node:path';
 import { pathToFileURL } from 'node:url';
 import { type Browser, type BrowserContext, chromium, type Page } from 'playwright-core';
+import type { Language } from '../../src/i18n/language';
 
 export const PAGE_URL = pathToFileURL(path.resolve('dist/index.html')).href;
 
@@ -51,12 +52,12 @@ export async function open(browser: Browser, options: OpenOptions = {}): Promise
 }
 
 /** A host that notes every message and answers saves as `host.answer` says. */
-export function fakeHost(state?: unknown): string {
+export function fakeHost(state?: unknown, language: Language = 'en'): string {
   const stored = state === undefined ? '' : `window.__QUENDO_NATIVE_STATE__ = ${JSON.stringify(state)};`;
   return `
     window.__QUENDO_IS_MAC__ = true;
     window.__QUENDO_PUBLIC_URL__ = 'https://example.invalid/';
-    window.__QUENDO_NATIVE_LANGUAGE__ = 'en';
+    window.__QUENDO_NATIVE_LANGUAGE__ = '${language}';
     ${stored}
     window.host = { messages: [], answer: true };
     const names = ['State', 'Export', 'SaveAs', 'Clipboard', 'Share', 'Language'];

@@ -1,0 +1,47 @@
+import { mkdir, rm } from 'node:fs/promises';
+import path from 'node:path';
+import type { Browser } from 'playwright-core';
+import { languages } from '../../src/i18n/language';
+import { fakeHost, launch, open } from '../../tests/e2e/browser';
+import { stored, views, wordsIn } from '../../tests/e2e/views';
+
+const folder = path.resolve('.build/pictures');
+/** The least window that everything has to fit, and an ordinary one. */
+const sizes = [
+  [880, 600],
+  [1320, 780],
+] as const;
+
+const all: typeof views = { ...views, 'first start': async () => {}, 'read-only': async () => {} };
+const states: Record<string, unknown> = { 'first start': undefined, 'read-only': { ...stored, version: 99 } };
+
+async function takeAll(browser: Browser): Promise<number> {
+  let count = 0;
+  for (const [name, show] of Object.entries(all)) {
+    for (const language of languages) {
+      for (const colorScheme of ['light', 'dark'] as const) {
+        for (const [width, height] of sizes) {
+          const before = fakeHost(name in states ? states[name] : stored, language);
+          const { page, context } = await open(browser, { colorScheme, width, height, before });
+          await show(page, wordsIn(language));
+          // What moves has come to rest by then.
+          await page.waitForTimeout(250);
+          const file = `${name.replaceAll(' ', '-')}-${language}-${colorScheme}-${width}.png`;
+          await page.screenshot({ path: path.join(folder, file) });
+          await context.close();
+          count++;
+        }
+      }
+    }
+  }
+  return count;
+}
+
+await rm(folder, { recursive: true, force: true });
+await mkdir(folder, { recursive: true });
+const browser = await launch();
+try {
+  console.log(`${await takeAll(browser)} pictures are in ${folder}.`);
+} finally {
+  await browser.close();
+}

@@ -1,0 +1,93 @@
+import type { Page } from 'playwright-core';
+import { catalogue, type Key } from '../../src/i18n/catalogue';
+import { type Language, languages } from '../../src/i18n/language';
+
+const NOW = Date.now();
+const notes = [
+  { id: 'a', text: '# Plano\n\n**forte** e _leve_, ~~fora~~ `código`\n\n- [ ] tarefa\n- [x] feita\n\n> dito\n\n[ponte](https://example.org)\n\n```js\nlet a = 1; // um\n```', pinned: true, updated: NOW },
+  { id: 'b', text: 'Compras\npão e maçã', updated: NOW - 1 },
+  { id: 'c', text: '', updated: NOW - 2 },
+];
+const bin = [{ id: 'd', text: 'Apagada\ne mais', deleted: NOW }, { id: 'e', text: '', deleted: NOW - 9 }];
+export const stored = { version: 1, notes, bin, tabs: { open: ['a', 'b', 'c'], active: 'a' } };
+
+/** A word of the page in the language that it is shown in. */
+type Words = (key: Key) => string;
+
+export function wordsIn(language: Language): Words {
+  return (key) => catalogue[key][languages.indexOf(language)] ?? key;
+}
+
+/** What one can come to see, each with the way there. */
+export const views: Record<string, (page: Page, word: Words) => Promise<unknown>> = {
+  writing: (page) => page.focus('.cm-content'),
+  'find in the text': async (page) => {
+    await page.focus('.cm-content');
+    await page.keyboard.press('Control+f');
+    await page.keyboard.type('a');
+  },
+  'replace in the text': async (page) => {
+    await page.focus('.cm-content');
+    await page.keyboard.press('Control+Alt+f');
+    await page.keyboard.type('a');
+  },
+  'preview beside': async (page) => {
+    await page.focus('.cm-content');
+    await page.keyboard.press('Control+Alt+p');
+    await page.waitForSelector('.preview h1');
+  },
+  'preview instead': async (page) => {
+    await page.focus('.cm-content');
+    await page.keyboard.press('Control+Alt+r');
+    await page.waitForSelector('.preview h1');
+  },
+  search: async (page) => {
+    await page.fill('#searchInput', 'maca');
+    await page.waitForFunction(() => document.querySelectorAll('#sidebar .row').length === 1);
+  },
+  'search without finds': async (page) => {
+    await page.fill('#searchInput', 'zzz');
+    await page.waitForFunction(() => document.querySelector('.outcome')?.textContent);
+  },
+  'folded sidebar': (page, word) => page.click(`[aria-label="${word('sidebar.hide')}"]`),
+  'note menu': (page) => page.click('#noteMenuButton'),
+  palette: async (page) => {
+    await page.keyboard.press('Control+Shift+p');
+    await page.keyboard.type('co');
+  },
+  'palette without finds': async (page) => {
+    await page.keyboard.press('Control+Shift+p');
+    await page.keyboard.type('zzz');
+  },
+  guide: (page) => page.evaluate('quendoOpenShortcutGuide()'),
+  overview: (page) => page.evaluate('quendoShowTabOverview()'),
+  'quick capture': (page) => page.evaluate('openCapture()'),
+  'closing many tabs': async (page) => {
+    await page.evaluate("quendoOpenNativeFiles(Array.from({ length: 51 }, (_, n) => ({ name: n + '.md', content: 'nota' })))");
+    await page.evaluate("quendoRequestCloseTabs('all')");
+    await page.waitForSelector('dialog[open] .question');
+  },
+  bin: async (page) => {
+    await page.click('.bin-button');
+    await page.waitForSelector('.bin .row');
+  },
+  'emptying the bin': async (page, word) => {
+    await page.click('.bin-button');
+    await page.click(`text=${word('bin.empty')}`);
+  },
+  'a toast with a button': async (page) => {
+    await page.click('#noteMenuButton');
+    await page.click('[data-command=delete]');
+    await page.waitForSelector('.toast button');
+  },
+  'failed saving': async (page) => {
+    await page.evaluate('host.answer = false');
+    await page.focus('.cm-content');
+    await page.keyboard.type('x');
+    await page.waitForSelector('#saveState[data-state="failed"]');
+  },
+  'no tab': async (page) => {
+    await page.evaluate("quendoRequestCloseTabs('all')");
+    await page.waitForSelector('.empty');
+  },
+};
