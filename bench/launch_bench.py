@@ -1,34 +1,16 @@
-"""Launch: from the start of the process to the page's first script, its load event and the moment from which
-the page may be driven, against a bare window with the same page."""
+"""Launch: from the start of the process to the page's first script, its load event and the moments from which
+the page may be driven and typed in, against a bare window with the same page."""
 
 import argparse
-import json
 import tempfile
 from pathlib import Path
 
+from documents import state_document
 from programs import Comparison, Installation, ReadyWatch, BUILD, marked, require_private_desktop
 from ratios import in_turns, line
 from harness.reporter import Reporter
 
 TIMEOUT = 60
-
-
-def state_document(size):
-    """A document as the page keeps it, of about `size` bytes."""
-    text = ("## Reunião de amanhã\n\n- revisar o projeto **importante** com o cliente 😀\n- [link]"
-            "(https://example.org/a/b)\n- \"citação\", ação, coração\n\n" * 24)
-    notes = []
-    weight = 0
-    while weight < size:
-        note = {"id": f"note-{len(notes)}", "text": f"# Nota {len(notes)}\n{text}", "format": "markdown",
-                "name": None, "fileName": None, "lineBreak": "\n", "created": 1700000000000 + len(notes),
-                "updated": 1700000000000 + len(notes)}
-        weight += len(json.dumps(note, ensure_ascii=False).encode()) + 1
-        notes.append(note)
-    return json.dumps({"version": 1, "revision": 7, "notes": notes, "bin": [],
-                       "tabs": {"open": ["note-0"], "active": "note-0", "closed": []},
-                       "settings": {"language": "en", "sidebarOpen": True, "sidebarMode": "all"},
-                       "captureDraft": ""}, ensure_ascii=False, separators=(",", ":"))
 
 
 class Launches:
@@ -47,7 +29,8 @@ class Launches:
         Launches.reports += 1
         report = self._reporter.wait_for("loaded", Launches.reports, TIMEOUT)
         return {"first-script": report["first"] / 1000 - run.started,
-                "load-event": report["load"] / 1000 - run.started}
+                "load-event": report["load"] / 1000 - run.started,
+                "can-type": report["typable"] / 1000 - run.started}
 
     def quendo(self):
         self._watch.forget()
@@ -76,9 +59,9 @@ def main():
     watch = ReadyWatch()
     reporter = Reporter()
 
-    def compare(comparison, with_reporter, names, suffix=""):
+    def compare(comparison, with_reporter, names, suffix="", pairs=chosen.pairs):
         launches = Launches(comparison, watch, reporter if with_reporter else None)
-        times = in_turns(1 if chosen.quick else chosen.pairs, launches.quendo, launches.bare,
+        times = in_turns(1 if chosen.quick else pairs, launches.quendo, launches.bare,
                          warm_up=not chosen.quick)
         for name in names:
             print(line(f"launch/bare-window {name}{suffix}", times[name]), flush=True)
@@ -87,12 +70,17 @@ def main():
         directory = Path(directory)
         installation = Installation.install(BUILD, directory)
         page = marked((installation.web / "index.html").read_text(encoding="utf-8"), reporter)
-        compare(Comparison(directory / "marked", installation, page), True, ("first-script", "load-event"))
+        compare(Comparison(directory / "marked", installation, page), True,
+                ("first-script", "load-event", "can-type"))
         # The page as people get it, so that no report of a page shares the moment that counts.
         compare(Comparison(directory / "installed", installation), False, ("page-ready",))
-        size, suffix = (1_000_000, "-1MB") if chosen.quick else (20_000_000, "-20MB")
-        compare(Comparison(directory / "large", installation, page, state_document(size)), True,
-                ("first-script", "load-event", "page-ready"), suffix)
+        # The same weight in few large notes and in as many as a person collects in years.
+        for suffix, count, size, pairs in (("-20MB", 20, 1_000_000, chosen.pairs),
+                                           ("-10000-notes", 10_000, 6000, min(chosen.pairs, 11))):
+            if chosen.quick:
+                count = max(1, count // 50)
+            compare(Comparison(directory / f"large{suffix}", installation, page, state_document(count, size)), True,
+                    ("first-script", "load-event", "page-ready", "can-type"), suffix, pairs)
     reporter.close()
 
 

@@ -25,15 +25,28 @@ from harness.program import Quendo  # noqa: E402
 BUILD = Path(os.environ.get("QUENDO_BUILD", ROOT / "build" / "release"))
 
 _FIRST = "<script>window.firstScript = Date.now();</script>"
-_LOADED = ("<script>window.addEventListener('load', () => "
-           "report('loaded', { first: window.firstScript, load: Date.now() }));</script>")
+# Typing can begin with the first frame in which the caret stands in a text.
+_LOADED = """<script>window.addEventListener('load', () => {
+  const load = Date.now();
+  const look = () => requestAnimationFrame(() => setTimeout(() =>
+    document.activeElement?.isContentEditable
+      ? report('loaded', { first: window.firstScript, load, typable: Date.now() })
+      : look()));
+  look();
+});</script>"""
+
+
+def open_to_reports(page, reporter, commands=True):
+    """A page that can report and, with `commands`, obeys. Its content security policy is left out, because it
+    forbids both."""
+    page = re.sub(r"<meta[^>]*Content-Security-Policy[^>]*>", "", page)
+    return page.replace("<head>", "<head>" + reporter.script(commands), 1)
 
 
 def marked(page, reporter):
-    """A page that reports when its first script ran and when its load event came. Its content security policy
-    is left out, because it forbids the report."""
-    page = re.sub(r"<meta[^>]*Content-Security-Policy[^>]*>", "", page)
-    return page.replace("<head>", "<head>" + _FIRST + reporter.script(commands=False) + _LOADED, 1)
+    """A page that reports when its first script ran, when its load event came and when it could be typed in."""
+    page = open_to_reports(page, reporter, commands=False)
+    return page.replace("<head>", "<head>" + _FIRST, 1).replace("</head>", _LOADED + "</head>", 1)
 
 
 def bootstrap(state):
@@ -98,6 +111,20 @@ class Run:
             self.started = time.time()
             self._process = subprocess.Popen(command, env=environment, cwd=home, stdin=subprocess.DEVNULL,
                                              stdout=subprocess.PIPE, stderr=errors, start_new_session=True)
+
+    @property
+    def pid(self):
+        return self._process.pid
+
+    def page_seconds(self):
+        """The processor's time that the threads which run pages have had so far; what else the machine does
+        at the same time is not in it."""
+        spent = 0
+        for pid in process.children(self._process.pid):
+            if process.name(pid).startswith("WebKitWebProces"):
+                # The thread that runs the page is the first of its process.
+                spent += int(Path(f"/proc/{pid}/task/{pid}/schedstat").read_text().split()[0])
+        return spent / 1e9
 
     def told(self):
         """The number in the next line of its output."""

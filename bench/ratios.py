@@ -1,6 +1,6 @@
 """What two ways of doing the same thing cost, measured in turns, and the one line that says so."""
 
-from statistics import median, quantiles
+from statistics import mean, median, quantiles
 
 
 def in_turns(pairs, first, second, warm_up=True):
@@ -27,3 +27,28 @@ def line(name, pairs):
     low, _, high = quantiles(singles, n=4) if len(singles) > 1 else (singles[0],) * 3
     return (f"{name} {first / second:.2f}  ({first * 1e3:.1f} ms against {second * 1e3:.1f} ms, "
             f"{len(pairs)} pairs, middle half {low:.2f} to {high:.2f})")
+
+
+def part(values, share):
+    """The value that this share of them does not exceed."""
+    ordered = sorted(values)
+    return ordered[min(len(ordered) - 1, int(len(ordered) * share))]
+
+
+def _described(values):
+    return (f"median {median(values) * 1e3:.1f}, mean {mean(values) * 1e3:.2f}, 99th {part(values, 0.99) * 1e3:.1f}, "
+            f"longest {max(values) * 1e3:.1f} ms")
+
+
+def values_line(name, first, second):
+    """Many single times in seconds on each side, by a page's clock. That is coarse, which a mean of many evens out
+    and a median does not, so that the ratio is the one of the means."""
+    return (f"{name} {mean(first) / mean(second):.2f}  ({_described(first)}; against {_described(second)}; "
+            f"{len(first)} and {len(second)} times)")
+
+
+def limit_line(name, values, limit, share=0.99):
+    """What all but the rarest of many times make of a limit that is not to be passed."""
+    over = sum(one > limit for one in values)
+    return (f"{name} {part(values, share) / limit:.2f}  ({_described(values)}; {over} of {len(values)} times over "
+            f"{limit * 1e3:.0f} ms)")
