@@ -53,6 +53,7 @@ function writingSection(commands: ReadonlyArray<Command>, context: Pick<Context,
     ['guide.redo', keyLabel('Mod-Shift-z')],
     ['guide.list', keyLabel('enter')],
     ['guide.indent', `${keyLabel('tab')} · ${keyLabel('Shift-tab')}`],
+    ['guide.table', keyLabel('tab')],
     ['guide.leave', `${keyLabel('escape')} ${keyLabel('tab')}`],
   ];
   return { title: 'guide.writing', rows: keys.map(([label, shown]) => ({ label, keys: shown })) };

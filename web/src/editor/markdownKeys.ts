@@ -1,6 +1,7 @@
 import { deleteMarkupBackward, insertNewlineContinueMarkupCommand } from '@codemirror/lang-markdown';
 import { type ChangeSpec, type EditorState, EditorSelection, type Line, Prec } from '@codemirror/state';
 import { type Command, keymap } from '@codemirror/view';
+import { moveInTable } from './tables';
 import { toggleTasks } from './tasks';
 
 /** Puts marks around what is selected, or takes them away where they are. */
@@ -91,6 +92,7 @@ export const markdownKeys = Prec.high(
     // Enter on an empty item ends the list at once.
     { key: 'Enter', run: insertNewlineContinueMarkupCommand({ nonTightLists: false }) },
     { key: 'Backspace', run: deleteMarkupBackward },
+    { key: 'Tab', run: moveInTable(1), shift: moveInTable(-1) },
     { key: 'Tab', run: indentItems(false), shift: indentItems(true) },
     { key: 'Mod-Enter', run: toggleTasks },
     { key: 'Mod-b', run: toggleMark('**') },

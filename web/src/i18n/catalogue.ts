@@ -130,6 +130,7 @@ export const catalogue = {
   'guide.redo': ['Refazer', 'Redo', 'Rehacer'],
   'guide.list': ['Continuar a lista', 'Continue the list', 'Continuar la lista'],
   'guide.indent': ['Recuar ou avançar o item', 'Indent or outdent the item', 'Sangrar o quitar sangría'],
+  'guide.table': ['Próxima célula da tabela', 'Next cell of the table', 'Siguiente celda de la tabla'],
   'guide.leave': ['Sair do editor com Tab', 'Leave the editor with Tab', 'Salir del editor con Tab'],
   'guide.moveLine': ['Mover a linha', 'Move the line', 'Mover la línea'],
   'guide.copyLine': ['Duplicar a linha', 'Duplicate the line', 'Duplicar la línea'],

@@ -108,3 +108,22 @@ test('typing stays quick in a text of twenty megabytes with everything in it', a
   assert.ok(cost < 300, `${cost} ms a key`);
   await context.close();
 });
+
+test('a table is written from cell to cell', async () => {
+  const { page, context } = await open(browser);
+  await page.keyboard.press('Alt+n');
+  await page.keyboard.type('|Nome|Preço|\n|-|-:|');
+  await page.keyboard.press('Tab');
+  await page.keyboard.type('pão de queijo');
+  await page.keyboard.press('Tab');
+  await page.keyboard.type('12,50');
+  await page.keyboard.press('Tab');
+  await page.keyboard.press('Shift+Tab');
+  const table = ['| Nome          | Preço |', '| ------------- | ----: |', '| pão de queijo | 12,50 |', '|               |       |'];
+  assert.deepEqual((await noteTexts(page))[0]?.split('\n'), table);
+  assert.equal(await page.evaluate('getSelection().toString()'), '12,50');
+  await page.keyboard.press('Control+z');
+  const before = [...table.slice(0, 2), '| pão de queijo |      12,50 |'];
+  assert.deepEqual((await noteTexts(page))[0]?.split('\n'), before, 'a press of the key is taken back as one step');
+  await context.close();
+});

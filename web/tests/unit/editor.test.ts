@@ -2,49 +2,16 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { highlightTree } from '@lezer/highlight';
 import { SearchQuery } from '@codemirror/search';
-import { EditorSelection, EditorState, Text, type Transaction } from '@codemirror/state';
-import type { Command, EditorView } from '@codemirror/view';
+import { EditorState, Text } from '@codemirror/state';
 import { runsLeftwards } from '../../src/editor/direction';
 import { classNames } from '../../src/editor/highlight';
 import { languageNamed, languageOfFence, syntaxOf } from '../../src/editor/languages';
 import { joinLines } from '../../src/editor/lines';
 import { indentItems, toggleMark } from '../../src/editor/markdownKeys';
 import { findMatches, placeOf } from '../../src/editor/matches';
-import { syntaxExtensions } from '../../src/editor/syntax';
 import { toggleTasks } from '../../src/editor/tasks';
 import { countString, countText } from '../../src/text/count';
-
-/** Runs a command on a text in which bars stand for carets, a pair of brackets ‹› for a selection. */
-function run(command: Command, marked: string): string {
-  const ranges: ReturnType<typeof EditorSelection.range>[] = [];
-  let doc = '';
-  let open = -1;
-  for (const character of marked) {
-    if (character === '|') ranges.push(EditorSelection.cursor(doc.length));
-    else if (character === '‹') open = doc.length;
-    else if (character === '›') ranges.push(EditorSelection.range(open, doc.length));
-    else doc += character;
-  }
-  let state = EditorState.create({
-    doc,
-    selection: EditorSelection.create(ranges),
-    extensions: [EditorState.allowMultipleSelections.of(true), syntaxExtensions('markdown', Text.of(doc.split('\n')))],
-  });
-  const dispatch = (spec: Transaction | Parameters<EditorState['update']>[0]) => {
-    state = 'startState' in spec ? spec.state : state.update(spec).state;
-  };
-  command({ get state() { return state; }, dispatch } as unknown as EditorView);
-  const out = state.doc.toString();
-  return [...state.selection.ranges]
-    .reverse()
-    .reduce(
-      (text, { from, to }) =>
-        from === to
-          ? `${text.slice(0, from)}|${text.slice(from)}`
-          : `${text.slice(0, from)}‹${text.slice(from, to)}›${text.slice(to)}`,
-      out,
-    );
-}
+import { run } from './command';
 
 test('tasks are ticked, cleared and made', () => {
   assert.equal(run(toggleTasks, '- [ ] a|'), '- [x] a|');
