@@ -5,7 +5,7 @@
 //
 // Prints "finished SECONDS", the time of day, when the page has loaded. `--script` is a user script that runs
 // before the page's own. "quendoState" messages are answered at once: after writing, flushing and renaming
-// the document in a directory, or without doing anything. The signal SIGUSR1 makes it read the files to
+// the document in a directory, or without doing anything. The signal SIGUSR2 makes it read the files to
 // deliver and hand their texts to the page's `deliver`.
 
 #include <fcntl.h>
@@ -167,7 +167,8 @@ int main(int argc, char** argv) {
   require(uri != nullptr, window.options.page);
   webkit_web_view_load_uri(window.view, uri);
   g_free(uri);
-  g_unix_signal_add(SIGUSR1, deliver, &window);
+  // The other signal for users is the engine's own: its collector suspends threads with it.
+  g_unix_signal_add(SIGUSR2, deliver, &window);
   GMainLoop* loop = g_main_loop_new(nullptr, FALSE);
   g_signal_connect_swapped(shown, "destroy", G_CALLBACK(g_main_loop_quit), loop);
   g_main_loop_run(loop);

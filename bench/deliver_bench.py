@@ -83,7 +83,7 @@ def main():
             sides.append(Side(directory / "quendo", installation, lambda one: one.start_quendo(),
                               tell_quendo(files)))
             sides.append(Side(directory / "bare", installation, lambda one: one.start_bare(*bare_arguments),
-                              lambda run: run.signal(signal.SIGUSR1)))
+                              lambda run: run.signal(signal.SIGUSR2)))
             quendo, bare = sides
             pairs = 1 if chosen.quick else 11
             measured = in_turns(pairs, lambda: {"": quendo.seconds()}, lambda: {"": bare.seconds()},
