@@ -19,17 +19,15 @@ const outdir = path.join(root, '.build', folder);
 await rm(outdir, { recursive: true, force: true });
 const built = await bundleForNode(files.map((name) => path.join(folder, name)));
 
-/** Runs the tests of the given files; of these only the named ones, where there are names. */
-async function attempt(chosen, names) {
+/** Runs the tests of the given files. */
+async function attempt(chosen) {
   const told = path.join(outdir, 'results.jsonl');
   await rm(told, { force: true });
-  const escaped = names.map((name) => name.replace(/[\\^$.*+?()[\]{}|/]/g, '\\$&'));
   const runner = spawn(
     process.execPath,
     [
       '--enable-source-maps',
       '--test',
-      ...escaped.map((name) => `--test-name-pattern=/^${name}$/`),
       '--test-reporter=spec',
       '--test-reporter-destination=stdout',
       `--test-reporter=${path.join(root, 'scripts/test-results.mjs')}`,
@@ -44,27 +42,27 @@ async function attempt(chosen, names) {
   return { status, results };
 }
 
-const key = ({ file, name }) => JSON.stringify([file, name]);
-const { status, results } = await attempt(built, []);
+/** The name of the file in which a test is, however the runner spells it. */
+const fileOf = (file = '') => path.basename(file).replace(/\.test\.[a-z]+$/, '');
+const key = ({ file, name }) => JSON.stringify([fileOf(file), name]);
+const { status, results } = await attempt(built);
 const all = new Map(results.map((result) => [key(result), result]));
 const failing = () => [...all.values()].filter((result) => result.state === 'fail');
-// A browser's test depends on how busy the machine is: what fails is run again by itself, and said so.
+// A browser's test depends on how busy the machine is: what fails is run again, and said so.
 for (let count = 2; count <= attempts && failing().length > 0; count++) {
-  const wrong = failing();
-  console.log(`${wrong.length} failed; attempt ${count} of ${attempts}.`);
-  const whole = wrong.some(({ name, file }) => !name || !file);
-  const chosen = whole ? built : [...new Set(wrong.map(({ file }) => file))];
-  const again = await attempt(chosen, whole ? [] : wrong.map(({ name }) => name));
-  for (const result of again.results) {
-    if (all.get(key(result))?.state === 'fail' && result.state === 'pass') {
-      console.log(`"${result.name}" passed at attempt ${count}.`);
-    }
-    if (result.state !== 'skipped') all.set(key(result), result);
+  const wrong = new Set(failing().map(({ file }) => fileOf(file)));
+  console.log(`${failing().length} failed; attempt ${count} of ${attempts}.`);
+  const again = await attempt(built.filter((file) => wrong.has(fileOf(file))));
+  const passedNow = new Set(again.results.filter(({ state }) => state === 'pass').map(key));
+  const failedNow = new Set(again.results.filter(({ state }) => state === 'fail').map(({ file }) => fileOf(file)));
+  for (const result of failing()) {
+    // A file that ended before it told of its tests is as good as what it tells now.
+    const mended = result.name ? passedNow.has(key(result)) : !failedNow.has(fileOf(result.file));
+    if (!mended) continue;
+    console.log(`"${result.name ?? result.file}" passed at attempt ${count}.`);
+    all.delete(key(result));
   }
-  // A file that told of no test the first time has told of them now.
-  if (whole && again.status === 0) {
-    for (const result of wrong) if (!result.name) all.delete(key(result));
-  }
+  for (const result of again.results) if (!all.has(key(result))) all.set(key(result), result);
 }
 
 if (junit) await writeFile(junit, report([...all.values()]));
@@ -79,7 +77,7 @@ function report(tests) {
   const cases = tests.map(({ file = folder, name = 'the file as a whole', state, message }) => {
     const inner =
       state === 'fail' ? `<failure message="${escaped(message)}"/>` : state === 'skipped' ? '<skipped/>' : '';
-    return `<testcase classname="${escaped(path.basename(file, '.test.mjs'))}" name="${escaped(name)}">${inner}</testcase>`;
+    return `<testcase classname="${escaped(fileOf(file))}" name="${escaped(name)}">${inner}</testcase>`;
   });
   return `<?xml version="1.0"?>\n<testsuite>\n${cases.join('\n')}\n</testsuite>\n`;
 }

@@ -5,7 +5,7 @@ export default async function* results(source) {
     if (type !== 'test:pass' && type !== 'test:fail') continue;
     const { name, file, details, skip, todo } = data;
     if (details?.type === 'suite') continue;
-    const whole = /\.test\.[cm]?js$/.test(name);
+    const whole = /\.test\.[cm]?[jt]s$/.test(name);
     // A file that went well is told of by its tests.
     if (whole && type === 'test:pass') continue;
     const result = {
