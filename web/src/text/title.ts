@@ -42,8 +42,10 @@ export function readHead(start: string): Head {
 
 /** One line as a reader sees it: without the marks that make it a heading, a task or a link. */
 export function stripMarks(line: string): string {
-  if (/^\s*(?:`{3,}|~{3,})[^`]*$/.test(line)) return '';
-  const bare = line
+  // The edge of a code block, or the dashes of a table.
+  if (/^\s*(?:`{3,}|~{3,})[^`]*$/.test(line) || /^\s*\|[-|:\s]+$/.test(line)) return '';
+  const row = /^\s*\|(.*)\|\s*$/.exec(line)?.[1];
+  const bare = (row?.split('|').map((cell) => cell.trim()).join(' · ') ?? line)
     .replace(/^\s*(?:>\s*)*/, '')
     .replace(/^(?:#{1,6}\s+|[-*+]\s+\[[ xX]\]\s+|[-*+]\s+|\d{1,9}[.)]\s+)/, '')
     .replace(/\s+#+\s*$/, '')

@@ -50,6 +50,7 @@ test('a long title is cut between characters', () => {
 test('the excerpt is what follows, on one line', () => {
   assert.equal(readHead('# T\n\n- um\n- dois').excerpt, 'um dois');
   assert.equal(readHead('# T\n```js\nconst a\n```').excerpt, 'const a');
+  assert.equal(readHead('# T\n| a | **b** |\n|---|:-:|\n| 1 | 2 |').excerpt, 'a · b 1 · 2');
   assert.equal(stripMarks('   '), '');
 });
 
