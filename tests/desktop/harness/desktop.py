@@ -139,6 +139,8 @@ def set_clipboard(text):
     # xclip stays behind to serve the text; with its output closed nobody waits for it.
     subprocess.run(["xclip", "-selection", "clipboard", "-in"], input=text.encode(), check=True, timeout=10,
                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    # It may come back before the display has heard of it, and a key that pastes must not be sooner.
+    wait_until(lambda: clipboard() == text, 10, "the clipboard to have the text")
 
 
 def drag(source, target):
