@@ -25,13 +25,16 @@ from harness.program import Quendo  # noqa: E402
 BUILD = Path(os.environ.get("QUENDO_BUILD", ROOT / "build" / "release"))
 
 _FIRST = "<script>window.firstScript = Date.now();</script>"
-# Typing can begin with the first frame in which the caret stands in a text.
+# Typing can begin with the first frame in which the caret stands in a text. Where no note is open it never does, and
+# there the load event is all there is to tell.
 _LOADED = """<script>window.addEventListener('load', () => {
   const load = Date.now();
-  const look = () => requestAnimationFrame(() => setTimeout(() =>
-    document.activeElement?.isContentEditable
-      ? report('loaded', { first: window.firstScript, load, typable: Date.now() })
-      : look()));
+  let frames = 0;
+  const look = () => requestAnimationFrame(() => setTimeout(() => {
+    const typable = document.activeElement?.isContentEditable;
+    if (!typable && ++frames <= 20) look();
+    else report('loaded', { first: window.firstScript, load, typable: typable ? Date.now() : 0 });
+  }));
   look();
 });</script>"""
 

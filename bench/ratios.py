@@ -2,6 +2,9 @@
 
 from statistics import mean, median, quantiles
 
+# A page's clock counts in milliseconds. What it takes for no time took half of one, for all that is known.
+_SHORTEST = 0.0005
+
 
 def in_turns(pairs, first, second, warm_up=True):
     """Runs both once unmeasured, then `pairs` times in turns, each going first every other time. Both return
@@ -23,9 +26,9 @@ def line(name, pairs):
     """`pairs` holds (first, second) in seconds. The ratio is the one of the medians; the spread is that of the
     middle half of the single pairs' ratios."""
     first, second = median(one for one, _ in pairs), median(other for _, other in pairs)
-    singles = [one / other for one, other in pairs]
+    singles = [one / (other or _SHORTEST) for one, other in pairs]
     low, _, high = quantiles(singles, n=4) if len(singles) > 1 else (singles[0],) * 3
-    return (f"{name} {first / second:.2f}  ({first * 1e3:.1f} ms against {second * 1e3:.1f} ms, "
+    return (f"{name} {first / (second or _SHORTEST):.2f}  ({first * 1e3:.1f} ms against {second * 1e3:.1f} ms, "
             f"{len(pairs)} pairs, middle half {low:.2f} to {high:.2f})")
 
 
@@ -43,7 +46,7 @@ def _described(values):
 def values_line(name, first, second):
     """Many single times in seconds on each side, by a page's clock. That is coarse, which a mean of many evens out
     and a median does not, so that the ratio is the one of the means."""
-    return (f"{name} {mean(first) / mean(second):.2f}  ({_described(first)}; against {_described(second)}; "
+    return (f"{name} {mean(first) / (mean(second) or _SHORTEST):.2f}  ({_described(first)}; against {_described(second)}; "
             f"{len(first)} and {len(second)} times)")
 
 
