@@ -20,14 +20,18 @@ export function folding(length: number): Extension {
 }
 
 const folds = codeFolding({
-  placeholderDOM: (_view, onclick) => {
+  placeholderDOM: (view, onclick) => {
     const button = document.createElement('button');
     button.type = 'button';
     button.className = 'fold-rest';
     button.textContent = '…';
     button.dataset.tLabel = 'fold.open';
     button.setAttribute('aria-label', t('fold.open'));
-    button.addEventListener('click', onclick);
+    button.addEventListener('click', (event) => {
+      onclick(event);
+      // The button had the focus and is gone now.
+      view.focus();
+    });
     return button;
   },
 });

@@ -34,6 +34,7 @@ function isMarked({ doc }: EditorState, from: number, to: number, mark: string):
   return !isStronger || doc.sliceString(Math.max(0, from - 3), from) === mark.repeat(3);
 }
 
+const ordered = /^\s*(\d{1,9})[.)]/;
 const listItem = /^(\s*)(?:[-*+]|\d{1,9}[.)])\s+/;
 
 /**
@@ -62,6 +63,23 @@ function textColumn(lead: string): number {
   return lead.trimEnd().length + 1;
 }
 
+/** The number of an item follows the one above it on its new level; the first one there is 1. */
+function renumbering(state: EditorState, line: Line, indent: number): ChangeSpec[] {
+  const own = ordered.exec(line.text);
+  if (!own?.[1]) return [];
+  let number = 1;
+  for (let above = line.number - 1; above > 0; above--) {
+    const { text } = state.doc.line(above);
+    const start = listItem.exec(text)?.[1]?.length;
+    if (start === undefined ? text.trim() && !/^\s/.test(text) : start < indent) break;
+    if (start !== indent) continue;
+    number = Number(ordered.exec(text)?.[1] ?? 0) + 1;
+    break;
+  }
+  const from = line.from + own[0].length - 1 - own[1].length;
+  return own[1] === String(number) ? [] : [{ from, to: from + own[1].length, insert: String(number) }];
+}
+
 /** Tab and Shift+Tab on items of a list move them by levels; elsewhere the keys keep their meaning. */
 export function indentItems(outwards: boolean): Command {
   return (view) => {
@@ -74,7 +92,7 @@ export function indentItems(outwards: boolean): Command {
     const target = newIndent(state, first, outwards);
     if (target === null) return !outwards || before === '';
     const step = target - before.length;
-    const changes: ChangeSpec[] = [];
+    const changes: ChangeSpec[] = renumbering(state, first, target);
     for (let at = first.from; at <= main.to; ) {
       const { from, to, text } = state.doc.lineAt(at);
       const blanks = /^ */.exec(text)?.[0].length ?? 0;

@@ -5,6 +5,7 @@ import { styleTags } from '@lezer/highlight';
 import { hasLongParagraph, mayHaveLongParagraph } from '../text/paragraphs';
 import { taskTag } from './highlight';
 import { languageNamed, languageOfFence } from './languages';
+import { windowed } from './longMarkdown';
 import { markdownKeys } from './markdownKeys';
 import { markdownLook } from './markdownLook';
 import { taskClicks } from './tasks';
@@ -36,15 +37,18 @@ export function syntaxExtensions(name: string, text: Text): Extension {
   return isLong ? shownSyntax.of(name) : [shownSyntax.of(name), markdownSyntax];
 }
 
+const { language, support } = markdown({
+  base: markdownLanguage,
+  addKeymap: false,
+  completeHTMLTags: false,
+  codeLanguages: languageOfFence,
+  extensions: { props: [styleTags({ TaskMarker: taskTag })] },
+});
+
 const markdownSyntax: Extension = [
   markdownKeys,
-  markdown({
-    base: markdownLanguage,
-    addKeymap: false,
-    completeHTMLTags: false,
-    codeLanguages: languageOfFence,
-    extensions: { props: [styleTags({ TaskMarker: taskTag })] },
-  }),
+  windowed(language),
+  support,
   markdownLook,
   taskClicks,
 ];

@@ -14,23 +14,41 @@ const CONTEXT_AFTER = 120;
 /** Folded texts are kept up to this many characters each; longer ones are folded anew. */
 const KEPT_CHARACTERS = 200_000;
 const PIECE_CHARACTERS = 100_000;
-const WINDOW_CHARACTERS = 2000;
+const WINDOW_CHARACTERS = 400;
+/** About as many characters are looked through between two pauses; a note costs as much as some by itself. */
+const PAUSE_WORK = 500_000;
+const NOTE_WORK = 2000;
 
-const foldedTexts = new WeakMap<Text, string>();
-const foldedTitles = new WeakMap<Note, string>();
+/** What is looked through of a note: its title, a line break and its text, or the title alone. */
+interface Folded {
+  readonly whole: string;
+  readonly titleLength: number;
+  readonly hasText: boolean;
+}
+
+/** One look at one string for each note, since finding things in memory takes longer than reading them. */
+const foldedNotes = new WeakMap<Note, Folded>();
 
 /**
- * Looks through the notes in the given order and yields after each one, a find or null, so that
- * the caller can stop for a key press between any two notes.
+ * Looks through the notes in the given order and yields every find, and null now and then, so that
+ * the caller can stop for a key press. The query is a line, which has no break in it.
  */
 export function* searchNotes(
   notes: Iterable<Note>,
   query: string,
 ): Generator<Found | null, void> {
   const wanted = fold(query.trim());
+  let work = 0;
   for (const note of notes) {
-    if (foldedTitle(note).includes(wanted)) yield { note, inTitle: true };
-    else yield pieceWith(note.text, wanted) === null ? null : { note, inTitle: false };
+    const kept = foldedNotes.get(note);
+    const { whole, titleLength, hasText } = kept ?? foldNote(note);
+    const at = whole.indexOf(wanted);
+    if (at >= 0) yield { note, inTitle: at < titleLength };
+    else if (!hasText && pieceWith(note.text, wanted)) yield { note, inTitle: false };
+    work += kept?.hasText ? NOTE_WORK + whole.length : PAUSE_WORK;
+    if (work < PAUSE_WORK) continue;
+    work = 0;
+    yield null;
   }
 }
 
@@ -42,8 +60,7 @@ export function narrows(query: string, before: string): boolean {
 /** Folds the notes ahead of a search, one at a time. */
 export function* foldNotes(notes: Iterable<Note>): Generator<void, void> {
   for (const note of notes) {
-    foldedTitle(note);
-    if (note.text.length <= KEPT_CHARACTERS) foldedText(note.text);
+    if (!foldedNotes.has(note)) foldNote(note);
     yield;
   }
 }
@@ -51,18 +68,16 @@ export function* foldNotes(notes: Iterable<Note>): Generator<void, void> {
 /** A piece of a note's text around the first match, on one line; empty when there is none. */
 export function contextOf(text: Text, query: string): string {
   const wanted = fold(query.trim());
-  const piece = wanted ? pieceWith(text, wanted) : null;
+  if (!wanted) return '';
+  if (text.length <= KEPT_CHARACTERS) return excerpt(text.toString(), wanted);
+  const piece = pieceWith(text, wanted);
   if (!piece) return '';
-  const source = text.sliceString(piece.from, piece.to);
-  const context = excerpt(source, wanted);
+  const context = excerpt(text.sliceString(piece.from, piece.to), wanted);
   return piece.from > 0 && !context.startsWith('…') ? `…${context}` : context;
 }
 
-/** A part of the text that has the match in it. */
+/** A part of a long text that has the match in it. */
 function pieceWith(text: Text, wanted: string): { from: number; to: number } | null {
-  if (text.length <= KEPT_CHARACTERS) {
-    return foldedText(text).includes(wanted) ? { from: 0, to: text.length } : null;
-  }
   // Pieces overlap, so that a match across their edge is not missed.
   const overlap = wanted.length * 4;
   for (let from = 0; from < text.length; from += PIECE_CHARACTERS) {
@@ -72,29 +87,21 @@ function pieceWith(text: Text, wanted: string): { from: number; to: number } | n
   return null;
 }
 
-function foldedText(text: Text): string {
-  let folded = foldedTexts.get(text);
-  if (folded === undefined) {
-    folded = fold(text.toString());
-    foldedTexts.set(text, folded);
-  }
-  return folded;
-}
-
-function foldedTitle(note: Note): string {
-  let folded = foldedTitles.get(note);
-  if (folded === undefined) {
-    folded = fold(titleOf(note));
-    foldedTitles.set(note, folded);
-  }
+function foldNote(note: Note): Folded {
+  const title = fold(titleOf(note));
+  const hasText = note.text.length <= KEPT_CHARACTERS;
+  const whole = hasText ? `${title}\n${fold(note.text.toString())}` : title;
+  const folded = { whole, titleLength: title.length, hasText };
+  foldedNotes.set(note, folded);
   return folded;
 }
 
 function excerpt(text: string, wanted: string): string {
   // Mapping a match back to the text's own offsets is slow, so it is narrowed down first.
   const overlap = wanted.length * 4;
-  for (let at = 0; at < text.length; at += WINDOW_CHARACTERS) {
-    const window = text.slice(at, at + WINDOW_CHARACTERS + overlap);
+  const step = Math.max(WINDOW_CHARACTERS, overlap);
+  for (let at = 0; at < text.length; at += step) {
+    const window = text.slice(at, at + step + overlap);
     if (!fold(window).includes(wanted)) continue;
     const match = findFolded(window, wanted);
     if (!match) break;

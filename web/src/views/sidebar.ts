@@ -99,7 +99,7 @@ export class Sidebar {
       for (;;) {
         const { value, done } = search.next();
         if (value) found.push(value);
-        if (done || performance.now() > until) {
+        else if (done || performance.now() > until) {
           // The same search again replaces its finds at once, so that the list does not jump.
           if (done || before !== this.#query) this.#show([...found], done === true);
           if (done) this.#finds = { query: this.#query, of: notes, notes: found.map((find) => find.note) };

@@ -127,3 +127,37 @@ test('a table is written from cell to cell', async () => {
   assert.deepEqual((await noteTexts(page))[0]?.split('\n'), before, 'a press of the key is taken back as one step');
   await context.close();
 });
+
+test('a long text looks the same wherever one scrolls to, in the frame in which it comes', async () => {
+  const section = '## Título\n\nTexto com **negrito** e [um](http://b.c).\n\n- [ ] tarefa\n- [x] feita\n\n```js\nlet a = 1;\n```\n\n';
+  const stored = { version: 1, notes: [{ id: 'a', text: section.repeat(20_000) }], tabs: { open: ['a'] } };
+  const { page, context } = await open(browser, { before: fakeHost(stored) });
+  await page.waitForSelector('.md-task');
+  const bare = await page.evaluate(async () => {
+    const scroller = document.querySelector('.cm-scroller');
+    const found: string[] = [];
+    for (const share of [0.1, 0.101, 0.5, 0.9, 0.3, 1, 0]) {
+      if (!scroller) break;
+      scroller.scrollTop = share * (scroller.scrollHeight - scroller.clientHeight);
+      // What the editor does for a scroll is done with the frame after it.
+      for (let frame = 0; frame < 2; frame++) await new Promise(requestAnimationFrame);
+      await new Promise((resolve) => setTimeout(resolve));
+      const { top, bottom } = scroller.getBoundingClientRect();
+      for (const line of document.querySelectorAll('.cm-line')) {
+        const place = line.getBoundingClientRect();
+        // The caret's line is there wherever one scrolls to.
+        if (place.bottom < top || place.top > bottom) continue;
+        const text = line.textContent ?? '';
+        const styled = /^## /.test(text) ? 'md-line-heading-2' : /^let /.test(text) ? 'md-line-code' : '';
+        if (styled && !line.classList.contains(styled)) found.push(`${share}: ${text}`);
+      }
+    }
+    return found;
+  });
+  assert.deepEqual(bare, []);
+  await page.keyboard.press('Control+End');
+  await page.keyboard.type('## fim');
+  await page.waitForFunction(() =>
+    [...document.querySelectorAll('.md-line-heading-2')].some((line) => line.textContent === '## fim'));
+  await context.close();
+});

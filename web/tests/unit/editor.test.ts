@@ -35,11 +35,15 @@ test('marks go around what is selected and away again', () => {
 test('items of a list move in and out by levels', () => {
   const [inwards, outwards] = [indentItems(false), indentItems(true)];
   assert.equal(run(inwards, '- a\n- b|'), '- a\n  - b|');
-  assert.equal(run(inwards, '1. a\n2. b|'), '1. a\n   2. b|');
+  assert.equal(run(inwards, '1. a\n2. b|'), '1. a\n   1. b|');
   assert.equal(run(inwards, '- a\n  - b|'), '- a\n  - b|');
   assert.equal(run(inwards, '- a|'), '- a|');
   assert.equal(run(outwards, '1. a\n   - b|'), '1. a\n- b|');
   assert.equal(run(outwards, '- a|'), '- a|');
+  assert.equal(run(inwards, '1. a\n   1. b\n2. c|'), '1. a\n   1. b\n   2. c|');
+  assert.equal(run(inwards, '- 7 a\n12. b|'), '- 7 a\n  1. b|');
+  assert.equal(run(outwards, '1. a\n   1. b\n   2. c|'), '1. a\n   1. b\n2. c|');
+  assert.equal(run(outwards, 'x\n\n   4. c|'), 'x\n\n1. c|');
   assert.equal(run(inwards, '- a\n‹- b\n- c›'), '- a\n  ‹- b\n  - c›');
 });
 

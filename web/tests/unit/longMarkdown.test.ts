@@ -1,0 +1,133 @@
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { ensureSyntaxTree, foldable } from '@codemirror/language';
+import { markdownLanguage } from '@codemirror/lang-markdown';
+import { EditorState, Text } from '@codemirror/state';
+import type { Tree } from '@lezer/common';
+import { syntaxExtensions } from '../../src/editor/syntax';
+import { fenceAfterLine, fenceAt } from '../../src/text/fences';
+
+const blocks = [
+  '# Título *um*',
+  '## Outro `código`',
+  'Um parágrafo com **força** e [ponte](https://example.org),\nem duas linhas.',
+  '- um\n- [ ] dois\n  - três\n- quatro',
+  '```js\n# não é título\n\nlet a = 1;\n```',
+  '~~~\n```\nainda código\n\n- código\n~~~',
+  '> dito\n> por alguém',
+  '| a | b |\n| - | - |\n| 1 | 2 |',
+  '1. um\n2. dois',
+];
+
+function random(seed: number): (below: number) => number {
+  let state = seed;
+  return (below) => {
+    state = (Math.imul(state, 1664525) + 1013904223) >>> 0;
+    return (state >>> 8) % below;
+  };
+}
+
+function longText(seed: number, length: number): string {
+  const next = random(seed);
+  const out: string[] = [];
+  for (let size = 0; size < length; ) {
+    const block = blocks[next(blocks.length)] ?? '';
+    out.push(block);
+    size += block.length + 2;
+  }
+  return out.join('\n\n');
+}
+
+function stateWith(doc: string): EditorState {
+  return EditorState.create({ doc, extensions: syntaxExtensions('markdown', Text.of(doc.split('\n'))) });
+}
+
+/** Everything in a part of a tree, but for the whole text and what is in blocks of code. */
+function nodes(tree: Tree, from: number, to: number): string[] {
+  const found: string[] = [];
+  tree.iterate({
+    from,
+    to,
+    enter: (node) => {
+      if (node.name !== 'Document') found.push(`${node.name} ${node.from} ${node.to}`);
+      return node.name !== 'FencedCode';
+    },
+  });
+  return found;
+}
+
+test('a fence is known at every line of a text', () => {
+  for (const seed of [1, 2, 3]) {
+    const lines = longText(seed, 30_000).split('\n');
+    const text = Text.of(lines);
+    let fence = '';
+    let at = 0;
+    for (const line of lines) {
+      assert.equal(fenceAt(text, at), fence, `${seed}: ${at}`);
+      fence = fenceAfterLine(fence, line);
+      at += line.length + 1;
+    }
+  }
+});
+
+test('what opens and closes a block of code', () => {
+  const after = (...lines: string[]) => lines.reduce(fenceAfterLine, '');
+  assert.equal(after('```js'), '```');
+  assert.equal(after('````', '```', 'a'), '````');
+  assert.equal(after('```', '````'), '');
+  assert.equal(after('```', '``` js'), '```');
+  assert.equal(after('~~~ `a`', '```'), '~~~');
+  assert.equal(after('``` a`b'), '');
+  assert.equal(after('    ```'), '');
+  assert.equal(after('   ~~~', '~~~   '), '');
+});
+
+test('a long text is parsed around the screen as it would be as a whole', () => {
+  for (const seed of [4, 5]) {
+    const doc = longText(seed, 400_000);
+    const whole = markdownLanguage.parser.parse(doc);
+    const next = random(seed);
+    const state = stateWith(doc);
+    for (let i = 0; i < 15; i++) {
+      const to = 3000 + next(doc.length - 3000);
+      const tree = ensureSyntaxTree(state, to, 60_000);
+      assert.ok(tree);
+      assert.equal(tree.length, doc.length);
+      assert.deepEqual(nodes(tree, to - 3000, to), nodes(whole, to - 3000, to), `${seed}: ${to}`);
+      const [first, last] = [tree.topNode.firstChild?.from ?? 0, tree.topNode.lastChild?.to ?? 0];
+      assert.ok(last - first < 110_000, 'only a part is parsed');
+    }
+  }
+});
+
+test('a change in a long text is followed', () => {
+  const doc = longText(6, 300_000);
+  let state = stateWith(doc);
+  const at = doc.indexOf('\n\n# ', 2000) + 2;
+  state = state.update({ changes: { from: 0, to: at, insert: '```\n' } }).state;
+  assert.deepEqual(nodes(ensureSyntaxTree(state, 2000, 60_000) as Tree, 0, 10)[0]?.split(' ')[0], 'FencedCode');
+  state = state.update({ changes: { from: 0, to: 4, insert: '' } }).state;
+  assert.equal(nodes(ensureSyntaxTree(state, 2000, 60_000) as Tree, 0, 1)[0]?.split(' ')[0], 'ATXHeading1');
+});
+
+test('a text within an endless block of code is code', () => {
+  const doc = `# a\n\n\`\`\`\n${'- linha\n\n'.repeat(30_000)}`;
+  const tree = ensureSyntaxTree(stateWith(doc), 20_000, 60_000) as Tree;
+  assert.ok(nodes(tree, 19_000, 20_000)[0]?.startsWith('FencedCode'));
+});
+
+test('sections of a long text fold to the next heading of their level, also far below the screen', () => {
+  const section = `## b\n\n${'texto\n\n'.repeat(40_000)}\n\`\`\`\n# código\n\`\`\`\n`;
+  const doc = `# a\n\n${section}\n# c\n\nfim\n`;
+  const state = stateWith(doc);
+  const folded = (heading: string) => {
+    const from = doc.indexOf(`${heading}\n`);
+    const { to } = state.doc.lineAt(from);
+    const range = foldable(state, from, to);
+    return range && [range.from - to, doc.slice(range.to).trimStart().slice(0, 3)];
+  };
+  assert.deepEqual(folded('# a'), [0, '# c']);
+  assert.deepEqual(folded('## b'), [0, '# c']);
+  assert.deepEqual(folded('# c'), [0, '']);
+  assert.equal(folded('# código'), null);
+});
