@@ -20,7 +20,7 @@ def test_lists_go_on_move_by_levels_and_end(opened):
     quendo.type("inside\n")
     quendo.press("shift+Tab")
     quendo.type("three\n\nafter\n- [x] done\nto do")
-    # Enter on an empty item ends the list; which numbers it writes is not what this is about.
+    # Enter on an empty item ends the list, and an item is numbered after the one above it.
     expected = r"1\. one\n2\. two\n   1\. inside\n3\. three\nafter\n- \[x\] done\n- \[ \] to do"
     wait_until(lambda: re.fullmatch(expected, active_text(quendo) or ""), 10, "the list on disk")
 
