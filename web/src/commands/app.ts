@@ -67,7 +67,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
   window.addEventListener('keydown', () => quiet.disturbed(), { capture: true });
   const saver = new Saver({
     clock,
-    whenIdle: (run) => quiet.after(makePieces(workspace.contents), run),
+    whenIdle: (run, longest) => quiet.after(makePieces(workspace.contents), longest, run),
     prepare: () => currentState(context),
     send: (serialized, revision) => port.save(serialized, revision),
     onStatus: reportStatus(shell),

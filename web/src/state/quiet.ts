@@ -2,7 +2,6 @@ import type { Clock } from './saver';
 
 /** Longer than a quick writer takes from one key to the next within a word. */
 const QUIET_MS = 120;
-const LONGEST_WAIT_MS = 1000;
 /** The longest that work goes on before it lets a key or a frame through. */
 const SLICE_MS = 5;
 
@@ -22,11 +21,11 @@ export class QuietTime {
 
   /**
    * Does `work` bit by bit, then calls `run` once no key has been pressed for a moment. Who types
-   * without any pause is not waited for longer than a second. Gives the way to call it off.
+   * without any pause is waited for so many milliseconds at most. Gives the way to call it off.
    */
-  after(work: Iterator<unknown>, run: () => void): () => void {
+  after(work: Iterator<unknown>, longest: number, run: () => void): () => void {
     const clock = this.#clock;
-    const until = clock.now() + LONGEST_WAIT_MS;
+    const until = clock.now() + longest;
     let timer: unknown = null;
     let done = false;
     const turn = () => {

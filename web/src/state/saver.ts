@@ -11,10 +11,10 @@ export interface Clock {
 export interface SaverOptions {
   readonly clock: Clock;
   /**
-   * Calls back when nobody types, with most of the document made ready, or after a while all the
-   * same; gives the way to call it off.
+   * Calls back when nobody types, with most of the document made ready, or after `longest`
+   * milliseconds all the same; gives the way to call it off.
    */
-  readonly whenIdle: (run: () => void) => () => void;
+  readonly whenIdle: (run: () => void, longest: number) => () => void;
   /** The document as JSON, and the revision that was given to it. */
   readonly prepare: () => { serialized: string; revision: number };
   /** Hands a document over; the answer comes back through `answered`. */
@@ -24,6 +24,13 @@ export interface SaverOptions {
 
 const PAUSE_MS = 300;
 const LONGEST_WAIT_MS = 2000;
+/**
+ * A quiet moment is waited for this long, and longer where handing over a huge document would be
+ * felt: so many times as long as it took the last time, within a limit.
+ */
+const PATIENCE_MS = 1000;
+const PATIENCE_PER_COST = 10;
+const LONGEST_PATIENCE_MS = 5000;
 const FIRST_RETRY_MS = 1000;
 const LAST_RETRY_MS = 60_000;
 /** While saving fails, changes alone do not bring on another try sooner than this after the last. */
@@ -47,6 +54,8 @@ export class Saver {
   #failures = 0;
   #retryAt = 0;
   #lastTry = 0;
+  /** Milliseconds for which the last document that was sent kept everything else waiting. */
+  #cost = 0;
   #timer: unknown = null;
   #cancelIdle: (() => void) | null = null;
   #answerTimer: unknown = null;
@@ -118,6 +127,7 @@ export class Saver {
     }, ANSWER_LIMIT_MS);
     this.#report();
     send(serialized, revision);
+    this.#cost = clock.now() - this.#lastTry;
   }
 
   /** A document too long to be put together is a failure like any other. */
@@ -159,10 +169,11 @@ export class Saver {
     this.#clearTimer();
     this.#timer = this.#options.clock.setTimer(() => {
       this.#timer = null;
+      const longest = Math.min(PATIENCE_MS + PATIENCE_PER_COST * this.#cost, LONGEST_PATIENCE_MS);
       this.#cancelIdle = this.#options.whenIdle(() => {
         this.#cancelIdle = null;
         if (this.#changes !== this.#savedChanges) this.#attempt(false);
-      });
+      }, longest);
     }, Math.max(0, delay));
   }
 

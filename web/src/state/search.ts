@@ -7,6 +7,8 @@ export interface Found {
   readonly note: Note;
   /** The match is in the title, so that its surroundings need not be shown. */
   readonly inTitle: boolean;
+  /** Where the match is in the folded text; in the text itself it is mostly at the same place. */
+  readonly near: number;
 }
 
 const CONTEXT_BEFORE = 24;
@@ -43,8 +45,8 @@ export function* searchNotes(
     const kept = foldedNotes.get(note);
     const { whole, titleLength, hasText } = kept ?? foldNote(note);
     const at = whole.indexOf(wanted);
-    if (at >= 0) yield { note, inTitle: at < titleLength };
-    else if (!hasText && pieceWith(note.text, wanted)) yield { note, inTitle: false };
+    if (at >= 0) yield { note, inTitle: at < titleLength, near: Math.max(0, at - titleLength - 1) };
+    else if (!hasText && pieceWith(note.text, wanted)) yield { note, inTitle: false, near: 0 };
     work += kept?.hasText ? NOTE_WORK + whole.length : PAUSE_WORK;
     if (work < PAUSE_WORK) continue;
     work = 0;
@@ -65,10 +67,18 @@ export function* foldNotes(notes: Iterable<Note>): Generator<void, void> {
   }
 }
 
-/** A piece of a note's text around the first match, on one line; empty when there is none. */
-export function contextOf(text: Text, query: string): string {
+/**
+ * A piece of a note's text around a match, on one line; empty when there is none. A guess where that
+ * is saves the look through all of the text.
+ */
+export function contextOf(text: Text, query: string, near = 0): string {
   const wanted = fold(query.trim());
   if (!wanted) return '';
+  const end = near + wanted.length;
+  if (end <= text.length && fold(text.sliceString(near, end)) === wanted) {
+    const from = Math.max(0, near - CONTEXT_BEFORE);
+    return onOneLine(text.sliceString(from, Math.min(text.length, end + CONTEXT_AFTER)), from > 0);
+  }
   if (text.length <= KEPT_CHARACTERS) return excerpt(text.toString(), wanted);
   const piece = pieceWith(text, wanted);
   if (!piece) return '';
@@ -106,8 +116,12 @@ function excerpt(text: string, wanted: string): string {
     const match = findFolded(window, wanted);
     if (!match) break;
     const from = Math.max(0, at + match.from - CONTEXT_BEFORE);
-    const cut = text.slice(from, at + match.to + CONTEXT_AFTER).replace(/\s+/g, ' ').trim();
-    return from > 0 ? `…${cut}` : cut;
+    return onOneLine(text.slice(from, at + match.to + CONTEXT_AFTER), from > 0);
   }
   return '';
+}
+
+function onOneLine(text: string, isCut: boolean): string {
+  const line = text.replace(/\s+/g, ' ').trim();
+  return isCut ? `…${line}` : line;
 }

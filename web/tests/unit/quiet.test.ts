@@ -38,7 +38,7 @@ function bench(pieces: number) {
 test('work is cut into slices that no key has to wait for', () => {
   const { quiet, work, advance, turns } = bench(40);
   let ran = 0;
-  quiet.after(work, () => ran++);
+  quiet.after(work, 1000, () => ran++);
   advance(100);
   assert.equal(ran, 1);
   assert.ok(turns.length >= 8 && turns.every((length) => length <= 5), turns.join());
@@ -47,7 +47,7 @@ test('work is cut into slices that no key has to wait for', () => {
 test('what is waited for comes once the keys are still, or after a second of them', () => {
   const { quiet, work, advance, at } = bench(0);
   let ranAt = -1;
-  const start = () => quiet.after(work, () => (ranAt = at()));
+  const start = () => quiet.after(work, 1000, () => (ranAt = at()));
   quiet.disturbed();
   start();
   advance(119);
@@ -67,7 +67,7 @@ test('what is waited for comes once the keys are still, or after a second of the
 test('what was called off does not come', () => {
   const { quiet, work, advance } = bench(10);
   let ran = 0;
-  quiet.after(work, () => ran++)();
+  quiet.after(work, 1000, () => ran++)();
   advance(5000);
   assert.equal(ran, 0);
 });

@@ -7,7 +7,7 @@ function bench() {
   let now = 0;
   let text = 0;
   let revision = 0;
-  const idle = { hold: false, release: () => {} };
+  const idle = { hold: false, release: () => {}, longest: 0, cost: 0 };
   const broken = { value: false };
   const timers: Array<{ at: number; run: () => void }> = [];
   const sent: Array<{ serialized: string; revision: number; at: number }> = [];
@@ -25,7 +25,8 @@ function bench() {
         if (at >= 0) timers.splice(at, 1);
       },
     },
-    whenIdle: (run) => {
+    whenIdle: (run, longest) => {
+      idle.longest = longest;
       if (idle.hold) idle.release = run;
       else run();
       return () => {
@@ -36,7 +37,10 @@ function bench() {
       if (broken.value) throw new RangeError('Invalid string length');
       return { serialized: `text ${text}`, revision: ++revision };
     },
-    send: (serialized, sentRevision) => sent.push({ serialized, revision: sentRevision, at: now }),
+    send: (serialized, sentRevision) => {
+      sent.push({ serialized, revision: sentRevision, at: now });
+      now += idle.cost;
+    },
     onStatus: (status) => statuses.push(status),
   });
   const advance = (ms: number) => {
@@ -250,4 +254,19 @@ test('answers that nobody waits for change nothing', () => {
   saver.answered(false, 5);
   saver.answered(true, Number.NaN);
   assert.deepEqual(statuses, []);
+});
+
+test('a save that was felt waits longer for a quiet moment, within a limit', () => {
+  for (const [cost, longest] of [[0, 1000], [30, 1300], [390, 4900], [3000, 5000]] as const) {
+    const { saver, sent, advance, type, idle } = bench();
+    idle.cost = cost;
+    type();
+    advance(300);
+    assert.equal(idle.longest, 1000, 'nothing is known before the first');
+    saver.answered(true, sent.length);
+    type();
+    advance(2500);
+    assert.equal(sent.length, 2);
+    assert.equal(idle.longest, longest);
+  }
 });

@@ -10,12 +10,21 @@ test('folding drops case and accents', () => {
   assert.equal(fold('Acao'), fold('AÇÃO'));
 });
 
+test('Latin letters are folded as others are', () => {
+  const slowly = (text: string) => text.normalize('NFD').replace(/\p{M}+/gu, '').toLowerCase();
+  const latin = Array.from({ length: 256 }, (_, code) => String.fromCharCode(code));
+  for (const letter of latin) assert.equal(fold(letter), slowly(letter), JSON.stringify(letter));
+  assert.equal(fold(latin.join('')), slowly(latin.join('')));
+  assert.equal(fold(`${latin.join('')}Ā🎉`), `${slowly(latin.join(''))}a🎉`);
+});
+
 test('a folded match is found at its place in the accented text', () => {
   const text = 'Uma ação! 🎉 Canção';
   const first = findFolded(text, 'acao');
   assert.deepEqual(first && text.slice(first.from, first.to), 'ação');
   const last = findFolded(text, 'cancao');
   assert.deepEqual(last && text.slice(last.from, last.to), 'Canção');
+  assert.deepEqual(findFolded('Uma AÇÃO', 'acao'), { from: 4, to: 8 });
   const decomposed = 'cafe\u0301 bom';
   const match = findFolded(decomposed, 'cafe');
   assert.ok(match && decomposed.slice(match.from, match.to).startsWith('cafe'));

@@ -150,6 +150,45 @@ test('the surroundings of a match are the text as written, on one line', () => {
   assert.equal(contextOf(text, ''), '');
 });
 
+test('the surroundings are the same whether or not it is known where the match is', () => {
+  const texts = [
+    'um\nmaçã',
+    `${'palavra '.repeat(100)}MAÇÃ e mais`,
+    // Marks and syllables of their own move the match to and fro.
+    `${'cafe\u0301 '.repeat(100)}maca\u0303o`,
+    `${'한글 '.repeat(200)}maça`,
+    `🎉 maçã`,
+  ];
+  for (const text of texts) {
+    const { workspace } = workspaceWith(`Título\n${text}`);
+    const [found] = [...searchNotes(workspace.notesInOrder(), 'maca')];
+    assert.ok(found && !found.inTitle);
+    const known = contextOf(found.note.text, 'maca', found.near);
+    assert.equal(known, contextOf(found.note.text, 'maca'));
+    assert.match(known, /ma[cç]/i);
+    assert.equal(contextOf(Text.of(['outra']), 'maca', found.near), '');
+  }
+});
+
+test('a match is not made of the end of the title and the beginning of the text', () => {
+  const { workspace } = workspaceWith();
+  workspace.addNote({ text: Text.of(['fim']), name: 'plano' });
+  const found = (query: string) => [...searchNotes(workspace.notesInOrder(), query)].filter(Boolean).length;
+  assert.deepEqual(['planofim', 'plano fim', 'plano', 'fim'].map(found), [0, 0, 1, 1]);
+});
+
+test('the search pauses, however much or little it finds', () => {
+  const texts = Array.from({ length: 400 }, (_, i) => `nota ${i}\n${'x'.repeat(5000)}`);
+  const { workspace } = workspaceWith(...texts);
+  const notes = workspace.notesInOrder();
+  const pauses = (query: string) => [...searchNotes(notes, query)].filter((one) => one === null).length;
+  assert.equal(pauses('nada'), 400, 'each note has to be folded');
+  for (const query of ['nada', 'nota']) {
+    const count = pauses(query);
+    assert.ok(count > 2 && count < 40, `${query}: ${count}`);
+  }
+});
+
 test('a longer query looks through what the shorter one found', () => {
   assert.ok(narrows('ação', 'ac'));
   assert.ok(narrows('x ac', 'AÇ'));
