@@ -52,7 +52,7 @@ function bench() {
       now = Math.max(now, due.at);
       due.run();
     }
-    now = until;
+    now = Math.max(now, until);
   };
   const type = () => {
     text++;
