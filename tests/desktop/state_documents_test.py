@@ -126,6 +126,44 @@ def test_a_lone_surrogate_in_the_text_itself_is_refused(seeded, body, revision):
     assert program.state.text() == before
 
 
+# Texts of such a length pass between the script worlds on a way of their own.
+_LONG = "x" * 50_000
+
+
+def test_a_long_document_is_saved_and_the_page_keeps_what_it_posted(seeded):
+    program, server, bridge = seeded
+    document = {"revision": 7, "text": _LONG + "\u2028\U0001f9d1"}
+    server.run(f"window.plain = {{ serialized: JSON.stringify({json.dumps(document)}), revision: 7 }};"
+               "window.posted = { __proto__: null, ...plain };")
+    for body in ("posted", "plain", "Object.freeze({ ...plain, self: plain })"):
+        assert bridge.answers_to_saves(body) == [[True, "7"]]
+        assert program.state.document() == document
+    assert server.evaluate("Object.keys(plain).join() + (plain.serialized === posted.serialized)") == \
+        "serialized,revisiontrue"
+
+
+def test_a_long_text_does_not_take_the_place_of_another_value(seeded):
+    program, _, bridge = seeded
+    before = program.state.text()
+    long = f"'{_LONG}'"
+    assert bridge.answers_to_saves(f"{{ serialized: '{{\"revision\":2}}', revision: {long} }}") == [[True, "0"]]
+    assert bridge.answers_to_saves(f"{{ serialized: [{long}], revision: 8 }}") == []
+    assert bridge.answers_to_saves(f"{{ __proto__: {{ serialized: '{{}}' }}, revision: 8, other: {long} }}") == []
+    assert bridge.answers_to_saves(f"{{ ['__proto__']: {long}, serialized: {long}, revision: 8 }}") == [[False, "8"]]
+    assert program.state.text() == before
+
+
+def test_a_long_text_of_a_body_that_cannot_be_posted_is_forgotten(seeded):
+    program, server, bridge = seeded
+    for value in ("() => 1", "document.body", "Symbol()"):
+        body = f"{{ serialized: '{_LONG}', revision: {value} }}"
+        assert server.run(f"try {{ post('quendoState', {body}); return 'posted'; }}"
+                          "catch (error) { return error.name; }") == "DataCloneError"
+    document = {"revision": 9, "text": _LONG[:20_000]}
+    assert bridge.save(json.dumps(document), 9)
+    assert program.state.document() == document
+
+
 @pytest.mark.parametrize("revision, answered", [
     ("NaN", "0"), ("true", "0"), ("false", "0"), ("'9'", "0"), ("null", "0"), ("undefined", "0"), ("[9]", "0"),
     ("{}", "0"), ("1.9", "1"), ("-1.9", "-1"), ("-0", "0"), ("0.5", "0"), ("-3", "-3"),
