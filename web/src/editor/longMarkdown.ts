@@ -9,7 +9,7 @@ import { fenceAfterLine, fenceAt } from '../text/fences';
  * take time for all of its blocks.
  */
 const LONG = 100_000;
-const MARGIN = 8000;
+const MARGIN = 4000;
 /** How far a block of code or a blank line is looked for, to begin at the edge of a block. */
 const REACH = 60_000;
 
