@@ -18,7 +18,14 @@ export interface SidebarActions {
 
 const ROW_REMS = 3.875;
 /** The longest the search works before it lets a key press or a frame through. */
-const SLICE_MS = 8;
+const SLICE_MS = 12;
+/** The same for what nobody waits for. */
+const AHEAD_SLICE_MS = 8;
+/**
+ * How often a search that takes longer shows what it has found so far. A frame with a new list may
+ * take as long as all the looking, so that one which ends before shows its list only once.
+ */
+const SHOW_MS = 30;
 
 /** The list of notes, and what the search leaves of it. */
 export class Sidebar {
@@ -86,24 +93,32 @@ export class Sidebar {
     this.#query = fold(this.#input.value.trim());
     const notes = this.#workspace.notesInOrder();
     if (!this.#query) {
-      this.#show(notes.map((note) => ({ note, inTitle: true })), true);
+      this.#show(notes.map((note) => ({ note, inTitle: true, near: 0 })), true);
       return;
     }
     const found: Found[] = [];
     const last = this.#finds;
     const isNarrower = last?.of === notes && narrows(this.#query, last.query);
     const search = searchNotes(isNarrower ? last.notes : notes, this.#query);
+    let shown = performance.now();
     const work = () => {
       if (run !== this.#search) return;
-      const until = performance.now() + SLICE_MS;
+      const began = performance.now();
       for (;;) {
         const { value, done } = search.next();
-        if (value) found.push(value);
-        else if (done || performance.now() > until) {
+        if (value) {
+          found.push(value);
+        } else if (done) {
+          this.#show(found, true);
+          this.#finds = { query: this.#query, of: notes, notes: found.map((find) => find.note) };
+          return;
+        } else if (performance.now() - began > SLICE_MS) {
           // The same search again replaces its finds at once, so that the list does not jump.
-          if (done || before !== this.#query) this.#show([...found], done === true);
-          if (done) this.#finds = { query: this.#query, of: notes, notes: found.map((find) => find.note) };
-          if (!done) setTimeout(work);
+          if (before !== this.#query && began - shown > SHOW_MS) {
+            this.#show([...found], false);
+            shown = began;
+          }
+          setTimeout(work);
           return;
         }
       }
@@ -136,7 +151,7 @@ export class Sidebar {
     this.#folding = true;
     const folding = foldNotes(this.#workspace.notesInOrder());
     const work = () => {
-      const until = performance.now() + SLICE_MS;
+      const until = performance.now() + AHEAD_SLICE_MS;
       while (performance.now() < until) {
         if (!folding.next().done) continue;
         this.#folding = false;
@@ -161,10 +176,10 @@ export class Sidebar {
     }
   }
 
-  #fillRow(row: HTMLElement, { note: listed, inTitle }: Found): void {
+  #fillRow(row: HTMLElement, { note: listed, inTitle, near }: Found): void {
     const note = this.#workspace.note(listed.id) ?? listed;
     const title = titleOf(note);
-    const below = (!inTitle && contextOf(note.text, this.#query)) || excerptOf(note);
+    const below = (!inTitle && contextOf(note.text, this.#query, near)) || excerptOf(note);
     const fallback = title ? '' : t('sidebar.emptyNote');
     const signature = JSON.stringify([title, below, this.#query, t('untitled'), note.pinned]);
     if (row.dataset.signature === signature) return;
