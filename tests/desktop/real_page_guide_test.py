@@ -14,6 +14,8 @@ def test_a_lesson_is_done_with_its_keys_and_taken_back_by_undo(opened):
     quendo.choose("Shortcuts", "How to Use Advanced Editing…")
     page.wait_for(f"{PRACTICE} === '{START}'")
     page.wait_for_editor()
+    # The menu that it was chosen from has the keys until it is gone.
+    quendo.wait_until_still()
     quendo.press("ctrl+d", "ctrl+d", "ctrl+d")
     quendo.type("mate")
     page.wait_for(f"{PRACTICE} === '{START.replace('tea', 'mate')}'")

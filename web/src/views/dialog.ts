@@ -34,6 +34,8 @@ export function openDialog(options: DialogOptions): void {
   });
   current = dialog;
   document.body.append(dialog);
+  // What has the focus now would get it back from the browser, a text with the caret at its beginning.
+  if (document.activeElement instanceof HTMLElement) document.activeElement.blur();
   dialog.showModal();
   (options.focus ?? dialog).focus();
 }
