@@ -38,7 +38,9 @@ class WindowedParser extends Parser {
   createParse(input: Input, fragments: readonly TreeFragment[], ranges: readonly Range[]): PartialParse {
     const context = ParseContext.get();
     if (!context || input.length < LONG || ranges.length > 1) {
-      return this.#whole.startParse(input, fragments, ranges);
+      // A text that has become shorter must not take over the holes of the tree that it had.
+      const sound = fragments.some(({ tree }) => windows.has(tree)) ? [] : fragments;
+      return this.#whole.startParse(input, sound, ranges);
     }
     const range = windowAround(context.state.doc, asked ?? context.viewport);
     return new WindowParse(this.#whole.startParse(input, [], [range]), range, input.length, context);

@@ -110,6 +110,22 @@ test('a change in a long text is followed', () => {
   assert.equal(nodes(ensureSyntaxTree(state, 2000, 60_000) as Tree, 0, 1)[0]?.split(' ')[0], 'ATXHeading1');
 });
 
+test('a text that grows long and short again is parsed as a whole when it is short', () => {
+  const doc = longText(7, 110_000);
+  let state = stateWith(doc);
+  for (const length of [60_000, 110_000, 60_000]) {
+    const before = state.doc.toString();
+    const insert = doc.slice(before.length, length);
+    state = state.update({ changes: { from: Math.min(length, before.length), to: before.length, insert } }).state;
+    const text = state.doc.toString();
+    // Looking at the long one would parse other parts of it.
+    if (length > 100_000) continue;
+    const tree = ensureSyntaxTree(state, text.length, 60_000) as Tree;
+    const whole = markdownLanguage.parser.parse(text);
+    assert.deepEqual(nodes(tree, 0, text.length), nodes(whole, 0, text.length));
+  }
+});
+
 test('a text within an endless block of code is code', () => {
   const doc = `# a\n\n\`\`\`\n${'- linha\n\n'.repeat(30_000)}`;
   const tree = ensureSyntaxTree(stateWith(doc), 20_000, 60_000) as Tree;
