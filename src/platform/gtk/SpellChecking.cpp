@@ -18,7 +18,7 @@ std::vector<const char*> languageNames(bool all) {
   for (const char* const* listed = g_get_language_names(); *listed; ++listed) {
     const std::string_view name = *listed;
     // The list has each name also with its encoding, and ends with a language that nobody writes.
-    bool isNeeded = name != "C" && name != "POSIX" && name.find_first_of(".@") == name.npos;
+    bool isNeeded = name != "C" && name != "POSIX" && name.find_first_of(".@") == std::string_view::npos;
     for (const char* one : names) isNeeded = isNeeded && (all || withoutCountry(one) != withoutCountry(name));
     if (isNeeded) names.push_back(*listed);
   }
