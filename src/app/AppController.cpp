@@ -48,7 +48,7 @@ AppController::AppController(const HostPorts& ports)
       exportPanels_(localization_, pageCalls_, ports.fileManager, ports.contentTypes),
       sharing_(localization_, pageCalls_, ports.fileManager, ports.mainQueue, ports.uuids, ports.toolkit,
                sharedLinkHosts()),
-      whatsAppCopy_(state_, localization_, pageCalls_),
+      whatsAppCopy_(state_, localization_, pageCalls_, ports.application),
       openedFiles_(state_, localization_, ports.documentFiles, pageCalls_, ports.application),
       updateChecks_(ports.bundle, ports.defaults, ports.clock, ports.httpSession, ports.mainQueue,
                     ports.workspace, pageCalls_, localization_),
@@ -77,6 +77,8 @@ void AppController::applicationDidFinishLaunching() {
     return;
   }
   buildWindow();
+  // Without its resources the program only shows why, and ends.
+  if (state_.fatalMode) return;
   ports_.application.activateIgnoringOtherApps(true);
   updateChecks_.startUpdateChecks();
 }

@@ -59,14 +59,14 @@ void TerminationHandshake::pageDidReply(const Attempt& attempt, EvaluationResult
 }
 
 void TerminationHandshake::finishTermination(const Attempt& attempt) {
-  if (!isCurrent(attempt) || terminationReplySent_) return;
+  if (!mayReply(attempt)) return;
   disarmTimeout();
   terminationReplySent_ = true;
   application_.replyToApplicationShouldTerminate(true);
 }
 
 void TerminationHandshake::cancelTermination(const Attempt& attempt, std::string_view message) {
-  if (!isCurrent(attempt) || terminationReplySent_) return;
+  if (!mayReply(attempt)) return;
   disarmTimeout();
   terminationReplySent_ = true;
   application_.replyToApplicationShouldTerminate(false);
@@ -87,6 +87,11 @@ bool TerminationHandshake::windowShouldClose() {
 
 bool TerminationHandshake::isCurrent(const Attempt& attempt) const {
   return state_.terminationPending && terminationAttempt_ == attempt;
+}
+
+// After a fatal error the alert that says so ends the program; until then nothing is shown beside it.
+bool TerminationHandshake::mayReply(const Attempt& attempt) const {
+  return isCurrent(attempt) && !terminationReplySent_ && !state_.fatalMode;
 }
 
 void TerminationHandshake::armTimeout(std::chrono::milliseconds delay, const Attempt& attempt,

@@ -52,6 +52,7 @@ class TerminationHandshake {
   void finishTermination(const Attempt& attempt);
   void cancelTermination(const Attempt& attempt, std::string_view message);
   bool isCurrent(const Attempt& attempt) const;
+  bool mayReply(const Attempt& attempt) const;
   void armTimeout(std::chrono::milliseconds delay, const Attempt& attempt, std::string_view message);
   void disarmTimeout();
   void showCancelAlert(std::string_view message);

@@ -17,8 +17,7 @@ bool writeTextFile(FileManager& fileManager, const std::string& path, std::strin
     write.permissions = NewFilePermissions::ofReplacedFile;
   }
   // Where files are exported to, some file systems cannot flush a directory; the file is in its place then.
-  write.directoryMustFlush = false;
-  return writeDurably(fileManager, *target, text, write);
+  return writeDurably(fileManager, *target, text, write) != WriteResult::notWritten;
 }
 
 }  // namespace quendo

@@ -55,15 +55,15 @@ bool fill(WritableFile& file, std::string_view bytes) {
 
 }  // namespace
 
-bool writeDurably(FileManager& fileManager, const std::string& path, std::string_view bytes,
-                  const DurableWrite& write) {
+WriteResult writeDurably(FileManager& fileManager, const std::string& path, std::string_view bytes,
+                         const DurableWrite& write) {
   const SplitPath target(path);
   const auto temporary = freeTemporaryPath(fileManager, target);
-  if (!temporary) return false;
+  if (!temporary) return WriteResult::notWritten;
   // Until the old file's permissions are known to be on it, nobody else may read what is written.
   auto file = fileManager.createFile(
       *temporary, write.permissions == NewFilePermissions::usual ? FileAccess::usual : FileAccess::ownerOnly);
-  if (!file) return false;
+  if (!file) return WriteResult::notWritten;
   bool filled = fill(*file, bytes);
   file.reset();
   if (filled && write.permissions == NewFilePermissions::ofReplacedFile)
@@ -71,9 +71,9 @@ bool writeDurably(FileManager& fileManager, const std::string& path, std::string
   if (filled && write.beforeReplacing) write.beforeReplacing();
   if (!filled || !fileManager.renameItem(*temporary, path)) {
     fileManager.removeItem(*temporary);
-    return false;
+    return WriteResult::notWritten;
   }
-  return fileManager.synchronizeDirectory(target.directory()) || !write.directoryMustFlush;
+  return fileManager.synchronizeDirectory(target.directory()) ? WriteResult::durable : WriteResult::inPlace;
 }
 
 bool removeAbandonedTemporaries(FileManager& fileManager, const std::string& path) {

@@ -146,13 +146,11 @@ bool StateStore::writeDocument(const SaveRequest& request) {
     fileManager_.removeItem(backup);
     fileManager_.snapshotItem(primary, backup);
   };
-  const bool written = writeDurably(fileManager_, primary, request.raw, write);
-  if (!written) {
-    abandonedFilesRemoved_ = false;
-    return false;
-  }
-  latestRevision_ = std::max(latestRevision_, revision);
-  return true;
+  const WriteResult result = writeDurably(fileManager_, primary, request.raw, write);
+  // A document that is in place must not give way to an older one, though it may not survive a power cut.
+  if (result != WriteResult::notWritten) latestRevision_ = std::max(latestRevision_, revision);
+  if (result != WriteResult::durable) abandonedFilesRemoved_ = false;
+  return result == WriteResult::durable;
 }
 
 void StateStore::finishSave(SaveRequest request, bool success) {

@@ -61,7 +61,7 @@ def test_the_portal_gets_the_mail_with_the_file_attached(start, reporter, portal
 
 
 def test_a_confined_program_saves_through_the_portals_dialog(start, reporter, portal, tmp_path):
-    asked = portal(response=0, path=str(tmp_path / "chosen"), choices=[["extension", "3"]])
+    asked = portal(response=0, paths=[str(tmp_path / "chosen.json")], choices=[["extension", "3"]])
     start(GDK_DEBUG="portals")
     reporter.run("""webkit.messageHandlers.quendoSaveAs.postMessage(
         { noteId: 'n', filename: 'note.md', content: 'Saved' });""")
@@ -72,6 +72,22 @@ def test_a_confined_program_saves_through_the_portals_dialog(start, reporter, po
     (identifier, label, titles, chosen), = request["choices"]
     assert (identifier, label, chosen) == ("extension", "Extension:", "0")
     assert titles[0] == "Markdown (.md)" and titles[-1] == "Custom (type it in the name)" and len(titles) == 24
+
+
+def test_a_confined_program_asks_again_for_a_name_that_gets_its_extension(start, reporter, portal, tmp_path):
+    # What the portal grants is one file: one beside it would be gone when the program ends.
+    (tmp_path / "elsewhere").mkdir()
+    asked = portal(response=0, paths=[str(tmp_path / "chosen"), str(tmp_path / "elsewhere" / "chosen.json")],
+                   choices=[["extension", "3"]])
+    start(GDK_DEBUG="portals")
+    reporter.run("""webkit.messageHandlers.quendoSaveAs.postMessage(
+        { noteId: 'n', filename: 'note.md', content: 'Saved' });""")
+    assert reporter.wait_for("answered") == [True, "n", "chosen.json", "Salvo como chosen.json"]
+    assert (tmp_path / "elsewhere" / "chosen.json").read_text() == "Saved"
+    assert not list(tmp_path.glob("chosen*"))
+    first, second = asked()
+    assert (first["name"], first["choices"][0][3]) == ("note.md", "0")
+    assert (second["name"], second["choices"][0][3]) == ("chosen.json", "3")
 
 
 def test_a_portals_dialog_that_is_cancelled_is_answered_so(start, reporter, portal):

@@ -52,12 +52,17 @@ struct FakeLocale final : Locale {
 };
 
 struct FakeBundle final : Bundle {
-  std::optional<std::string> resourcePath() const override { return path; }
+  std::optional<std::string> resourcePath() const override {
+    if (whenAsked) whenAsked();
+    return path;
+  }
   std::optional<std::string> infoDictionaryString(std::string_view key) const override {
     const auto value = information.find(key);
     return value == information.end() ? std::nullopt : std::optional(value->second);
   }
   std::optional<std::string> path = "/app/share/quendo";
+  /// Called before the resources are told.
+  std::function<void()> whenAsked;
   std::map<std::string, std::string, std::less<>> information = {{"CFBundleShortVersionString", "1.5.0"},
                                                                  {"CFBundleVersion", "3"}};
 };

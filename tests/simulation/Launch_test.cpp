@@ -1,7 +1,12 @@
+#include <algorithm>
+#include <chrono>
+
 #include "fake/HostFixture.h"
 
 namespace quendo {
 namespace {
+
+using namespace std::chrono_literals;
 
 class LaunchTest : public fake::HostTest {};
 
@@ -76,6 +81,9 @@ TEST_F(LaunchTest, EndsWithTheFatalAlertWhenTheResourcesAreMissing) {
   EXPECT_EQ(modal.panel.informativeText, "Os recursos do aplicativo não foram encontrados.");
   EXPECT_TRUE(modal.panel.buttons.empty());
   EXPECT_FALSE(platform_.application.lastReply);
+  EXPECT_EQ(std::ranges::count(platform_.log, "activateIgnoringOtherApps true"), 0);
+  platform_.mainQueue.advance(1min);
+  EXPECT_TRUE(platform_.httpSession.tasks.empty()) << "nothing goes on below the alert";
   modal.completion({});
   EXPECT_EQ(platform_.application.lastReply, TerminationReply::now);
 }

@@ -86,7 +86,18 @@ TEST_F(PageFailureTest, EndsThroughTheFatalAlertWhenTheReloadItselfFails) {
   EXPECT_EQ(std::count(platform_.log.begin(), platform_.log.end(), kReload), 1);
 }
 
-TEST(PageFailureWithoutResources, EndsThroughTheFatalAlertWhenThereIsNothingToReload) {
+TEST(PageFailureWithoutResources, EndsThroughTheFatalAlertWhenThePageIsLostBeforeItsResourcesAreFound) {
+  fake::FakePlatform platform;
+  platform.bundle.whenAsked = [&] { platform.toolkit.webView->navigation->webContentProcessDidTerminate(); };
+  AppController controller(platform.ports());
+  platform.application.setDelegate(&controller);
+  controller.applicationDidFinishLaunching();
+  ASSERT_EQ(platform.toolkit.modals.size(), 1U);
+  EXPECT_EQ(platform.toolkit.modals[0].panel.informativeText,
+            "O processo da interface foi encerrado e os recursos locais não foram encontrados.");
+}
+
+TEST(PageFailureWithoutResources, TriesNothingMoreWhenThePageIsLostBelowTheFatalAlert) {
   fake::FakePlatform platform;
   platform.bundle.path.reset();
   AppController controller(platform.ports());

@@ -162,6 +162,15 @@ TEST_F(TerminationHandshakeTest, TurnsTheCloseButtonIntoTheFullHandshakeAndKeeps
   EXPECT_FALSE(controller_.applicationShouldTerminateAfterLastWindowClosed());
 }
 
+TEST_F(TerminationHandshakeTest, KeepsTheWindowForGoodWhenTheQuitOfItsCloseButtonIsCancelled) {
+  EXPECT_FALSE(window().delegate->windowShouldClose());
+  platform_.mainQueue.advance(5s);
+  EXPECT_EQ(answers(), std::vector<bool>{false});
+  ASSERT_EQ(window().alerts.size(), 1U);
+  EXPECT_FALSE(window().delegate->windowShouldClose()) << "the button asks anew, and closes nothing itself";
+  EXPECT_EQ(prepareCalls().size(), 2U);
+}
+
 TEST_F(TerminationHandshakeTest, TitlesTheCancelAlertInTheInterfaceLanguageAroundThePortugueseMessage) {
   const std::array<std::array<const char*, 3>, 3> texts = {
       {{"pt", "O Quendo não fechou", "Continuar editando"},
@@ -257,6 +266,20 @@ TEST_F(TerminationHandshakeTest, QuitsAtOnceAfterAFatalAlertThatInterruptedTheHa
   quit();
   page().navigation->didFailNavigation("gone");
   ASSERT_EQ(platform_.toolkit.modals.size(), 1U);
+  platform_.toolkit.modals[0].completion({});
+  EXPECT_EQ(platform_.application.lastReply, TerminationReply::now);
+}
+
+TEST_F(TerminationHandshakeTest, ShowsNothingBesideAFatalAlertThatInterruptedTheHandshake) {
+  quit();
+  page().navigation->didFailNavigation("gone");
+  platform_.mainQueue.advance(5s);
+  EXPECT_TRUE(window().alerts.empty());
+  reply(document("{}", 1));
+  platform_.settle();
+  platform_.mainQueue.advance(15s);
+  EXPECT_TRUE(window().alerts.empty());
+  EXPECT_TRUE(answers().empty()) << "the program waits for the alert";
   platform_.toolkit.modals[0].completion({});
   EXPECT_EQ(platform_.application.lastReply, TerminationReply::now);
 }

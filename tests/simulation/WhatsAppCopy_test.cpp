@@ -16,17 +16,31 @@ TEST_F(WhatsAppCopyTest, AsksThePageToCopyTheNote) {
             "return await window.quendoCopyCurrentNoteForWhatsApp?.() ?? false;");
 }
 
-TEST_F(WhatsAppCopyTest, DoesNothingBeforeThePageHasLoaded) {
+TEST_F(WhatsAppCopyTest, OnlyBeepsBeforeThePageHasLoaded) {
   launch();
+  platform_.log.clear();
   chooseItem();
+  EXPECT_EQ(platform_.log, fake::CallLog{"beep"});
   EXPECT_TRUE(page().asyncCalls.empty());
   EXPECT_TRUE(scripts().empty());
 }
 
-TEST_F(WhatsAppCopyTest, DoesNothingWhileAQuitIsPendingOrAfterAFatalError) {
+TEST_F(WhatsAppCopyTest, OnlyBeepsWhileAQuitIsPending) {
   start();
   platform_.application.terminate();
+  platform_.log.clear();
   chooseItem();
+  EXPECT_EQ(platform_.log, fake::CallLog{"beep"});
+  EXPECT_TRUE(page().asyncCalls.empty());
+}
+
+TEST_F(WhatsAppCopyTest, OnlyBeepsAfterAFatalErrorEvenIfThePageIsReadyAgain) {
+  start();
+  page().navigation->didFailNavigation("gone");
+  finishLoading();
+  platform_.log.clear();
+  chooseItem();
+  EXPECT_EQ(platform_.log, fake::CallLog{"beep"});
   EXPECT_TRUE(page().asyncCalls.empty());
 }
 

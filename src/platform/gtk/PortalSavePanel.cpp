@@ -1,6 +1,7 @@
 #include "platform/gtk/PortalSavePanel.h"
 
 #include <glibmm/main.h>
+#include <glibmm/miscutils.h>
 #include <gtkmm/dialog.h>
 
 #include <charconv>
@@ -11,6 +12,8 @@
 #include <system_error>
 #include <utility>
 #include <vector>
+
+#include "text/Utf8.h"
 
 namespace quendo::gtk {
 namespace {
@@ -61,6 +64,22 @@ std::size_t PortalSavePanel::indexOfSelectedItem() const {
   return index;
 }
 
+std::string PortalSavePanel::completeName(const std::string& path) const {
+  const std::string written = configuration_.pathToWrite ? configuration_.pathToWrite(*this, path) : path;
+  // The dialog's name field takes no other names; such a one stays as the user chose it.
+  return Glib::path_get_basename(isValidUtf8(written) ? written : path);
+}
+
+void PortalSavePanel::askAgain(const std::string& name) {
+  const std::string selected = std::to_string(indexOfSelectedItem());
+  // The dialog's own call is still on the stack.
+  Glib::signal_idle().connect_once([self = self_, name, selected] {
+    self->chooser_->set_current_name(name);
+    if (self->configuration_.accessory) self->chooser_->set_choice(kExtensionChoice, selected);
+    self->chooser_->show();
+  });
+}
+
 void PortalSavePanel::didRespond(int response) {
   if (!self_) return;
   std::optional<std::string> path;
@@ -68,7 +87,11 @@ void PortalSavePanel::didRespond(int response) {
   const auto file = confirmed ? chooser_->get_file() : nullptr;
   if (file && !file->get_path().empty()) {
     path = file->get_path();
-    if (configuration_.pathToWrite) path = configuration_.pathToWrite(*this, *path);
+    const std::string name = completeName(*path);
+    if (name != Glib::path_get_basename(*path)) {
+      askAgain(name);
+      return;
+    }
   }
   // The dialog's own call is still on the stack.
   Glib::signal_idle().connect_once([self = std::move(self_)] {});

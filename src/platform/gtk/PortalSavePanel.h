@@ -13,7 +13,9 @@ namespace quendo::gtk {
 bool onlyPortalReachesFiles();
 
 /// The portal's file dialog. It belongs to another process: the extension is one of its choices, and counts
-/// when the user confirms; the name in it cannot be read or changed meanwhile.
+/// when the user confirms; the name in it cannot be read or changed meanwhile. A confined program may write to the
+/// very file that the user named and to no other, so that a name which gets its extension only then is asked for
+/// once more, complete.
 class PortalSavePanel final : public SavePanel, public std::enable_shared_from_this<PortalSavePanel> {
  public:
   PortalSavePanel(Gtk::Window& parent, SavePanelConfiguration configuration, SavePanelCompletion completion);
@@ -28,6 +30,9 @@ class PortalSavePanel final : public SavePanel, public std::enable_shared_from_t
 
  private:
   void didRespond(int response);
+  /// The name under which what the user chose is written.
+  std::string completeName(const std::string& path) const;
+  void askAgain(const std::string& name);
 
   SavePanelConfiguration configuration_;
   SavePanelCompletion completion_;

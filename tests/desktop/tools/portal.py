@@ -3,7 +3,8 @@
     portal.py LOG ANSWER
 
 Each request is a line of JSON in LOG. ANSWER is a line of JSON: "response" is the portal's answer to every
-request, 0 for done; "path" the file that it chooses; "choices" what is chosen beside it.
+request, 0 for done; "paths" the files that it chooses, one for each dialog, the last one again and again;
+"choices" what is chosen beside it.
 """
 
 import json
@@ -69,8 +70,9 @@ class Portal:
         handle = f"{_PATH}/request/{sender[1:].replace('.', '_')}/{token}"
         invocation.return_value(GLib.Variant("(o)", (handle,)))
         results = {}
-        if "path" in self._answer:
-            results["uris"] = GLib.Variant("as", [GLib.filename_to_uri(self._answer["path"])])
+        paths = self._answer.get("paths")
+        if paths:
+            results["uris"] = GLib.Variant("as", [GLib.filename_to_uri(paths.pop(0) if paths[1:] else paths[0])])
             results["choices"] = GLib.Variant("a(ss)", [tuple(one) for one in self._answer.get("choices", [])])
         GLib.timeout_add(300, self._respond, sender, handle, results)
 

@@ -98,7 +98,7 @@ TEST_F(PosixFileManagerTest, MakesASnapshotThatLaterReplacementsLeaveAlone) {
   writeFile(directory / "primary", "first");
   EXPECT_TRUE(fileManager.snapshotItem(directory / "primary", directory / "backup"));
   EXPECT_EQ(statusOf(directory / "primary").st_ino, statusOf(directory / "backup").st_ino) << "costs no copy";
-  EXPECT_TRUE(writeDurably(fileManager, directory / "primary", "second"));
+  EXPECT_EQ(writeDurably(fileManager, directory / "primary", "second"), WriteResult::durable);
   EXPECT_EQ(readFile(directory / "primary"), "second");
   EXPECT_EQ(readFile(directory / "backup"), "first");
   EXPECT_FALSE(fileManager.snapshotItem(directory / "primary", directory / "backup")) << "it exists";
@@ -168,7 +168,7 @@ TEST_F(PosixFileManagerTest, FailsInADirectoryThatCannotBeWrittenTo) {
   std::filesystem::permissions(directory.path(),
                                std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
   EXPECT_EQ(fileManager.createFile(directory / "new", FileAccess::ownerOnly), nullptr);
-  EXPECT_FALSE(writeDurably(fileManager, directory / "file", "new"));
+  EXPECT_EQ(writeDurably(fileManager, directory / "file", "new"), WriteResult::notWritten);
   EXPECT_FALSE(fileManager.createDirectory(directory / "sub"));
   EXPECT_EQ(readFile(directory / "file"), "old");
 }
@@ -177,11 +177,11 @@ TEST_F(PosixFileManagerTest, KeepsTheOldFileWhenTheDiskIsFull) {
   if (::mount("tmpfs", directory.path().c_str(), "tmpfs", 0, "size=256k") != 0) {
     GTEST_SKIP() << "a small disk cannot be mounted here: " << std::strerror(errno);
   }
-  EXPECT_TRUE(writeDurably(fileManager, directory / "file", std::string(100'000, 'a')));
-  EXPECT_FALSE(writeDurably(fileManager, directory / "file", std::string(300'000, 'b')));
+  EXPECT_EQ(writeDurably(fileManager, directory / "file", std::string(100'000, 'a')), WriteResult::durable);
+  EXPECT_EQ(writeDurably(fileManager, directory / "file", std::string(300'000, 'b')), WriteResult::notWritten);
   EXPECT_EQ(readFile(directory / "file"), std::string(100'000, 'a'));
   EXPECT_EQ(fileManager.directoryEntries(directory.path()), std::vector<std::string>{"file"});
-  EXPECT_TRUE(writeDurably(fileManager, directory / "file", std::string(90'000, 'c')));
+  EXPECT_EQ(writeDurably(fileManager, directory / "file", std::string(90'000, 'c')), WriteResult::durable);
   EXPECT_EQ(::umount(directory.path().c_str()), 0);
 }
 

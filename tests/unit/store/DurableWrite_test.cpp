@@ -15,8 +15,8 @@ using Calls = std::vector<std::string>;
 TEST(DurableWrite, FlushesTheBytesThenReplacesThenFlushesTheDirectory) {
   fake::FakeFileManager fileManager;
   fileManager.setFile("/d/note.md", "old");
-  EXPECT_TRUE(writeDurably(fileManager, "/d/note.md", "new",
-                           {.beforeReplacing = [&] { fileManager.log.emplace_back("beforeReplacing"); }}));
+  EXPECT_EQ(writeDurably(fileManager, "/d/note.md", "new",
+                           {.beforeReplacing = [&] { fileManager.log.emplace_back("beforeReplacing"); }}), WriteResult::durable);
   EXPECT_EQ(fileManager.log,
             (Calls{"fileExists /d/.note.md.1.tmp", "createFile /d/.note.md.1.tmp", "write /d/.note.md.1.tmp",
                    "synchronize /d/.note.md.1.tmp", "close /d/.note.md.1.tmp", "beforeReplacing",
@@ -31,22 +31,31 @@ TEST(DurableWrite, CallsNothingBeforeReplacingWhenTheBytesAreNotOnTheDevice) {
     fake::FakeFileManager fileManager;
     fileManager.setFile("/d/note.md", "old");
     fileManager.failCallsIf([&](const std::string& call) { return call.starts_with(operation); });
-    EXPECT_FALSE(writeDurably(fileManager, "/d/note.md", "new",
-                              {.beforeReplacing = [] { ADD_FAILURE() << "called"; }}));
+    EXPECT_EQ(writeDurably(fileManager, "/d/note.md", "new",
+                              {.beforeReplacing = [] { ADD_FAILURE() << "called"; }}), WriteResult::notWritten);
     EXPECT_EQ(fileManager.file("/d/note.md"), "old");
     EXPECT_EQ(fileManager.filePaths(), Calls{"/d/note.md"});
   }
 }
 
+TEST(DurableWrite, SaysThatTheFileIsInPlaceWhenOnlyItsDirectoryCouldNotBeFlushed) {
+  fake::FakeFileManager fileManager;
+  fileManager.setFile("/d/note.md", "old");
+  fileManager.failCallsIf([](const std::string& call) { return call.starts_with("synchronizeDirectory"); });
+  EXPECT_EQ(writeDurably(fileManager, "/d/note.md", "new"), WriteResult::inPlace);
+  EXPECT_EQ(fileManager.file("/d/note.md"), "new");
+  EXPECT_EQ(fileManager.filePaths(), Calls{"/d/note.md"});
+}
+
 TEST(DurableWrite, LeavesTheTemporaryFilesOfOthersAlone) {
   fake::FakeFileManager fileManager;
   fileManager.setFile("/d/.note.md.1.tmp", "another program's");
-  EXPECT_TRUE(writeDurably(fileManager, "/d/note.md", "new"));
+  EXPECT_EQ(writeDurably(fileManager, "/d/note.md", "new"), WriteResult::durable);
   EXPECT_EQ(fileManager.file("/d/.note.md.1.tmp"), "another program's");
 
   // One that appears between the look and the creation.
   fileManager.failCallsIf([](const std::string& call) { return call.starts_with("fileExists"); });
-  EXPECT_FALSE(writeDurably(fileManager, "/d/note.md", "newer"));
+  EXPECT_EQ(writeDurably(fileManager, "/d/note.md", "newer"), WriteResult::notWritten);
   EXPECT_EQ(fileManager.file("/d/.note.md.1.tmp"), "another program's");
   EXPECT_EQ(fileManager.file("/d/note.md"), "new");
 }
@@ -54,7 +63,7 @@ TEST(DurableWrite, LeavesTheTemporaryFilesOfOthersAlone) {
 TEST(DurableWrite, WritesBesideARootFile) {
   fake::FakeFileManager fileManager;
   fileManager.setFile("/other", "");
-  EXPECT_TRUE(writeDurably(fileManager, "/note.md", "new"));
+  EXPECT_EQ(writeDurably(fileManager, "/note.md", "new"), WriteResult::durable);
   EXPECT_EQ(fileManager.file("/note.md"), "new");
 }
 
@@ -65,7 +74,7 @@ TEST(DurableWrite, KeepsTemporaryNamesWithinWhatFileSystemsAllow) {
     std::string name(padding, 'x');
     while (name.size() < 250) name += "\xe2\x82\xac";
     fileManager.log.clear();
-    EXPECT_TRUE(writeDurably(fileManager, "/d/" + name, "new"));
+    EXPECT_EQ(writeDurably(fileManager, "/d/" + name, "new"), WriteResult::durable);
     const std::string created = fileManager.log.at(1).substr(std::string("createFile /d/").size());
     EXPECT_LE(created.size(), 255U);
     EXPECT_EQ((created.size() - padding - std::string("..1.tmp").size()) % 3, 0U) << "cut between characters";

@@ -95,6 +95,17 @@ TEST_F(StateStoreFaultTest, AFailedWriteLeavesTheLatestRevisionAsItWas) {
   EXPECT_EQ(fileManager.file(primaryPath), document(3));
 }
 
+TEST_F(StateStoreFaultTest, ADocumentThatWasReplacedButNotFlushedDoesNotGiveWayToAnOlderOne) {
+  startWithTwoDocuments();
+  fileManager.failCallsIf([](const std::string& call) { return call.starts_with("synchronizeDirectory"); });
+  EXPECT_EQ(saveAndWait(document(9), 9), false);
+  fileManager.failNothing();
+  EXPECT_EQ(saveAndWait(document(8), 8), true);
+  EXPECT_EQ(fileManager.file(primaryPath), document(9));
+  EXPECT_EQ(saveAndWait(document(9, "again"), 9), true) << "the same revision is tried again";
+  EXPECT_EQ(loadAfterRestart(), document(9, "again"));
+}
+
 TEST_F(StateStoreFaultTest, AFullDiskNeverCostsTheGoodBackupOfADamagedPrimary) {
   for (const char* operation : {"createFile", "write", "synchronize ", "close"}) {
     startWithTwoDocuments();
