@@ -26,7 +26,8 @@ struct DurableWrite {
 /// How far a durable write came.
 enum class WriteResult : std::uint8_t {
   notWritten,  ///< The file is as it was.
-  inPlace,     ///< The file has its new content, but perhaps not after a power cut: its directory was not flushed.
+  inPlace,     ///< The file has its new content, but perhaps not after a power cut: its directory was not
+               ///< flushed.
   durable
 };
 
@@ -34,8 +35,8 @@ enum class WriteResult : std::uint8_t {
 ///
 /// The bytes are first written whole to a temporary file in the same directory and brought to the storage
 /// device; then the temporary file takes the place of `path`, and the directory is brought to the device.
-/// A failure before the replacement leaves `path` as it was and removes the temporary file; behind it only the
-/// directory's flush can fail. Any thread; one call at a time for one path.
+/// A failure before the replacement leaves `path` as it was and removes the temporary file; behind it only
+/// the directory's flush can fail. Any thread; one call at a time for one path.
 WriteResult writeDurably(FileManager& fileManager, const std::string& path, std::string_view bytes,
                          const DurableWrite& write = {});
 

@@ -13,9 +13,9 @@ namespace quendo::gtk {
 bool onlyPortalReachesFiles();
 
 /// The portal's file dialog. It belongs to another process: the extension is one of its choices, and counts
-/// when the user confirms; the name in it cannot be read or changed meanwhile. A confined program may write to the
-/// very file that the user named and to no other, so that a name which gets its extension only then is asked for
-/// once more, complete.
+/// when the user confirms; the name in it cannot be read or changed meanwhile. A confined program may write
+/// to the very file that the user named and to no other, so that a name which gets its extension only then is
+/// asked for once more, complete.
 class PortalSavePanel final : public SavePanel, public std::enable_shared_from_this<PortalSavePanel> {
  public:
   PortalSavePanel(Gtk::Window& parent, SavePanelConfiguration configuration, SavePanelCompletion completion);

@@ -178,7 +178,8 @@ TEST_F(PosixFileManagerTest, KeepsTheOldFileWhenTheDiskIsFull) {
     GTEST_SKIP() << "a small disk cannot be mounted here: " << std::strerror(errno);
   }
   EXPECT_EQ(writeDurably(fileManager, directory / "file", std::string(100'000, 'a')), WriteResult::durable);
-  EXPECT_EQ(writeDurably(fileManager, directory / "file", std::string(300'000, 'b')), WriteResult::notWritten);
+  EXPECT_EQ(writeDurably(fileManager, directory / "file", std::string(300'000, 'b')),
+            WriteResult::notWritten);
   EXPECT_EQ(readFile(directory / "file"), std::string(100'000, 'a'));
   EXPECT_EQ(fileManager.directoryEntries(directory.path()), std::vector<std::string>{"file"});
   EXPECT_EQ(writeDurably(fileManager, directory / "file", std::string(90'000, 'c')), WriteResult::durable);

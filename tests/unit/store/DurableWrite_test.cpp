@@ -16,7 +16,8 @@ TEST(DurableWrite, FlushesTheBytesThenReplacesThenFlushesTheDirectory) {
   fake::FakeFileManager fileManager;
   fileManager.setFile("/d/note.md", "old");
   EXPECT_EQ(writeDurably(fileManager, "/d/note.md", "new",
-                           {.beforeReplacing = [&] { fileManager.log.emplace_back("beforeReplacing"); }}), WriteResult::durable);
+                         {.beforeReplacing = [&] { fileManager.log.emplace_back("beforeReplacing"); }}),
+            WriteResult::durable);
   EXPECT_EQ(fileManager.log,
             (Calls{"fileExists /d/.note.md.1.tmp", "createFile /d/.note.md.1.tmp", "write /d/.note.md.1.tmp",
                    "synchronize /d/.note.md.1.tmp", "close /d/.note.md.1.tmp", "beforeReplacing",
@@ -32,7 +33,8 @@ TEST(DurableWrite, CallsNothingBeforeReplacingWhenTheBytesAreNotOnTheDevice) {
     fileManager.setFile("/d/note.md", "old");
     fileManager.failCallsIf([&](const std::string& call) { return call.starts_with(operation); });
     EXPECT_EQ(writeDurably(fileManager, "/d/note.md", "new",
-                              {.beforeReplacing = [] { ADD_FAILURE() << "called"; }}), WriteResult::notWritten);
+                           {.beforeReplacing = [] { ADD_FAILURE() << "called"; }}),
+              WriteResult::notWritten);
     EXPECT_EQ(fileManager.file("/d/note.md"), "old");
     EXPECT_EQ(fileManager.filePaths(), Calls{"/d/note.md"});
   }
