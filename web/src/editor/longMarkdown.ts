@@ -141,8 +141,11 @@ const followScreen = ViewPlugin.fromClass(
       queueMicrotask(() => {
         if (this.#gone) return;
         asked = view.viewport;
-        forceParsing(view);
-        asked = null;
+        try {
+          forceParsing(view);
+        } finally {
+          asked = null;
+        }
       });
     }
   },

@@ -18,8 +18,8 @@ export function run(command: Command, marked: string, sign = '|'): string {
     selection: EditorSelection.create(ranges),
     extensions: [EditorState.allowMultipleSelections.of(true), syntaxExtensions('markdown', Text.of(doc.split('\n')))],
   });
-  const dispatch = (spec: Transaction | Parameters<EditorState['update']>[0]) => {
-    state = 'startState' in spec ? spec.state : state.update(spec).state;
+  const dispatch = (change: Transaction | Parameters<EditorState['update']>[0]) => {
+    state = 'startState' in change ? change.state : state.update(change).state;
   };
   command({ get state() { return state; }, dispatch } as unknown as EditorView);
   const out = state.doc.toString();
