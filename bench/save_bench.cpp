@@ -17,8 +17,8 @@
 #include "PairedRatio.h"
 #include "StateDocuments.h"
 #include "platform/MainQueue.h"
-#include "platform/gtk/PosixFileManager.h"
-#include "platform/gtk/ThreadSerialQueue.h"
+#include "platform/posix/PosixFileManager.h"
+#include "platform/posix/ThreadSerialQueue.h"
 #include "store/StateStore.h"
 
 namespace {

@@ -43,7 +43,7 @@ AppController::AppController(const HostPorts& ports)
       bootstrap_(store_, localization_, std::string(kPublicSiteUrl)),
       menu_(ports.application, state_, pageCalls_, localization_, ports.defaults),
       fatalErrors_(state_, localization_, ports.toolkit, ports.application),
-      navigation_(bootstrap_, ports.workspace),
+      navigation_(webBundle_, ports.workspace),
       panels_(localization_),
       exportPanels_(localization_, pageCalls_, ports.fileManager, ports.contentTypes),
       sharing_(localization_, pageCalls_, ports.fileManager, ports.mainQueue, ports.uuids, ports.toolkit,
@@ -137,8 +137,8 @@ void AppController::loadPage() {
     fatalErrors_.showFatalError("Os recursos do aplicativo não foram encontrados.");
     return;
   }
-  bootstrap_.setWebRoot(*resources + "/web");
-  webView_->loadFile(bootstrap_.indexPath(), *bootstrap_.webRoot());
+  webBundle_.setResourcePath(*resources);
+  webView_->loadFile(webBundle_.indexPath(), *webBundle_.webRoot());
 }
 
 bool AppController::applicationShouldHandleReopen(bool /*hasVisibleWindows*/) {
@@ -177,12 +177,12 @@ void AppController::webContentProcessDidTerminate() {
   state_.recoveringWebContent = true;
   ports_.application.updateMainMenu();
   bootstrap_.installBootstrapScript(userContentController_.get());
-  if (!bootstrap_.webRoot()) {
+  if (!webBundle_.webRoot()) {
     fatalErrors_.showFatalError(
         "O processo da interface foi encerrado e os recursos locais não foram encontrados.");
     return;
   }
-  webView_->loadFile(bootstrap_.indexPath(), *bootstrap_.webRoot());
+  webView_->loadFile(webBundle_.indexPath(), *webBundle_.webRoot());
 }
 
 void AppController::createWebView(const std::optional<std::string>& url) {

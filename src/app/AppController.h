@@ -10,6 +10,7 @@
 #include "app/NavigationPolicy.h"
 #include "app/PagePanels.h"
 #include "app/TerminationHandshake.h"
+#include "app/WebBundle.h"
 #include "bridge/BootstrapScript.h"
 #include "bridge/HostState.h"
 #include "bridge/MessageDispatcher.h"
@@ -17,10 +18,10 @@
 #include "bridge/ScriptBridge.h"
 #include "export/ExportPanels.h"
 #include "export/NoteSharing.h"
-#include "export/WhatsAppCopy.h"
 #include "i18n/Localization.h"
 #include "import/OpenedFiles.h"
 #include "menu/MenuCommands.h"
+#include "menu/WhatsAppCopy.h"
 #include "store/StateStore.h"
 #include "update/UpdateChecks.h"
 
@@ -77,6 +78,7 @@ class AppController final : public ApplicationDelegate,
   BootstrapScript bootstrap_;
   MenuCommands menu_;
   FatalErrors fatalErrors_;
+  WebBundle webBundle_;
   NavigationPolicy navigation_;
   PagePanels panels_;
   ExportPanels exportPanels_;

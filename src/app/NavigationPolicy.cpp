@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-#include "text/Url.h"
+#include "files/Url.h"
 
 namespace quendo {
 namespace {

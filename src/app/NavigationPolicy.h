@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bridge/BootstrapScript.h"
+#include "app/WebBundle.h"
 #include "platform/WebView.h"
 #include "platform/Workspace.h"
 
@@ -9,8 +9,7 @@ namespace quendo {
 /// Which documents the web view may load, and which addresses go to the desktop instead. Main thread.
 class NavigationPolicy {
  public:
-  NavigationPolicy(const BootstrapScript& bundle, Workspace& workspace)
-      : bundle_(bundle), workspace_(workspace) {}
+  NavigationPolicy(const WebBundle& bundle, Workspace& workspace) : bundle_(bundle), workspace_(workspace) {}
 
   /// True for the bundle's own files and for about: and blob: documents. A clicked link to the outside
   /// opens in the desktop's program for it; everything else that leads outside goes nowhere.
@@ -20,7 +19,7 @@ class NavigationPolicy {
   void openNewWindowRequest(const std::optional<std::string>& url) const;
 
  private:
-  const BootstrapScript& bundle_;
+  const WebBundle& bundle_;
   Workspace& workspace_;
 };
 

@@ -1,8 +1,9 @@
 #include "bridge/BootstrapScript.h"
 
+#include <optional>
+
 #include "bridge/JavaScriptLiteral.h"
 #include "text/Base64.h"
-#include "text/Url.h"
 
 namespace quendo {
 
@@ -24,14 +25,6 @@ void BootstrapScript::installBootstrapScript(UserContentController* userContentC
     source += kSuffix;
   }
   if (userContentController) userContentController->addUserScript(source);
-}
-
-bool BootstrapScript::isInsideWebBundle(std::string_view url) const {
-  const std::optional<std::string> path = filePathOfUrl(url);
-  if (!path || !webRoot_) return false;
-  const std::string root = standardizedPath(*webRoot_);
-  const std::string candidate = standardizedPath(*path);
-  return candidate.starts_with(root + "/") || candidate == root;
 }
 
 }  // namespace quendo

@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "export/SafeFilename.h"
 #include "export/SaveAsExtensions.h"
-#include "export/WriteTextFile.h"
-#include "text/Url.h"
+#include "files/Path.h"
+#include "files/SafeFilename.h"
+#include "files/WriteTextFile.h"
 #include "text/Utf8.h"
 
 namespace quendo {

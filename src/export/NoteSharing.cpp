@@ -4,8 +4,8 @@
 #include <chrono>
 #include <utility>
 
-#include "export/SafeFilename.h"
-#include "export/WriteTextFile.h"
+#include "files/SafeFilename.h"
+#include "files/WriteTextFile.h"
 #include "i18n/NativeLanguage.h"
 #include "text/StrictUrl.h"
 

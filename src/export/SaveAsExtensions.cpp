@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "text/Url.h"
+#include "files/Path.h"
 
 namespace quendo {
 

@@ -7,7 +7,8 @@
 #include <utility>
 #include <variant>
 
-#include "text/Url.h"
+#include "files/Path.h"
+#include "files/Url.h"
 #include "text/Utf8.h"
 
 namespace quendo {

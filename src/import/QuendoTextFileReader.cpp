@@ -6,9 +6,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "files/Path.h"
+#include "files/Url.h"
 #include "text/Graphemes.h"
 #include "text/Trimming.h"
-#include "text/Url.h"
 #include "text/Utf8.h"
 
 namespace quendo::QuendoTextFileReader {

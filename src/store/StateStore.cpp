@@ -7,7 +7,7 @@
 #include <memory>
 #include <utility>
 
-#include "store/DurableWrite.h"
+#include "files/DurableWrite.h"
 #include "store/StateScanner.h"
 
 namespace quendo {

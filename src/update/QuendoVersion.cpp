@@ -8,10 +8,11 @@
 #include <cstddef>
 #include <system_error>
 
+#include "files/Path.h"
+#include "files/Url.h"
 #include "platform/SiteConfiguration.h"
 #include "text/Graphemes.h"
 #include "text/StrictUrl.h"
-#include "text/Url.h"
 
 namespace quendo::QuendoVersion {
 namespace {

@@ -7,10 +7,10 @@
 #include <system_error>
 #include <utility>
 
+#include "files/Url.h"
 #include "platform/SiteConfiguration.h"
 #include "text/Graphemes.h"
 #include "text/Trimming.h"
-#include "text/Url.h"
 #include "update/QuendoVersion.h"
 
 namespace quendo {

@@ -7,14 +7,17 @@ from pathlib import Path
 LEVELS = (
     ("platform",),
     ("text", "i18n"),
+    ("files",),
     ("store",),
     ("bridge",),  # Hands the page's saves to the store.
     ("import", "export", "update", "menu"),
     ("app",),
+    ("platform/posix",),
     ("platform/gtk", "platform/cocoa"),
 )
 LEVEL_OF = {folder: level for level, folders in enumerate(LEVELS) for folder in folders}
-BACK_ENDS = frozenset(LEVELS[-1])
+TOOLKITS = frozenset(LEVELS[-1])
+BACK_ENDS = TOOLKITS | frozenset(LEVELS[-2])
 
 SOURCES = (".h", ".cpp", ".mm", ".in")
 
@@ -123,9 +126,9 @@ def circles(files):
 
 
 def toolkit_in_core(files):
-    """Toolkit headers outside the back-ends."""
+    """Toolkit headers outside the toolkits' back-ends."""
     return [f"{path} includes <{name}>, a header of a toolkit"
-            for path, text in files.items() if folder_of(path) not in BACK_ENDS
+            for path, text in files.items() if folder_of(path) not in TOOLKITS
             for quoted, name in includes(text) if folder_of(name) is None and TOOLKIT.match(name)]
 
 

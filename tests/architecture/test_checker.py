@@ -13,6 +13,9 @@ def test_a_clean_tree_is_clean(tmp_path):
         "menu/Menu.h": '#include "store/Store.h"\n',
         "app/App.h": '#include "menu/Menu.h"\n#include "platform/Site.h"\n',
         "platform/Site.h.in": "",
+        "files/Write.h": '#include "text/Trim.h"\n',
+        "platform/posix/Thread.h": '#include <thread>\n#include "app/App.h"\n',
+        "platform/gtk/web/View.cpp": '#include <webkit/webkit.h>\n#include "platform/posix/Thread.h"\n',
         "platform/gtk/main.cpp": '#include <gtkmm.h>\n#include <thread>\n#include "app/App.h"\n',
     }
     for name, text in tree.items():
@@ -35,6 +38,9 @@ def test_a_clean_tree_is_clean(tmp_path):
     ("update/Update.h", "app/App.h"),
     ("app/App.cpp", "platform/gtk/Thing.h"),
     ("platform/gtk/Thing.h", "platform/cocoa/Other.h"),
+    ("platform/gtk/web/Thing.h", "platform/cocoa/web/Other.h"),
+    ("platform/posix/Thing.h", "platform/gtk/Other.h"),
+    ("files/Write.h", "store/Store.h"),
 ])
 def test_the_wrong_way_is_found(path, include):
     for form in ('#include "%s"\n', "#include <%s>\n", '  #  include "%s"\n', '#import "%s"\n'):
@@ -70,7 +76,7 @@ def test_circles_are_found():
                                     "AppKit/AppKit.h", "Foundation/Foundation.h"])
 def test_toolkit_headers_are_found_in_the_core(header):
     text = f"#include <{header}>\n"
-    for path in ("app/App.cpp", "platform/Port.h"):
+    for path in ("app/App.cpp", "platform/Port.h", "platform/posix/Thing.cpp"):
         assert len(checker.toolkit_in_core({path: text})) == 1
     assert checker.toolkit_in_core({"platform/gtk/Thing.cpp": text}) == []
 

@@ -14,8 +14,8 @@
 #include "fake/ScopedEnvironment.h"
 #include "fake/TemporaryDirectory.h"
 #include "fake/VirtualClock.h"
-#include "platform/gtk/PosixFileManager.h"
-#include "platform/gtk/ThreadSerialQueue.h"
+#include "platform/posix/PosixFileManager.h"
+#include "platform/posix/ThreadSerialQueue.h"
 #include "store/StateStore.h"
 
 namespace quendo {

@@ -1,0 +1,214 @@
+#include "platform/gtk/application/GtkHostApplication.h"
+
+#include <gdkmm/display.h>
+#include <glib-unix.h>
+#include <gtkmm/aboutdialog.h>
+#include <gtkmm/window.h>
+
+#include <csignal>
+#include <utility>
+
+#include "files/Url.h"
+#include "platform/SiteConfiguration.h"
+
+namespace quendo::gtk {
+namespace {
+
+gboolean onQuitSignal(gpointer application) {
+  static_cast<GtkHostApplication*>(application)->terminate();
+  return G_SOURCE_CONTINUE;
+}
+
+constexpr int kNoFileTaken = 2;
+
+/// The URLs of the files that a start was given. Names may be any bytes, and are relative to the working
+/// directory of the start that gave them.
+std::vector<std::string> fileUrlsOf(Gio::ApplicationCommandLine& line) {
+  int count = 0;
+  gchar** arguments = g_application_command_line_get_arguments(line.gobj(), &count);
+  const char* directory = g_application_command_line_get_cwd(line.gobj());
+  std::vector<std::string> urls;
+  for (int i = 1; i < count; ++i) urls.push_back(urlOfArgument(arguments[i], directory ? directory : "/"));
+  g_strfreev(arguments);
+  return urls;
+}
+
+}  // namespace
+
+GtkHostApplication::GtkHostApplication(const std::string& identifier)
+    : application_(Gtk::Application::create(identifier, Gio::Application::Flags::HANDLES_COMMAND_LINE)),
+      menuBar_(Gio::Menu::create()) {
+  application_->property_register_session() = true;
+  g_signal_connect_swapped(application_->gobj(), "query-end",
+                           G_CALLBACK(+[](GtkHostApplication* self) { self->onSessionQueryEnd(); }), this);
+  application_->signal_startup().connect(sigc::mem_fun(*this, &GtkHostApplication::onStartup));
+  application_->signal_command_line().connect(
+      [this](const Glib::RefPtr<Gio::ApplicationCommandLine>& line) { return onCommandLine(*line.get()); },
+      false);
+}
+
+GtkHostApplication::~GtkHostApplication() {
+  g_signal_handlers_disconnect_by_data(application_->gobj(), this);
+  for (const unsigned source : signalSources_) g_source_remove(source);
+}
+
+// The session waits while the quit is negotiated: the inhibitor is taken before this handler returns. A quit
+// that was cancelled keeps it, because what was typed is not on the disk then, and a session that is no
+// longer held goes on to end the program.
+void GtkHostApplication::onSessionQueryEnd() {
+  if (sessionInhibitor_ == 0) {
+    GtkWindow* window = gtk_application_get_active_window(application_->gobj());
+    sessionInhibitor_ =
+        gtk_application_inhibit(application_->gobj(), window, GTK_APPLICATION_INHIBIT_LOGOUT, "Quendo");
+  }
+  terminate();
+}
+
+void GtkHostApplication::releaseSession() {
+  if (sessionInhibitor_ != 0)
+    gtk_application_uninhibit(application_->gobj(), std::exchange(sessionInhibitor_, 0));
+}
+
+int GtkHostApplication::run(int argc, char** argv) {
+  const int status = application_->run(argc, argv);
+  return exitStatus_ != 0 ? exitStatus_ : status;
+}
+
+void GtkHostApplication::onStartup() {
+  if (startCondition_ && !startCondition_()) {
+    exitStatus_ = 1;
+    return;
+  }
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    signalSources_.push_back(g_unix_signal_add(signal, onQuitSignal, this));
+  }
+  application_->hold();
+  started_ = true;
+  delegate_->applicationDidFinishLaunching();
+}
+
+// The first call belongs to the launch itself; each later one is a second start, whose exit status tells
+// whether its files were taken.
+int GtkHostApplication::onCommandLine(Gio::ApplicationCommandLine& line) {
+  if (!started_) return 1;
+  const bool isLaunch = !std::exchange(launched_, true);
+  const std::vector<std::string> urls = fileUrlsOf(line);
+  if (urls.empty()) {
+    if (!isLaunch) delegate_->applicationShouldHandleReopen(true);
+    return 0;
+  }
+  const bool taken = delegate_->applicationOpenFiles(urls);
+  return taken || isLaunch ? 0 : kNoFileTaken;
+}
+
+// Presenting the window is all that activation means here; the desktop decides about focus stealing.
+void GtkHostApplication::activateIgnoringOtherApps(bool /*ignoringOtherApps*/) {}
+
+void GtkHostApplication::setMainMenu(std::shared_ptr<const Menu> menu) {
+  entries_ = gtk::menuEntries(*menu);
+  for (const MenuEntry& entry : entries_) installAction(entry);
+  fillMenuBar(*menuBar_.get(), *menu);
+  updateMainMenu();
+}
+
+// The language items share one action, whose state is the ticked item's code.
+void GtkHostApplication::installAction(const MenuEntry& entry) {
+  const bool isChoice = !entry.item.representedObject.empty();
+  auto& action = actions_[entry.actionName];
+  if (!action) {
+    if (isChoice) {
+      action = Gio::SimpleAction::create_radio_string(entry.actionName, entry.item.representedObject);
+      action->signal_activate().connect([this, name = entry.actionName](const Glib::VariantBase& target) {
+        const auto code = Glib::VariantBase::cast_dynamic<Glib::Variant<Glib::ustring>>(target).get();
+        for (const MenuEntry& candidate : std::vector<MenuEntry>(entries_)) {
+          if (candidate.actionName == name && candidate.item.representedObject == code.raw()) {
+            perform(candidate.item);
+          }
+        }
+      });
+    } else {
+      action = Gio::SimpleAction::create(entry.actionName);
+      action->signal_activate().connect(
+          [this, item = entry.item](const Glib::VariantBase&) { perform(item); });
+      application_->set_accels_for_action(
+          "app." + entry.actionName,
+          std::vector<Glib::ustring>(entry.accelerators.begin(), entry.accelerators.end()));
+    }
+    application_->add_action(action);
+  }
+  if (isChoice && entry.item.on) {
+    action->set_state(Glib::Variant<Glib::ustring>::create(entry.item.representedObject));
+  }
+}
+
+void GtkHostApplication::updateMainMenu() {
+  for (const MenuEntry& entry : entries_) actions_[entry.actionName]->set_enabled(isEnabled(entry.item));
+}
+
+bool GtkHostApplication::isEnabled(const MenuItem& item) const {
+  if (item.target == MenuTarget::host) return delegate_->validateMenuItem(item);
+  if (item.action == MenuAction::terminate || item.action == MenuAction::orderFrontStandardAboutPanel) {
+    return true;
+  }
+  return responder_ && responder_->canPerform(item.action);
+}
+
+// Validated once more, since what an item stands for may have become impossible after it was shown.
+void GtkHostApplication::perform(const MenuItem& item) {
+  if (!isEnabled(item)) return;
+  if (responder_) responder_->focusContent();
+  if (item.target == MenuTarget::host) {
+    delegate_->performMenuItem(item);
+  } else {
+    performPlatformAction(item.action);
+  }
+}
+
+void GtkHostApplication::performPlatformAction(MenuAction action) {
+  switch (action) {
+    case MenuAction::orderFrontStandardAboutPanel:
+      showAboutPanel();
+      break;
+    case MenuAction::terminate:
+      terminate();
+      break;
+    default:
+      responder_->perform(action);
+      break;
+  }
+}
+
+void GtkHostApplication::showAboutPanel() {
+  auto* panel = new Gtk::AboutDialog();
+  panel->set_program_name("Quendo");
+  panel->set_logo_icon_name("com.quendo.Quendo");
+  panel->set_version(std::string(kProductVersion) + " (" + std::string(kProductBuild) + ")");
+  panel->set_website(std::string(kPublicSiteUrl));
+  panel->set_website_label(std::string(kSiteDomain));
+  panel->set_title("Quendo");
+  if (Gtk::Window* window = application_->get_active_window()) panel->set_transient_for(*window);
+  panel->set_modal(true);
+  panel->signal_close_request().connect(
+      [panel] {
+        delete panel;
+        return true;
+      },
+      false);
+  panel->present();
+}
+
+void GtkHostApplication::terminate() {
+  if (delegate_->applicationShouldTerminate() == TerminationReply::now) application_->quit();
+}
+
+void GtkHostApplication::replyToApplicationShouldTerminate(bool shouldTerminate) {
+  if (!shouldTerminate) return;
+  releaseSession();
+  application_->quit();
+}
+
+void GtkHostApplication::beep() {
+  if (const auto display = Gdk::Display::get_default()) display->beep();
+}
+
+}  // namespace quendo::gtk

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <giomm/applicationcommandline.h>
+#include <giomm/menu.h>
+#include <giomm/simpleaction.h>
+#include <gtkmm/application.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/Application.h"
+#include "platform/gtk/application/GtkMenuModel.h"
+
+namespace quendo::gtk {
+
+/// Performs what the menu asks of the platform: the window and the focused view. Main thread.
+class Responder {
+ public:
+  virtual ~Responder() = default;
+  virtual bool canPerform(MenuAction action) const = 0;
+  virtual void perform(MenuAction action) = 0;
+  /// Gives the keyboard back to the content, which a menu has had.
+  virtual void focusContent() = 0;
+};
+
+/// The application: one instance per user session. A second start hands itself over to the first and
+/// ends. Main thread.
+class GtkHostApplication final : public Application {
+ public:
+  /// `identifier` names the one instance on the session bus.
+  explicit GtkHostApplication(const std::string& identifier);
+  ~GtkHostApplication() override;
+  GtkHostApplication(const GtkHostApplication&) = delete;
+  GtkHostApplication& operator=(const GtkHostApplication&) = delete;
+
+  /// Asked once, in the first instance only, before anything is built. False ends the program with
+  /// status 1.
+  void setStartCondition(std::function<bool()> condition) { startCondition_ = std::move(condition); }
+  /// Runs the event loop until the application ends; returns the exit status.
+  int run(int argc, char** argv);
+
+  void setActivationPolicyRegular() override {}
+  void setDelegate(ApplicationDelegate* delegate) override { delegate_ = delegate; }
+  void activateIgnoringOtherApps(bool ignoringOtherApps) override;
+  void setWindowsMenu(std::shared_ptr<const Menu> menu) override { windowsMenu_ = std::move(menu); }
+  void setMainMenu(std::shared_ptr<const Menu> menu) override;
+  void updateMainMenu() override;
+  void terminate() override;
+  void replyToApplicationShouldTerminate(bool shouldTerminate) override;
+  void beep() override;
+
+  /// Files were dropped on the window.
+  void openDroppedFiles(const std::vector<std::string>& urls) { delegate_->applicationOpenFiles(urls); }
+  /// The one window's responder, or null.
+  void setResponder(Responder* responder) { responder_ = responder; }
+  Glib::RefPtr<Gtk::Application> application() const { return application_; }
+  /// The items of the menu bar as it is now.
+  const std::vector<MenuEntry>& menuEntries() const { return entries_; }
+  /// Model of the menu bar; it lives as long as the application and is refilled on every change.
+  Glib::RefPtr<Gio::Menu> menuBar() const { return menuBar_; }
+
+ private:
+  void onStartup();
+  void onSessionQueryEnd();
+  void releaseSession();
+  int onCommandLine(Gio::ApplicationCommandLine& line);
+  void installAction(const MenuEntry& entry);
+  bool isEnabled(const MenuItem& item) const;
+  void perform(const MenuItem& item);
+  void performPlatformAction(MenuAction action);
+  void showAboutPanel();
+
+  Glib::RefPtr<Gtk::Application> application_;
+  Glib::RefPtr<Gio::Menu> menuBar_;
+  std::shared_ptr<const Menu> windowsMenu_;
+  std::vector<MenuEntry> entries_;
+  std::map<std::string, Glib::RefPtr<Gio::SimpleAction>> actions_;
+  std::function<bool()> startCondition_;
+  ApplicationDelegate* delegate_ = nullptr;
+  Responder* responder_ = nullptr;
+  std::vector<unsigned> signalSources_;
+  unsigned sessionInhibitor_ = 0;  ///< Holds up the session's end while a quit is negotiated, or 0.
+  bool started_ = false;           ///< The launch has begun.
+  bool launched_ = false;          ///< The command line of the launch itself has been seen.
+  int exitStatus_ = 0;
+};
+
+}  // namespace quendo::gtk

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <gtkmm/applicationwindow.h>
+#include <gtkmm/box.h>
+#include <gtkmm/popovermenubar.h>
+
+#include "platform/Lifetime.h"
+#include "platform/Window.h"
+#include "platform/gtk/application/GtkHostApplication.h"
+#include "platform/gtk/panels/SheetQueue.h"
+#include "platform/gtk/web/WebKitView.h"
+
+namespace quendo::gtk {
+
+/// The container that fills the window below its menu bar.
+class GtkContainerView final : public View {
+ public:
+  GtkContainerView();
+  void addPinnedSubview(WebView& webView) override;
+  Gtk::Widget& widget() { return box_; }
+  WebKitView* webView() const { return webView_; }
+
+ private:
+  Gtk::Box box_;
+  WebKitView* webView_ = nullptr;
+};
+
+/// The window: menu bar above, content below. Also what the menu's platform commands act on.
+class GtkHostWindow final : public Window, public Responder {
+ public:
+  GtkHostWindow(GtkHostApplication& application, const Rect& contentRect, std::uint32_t styleMask);
+  ~GtkHostWindow() override;
+  GtkHostWindow(const GtkHostWindow&) = delete;
+  GtkHostWindow& operator=(const GtkHostWindow&) = delete;
+
+  void setTitle(const std::string& title) override;
+  void setDelegate(WindowDelegate* delegate) override { delegate_ = delegate; }
+  void setMinimumSize(int width, int height) override;
+  void center() override;
+  std::optional<Rect> contentViewBounds() const override;
+  void setContentView(View& view) override;
+  void makeKeyAndOrderFront() override;
+  // A sheet waits only while another one is shown.
+  bool hasAttachedSheet() const override { return sheets_.isShowing(); }
+  void beginSheet(const Alert& alert, std::function<void(AlertResult)> completion) override;
+  void beginSheet(const OpenPanel& panel,
+                  std::function<void(std::optional<std::vector<std::string>>)> completion) override;
+  std::shared_ptr<SavePanel> beginSheet(SavePanelConfiguration configuration,
+                                        SavePanelCompletion completion) override;
+
+  bool canPerform(MenuAction action) const override;
+  void perform(MenuAction action) override;
+  void focusContent() override;
+
+ private:
+  void keepFocusOutOfMenuBar();
+  bool takesKey(guint key, guint code, Gdk::ModifierType modifiers);
+  void validateMenuBeforeUse();
+  void performUnhandledEditingKeys();
+  void acceptDroppedFiles();
+
+  GtkHostApplication& application_;
+  Gtk::ApplicationWindow window_;
+  Gtk::Box layout_;
+  Gtk::PopoverMenuBar menuBar_;
+  GtkContainerView* content_ = nullptr;
+  WindowDelegate* delegate_ = nullptr;
+  SheetQueue sheets_;
+  Rect contentRect_;
+  Lifetime lifetime_;
+};
+
+}  // namespace quendo::gtk

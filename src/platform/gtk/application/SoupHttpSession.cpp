@@ -1,0 +1,255 @@
+#include "platform/gtk/application/SoupHttpSession.h"
+
+#include <libsoup/soup.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+#include "platform/gtk/GObjectPtr.h"
+
+namespace quendo::gtk {
+namespace {
+
+constexpr int kMostRedirects = 10;
+constexpr std::size_t kReadSize = 65536;
+
+using Uri = std::unique_ptr<GUri, decltype([](GUri* uri) { g_uri_unref(uri); })>;
+using Bytes = std::unique_ptr<GBytes, decltype([](GBytes* bytes) { g_bytes_unref(bytes); })>;
+
+/// A session that keeps and tells nothing. Null when the file of authorities cannot be read: without it every
+/// authority of the system would be trusted.
+GObjectPtr<SoupSession> makeSession(const std::string& certificateAuthorityFile) {
+  auto session = adoptReference(soup_session_new());
+  // The library brings both by itself: passwords out of addresses, and bodies that grow while they are read.
+  soup_session_remove_feature_by_type(session.get(), SOUP_TYPE_AUTH_MANAGER);
+  soup_session_remove_feature_by_type(session.get(), SOUP_TYPE_CONTENT_DECODER);
+  if (certificateAuthorityFile.empty()) return session;
+  const auto authorities = adoptReference(g_tls_file_database_new(certificateAuthorityFile.c_str(), nullptr));
+  if (!authorities) return nullptr;
+  soup_session_set_tls_database(session.get(), G_TLS_DATABASE(authorities.get()));
+  return session;
+}
+
+/// Null when the address leads nowhere.
+GObjectPtr<SoupMessage> makeMessage(const HttpRequest& request, const std::string& url) {
+  const Uri uri(g_uri_parse(url.c_str(), static_cast<GUriFlags>(SOUP_HTTP_URI_FLAGS), nullptr));
+  const char* host = uri ? g_uri_get_host(uri.get()) : nullptr;
+  // The library takes an address without a host for a mistake of its caller.
+  if (!host || *host == '\0') return nullptr;
+  auto message = adoptReference(soup_message_new_from_uri(SOUP_METHOD_GET, uri.get()));
+  soup_message_add_flags(message.get(), SOUP_MESSAGE_NO_REDIRECT);
+  // Otherwise the library takes a connection that breaks off for the end of a body in chunks.
+  g_signal_connect(message.get(), "network-event",
+                   G_CALLBACK(+[](SoupMessage*, GSocketClientEvent event, GIOStream* connection, gpointer) {
+                     if (event == G_SOCKET_CLIENT_TLS_HANDSHAKING)
+                       g_tls_connection_set_require_close_notify(G_TLS_CONNECTION(connection), TRUE);
+                   }),
+                   nullptr);
+  SoupMessageHeaders* headers = soup_message_get_request_headers(message.get());
+  if (request.ignoresCachedData) {
+    soup_message_headers_replace(headers, "Cache-Control", "no-cache");
+    soup_message_headers_replace(headers, "Pragma", "no-cache");
+  }
+  for (const auto& [name, value] : request.headers) {
+    soup_message_headers_replace(headers, name.c_str(), value.c_str());
+  }
+  return message;
+}
+
+/// Where a response sends its reader on to, as an absolute address; absent when it is no redirect.
+std::optional<std::string> redirectOf(SoupMessage* message) {
+  switch (soup_message_get_status(message)) {
+    case SOUP_STATUS_MOVED_PERMANENTLY:
+    case SOUP_STATUS_FOUND:
+    case SOUP_STATUS_SEE_OTHER:
+    case SOUP_STATUS_TEMPORARY_REDIRECT:
+    case SOUP_STATUS_PERMANENT_REDIRECT:
+      break;
+    default:
+      return std::nullopt;
+  }
+  const char* location = soup_message_headers_get_one(soup_message_get_response_headers(message), "Location");
+  if (!location) return std::nullopt;
+  const Uri target(g_uri_parse_relative(soup_message_get_uri(message), location,
+                                        static_cast<GUriFlags>(SOUP_HTTP_URI_FLAGS), nullptr));
+  if (!target) return std::nullopt;
+  const GCharPtr text(g_uri_to_string(target.get()));
+  return std::string(text.get());
+}
+
+}  // namespace
+
+/// One exchange. What the library runs holds it until the library has called back.
+class SoupHttpSession::Exchange : public std::enable_shared_from_this<Exchange> {
+ public:
+  Exchange(const std::string& certificateAuthorityFile, HttpRequest request, Completion completion)
+      : certificateAuthorityFile_(certificateAuthorityFile),
+        request_(std::move(request)),
+        completion_(std::move(completion)),
+        cancellable_(adoptReference(g_cancellable_new())) {}
+  ~Exchange() { breakOff(); }
+  Exchange(const Exchange&) = delete;
+  Exchange& operator=(const Exchange&) = delete;
+
+  bool hasEnded() const { return !completion_; }
+
+  void start() {
+    setDeadline(request_.timeout);
+    send(request_.url);
+  }
+
+  /// Ends the exchange without a word.
+  void breakOff() {
+    completion_ = nullptr;
+    setDeadline(std::nullopt);
+    g_cancellable_cancel(cancellable_.get());
+    letGo();
+  }
+
+ private:
+  void setDeadline(std::optional<std::chrono::milliseconds> delay) {
+    if (deadline_ != 0) g_source_remove(std::exchange(deadline_, 0));
+    if (!delay) return;
+    deadline_ = g_timeout_add(
+        static_cast<guint>(delay->count()),
+        [](gpointer self) -> gboolean {
+          static_cast<Exchange*>(self)->deadline_ = 0;
+          static_cast<Exchange*>(self)->finish(std::nullopt);
+          return G_SOURCE_REMOVE;
+        },
+        this);
+  }
+
+  void send(const std::string& url) {
+    letGo();
+    session_ = makeSession(certificateAuthorityFile_);
+    message_ = makeMessage(request_, url);
+    if (!session_ || !message_) {
+      // The answer must not come before the question has been asked.
+      setDeadline(std::chrono::milliseconds::zero());
+      return;
+    }
+    soup_session_send_async(session_.get(), message_.get(), G_PRIORITY_DEFAULT, cancellable_.get(),
+                            &Exchange::didSend, keepAlive());
+  }
+
+  static void didSend(GObject* session, GAsyncResult* result, gpointer data) {
+    const auto self = takeBack(data);
+    auto stream = adoptReference(soup_session_send_finish(SOUP_SESSION(session), result, nullptr));
+    if (self->hasEnded()) return;
+    if (!stream) {
+      self->finish(std::nullopt);
+      return;
+    }
+    self->stream_ = std::move(stream);
+    self->didReceiveHead();
+  }
+
+  void didReceiveHead() {
+    const auto redirect = redirectOf(message_.get());
+    if (!redirect || !request_.allowsRedirectTo || !request_.allowsRedirectTo(*redirect)) {
+      readMore();
+    } else if (++redirects_ > kMostRedirects) {
+      finish(std::nullopt);
+    } else {
+      send(*redirect);
+    }
+  }
+
+  void readMore() {
+    const std::size_t wanted = std::min(kReadSize, request_.maximumBodyBytes - body_.size());
+    if (wanted == 0) {
+      finishWithBody();
+      return;
+    }
+    g_input_stream_read_bytes_async(stream_.get(), wanted, G_PRIORITY_DEFAULT, cancellable_.get(),
+                                    &Exchange::didRead, keepAlive());
+  }
+
+  static void didRead(GObject* stream, GAsyncResult* result, gpointer data) {
+    const auto self = takeBack(data);
+    const Bytes bytes(g_input_stream_read_bytes_finish(G_INPUT_STREAM(stream), result, nullptr));
+    if (self->hasEnded()) return;
+    if (!bytes) {
+      self->finish(std::nullopt);
+      return;
+    }
+    gsize size = 0;
+    const auto* first = static_cast<const char*>(g_bytes_get_data(bytes.get(), &size));
+    if (size == 0) {
+      self->finishWithBody();
+    } else {
+      self->body_.append(first, size);
+      self->readMore();
+    }
+  }
+
+  /// The connection has ended, or the limit is reached.
+  void finishWithBody() {
+    if (isCutShort()) {
+      finish(std::nullopt);
+      return;
+    }
+    const auto status = static_cast<int>(soup_message_get_status(message_.get()));
+    finish(HttpResponse{status, std::move(body_)});
+  }
+
+  /// Whether the connection was ended in good order, but before the body was whole, which the library does
+  /// not tell either.
+  bool isCutShort() const {
+    SoupMessageHeaders* headers = soup_message_get_response_headers(message_.get());
+    if (soup_message_headers_get_encoding(headers) != SOUP_ENCODING_CONTENT_LENGTH) return false;
+    const auto announced = static_cast<std::uint64_t>(soup_message_headers_get_content_length(headers));
+    return body_.size() < std::min<std::uint64_t>(announced, request_.maximumBodyBytes);
+  }
+
+  void finish(std::optional<HttpResponse> response) {
+    const auto self = shared_from_this();
+    const Completion completion = std::move(completion_);
+    breakOff();
+    if (completion) completion(std::move(response));
+  }
+
+  /// Closes the connection of the hop before.
+  void letGo() {
+    stream_.reset();
+    message_.reset();
+    if (session_) soup_session_abort(session_.get());
+    session_.reset();
+  }
+
+  gpointer keepAlive() { return new std::shared_ptr<Exchange>(shared_from_this()); }
+  static std::shared_ptr<Exchange> takeBack(gpointer data) {
+    const std::unique_ptr<std::shared_ptr<Exchange>> owner(static_cast<std::shared_ptr<Exchange>*>(data));
+    return *owner;
+  }
+
+  const std::string certificateAuthorityFile_;
+  const HttpRequest request_;
+  Completion completion_;
+  const GObjectPtr<GCancellable> cancellable_;
+  GObjectPtr<SoupSession> session_;
+  GObjectPtr<SoupMessage> message_;
+  GObjectPtr<GInputStream> stream_;
+  std::string body_;
+  guint deadline_ = 0;
+  int redirects_ = 0;
+};
+
+SoupHttpSession::SoupHttpSession(std::string certificateAuthorityFile)
+    : certificateAuthorityFile_(std::move(certificateAuthorityFile)) {}
+
+SoupHttpSession::~SoupHttpSession() {
+  for (const auto& exchange : exchanges_) exchange->breakOff();
+}
+
+void SoupHttpSession::dataTask(HttpRequest request, Completion completion) {
+  std::erase_if(exchanges_, [](const auto& exchange) { return exchange->hasEnded(); });
+  exchanges_.push_back(
+      std::make_shared<Exchange>(certificateAuthorityFile_, std::move(request), std::move(completion)));
+  exchanges_.back()->start();
+}
+
+}  // namespace quendo::gtk

@@ -1,0 +1,129 @@
+#include "platform/gtk/panels/GtkAlert.h"
+
+#include <giomm/file.h>
+#include <glibmm/main.h>
+#include <glibmm/miscutils.h>
+#include <gtkmm/box.h>
+#include <gtkmm/entry.h>
+#include <gtkmm/filechoosernative.h>
+#include <gtkmm/messagedialog.h>
+#include <gtkmm/scrolledwindow.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <utility>
+
+#include "platform/gtk/GObjectPtr.h"
+
+namespace quendo::gtk {
+namespace {
+
+// The toolkit leaves the text no room below a title bar that the window manager draws.
+constexpr int kTextMargin = 12;
+
+Gtk::MessageType messageType(AlertStyle style) {
+  switch (style) {
+    case AlertStyle::informational:
+      return Gtk::MessageType::INFO;
+    case AlertStyle::critical:
+      return Gtk::MessageType::ERROR;
+    case AlertStyle::warning:
+      break;
+  }
+  return Gtk::MessageType::WARNING;
+}
+
+// In points. A dialog grows with its text, beyond the screen and with its buttons out of reach.
+constexpr int kLongTextHeight = 320;
+
+/// Whether a text may need more room than `kLongTextHeight`.
+bool isLong(const std::string& text) {
+  constexpr std::size_t kManyBytes = 600;
+  constexpr auto kManyLines = 12;
+  return text.size() > kManyBytes || std::count(text.begin(), text.end(), '\n') > kManyLines;
+}
+
+/// Puts the second label of a dialog into an area that scrolls.
+void scrollText(Gtk::MessageDialog& dialog) {
+  Gtk::Box& area = *dialog.get_message_area();
+  const auto label = addReference(gtk_widget_get_last_child(GTK_WIDGET(area.gobj())));
+  gtk_box_remove(area.gobj(), label.get());
+  auto* scroller = Gtk::make_managed<Gtk::ScrolledWindow>();
+  scroller->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+  scroller->set_propagate_natural_height(true);
+  scroller->set_max_content_height(kLongTextHeight);
+  gtk_scrolled_window_set_child(scroller->gobj(), label.get());
+  area.append(*scroller);
+}
+
+Gtk::Entry* addTextField(Gtk::MessageDialog& dialog, const Alert::TextField& field) {
+  auto* entry = Gtk::make_managed<Gtk::Entry>();
+  entry->set_text(field.text);
+  entry->set_size_request(field.width, field.height);
+  entry->set_activates_default(true);
+  dialog.get_message_area()->append(*entry);
+  return entry;
+}
+
+/// Paths of the chosen files; nothing when none of them is a file of this machine.
+std::optional<std::vector<std::string>> chosenPaths(GtkFileChooserNative* chooser) {
+  std::vector<std::string> paths;
+  const auto files = adoptReference(gtk_file_chooser_get_files(GTK_FILE_CHOOSER(chooser)));
+  for (guint i = 0; i < g_list_model_get_n_items(files.get()); ++i) {
+    const auto file = adoptReference(static_cast<GFile*>(g_list_model_get_item(files.get(), i)));
+    const GCharPtr path(g_file_get_path(file.get()));
+    if (path) paths.emplace_back(path.get());
+  }
+  return paths.empty() ? std::nullopt : std::optional(std::move(paths));
+}
+
+}  // namespace
+
+void showAlert(Gtk::Window* parent, const Alert& alert, std::function<void(AlertResult)> completion) {
+  auto dialog = std::make_shared<Gtk::MessageDialog>(
+      alert.messageText, false, messageType(alert.style),
+      alert.buttons.empty() ? Gtk::ButtonsType::OK : Gtk::ButtonsType::NONE, true);
+  if (!alert.informativeText.empty()) dialog->set_secondary_text(alert.informativeText);
+  if (isLong(alert.informativeText)) scrollText(*dialog);
+  for (std::size_t i = 0; i < alert.buttons.size(); ++i)
+    dialog->add_button(alert.buttons[i], static_cast<int>(i));
+  dialog->set_default_response(alert.buttons.empty() ? static_cast<int>(Gtk::ResponseType::OK) : 0);
+  dialog->get_message_area()->set_margin_top(kTextMargin);
+  if (parent) dialog->set_transient_for(*parent);
+  Gtk::Entry* entry = alert.accessory ? addTextField(*dialog, *alert.accessory) : nullptr;
+  // The handler keeps the dialog alive until it has run.
+  dialog->signal_response().connect(
+      [dialog, entry, completion = std::move(completion)](int response) mutable {
+        AlertResult result{response >= 0 ? response : -1, entry ? entry->get_text().raw() : std::string()};
+        dialog->hide();
+        const auto finish = std::exchange(completion, {});
+        Glib::signal_idle().connect_once([dialog = std::move(dialog)] {});
+        if (finish) finish(std::move(result));
+      });
+  dialog->present();
+  if (entry) entry->grab_focus();
+}
+
+void showOpenPanel(Gtk::Window& parent, const OpenPanel& panel,
+                   std::function<void(std::optional<std::vector<std::string>>)> completion) {
+  auto chooser = Gtk::FileChooserNative::create(
+      panel.title, parent,
+      panel.canChooseDirectories ? Gtk::FileChooser::Action::SELECT_FOLDER : Gtk::FileChooser::Action::OPEN,
+      panel.prompt);
+  chooser->set_modal(true);
+  chooser->set_current_folder(Gio::File::create_for_path(Glib::get_home_dir()));
+  chooser->set_select_multiple(panel.allowsMultipleSelection);
+  chooser->signal_response().connect([chooser, completion = std::move(completion)](int response) mutable {
+    std::optional<std::vector<std::string>> paths;
+    if (response == static_cast<int>(Gtk::ResponseType::ACCEPT)) {
+      paths = chosenPaths(chooser->gobj());
+    }
+    const auto finish = std::exchange(completion, {});
+    Glib::signal_idle().connect_once([chooser = std::move(chooser)] {});
+    if (finish) finish(std::move(paths));
+  });
+  chooser->show();
+}
+
+}  // namespace quendo::gtk

@@ -1,0 +1,102 @@
+#include "platform/gtk/panels/PortalSavePanel.h"
+
+#include <glibmm/main.h>
+#include <glibmm/miscutils.h>
+#include <gtkmm/dialog.h>
+
+#include <charconv>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <string_view>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "text/Utf8.h"
+
+namespace quendo::gtk {
+namespace {
+
+constexpr const char* kExtensionChoice = "extension";
+
+}  // namespace
+
+// The same signs by which the toolkit decides whether its dialogs are the portal's.
+bool onlyPortalReachesFiles() {
+  const char* wanted = std::getenv("GDK_DEBUG");
+  std::error_code error;
+  return (wanted && std::string_view(wanted).find("portals") != std::string_view::npos) ||
+         std::filesystem::exists("/.flatpak-info", error);
+}
+
+PortalSavePanel::PortalSavePanel(Gtk::Window& parent, SavePanelConfiguration configuration,
+                                 SavePanelCompletion completion)
+    : configuration_(std::move(configuration)),
+      completion_(std::move(completion)),
+      chooser_(Gtk::FileChooserNative::create(configuration_.title, parent, Gtk::FileChooser::Action::SAVE,
+                                              configuration_.prompt, configuration_.cancel)) {
+  chooser_->set_modal(true);
+  chooser_->set_create_folders(configuration_.canCreateDirectories);
+  chooser_->set_current_name(configuration_.nameFieldStringValue);
+  if (configuration_.accessory) {
+    std::vector<Glib::ustring> indices;
+    for (std::size_t i = 0; i < configuration_.accessory->items.size(); ++i)
+      indices.emplace_back(std::to_string(i));
+    chooser_->add_choice(kExtensionChoice, configuration_.accessory->label, indices,
+                         {configuration_.accessory->items.begin(), configuration_.accessory->items.end()});
+    chooser_->set_choice(kExtensionChoice, std::to_string(configuration_.accessory->selected));
+  }
+  chooser_->signal_response().connect([this](int response) { didRespond(response); });
+}
+
+void PortalSavePanel::show(std::function<void()> gone) {
+  gone_ = std::move(gone);
+  self_ = shared_from_this();
+  chooser_->show();
+}
+
+std::size_t PortalSavePanel::indexOfSelectedItem() const {
+  if (!configuration_.accessory) return 0;
+  const std::string choice = chooser_->get_choice(kExtensionChoice);
+  std::size_t index = configuration_.accessory->selected;
+  std::from_chars(choice.data(), choice.data() + choice.size(), index);
+  return index;
+}
+
+std::string PortalSavePanel::completeName(const std::string& path) const {
+  const std::string written = configuration_.pathToWrite ? configuration_.pathToWrite(*this, path) : path;
+  // The dialog's name field takes no other names; such a one stays as the user chose it.
+  return Glib::path_get_basename(isValidUtf8(written) ? written : path);
+}
+
+void PortalSavePanel::askAgain(const std::string& name) {
+  const std::string selected = std::to_string(indexOfSelectedItem());
+  // The dialog's own call is still on the stack.
+  Glib::signal_idle().connect_once([self = self_, name, selected] {
+    self->chooser_->set_current_name(name);
+    if (self->configuration_.accessory) self->chooser_->set_choice(kExtensionChoice, selected);
+    self->chooser_->show();
+  });
+}
+
+void PortalSavePanel::didRespond(int response) {
+  if (!self_) return;
+  std::optional<std::string> path;
+  const bool confirmed = response == static_cast<int>(Gtk::ResponseType::ACCEPT);
+  const auto file = confirmed ? chooser_->get_file() : nullptr;
+  if (file && !file->get_path().empty()) {
+    path = file->get_path();
+    const std::string name = completeName(*path);
+    if (name != Glib::path_get_basename(*path)) {
+      askAgain(name);
+      return;
+    }
+  }
+  // The dialog's own call is still on the stack.
+  Glib::signal_idle().connect_once([self = std::move(self_)] {});
+  std::exchange(gone_, {})();
+  std::exchange(completion_, {})(*this, path);
+}
+
+}  // namespace quendo::gtk

@@ -1,0 +1,122 @@
+#include "platform/gtk/web/ContentFilter.h"
+
+#include <glib.h>
+
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/gtk/GObjectPtr.h"
+
+namespace quendo::gtk {
+namespace {
+
+std::string regularExpressionFor(std::string_view text) {
+  std::string expression;
+  for (const char c : text) {
+    if (std::string_view(".*+?^${}()|[]\\").find(c) != std::string_view::npos) expression += '\\';
+    expression += c;
+  }
+  return expression;
+}
+
+std::string jsonText(std::string_view text) {
+  std::string json = "\"";
+  for (const char c : text) {
+    if (c == '"' || c == '\\') json += '\\';
+    json += c;
+  }
+  return json + '"';
+}
+
+/// Tries one directory after another, since a full or read-only cache must not keep the program from
+/// starting; each is first asked for the rules compiled earlier.
+class FilterInstallation {
+ public:
+  FilterInstallation(WebKitUserContentManager* manager, std::string rules,
+                     std::function<void(bool)> completion)
+      : manager_(addReference(manager)), rules_(std::move(rules)), completion_(std::move(completion)) {
+    const GCharPtr digest(g_compute_checksum_for_string(G_CHECKSUM_SHA256, rules_.c_str(), -1));
+    identifier_ = digest.get();
+    for (const char* directory : {g_get_tmp_dir(), g_get_user_runtime_dir(), g_get_user_cache_dir()}) {
+      directories_.push_back(std::string(directory) + "/Quendo/content-filters");
+    }
+  }
+
+  /// Ends in `delete this`.
+  void tryNextDirectory() {
+    if (directories_.empty()) {
+      finish(nullptr);
+      return;
+    }
+    g_mkdir_with_parents(directories_.back().c_str(), 0700);
+    store_ = adoptReference(webkit_user_content_filter_store_new(directories_.back().c_str()));
+    directories_.pop_back();
+    webkit_user_content_filter_store_load(store_.get(), identifier_.c_str(), nullptr, onLoaded, this);
+  }
+
+ private:
+  static void onLoaded(GObject* source, GAsyncResult* result, gpointer data) {
+    auto* self = static_cast<FilterInstallation*>(data);
+    auto* store = WEBKIT_USER_CONTENT_FILTER_STORE(source);
+    WebKitUserContentFilter* filter = webkit_user_content_filter_store_load_finish(store, result, nullptr);
+    if (filter) {
+      self->finish(filter);
+      return;
+    }
+    GBytes* rules = g_bytes_new(self->rules_.data(), self->rules_.size());
+    webkit_user_content_filter_store_save(store, self->identifier_.c_str(), rules, nullptr, onSaved, self);
+    g_bytes_unref(rules);
+  }
+
+  static void onSaved(GObject* source, GAsyncResult* result, gpointer data) {
+    auto* self = static_cast<FilterInstallation*>(data);
+    WebKitUserContentFilter* filter = webkit_user_content_filter_store_save_finish(
+        WEBKIT_USER_CONTENT_FILTER_STORE(source), result, nullptr);
+    if (filter) {
+      self->finish(filter);
+    } else {
+      self->tryNextDirectory();
+    }
+  }
+
+  void finish(WebKitUserContentFilter* filter) {
+    if (filter) {
+      webkit_user_content_manager_add_filter(manager_.get(), filter);
+      webkit_user_content_filter_unref(filter);
+    }
+    const auto completion = std::move(completion_);
+    delete this;
+    completion(filter != nullptr);
+  }
+
+  GObjectPtr<WebKitUserContentManager> manager_;
+  GObjectPtr<WebKitUserContentFilterStore> store_;
+  std::string rules_;
+  std::string identifier_;
+  std::vector<std::string> directories_;
+  std::function<void(bool)> completion_;
+};
+
+}  // namespace
+
+// An encoded slash is refused even inside the root: it reads as one path component here and as two once
+// the loader has decoded it, which would lead out of the root through "..".
+std::string fileAccessRules(const std::string& readAccessPath) {
+  const GCharPtr uri(g_filename_to_uri(readAccessPath.c_str(), nullptr, nullptr));
+  const std::string root = "^" + regularExpressionFor(uri.get()) + "/";
+  return R"([{"trigger":{"url-filter":"^file:"},"action":{"type":"block"}},)"
+         R"({"trigger":{"url-filter":)" +
+         jsonText(root) +
+         R"(,"url-filter-is-case-sensitive":true},"action":{"type":"ignore-previous-rules"}},)"
+         R"({"trigger":{"url-filter":"^file:.*%2f"},"action":{"type":"block"}}])";
+}
+
+void installFileAccessFilter(WebKitUserContentManager* manager, const std::string& readAccessPath,
+                             std::function<void(bool)> completion) {
+  (new FilterInstallation(manager, fileAccessRules(readAccessPath), std::move(completion)))
+      ->tryNextDirectory();
+}
+
+}  // namespace quendo::gtk

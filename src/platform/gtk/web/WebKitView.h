@@ -1,0 +1,84 @@
+#pragma once
+
+#include <gtkmm/widget.h>
+#include <webkit/webkit.h>
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "platform/WebView.h"
+#include "platform/gtk/GObjectPtr.h"
+#include "platform/gtk/web/WebKitUserContent.h"
+
+namespace quendo::gtk {
+
+/// A WebKitWebView behind the port.
+class WebKitView final : public WebView {
+ public:
+  explicit WebKitView(const WebViewConfiguration& configuration);
+  ~WebKitView() override;
+  WebKitView(const WebKitView&) = delete;
+  WebKitView& operator=(const WebKitView&) = delete;
+
+  void setNavigationDelegate(NavigationDelegate* delegate) override { navigation_ = delegate; }
+  void setUiDelegate(UiDelegate* delegate) override { ui_ = delegate; }
+  void setInspectable(bool inspectable) override;
+  void loadFile(const std::string& path, const std::string& readAccessPath) override;
+  void evaluateJavaScript(const std::string& script, EvaluationHandler completion) override;
+  void afterQueuedKeys(std::function<void()> then) override;
+  void callAsyncJavaScript(const std::string& body, const Value::Dictionary& arguments,
+                           EvaluationHandler completion) override;
+
+  Rect bounds() const override;
+  GtkWidget* widget() const { return GTK_WIDGET(view_.get()); }
+  void grabFocus() { gtk_widget_grab_focus(widget()); }
+  /// Runs an editing command of the web view on whatever has the focus in it.
+  void executeEditingCommand(const char* command);
+
+ private:
+  void connectSignals();
+  void load(const std::string& uri);
+  /// What a call carries to its end. The view may be gone by then.
+  struct Call {
+    WebKitView* view;
+    std::weak_ptr<int> alive;
+    std::uint64_t number;
+  };
+  struct KeyDrain;
+  using UnansweredCalls = std::map<std::uint64_t, EvaluationHandler>;
+  Call registerCall(EvaluationHandler completion);
+  static void askForKeys(std::unique_ptr<KeyDrain> drain);
+  static void onKeysTold(GObject* source, GAsyncResult* result, gpointer data);
+  void answer(const Call& call, EvaluationResult result);
+  static void failCalls(const UnansweredCalls& calls, const char* reason);
+  static void finishEvaluation(GObject* source, GAsyncResult* result, gpointer data);
+  static void finishAsyncCall(GObject* source, GAsyncResult* result, gpointer data);
+
+  static void onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer data);
+  static gboolean onLoadFailed(WebKitWebView*, WebKitLoadEvent event, const char* uri, GError* error,
+                               gpointer data);
+  static void onProcessTerminated(WebKitWebView*, WebKitWebProcessTerminationReason reason, gpointer data);
+  static gboolean onDecidePolicy(WebKitWebView*, WebKitPolicyDecision* decision,
+                                 WebKitPolicyDecisionType type, gpointer data);
+  static WebKitWebView* onCreate(WebKitWebView*, WebKitNavigationAction* action, gpointer data);
+  static gboolean onScriptDialog(WebKitWebView*, WebKitScriptDialog* dialog, gpointer data);
+  static gboolean onRunFileChooser(WebKitWebView*, WebKitFileChooserRequest* request, gpointer data);
+  static gboolean onContextMenu(WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult*, gpointer data);
+
+  std::shared_ptr<WebKitUserContent> content_;
+  GObjectPtr<WebKitWebView> view_;
+  NavigationDelegate* navigation_ = nullptr;
+  UiDelegate* ui_ = nullptr;
+  /// Calls that the page has not answered. They are ended as failed when its document or its process is
+  /// replaced; what a replaced page still answers finds nothing here.
+  UnansweredCalls unanswered_;
+  std::uint64_t lastCall_ = 0;
+  std::string filteredRoot_;  ///< The read access that the content filter in force was made for.
+  bool loadFailed_ = false;   ///< The load under way has failed; its end is no success.
+  std::shared_ptr<int> alive_ = std::make_shared<int>(0);
+};
+
+}  // namespace quendo::gtk

@@ -1,0 +1,52 @@
+#include "platform/gtk/application/GtkMenuModel.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace quendo::gtk {
+namespace {
+
+MenuItem itemWithKey(const char* key, std::uint32_t modifiers) {
+  MenuItem item;
+  item.keyEquivalent = key;
+  item.modifiers = modifiers;
+  return item;
+}
+
+TEST(GtkMenuModel, ShowsCommandAsControlAndOptionAsAlt) {
+  EXPECT_EQ(acceleratorsFor(itemWithKey("n", kModifierCommand)), std::vector<std::string>{"<Control>n"});
+  EXPECT_EQ(acceleratorsFor(itemWithKey("w", kModifierCommand | kModifierOption | kModifierShift)),
+            std::vector<std::string>{"<Control><Alt><Shift>w"});
+  EXPECT_TRUE(acceleratorsFor(itemWithKey("", kModifierCommand)).empty());
+}
+
+TEST(GtkMenuModel, TakesABracketKeyWhateverShiftMakesOfIt) {
+  EXPECT_EQ(acceleratorsFor(itemWithKey("[", kModifierCommand | kModifierShift)),
+            (std::vector<std::string>{"<Control><Shift>bracketleft", "<Control><Shift>braceleft"}));
+}
+
+TEST(GtkMenuModel, LeavesTheEditingKeysToTheWebView) {
+  Menu menu;
+  menu.items.push_back(itemWithKey("z", kModifierCommand));
+  menu.items.back().action = MenuAction::undo;
+  menu.items.push_back(itemWithKey("n", kModifierCommand));
+  menu.items.back().action = MenuAction::newNote;
+  const auto entries = menuEntries(menu);
+  ASSERT_EQ(entries.size(), 2U);
+  EXPECT_TRUE(entries[0].accelerators.empty());
+  EXPECT_EQ(entries[1].accelerators, std::vector<std::string>{"<Control>n"});
+}
+
+TEST(GtkMenuModel, NamesEveryActionOnce) {
+  std::vector<std::string> names;
+  for (int action = 1; action <= static_cast<int>(MenuAction::performClose); ++action) {
+    const std::string name = actionName(static_cast<MenuAction>(action));
+    EXPECT_FALSE(name.empty()) << action;
+    EXPECT_EQ(std::count(names.begin(), names.end(), name), 0) << name;
+    names.push_back(name);
+  }
+}
+
+}  // namespace
+}  // namespace quendo::gtk
