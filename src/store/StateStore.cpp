@@ -39,13 +39,19 @@ StateStore::StateStore(FileManager& fileManager, SerialQueue& queue, MainQueue& 
       persistenceTestMode_(persistenceTestMode) {}
 
 StateStore::~StateStore() {
-  // A write that ends hands the pending one over as a new task, so one wait may not be enough. Looked at
-  // before the wait, so that the task which ended the last write has returned as well.
-  bool wasInProgress = false;
-  do {
-    wasInProgress = isSaveInProgress();
-    queue_.sync([] {});
-  } while (wasInProgress);
+  syncWhenNothingIsWritten([] {});
+}
+
+/// A write that ends hands the pending one over as a new task, behind the one that waits here, so one wait
+/// may not be enough.
+void StateStore::syncWhenNothingIsWritten(const std::function<void()>& task) {
+  bool waiting = true;
+  while (waiting) {
+    queue_.sync([&] {
+      waiting = isSaveInProgress();
+      if (!waiting) task();
+    });
+  }
 }
 
 std::string StateStore::directoryPath() const {
@@ -71,7 +77,7 @@ bool StateStore::claimDirectory() {
 
 std::optional<std::string> StateStore::load() {
   std::optional<std::string> text;
-  queue_.sync([this, &text] { text = loadFirstValidDocument(); });
+  syncWhenNothingIsWritten([this, &text] { text = loadFirstValidDocument(); });
   return text;
 }
 
@@ -155,21 +161,18 @@ bool StateStore::writeDocument(const SaveRequest& request) {
 
 void StateStore::finishSave(SaveRequest request, bool success) {
   std::optional<SaveRequest> next;
-  std::vector<std::function<void()>> idleCallbacks;
   {
     const std::scoped_lock lock(saveLock_);
     next = std::exchange(pendingSave_, std::nullopt);
     if (!next) {
       saveInProgress_ = false;
-      idleCallbacks.swap(idleCallbacks_);
     } else if (next->revision >= request.revision) {
-      // What is written next is at least as new, so all who wait hear of that write, in their order.
+      // What is written next is at least as new, so everyone gets the answer of that write, in order.
       std::move(next->completions.begin(), next->completions.end(), std::back_inserter(request.completions));
       next->completions = std::exchange(request.completions, {});
     }
   }
   callCompletions(std::move(request.completions), success);
-  for (auto& callback : idleCallbacks) callIfStillIdle(std::move(callback));
   if (next) performSave(std::move(*next));
 }
 
@@ -180,30 +183,6 @@ void StateStore::callCompletions(std::vector<std::function<void(bool)>> completi
       if (completion) completion(success);
     }
   });
-}
-
-void StateStore::whenIdle(std::function<void()> callback) {
-  // Through the queue: a write that has ended there has posted its completions, so they are called first.
-  queue_.async([this, callback = std::move(callback)]() mutable {
-    {
-      const std::scoped_lock lock(saveLock_);
-      if (saveInProgress_) {
-        idleCallbacks_.push_back(std::move(callback));
-        return;
-      }
-    }
-    callIfStillIdle(std::move(callback));
-  });
-}
-
-void StateStore::callIfStillIdle(std::function<void()> callback) {
-  mainQueue_.async(lifetime_.guard([this, callback = std::move(callback)] {
-    if (isSaveInProgress()) {
-      whenIdle(callback);
-    } else {
-      callback();
-    }
-  }));
 }
 
 bool StateStore::isSaveInProgress() {

@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "platform/FileManager.h"
-#include "platform/Lifetime.h"
 #include "platform/MainQueue.h"
 #include "platform/SerialQueue.h"
 
@@ -44,8 +43,8 @@ class StateStore {
   bool claimDirectory();
 
   /// The text of the primary document or, when that is missing or damaged, of the backup; absent when
-  /// neither is a valid document. Waits for the writes that were handed over before. Any thread but the
-  /// queue's own; repairs nothing.
+  /// neither is a valid document. Waits until nothing is being written and nothing waits to be.
+  /// Any thread but the queue's own; repairs nothing.
   std::optional<std::string> load();
 
   /// Hands over one document and returns at once. Any thread. `completion` is called exactly once, on the
@@ -53,11 +52,6 @@ class StateStore {
   /// it could not be written, which is never retried. An absent revision counts as 0; with 0 or less the
   /// document's own "revision" member decides.
   void save(std::string raw, std::optional<std::int64_t> revision, std::function<void(bool)> completion);
-
-  /// Calls `callback` once, on the main thread and never from within this call, when nothing is being
-  /// written or waits to be, and after the completions of all that was. Any thread; dropped when the
-  /// store ends before.
-  void whenIdle(std::function<void()> callback);
 
  private:
   struct SaveRequest {
@@ -67,12 +61,12 @@ class StateStore {
   };
 
   std::string directoryPath() const;
+  void syncWhenNothingIsWritten(const std::function<void()>& task);
   std::optional<std::string> loadFirstValidDocument();
   void performSave(SaveRequest request);
   bool writeDocument(const SaveRequest& request);
   void finishSave(SaveRequest request, bool success);
   void callCompletions(std::vector<std::function<void(bool)>> completions, bool success);
-  void callIfStillIdle(std::function<void()> callback);
   void removeAbandonedFiles(const std::string& primary);
   bool isSaveInProgress();
 
@@ -90,9 +84,6 @@ class StateStore {
   std::mutex saveLock_;
   bool saveInProgress_ = false;
   std::optional<SaveRequest> pendingSave_;
-  std::vector<std::function<void()>> idleCallbacks_;
-
-  Lifetime lifetime_;
 };
 
 }  // namespace quendo

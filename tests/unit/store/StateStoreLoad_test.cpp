@@ -77,8 +77,17 @@ TEST_F(StateStoreLoadTest, NeverLowersTheRevision) {
   EXPECT_EQ(fileManager.file(primaryPath), document(3, "restored by hand"));
 }
 
-TEST_F(StateStoreLoadTest, SeesTheWritesThatWereHandedOverBefore) {
+TEST_F(StateStoreLoadTest, SeesTheWriteThatIsRunningAndTheOneThatWaits) {
   save("1", document(1), 1);
+  EXPECT_EQ(store->load(), document(1));
+  save("2", document(2), 2);
+  save("3", document(3), 3);
+  EXPECT_EQ(store->load(), document(3));
+}
+
+TEST_F(StateStoreLoadTest, SeesTheRunningWriteWhenTheOneThatWaitsFails) {
+  save("1", document(1), 1);
+  save("2", "not JSON", 2);
   EXPECT_EQ(store->load(), document(1));
 }
 
