@@ -115,6 +115,7 @@ TEST_F(StateStoreLoadTest, RemovesWhatAnEarlierCrashLeft) {
   fileManager.setFile(primaryPath, document(7));
   fileManager.setFile(storeDirectory + "/.state-v1.json.1.tmp", "{\"revisi");
   fileManager.setFile(storeDirectory + "/.state-v1.json.42.tmp", document(8));
+  fileManager.setFile(storeDirectory + "/.state-v1.backup.json.1.tmp", document(6));
   for (const char* name :
        {"/.state-v1.json..tmp", "/state-v1.json.1.tmp", "/.state-v1.json.1.tmp.bak", "/.other.1.tmp"}) {
     fileManager.setFile(storeDirectory + name, "");
