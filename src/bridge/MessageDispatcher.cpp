@@ -42,7 +42,7 @@ void MessageDispatcher::handleScriptMessage(ScriptMessage message) {
   } else if (message.name == "quendoShare") {
     shareNote(std::move(message.body));
   } else if (message.name == "quendoLanguage") {
-    if (owners_.language) owners_.language->changeLanguageFromPage(message.body);
+    handlers_.language.changeLanguageFromPage(message.body);
   }
 }
 
@@ -63,9 +63,9 @@ void MessageDispatcher::saveState(Value body) {
 void MessageDispatcher::exportNote(Value body) {
   std::string* filename = stringField(body, "filename");
   std::string* content = stringField(body, "content");
-  if (!filename || !fits(content, kMaximumContentBytes) || !owners_.exporter) return;
-  owners_.exporter->presentExportPanel(std::move(*filename), std::move(*content),
-                                       takeOr(stringField(body, "format"), "markdown"));
+  if (!filename || !fits(content, kMaximumContentBytes)) return;
+  handlers_.exporter.presentExportPanel(std::move(*filename), std::move(*content),
+                                        takeOr(stringField(body, "format"), "markdown"));
 }
 
 void MessageDispatcher::saveNoteAs(Value body) {
@@ -73,8 +73,7 @@ void MessageDispatcher::saveNoteAs(Value body) {
   std::string* filename = stringField(body, "filename");
   std::string* content = stringField(body, "content");
   if (!fits(noteId, kMaximumIdentifierBytes) || !filename || !fits(content, kMaximumContentBytes)) return;
-  if (!owners_.exporter) return;
-  owners_.exporter->presentSaveAsPanel(std::move(*noteId), std::move(*filename), std::move(*content));
+  handlers_.exporter.presentSaveAsPanel(std::move(*noteId), std::move(*filename), std::move(*content));
 }
 
 void MessageDispatcher::copyToClipboard(Value body) {
@@ -107,15 +106,14 @@ void MessageDispatcher::shareNote(Value body) {
   std::string* title = stringField(body, "title");
   std::string* filename = stringField(body, "filename");
   std::string* content = stringField(body, "content");
-  const bool busy = owners_.sharing && owners_.sharing->shareIsUnderWay();
+  const bool busy = handlers_.sharing.shareIsUnderWay();
   if (busy || !fits(title, kMaximumShareTitleBytes) || !fits(filename, kMaximumShareFilenameBytes) ||
       !fits(content, kMaximumSharedContentBytes)) {
     pageCalls_.nativeShareDidFinish(false, attemptId);
     return;
   }
-  if (!owners_.sharing) return;
-  owners_.sharing->presentSharePicker(attemptId, std::move(*title), std::move(*filename), std::move(*content),
-                                      takeOr(stringField(body, "url"), ""));
+  handlers_.sharing.presentSharePicker(attemptId, std::move(*title), std::move(*filename),
+                                       std::move(*content), takeOr(stringField(body, "url"), ""));
 }
 
 }  // namespace quendo

@@ -61,8 +61,8 @@ void PageCalls::showToast(std::string_view message) {
 }
 
 void PageCalls::prepareForTermination(EvaluationHandler completion) {
-  if (!webView_) return;
-  webView_->afterQueuedKeys(lifetime_.guard([this, completion = std::move(completion)] {
+  if (!surface_.webView) return;
+  surface_.webView->afterQueuedKeys(lifetime_.guard([this, completion = std::move(completion)] {
     // A quit that was cancelled meanwhile must not put the page into its closing state any more.
     if (state_.terminationPending) runDirect("window.quendoPrepareForTermination?.()", completion);
   }));
@@ -73,19 +73,19 @@ void PageCalls::terminationDidCancel() {
 }
 
 void PageCalls::openNativeFiles(Value::Array files, EvaluationHandler completion) {
-  if (!webView_) return;
-  webView_->callAsyncJavaScript("return window.quendoOpenNativeFiles?.(files) ?? 0;",
-                                {{"files", Value(std::move(files))}}, std::move(completion));
+  if (!surface_.webView) return;
+  surface_.webView->callAsyncJavaScript("return window.quendoOpenNativeFiles?.(files) ?? 0;",
+                                        {{"files", Value(std::move(files))}}, std::move(completion));
 }
 
 void PageCalls::copyCurrentNoteForWhatsApp(EvaluationHandler completion) {
-  if (!webView_) return;
-  webView_->callAsyncJavaScript("return await window.quendoCopyCurrentNoteForWhatsApp?.() ?? false;", {},
-                                std::move(completion));
+  if (!surface_.webView) return;
+  surface_.webView->callAsyncJavaScript("return await window.quendoCopyCurrentNoteForWhatsApp?.() ?? false;",
+                                        {}, std::move(completion));
 }
 
 void PageCalls::runDirect(const std::string& script, EvaluationHandler completion) {
-  if (webView_) webView_->evaluateJavaScript(script, std::move(completion));
+  if (surface_.webView) surface_.webView->evaluateJavaScript(script, std::move(completion));
 }
 
 void PageCalls::runCallback(std::string_view prefix, std::initializer_list<std::string> arguments) {

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "bridge/HostState.h"
+#include "bridge/Surface.h"
 #include "i18n/Localization.h"
 #include "platform/Lifetime.h"
 #include "platform/Menu.h"
@@ -20,12 +21,8 @@ namespace quendo {
 /// a script except those that take a handler.
 class PageCalls {
  public:
-  PageCalls(const HostState& state, const Localization& localization)
-      : state_(state), localization_(localization) {}
-
-  /// The web view to drive, or null. It must be taken back before it is destroyed.
-  void setWebView(WebView* webView) { webView_ = webView; }
-  bool hasWebView() const { return webView_ != nullptr; }
+  PageCalls(const HostState& state, const Surface& surface, const Localization& localization)
+      : state_(state), surface_(surface), localization_(localization) {}
 
   /// Runs a command's script if the page is ready and no quit is pending. An error in it shows a toast.
   void evaluate(const std::string& script);
@@ -54,8 +51,8 @@ class PageCalls {
   void runCallback(std::string_view prefix, std::initializer_list<std::string> arguments);
 
   const HostState& state_;
+  const Surface& surface_;
   const Localization& localization_;
-  WebView* webView_ = nullptr;
   Lifetime lifetime_;
 };
 

@@ -28,10 +28,10 @@ void MenuCommands::performMenuItem(const MenuItem& item) {
       changeLanguage(item);
       break;
     case MenuAction::checkForUpdates:
-      if (nativeCommands_.checkForUpdates) nativeCommands_.checkForUpdates();
+      checkForUpdates_();
       break;
     case MenuAction::copyForWhatsApp:
-      if (nativeCommands_.copyForWhatsApp) nativeCommands_.copyForWhatsApp();
+      whatsAppCopy_.copyForWhatsApp();
       break;
     default:
       pageCalls_.runCommand(item.action);

@@ -13,8 +13,6 @@ namespace {
 
 class PageCallsTest : public ::testing::Test {
  protected:
-  PageCallsTest() { calls_.setWebView(&page_); }
-
   std::string last() const { return page_.scripts.empty() ? std::string() : page_.scripts.back(); }
 
   fake::CallLog log_;
@@ -23,7 +21,8 @@ class PageCallsTest : public ::testing::Test {
   Localization localization_{defaults_, locale_};
   HostState state_{.webReady = true};
   fake::FakeWebView page_{log_};
-  PageCalls calls_{state_, localization_};
+  Surface surface_{&page_, nullptr};
+  PageCalls calls_{state_, surface_, localization_};
 };
 
 TEST_F(PageCallsTest, SpellsTheSaveAnswerWithACommaAndNoBlank) {
@@ -109,7 +108,7 @@ TEST_F(PageCallsTest, DropsACommandBeforeThePageIsReadyAndShowsNothing) {
   state_.webReady = true;
   state_.terminationPending = true;
   calls_.evaluate("createNote()");
-  calls_.setWebView(nullptr);
+  surface_.webView = nullptr;
   state_.terminationPending = false;
   calls_.evaluate("createNote()");
   EXPECT_TRUE(page_.scripts.empty());
@@ -143,8 +142,7 @@ TEST_F(PageCallsTest, IgnoresTheErrorOfADirectCall) {
 TEST_F(PageCallsTest, ShowsNoToastOnceItIsGone) {
   EvaluationHandler completion;
   {
-    PageCalls shortLived(state_, localization_);
-    shortLived.setWebView(&page_);
+    PageCalls shortLived(state_, surface_, localization_);
     shortLived.evaluate("x()");
     completion = page_.evaluations.back().completion;
   }
