@@ -20,11 +20,6 @@ void PageCalls::evaluate(const std::string& script) {
   }));
 }
 
-void PageCalls::runCommand(MenuAction action) {
-  const std::string_view script = pageCommandScript(action);
-  if (!script.empty()) evaluate(std::string(script));
-}
-
 void PageCalls::setLanguage(std::string_view code) {
   evaluate("window.quendoSetLanguage?.(" + javascriptLiteral(code) + ")");
 }
@@ -96,47 +91,6 @@ void PageCalls::runCallback(std::string_view prefix, std::initializer_list<std::
     separator = ", ";
   }
   runDirect(script + ")");
-}
-
-// Some snippets call page globals without a guard, so that a page that lacks them shows the toast.
-std::string_view pageCommandScript(MenuAction action) {
-  switch (action) {
-    case MenuAction::newNote:
-      return "createNote()";
-    case MenuAction::quickCapture:
-      return "openCapture()";
-    case MenuAction::exportMarkdown:
-      return "exportMarkdown()";
-    case MenuAction::saveAsCurrentNote:
-      return "window.quendoSaveAsCurrentNote?.()";
-    case MenuAction::importFiles:
-      return "document.getElementById('importFileInput').click()";
-    case MenuAction::closeCurrentTab:
-      return "window.quendoCloseCurrentTab?.()";
-    case MenuAction::closeOtherTabs:
-      return "window.quendoRequestCloseTabs?.('others')";
-    case MenuAction::closeTabsToRight:
-      return "window.quendoRequestCloseTabs?.('right')";
-    case MenuAction::closeAllTabs:
-      return "window.quendoRequestCloseTabs?.('all')";
-    case MenuAction::reopenClosedTab:
-      return "window.quendoReopenClosedTab?.()";
-    case MenuAction::previousTab:
-      return "window.quendoSwitchOpenTab?.(-1)";
-    case MenuAction::nextTab:
-      return "window.quendoSwitchOpenTab?.(1)";
-    case MenuAction::showAllTabs:
-      return "window.quendoShowTabOverview?.()";
-    case MenuAction::showShortcutGuide:
-      return "window.quendoOpenShortcutGuide?.()";
-    case MenuAction::searchNotes:
-      return "state.sidebarMode='all';renderSidebar();setDrawer('sidebar',{focus:false});"
-             "document.getElementById('searchInput').focus();document.getElementById('searchInput').select()";
-    case MenuAction::saveNow:
-      return "flushPendingSave()";
-    default:
-      return {};
-  }
 }
 
 }  // namespace quendo

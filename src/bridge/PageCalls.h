@@ -9,7 +9,6 @@
 #include "bridge/Surface.h"
 #include "i18n/Localization.h"
 #include "platform/Lifetime.h"
-#include "platform/Menu.h"
 #include "platform/WebView.h"
 
 namespace quendo {
@@ -26,8 +25,6 @@ class PageCalls {
 
   /// Runs a command's script if the page is ready and no quit is pending. An error in it shows a toast.
   void evaluate(const std::string& script);
-  /// Runs the snippet of a page command through `evaluate`.
-  void runCommand(MenuAction action);
   void setLanguage(std::string_view code);
 
   void nativeSaveDidFinish(bool success, std::int64_t revision);
@@ -55,8 +52,5 @@ class PageCalls {
   const Localization& localization_;
   Lifetime lifetime_;
 };
-
-/// The snippet of a page command; empty for an action that is none.
-std::string_view pageCommandScript(MenuAction action);
 
 }  // namespace quendo
