@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -45,7 +44,6 @@ class PageCalls {
 
  private:
   void runDirect(const std::string& script, EvaluationHandler completion = {});
-  void runCallback(std::string_view prefix, std::initializer_list<std::string> arguments);
 
   const HostState& state_;
   const Surface& surface_;

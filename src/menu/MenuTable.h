@@ -17,7 +17,7 @@ struct MenuRow {
   std::uint32_t modifiers = kModifierCommand;
   /// What a page command runs in the page, to the character. Some scripts call page globals without a guard:
   /// a page that lacks them shows a toast.
-  std::string_view script;
+  std::string_view script = {};
   PlatformAction platformAction = PlatformAction::none;
 
   constexpr bool isSeparator() const { return title.empty() && action.empty(); }
