@@ -16,6 +16,11 @@ constexpr std::string_view kSaveCancelled = "Salvamento cancelado";
 constexpr std::string_view kSaveFailed = "Não foi possível salvar o arquivo";
 constexpr std::string_view kSavedAs = "Salvo como ";
 
+// More panels than a user can ask for, since the first one on show takes all input. Two texts of the largest
+// size that a message may have fit, with their names.
+constexpr std::size_t kMostPanels = 8;
+constexpr std::size_t kMostHeldBytes = 50'000'000;
+
 std::string withExtension(std::string path, std::string_view extension) {
   if (!extension.empty() && pathExtension(path).empty()) path.append(".").append(extension);
   return path;
@@ -31,6 +36,11 @@ void ExportPanels::presentExportPanel(std::string filename, std::string content,
   const bool plain = format == "plain";
   SavePanelConfiguration panel;
   panel.nameFieldStringValue = safeFilename(filename);
+  const std::size_t held = content.size() + panel.nameFieldStringValue.size();
+  if (!takeRoom(held)) {
+    finishNativeExport(false, "Não foi possível exportar o arquivo");
+    return;
+  }
   const std::string extension(pathExtension(panel.nameFieldStringValue));
   panel.title = localization_.tr(plain ? "Exportar arquivo de texto" : "Exportar nota em Markdown");
   panel.prompt = localization_.tr("Exportar");
@@ -43,10 +53,23 @@ void ExportPanels::presentExportPanel(std::string filename, std::string content,
     return withExtension(std::move(path), extension);
   };
   surface_.window->beginSheet(std::move(panel),
-                              lifetime_.guard([this, plain, content = std::move(content)](
+                              lifetime_.guard([this, plain, held, content = std::move(content)](
                                                   SavePanel&, const std::optional<std::string>& path) {
+                                giveRoomBack(held);
                                 exportDidEnd(path, content, plain);
                               }));
+}
+
+bool ExportPanels::takeRoom(std::size_t bytes) {
+  if (panelCount_ == kMostPanels || bytes > kMostHeldBytes - heldBytes_) return false;
+  ++panelCount_;
+  heldBytes_ += bytes;
+  return true;
+}
+
+void ExportPanels::giveRoomBack(std::size_t bytes) {
+  --panelCount_;
+  heldBytes_ -= bytes;
 }
 
 std::string ExportPanels::exportType(const std::string& extension, bool plain) const {
@@ -73,6 +96,11 @@ void ExportPanels::finishNativeExport(bool success, std::string_view message) {
 void ExportPanels::presentSaveAsPanel(std::string noteId, std::string filename, std::string content) {
   SavePanelConfiguration panel;
   panel.nameFieldStringValue = safeFilename(filename);
+  const std::size_t held = content.size() + panel.nameFieldStringValue.size();
+  if (!takeRoom(held)) {
+    pageCalls_.nativeSaveAsDidFinish(false, noteId, "", kSaveFailed);
+    return;
+  }
   panel.title = localization_.tr("Salvar nota como");
   panel.prompt = localization_.tr("Salvar");
   panel.cancel = localization_.tr("Cancelar");
@@ -88,8 +116,10 @@ void ExportPanels::presentSaveAsPanel(std::string noteId, std::string filename, 
   panel.accessory = std::move(accessory);
   panel.pathToWrite = saveAsPath;
   activeSaveAsPanel_ = surface_.window->beginSheet(
-      std::move(panel), lifetime_.guard([this, noteId = std::move(noteId), content = std::move(content)](
-                                            SavePanel& ended, const std::optional<std::string>& path) {
+      std::move(panel),
+      lifetime_.guard([this, held, noteId = std::move(noteId), content = std::move(content)](
+                          SavePanel& ended, const std::optional<std::string>& path) {
+        giveRoomBack(held);
         saveAsDidEnd(ended, path, noteId, content);
       }));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,7 +19,8 @@
 namespace quendo {
 
 /// Writes notes to files of the user's choice: export, and Save As. Each request is answered to the page
-/// once, however its panel ends. Main thread.
+/// once, however its panel ends. A panel waits while another is on show, and its text with it; a request for
+/// which there is no more room fails at once. Main thread.
 class ExportPanels final : public ExportHandler {
  public:
   ExportPanels(const Localization& localization, PageCalls& pageCalls, const Surface& surface,
@@ -35,6 +37,8 @@ class ExportPanels final : public ExportHandler {
   void saveAsExtensionDidChange(SavePanel& panel) const;
 
  private:
+  bool takeRoom(std::size_t bytes);
+  void giveRoomBack(std::size_t bytes);
   std::string exportType(const std::string& extension, bool plain) const;
   void finishNativeExport(bool success, std::string_view message);
   void exportDidEnd(const std::optional<std::string>& path, const std::string& content, bool plain);
@@ -48,6 +52,9 @@ class ExportPanels final : public ExportHandler {
   const ContentTypes& contentTypes_;
   /// The newest Save As panel while it is shown; its extension chooser is a part of it.
   std::shared_ptr<SavePanel> activeSaveAsPanel_;
+  /// Panels that have not ended, and the bytes of text that they hold.
+  std::size_t panelCount_ = 0;
+  std::size_t heldBytes_ = 0;
   Lifetime lifetime_;
 };
 

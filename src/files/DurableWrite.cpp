@@ -38,27 +38,26 @@ bool isTemporaryName(std::string_view name, std::string_view prefix) {
   return std::all_of(number.begin(), number.end(), [](char digit) { return digit >= '0' && digit <= '9'; });
 }
 
-/// A name that is not taken; absent when something fills all of the directory's.
-std::optional<std::string> freeTemporaryPath(const FileManager& fileManager, const SplitPath& target) {
-  constexpr int attempts = 1000;
-  const std::string prefix = target.parent + temporaryPrefix(target.name);
-  for (int number = 1; number <= attempts; ++number) {
-    std::string path = prefix + std::to_string(number) + std::string(temporarySuffix);
-    if (!fileManager.fileExists(path)) return path;
-  }
-  return std::nullopt;
-}
-
 bool fill(WritableFile& file, std::string_view bytes) {
   return file.write(bytes) && file.synchronize() && file.close();
 }
 
 }  // namespace
 
+std::optional<std::string> freeTemporaryPath(const FileManager& fileManager, const std::string& path) {
+  constexpr int attempts = 1000;
+  const SplitPath target(path);
+  const std::string prefix = target.parent + temporaryPrefix(target.name);
+  for (int number = 1; number <= attempts; ++number) {
+    std::string candidate = prefix + std::to_string(number) + std::string(temporarySuffix);
+    if (!fileManager.fileExists(candidate)) return candidate;
+  }
+  return std::nullopt;
+}
+
 WriteResult writeDurably(FileManager& fileManager, const std::string& path, std::string_view bytes,
                          const DurableWrite& write) {
-  const SplitPath target(path);
-  const auto temporary = freeTemporaryPath(fileManager, target);
+  const auto temporary = freeTemporaryPath(fileManager, path);
   if (!temporary) return WriteResult::notWritten;
   // Until the old file's permissions are known to be on it, nobody else may read what is written.
   auto file = fileManager.createFile(
@@ -73,16 +72,24 @@ WriteResult writeDurably(FileManager& fileManager, const std::string& path, std:
     fileManager.removeItem(*temporary);
     return WriteResult::notWritten;
   }
-  return fileManager.synchronizeDirectory(target.directory()) ? WriteResult::durable : WriteResult::inPlace;
+  return fileManager.synchronizeDirectory(SplitPath(path).directory()) ? WriteResult::durable
+                                                                       : WriteResult::inPlace;
+}
+
+std::vector<std::string> abandonedTemporaries(const FileManager& fileManager, const std::string& path) {
+  const SplitPath target(path);
+  const std::string prefix = temporaryPrefix(target.name);
+  std::vector<std::string> paths;
+  for (const std::string& name : fileManager.directoryEntries(target.directory())) {
+    if (isTemporaryName(name, prefix)) paths.push_back(target.parent + name);
+  }
+  return paths;
 }
 
 bool removeAbandonedTemporaries(FileManager& fileManager, const std::string& path) {
-  const SplitPath target(path);
-  const std::string prefix = temporaryPrefix(target.name);
   bool removed = true;
-  for (const std::string& name : fileManager.directoryEntries(target.directory())) {
-    if (!isTemporaryName(name, prefix)) continue;
-    if (!fileManager.removeItem(target.parent + name)) removed = false;
+  for (const std::string& temporary : abandonedTemporaries(fileManager, path)) {
+    if (!fileManager.removeItem(temporary)) removed = false;
   }
   return removed;
 }

@@ -24,6 +24,8 @@ struct HttpRequest {
   /// Asked before each redirect, with its absolute address; any thread. Where it refuses, or is empty, the
   /// redirect itself is the response.
   std::function<bool(const std::string& url)> allowsRedirectTo;
+  /// How many redirects are followed. One more that is allowed ends the exchange without a response.
+  int maximumRedirects = 0;
 };
 
 struct HttpResponse {

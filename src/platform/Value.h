@@ -17,10 +17,11 @@ namespace quendo {
 /// so that it fails where it is encoded instead of being shortened or changed on the way.
 class Value {
  public:
-  /// A value of a kind that no message or answer uses: functions, dates, containers nested too deep.
+  /// A value from the page of a kind that no message or answer uses: functions, arrays, nested objects.
   struct Opaque {
     bool operator==(const Opaque&) const = default;
   };
+  /// Only on the way to the page.
   using Array = std::vector<Value>;
   using Dictionary = std::map<std::string, Value, std::less<>>;
 

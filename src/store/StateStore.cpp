@@ -14,9 +14,9 @@ namespace quendo {
 namespace {
 
 constexpr const char* primaryName = "/state-v1.json";
-// A process that is ending may have 140 MB to bring to the device.
-constexpr std::chrono::milliseconds claimPatience{5000};
 constexpr const char* backupName = "/state-v1.backup.json";
+// A process that is ending may have 140 MB to flush.
+constexpr std::chrono::milliseconds claimPatience{5000};
 
 bool isWithinLimit(std::int64_t bytes) {
   return bytes <= StateStore::maximumStateBytes;
@@ -39,29 +39,37 @@ StateStore::StateStore(FileManager& fileManager, SerialQueue& queue, MainQueue& 
       persistenceTestMode_(persistenceTestMode) {}
 
 StateStore::~StateStore() {
-  // A write that ends hands the pending one over as a new task, so one wait may not be enough. Looked at
-  // before the wait, so that the task which ended the last write has returned as well.
-  bool wasInProgress = false;
-  do {
-    wasInProgress = isSaveInProgress();
-    queue_.sync([] {});
-  } while (wasInProgress);
+  syncWhenNothingIsWritten([] {});
 }
 
-std::string StateStore::directoryPath() const {
+/// A write that ends hands the pending one over as a new task, behind the one that waits here, so one wait
+/// may not be enough.
+void StateStore::syncWhenNothingIsWritten(const std::function<void()>& task) {
+  bool waiting = true;
+  while (waiting) {
+    queue_.sync([&] {
+      waiting = isSaveInProgress();
+      if (!waiting) task();
+    });
+  }
+}
+
+StateStore::Paths StateStore::paths() const {
   const auto applicationSupport = fileManager_.applicationSupportDirectory();
   if (!applicationSupport) {
     // There is no other place that the next start would look in.
     std::fputs("quendo: there is no directory for application data; set HOME or XDG_DATA_HOME\n", stderr);
     std::terminate();
   }
-  return *applicationSupport + (persistenceTestMode_ ? "/Quendo-Persistence-Test" : "/Quendo");
+  const std::string directory =
+      *applicationSupport + (persistenceTestMode_ ? "/Quendo-Persistence-Test" : "/Quendo");
+  return {directory, directory + primaryName, directory + backupName};
 }
 
 bool StateStore::claimDirectory() {
   DirectoryClaimResult result;
   queue_.sync([this, &result] {
-    const std::string directory = directoryPath();
+    const std::string directory = paths().directory;
     if (fileManager_.createDirectory(directory))
       result = fileManager_.claimDirectory(directory, claimPatience);
     directoryClaim_ = std::move(result.claim);
@@ -71,25 +79,42 @@ bool StateStore::claimDirectory() {
 
 std::optional<std::string> StateStore::load() {
   std::optional<std::string> text;
-  queue_.sync([this, &text] { text = loadFirstValidDocument(); });
+  syncWhenNothingIsWritten([this, &text] { text = loadNewestDocument(); });
   return text;
 }
 
-std::optional<std::string> StateStore::loadFirstValidDocument() {
-  const std::string directory = directoryPath();
-  removeAbandonedFiles(directory + primaryName);
-  for (const char* name : {primaryName, backupName}) {
-    const std::string path = directory + name;
-    const auto attributes = fileManager_.attributesOfItem(path);
-    if (!attributes || !attributes->size || !isWithinLimit(*attributes->size)) continue;
-    auto text = fileManager_.contents(path, maximumStateBytes);
-    if (!text || !isWithinLimit(*text)) continue;
-    const StateScan scan = scanState(*text);
-    if (!scan.topLevelObject) continue;
-    latestRevision_ = std::max(latestRevision_, scan.revision);
-    return text;
+std::optional<std::string> StateStore::loadNewestDocument() {
+  const Paths files = paths();
+  std::optional<Document> newest = readDocument(files.primary);
+  if (newest) {
+    removeAbandonedFiles(files);
+  } else {
+    newest = newestWithoutPrimary(files);
   }
-  return std::nullopt;
+  if (!newest) return std::nullopt;
+  latestRevision_ = std::max(latestRevision_, newest->revision);
+  return std::move(newest->text);
+}
+
+std::optional<StateStore::Document> StateStore::newestWithoutPrimary(const Paths& paths) const {
+  std::optional<Document> newest = readDocument(paths.backup);
+  for (const std::string& written : {paths.primary, paths.backup}) {
+    for (const std::string& temporary : abandonedTemporaries(fileManager_, written)) {
+      std::optional<Document> document = readDocument(temporary);
+      if (document && (!newest || document->revision > newest->revision)) newest = std::move(document);
+    }
+  }
+  return newest;
+}
+
+std::optional<StateStore::Document> StateStore::readDocument(const std::string& path) const {
+  const auto attributes = fileManager_.attributesOfItem(path);
+  if (!attributes || !attributes->size || !isWithinLimit(*attributes->size)) return std::nullopt;
+  auto text = fileManager_.contents(path, maximumStateBytes);
+  if (!text || !isWithinLimit(*text)) return std::nullopt;
+  const StateScan scan = scanState(*text);
+  if (!scan.topLevelObject) return std::nullopt;
+  return Document{std::move(*text), scan.revision};
 }
 
 void StateStore::save(std::string raw, std::optional<std::int64_t> revision,
@@ -131,45 +156,47 @@ bool StateStore::writeDocument(const SaveRequest& request) {
   const std::int64_t revision = request.revision >= 1 ? request.revision : scan.revision;
   if (revision < latestRevision_) return true;
 
-  const std::string directory = directoryPath();
-  const std::string primary = directory + primaryName;
-  const std::string backup = directory + backupName;
-  if (!fileManager_.createDirectory(directory)) return false;
-  removeAbandonedFiles(primary);
+  const Paths files = paths();
+  if (!fileManager_.createDirectory(files.directory)) return false;
 
-  // The backup is replaced only when the new document is whole and on the device. Were it replaced first,
-  // a full disk could take the one good copy away while the primary is damaged. A second link makes an
-  // exact snapshot, because the primary is never written in place.
+  // The primary may be damaged and the backup the only good document, so the snapshot of the primary gets a
+  // name of its own first. It has to be taken before the rename, and a second link is enough for it, because
+  // the primary is never written in place.
+  std::optional<std::string> snapshot;
   DurableWrite write;
   write.beforeReplacing = [&] {
-    if (!fileManager_.fileExists(primary)) return;
-    fileManager_.removeItem(backup);
-    fileManager_.snapshotItem(primary, backup);
+    snapshot = freeTemporaryPath(fileManager_, files.backup);
+    if (snapshot && !fileManager_.snapshotItem(files.primary, *snapshot)) snapshot.reset();
   };
-  const WriteResult result = writeDurably(fileManager_, primary, request.raw, write);
+  const WriteResult result = writeDurably(fileManager_, files.primary, request.raw, write);
+  const bool durable = result == WriteResult::durable;
   // A document that is in place must not give way to an older one, though it may not survive a power cut.
   if (result != WriteResult::notWritten) latestRevision_ = std::max(latestRevision_, revision);
-  if (result != WriteResult::durable) abandonedFilesRemoved_ = false;
-  return result == WriteResult::durable;
+
+  const bool snapshotIsGone = !snapshot || (durable && fileManager_.renameItem(*snapshot, files.backup)) ||
+                              fileManager_.removeItem(*snapshot);
+  if (durable && snapshotIsGone) {
+    removeAbandonedFiles(files);
+  } else {
+    abandonedFilesRemoved_ = false;
+  }
+  return durable;
 }
 
 void StateStore::finishSave(SaveRequest request, bool success) {
   std::optional<SaveRequest> next;
-  std::vector<std::function<void()>> idleCallbacks;
   {
     const std::scoped_lock lock(saveLock_);
     next = std::exchange(pendingSave_, std::nullopt);
     if (!next) {
       saveInProgress_ = false;
-      idleCallbacks.swap(idleCallbacks_);
     } else if (next->revision >= request.revision) {
-      // What is written next is at least as new, so all who wait hear of that write, in their order.
+      // What is written next is at least as new, so everyone gets the answer of that write, in order.
       std::move(next->completions.begin(), next->completions.end(), std::back_inserter(request.completions));
       next->completions = std::exchange(request.completions, {});
     }
   }
   callCompletions(std::move(request.completions), success);
-  for (auto& callback : idleCallbacks) callIfStillIdle(std::move(callback));
   if (next) performSave(std::move(*next));
 }
 
@@ -182,37 +209,16 @@ void StateStore::callCompletions(std::vector<std::function<void(bool)>> completi
   });
 }
 
-void StateStore::whenIdle(std::function<void()> callback) {
-  // Through the queue: a write that has ended there has posted its completions, so they are called first.
-  queue_.async([this, callback = std::move(callback)]() mutable {
-    {
-      const std::scoped_lock lock(saveLock_);
-      if (saveInProgress_) {
-        idleCallbacks_.push_back(std::move(callback));
-        return;
-      }
-    }
-    callIfStillIdle(std::move(callback));
-  });
-}
-
-void StateStore::callIfStillIdle(std::function<void()> callback) {
-  mainQueue_.async(lifetime_.guard([this, callback = std::move(callback)] {
-    if (isSaveInProgress()) {
-      whenIdle(callback);
-    } else {
-      callback();
-    }
-  }));
-}
-
 bool StateStore::isSaveInProgress() {
   const std::scoped_lock lock(saveLock_);
   return saveInProgress_;
 }
 
-void StateStore::removeAbandonedFiles(const std::string& primary) {
-  if (!abandonedFilesRemoved_) abandonedFilesRemoved_ = removeAbandonedTemporaries(fileManager_, primary);
+void StateStore::removeAbandonedFiles(const Paths& paths) {
+  if (abandonedFilesRemoved_) return;
+  const bool ofPrimary = removeAbandonedTemporaries(fileManager_, paths.primary);
+  const bool ofBackup = removeAbandonedTemporaries(fileManager_, paths.backup);
+  abandonedFilesRemoved_ = ofPrimary && ofBackup;
 }
 
 }  // namespace quendo

@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "platform/FileManager.h"
-#include "platform/Lifetime.h"
 #include "platform/MainQueue.h"
 #include "platform/SerialQueue.h"
 
@@ -21,10 +20,14 @@ bool persistenceTestModeFromEnvironmentValue(const char* value);
 
 /// Keeps the page's whole state as one JSON document on disk.
 ///
-/// Every file operation runs on the serial queue; at most one document is being written and at most one
-/// waits, so a burst of saves of any length costs one further write. A newer revision is never replaced
-/// by an older one. There is one store per process; it is destroyed on the main thread, and waits then
-/// for what is still to be written.
+/// Every file operation runs on the serial queue. At most one document is being written and at most one
+/// waits, so a burst of saves of any length costs one further write. A newer revision is never replaced by
+/// an older one. There is one store per process; its destructor waits for what is still to be written.
+///
+/// The primary document is replaced by a rename, after the new one was flushed. What it was before becomes
+/// the backup, but only once the new primary is durable: a save that fails at any step, or a process or
+/// machine that stops at any step, leaves at least the documents that were good before it. What such an end
+/// leaves in temporary files is looked at by the next `load`.
 class StateStore {
  public:
   /// The largest document that is written or read back, in UTF-8 bytes, inclusive.
@@ -43,9 +46,13 @@ class StateStore {
   /// seconds for a process that is about to end. Any thread but the queue's own.
   bool claimDirectory();
 
-  /// The text of the primary document or, when that is missing or damaged, of the backup; absent when
-  /// neither is a valid document. Waits for the writes that were handed over before. Any thread but the
-  /// queue's own; repairs nothing.
+  /// The newest state, or absent when there is none. Waits until nothing is being written and nothing waits
+  /// to be, so it sees every save that was made before. Any thread but the queue's own. Writes nothing.
+  ///
+  /// A valid primary document always wins: it was flushed before it got its name, which nobody knows of a
+  /// temporary file. Without one the document with the highest revision wins, out of the backup and the
+  /// temporary files that interrupted writes left whole; the backup wins a tie. Temporary files stay until
+  /// there is a valid primary.
   std::optional<std::string> load();
 
   /// Hands over one document and returns at once. Any thread. `completion` is called exactly once, on the
@@ -54,11 +61,6 @@ class StateStore {
   /// document's own "revision" member decides.
   void save(std::string raw, std::optional<std::int64_t> revision, std::function<void(bool)> completion);
 
-  /// Calls `callback` once, on the main thread and never from within this call, when nothing is being
-  /// written or waits to be, and after the completions of all that was. Any thread; dropped when the
-  /// store ends before.
-  void whenIdle(std::function<void()> callback);
-
  private:
   struct SaveRequest {
     std::string raw;
@@ -66,14 +68,26 @@ class StateStore {
     std::vector<std::function<void(bool)>> completions;
   };
 
-  std::string directoryPath() const;
-  std::optional<std::string> loadFirstValidDocument();
+  struct Document {
+    std::string text;
+    std::int64_t revision = 0;
+  };
+  struct Paths {
+    std::string directory;
+    std::string primary;
+    std::string backup;
+  };
+
+  Paths paths() const;
+  void syncWhenNothingIsWritten(const std::function<void()>& task);
+  std::optional<std::string> loadNewestDocument();
+  std::optional<Document> newestWithoutPrimary(const Paths& paths) const;
+  std::optional<Document> readDocument(const std::string& path) const;
   void performSave(SaveRequest request);
   bool writeDocument(const SaveRequest& request);
   void finishSave(SaveRequest request, bool success);
   void callCompletions(std::vector<std::function<void(bool)>> completions, bool success);
-  void callIfStillIdle(std::function<void()> callback);
-  void removeAbandonedFiles(const std::string& primary);
+  void removeAbandonedFiles(const Paths& paths);
   bool isSaveInProgress();
 
   FileManager& fileManager_;
@@ -90,9 +104,6 @@ class StateStore {
   std::mutex saveLock_;
   bool saveInProgress_ = false;
   std::optional<SaveRequest> pendingSave_;
-  std::vector<std::function<void()>> idleCallbacks_;
-
-  Lifetime lifetime_;
 };
 
 }  // namespace quendo

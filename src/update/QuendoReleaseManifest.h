@@ -18,9 +18,10 @@ struct QuendoReleaseManifest {
   bool operator==(const QuendoReleaseManifest&) const = default;
 };
 
-/// Decodes a manifest, a JSON object in UTF-8: "version" and "download_url" are strings, "build" is a whole
-/// number of 64 bits (42.0 is one), "release_notes" is a string, null or missing. Other keys are ignored; of
-/// a key that is there twice, the last counts. Nothing when anything of this does not hold. Any thread.
+/// Decodes a manifest, a strict JSON object in UTF-8: "version" and "download_url" are strings, "build" is a
+/// whole number of 64 bits (42.0 is one), "release_notes" is a string, null or missing. Other keys are
+/// ignored whatever they hold; of a key that is there twice, the last counts. `nullopt` when any of this does
+/// not hold. Any thread.
 std::optional<QuendoReleaseManifest> decodeReleaseManifest(std::string_view bytes);
 
 }  // namespace quendo

@@ -23,6 +23,7 @@ constexpr std::chrono::milliseconds kCheckInterval = 6h;
 constexpr std::chrono::seconds kLeastTimeBetweenAutomaticChecks = 6h;
 constexpr std::chrono::seconds kLeastTimeBetweenOffersOfAVersion = 24h;
 constexpr std::chrono::milliseconds kRequestTimeout = 15s;
+constexpr int kMostRedirects = 10;
 constexpr std::size_t kMostManifestBytes = 100'000;
 constexpr std::size_t kMostNotesCharacters = 1200;
 
@@ -117,6 +118,7 @@ HttpRequest UpdateChecks::makeRequest() const {
   // One byte more than is accepted tells a manifest that is too long.
   request.maximumBodyBytes = kMostManifestBytes + 1;
   request.allowsRedirectTo = [](const std::string& url) { return urlScheme(url) == "https"; };
+  request.maximumRedirects = kMostRedirects;
   return request;
 }
 

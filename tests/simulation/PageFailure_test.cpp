@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "fake/HostFixture.h"
+#include "text/Base64.h"
 
 namespace quendo {
 namespace {
@@ -35,6 +36,37 @@ TEST_F(PageFailureTest, WaitsForASaveThatWasRunningWhenTheProcessEnded) {
       ->didReceiveScriptMessage({"quendoState", Value("{\"late\":1}"), true});
   loseProcess();
   EXPECT_NE(bootstrap().find("eyJsYXRlIjoxfQ=="), std::string::npos);
+}
+
+TEST_F(PageFailureTest, StartsFromTheSaveThatWaitedBehindTheRunningOneAndKeepsWhatIsTypedThen) {
+  const std::string primary = *platform_.files.supportDirectory + "/Quendo/state-v1.json";
+  const auto state = [](const char* text, double revision) {
+    return Value(Value::Dictionary{{"serialized", text}, {"revision", revision}});
+  };
+  const auto postAtOnce = [&](Value body) {
+    platform_.toolkit.userContent->handlers.at("quendoState")
+        ->didReceiveScriptMessage({"quendoState", std::move(body), true});
+  };
+  postAtOnce(state(R"({"revision":1,"running":1})", 1));
+  postAtOnce(state(R"({"revision":9,"pending":1})", 9));
+  loseProcess();
+  std::string pending;
+  appendBase64(pending, R"({"revision":9,"pending":1})");
+  const bool hasPending = bootstrap().find(pending) != std::string::npos;
+  EXPECT_TRUE(hasPending);
+  platform_.settle();
+  finishLoading();
+
+  // The page counts on from the document that it was given.
+  const double given = hasPending ? 9 : 1;
+  post("quendoState", state(R"({"typed":1})", given + 1));
+  EXPECT_EQ(platform_.files.file(primary), R"({"typed":1})");
+  platform_.application.terminate();
+  EXPECT_EQ(platform_.application.lastReply, TerminationReply::later);
+  page().evaluations.back().completion({state(R"({"last":1})", given + 2), std::nullopt});
+  platform_.settle();
+  EXPECT_EQ(platform_.application.replies, std::vector<bool>{true});
+  EXPECT_EQ(platform_.files.file(primary), R"({"last":1})");
 }
 
 TEST_F(PageFailureTest, ReloadsAgainWhenTheProcessIsLostDuringTheReloadAndShowsOneToast) {

@@ -77,8 +77,17 @@ TEST_F(StateStoreLoadTest, NeverLowersTheRevision) {
   EXPECT_EQ(fileManager.file(primaryPath), document(3, "restored by hand"));
 }
 
-TEST_F(StateStoreLoadTest, SeesTheWritesThatWereHandedOverBefore) {
+TEST_F(StateStoreLoadTest, SeesTheWriteThatIsRunningAndTheOneThatWaits) {
   save("1", document(1), 1);
+  EXPECT_EQ(store->load(), document(1));
+  save("2", document(2), 2);
+  save("3", document(3), 3);
+  EXPECT_EQ(store->load(), document(3));
+}
+
+TEST_F(StateStoreLoadTest, SeesTheRunningWriteWhenTheOneThatWaitsFails) {
+  save("1", document(1), 1);
+  save("2", "not JSON", 2);
   EXPECT_EQ(store->load(), document(1));
 }
 
@@ -106,6 +115,7 @@ TEST_F(StateStoreLoadTest, RemovesWhatAnEarlierCrashLeft) {
   fileManager.setFile(primaryPath, document(7));
   fileManager.setFile(storeDirectory + "/.state-v1.json.1.tmp", "{\"revisi");
   fileManager.setFile(storeDirectory + "/.state-v1.json.42.tmp", document(8));
+  fileManager.setFile(storeDirectory + "/.state-v1.backup.json.1.tmp", document(6));
   for (const char* name :
        {"/.state-v1.json..tmp", "/state-v1.json.1.tmp", "/.state-v1.json.1.tmp.bak", "/.other.1.tmp"}) {
     fileManager.setFile(storeDirectory + name, "");

@@ -39,7 +39,6 @@ TEST(StateStoreThreads, AnswersEveryCallerOnceAndKeepsTheNewestDocument) {
   ThreadSerialQueue queue;
   std::vector<Answer> answers;
   std::atomic<std::int64_t> revision = 0;
-  bool idle = false;
   {
     StateStore store(fileManager, queue, mainQueue, false);
     std::vector<std::jthread> threads;
@@ -58,10 +57,6 @@ TEST(StateStoreThreads, AnswersEveryCallerOnceAndKeepsTheNewestDocument) {
       });
     }
     while (answers.size() < std::size_t{callers} * savesOfEach) {
-      if (mainQueue.runPending() == 0) std::this_thread::sleep_for(1ms);
-    }
-    store.whenIdle([&idle] { idle = true; });
-    while (!idle) {
       if (mainQueue.runPending() == 0) std::this_thread::sleep_for(1ms);
     }
     EXPECT_EQ(store.load(), "{\"revision\":" + std::to_string(callers * savesOfEach) + "}");
@@ -98,6 +93,21 @@ TEST(StateStoreThreads, AnswersOneCallerInTheOrderOfTheCalls) {
   mainQueue.runPending();
   EXPECT_EQ(answered.size(), 2000U);
   EXPECT_TRUE(std::is_sorted(answered.begin(), answered.end()));
+}
+
+TEST(StateStoreThreads, LoadsWhatWasSavedLastWhileOneWriteRunsAndAnotherWaits) {
+  const TemporaryDirectory directory;
+  const ScopedEnvironment environment("XDG_DATA_HOME", directory.path());
+  PosixFileManager fileManager;
+  fake::ManualMainQueue mainQueue;
+  ThreadSerialQueue queue;
+  StateStore store(fileManager, queue, mainQueue, false);
+  for (int revision = 3; revision <= 60; revision += 3) {
+    for (int one = revision - 2; one <= revision; ++one) {
+      store.save("{\"revision\":" + std::to_string(one) + "}", one, nullptr);
+    }
+    EXPECT_EQ(store.load(), "{\"revision\":" + std::to_string(revision) + "}");
+  }
 }
 
 }  // namespace

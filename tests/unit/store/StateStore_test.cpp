@@ -26,7 +26,7 @@ TEST_F(StateStoreTest, WritesOnlyTheNewestOfABurstAndAnswersAllInOrder) {
   save("7", document(7), 7);
   runAll();
   EXPECT_EQ(answers, (Answers{"4:true", "5:true", "6:true", "7:true"}));
-  EXPECT_EQ(writesOf("renameItem"), 2U);
+  EXPECT_EQ(writesOf("createFile"), 2U);
   EXPECT_EQ(fileManager.file(primaryPath), document(7));
   EXPECT_EQ(fileManager.file(backupPath), document(4));
 }
@@ -57,7 +57,7 @@ TEST_F(StateStoreTest, KeepsThePendingDocumentWhenAnOlderOneArrives) {
   runAll();
   EXPECT_EQ(answers, (Answers{"1:true", "9:true", "3:true"}));
   EXPECT_EQ(fileManager.file(primaryPath), document(9));
-  EXPECT_EQ(writesOf("renameItem"), 2U);
+  EXPECT_EQ(writesOf("createFile"), 2U);
 }
 
 TEST_F(StateStoreTest, PrefersTheLaterOfEqualRevisionsThatWait) {
@@ -172,18 +172,19 @@ TEST_F(StateStoreTest, WritesTheTextByteForByte) {
   EXPECT_EQ(store->load(), raw);
 }
 
-TEST_F(StateStoreTest, BringsTheDocumentToTheDeviceBeforeItTouchesBackupOrPrimary) {
+TEST_F(StateStoreTest, FlushesTheDocumentBeforeItTouchesThePrimaryAndThatBeforeItTouchesTheBackup) {
   ASSERT_EQ(saveAndWait(document(1), 1), true);
   fileManager.log.clear();
   ASSERT_EQ(saveAndWait(document(2), 2), true);
   const std::string temporary = storeDirectory + "/.state-v1.json.1.tmp";
+  const std::string snapshot = storeDirectory + "/.state-v1.backup.json.1.tmp";
   EXPECT_EQ(
       fileManager.log,
       (Answers{"createDirectory " + storeDirectory, "fileExists " + temporary, "createFile " + temporary,
                "write " + temporary, "synchronize " + temporary, "close " + temporary,
-               "fileExists " + primaryPath, "removeItem " + backupPath,
-               "snapshotItem " + primaryPath + " " + backupPath,
-               "renameItem " + temporary + " " + primaryPath, "synchronizeDirectory " + storeDirectory}));
+               "fileExists " + snapshot, "snapshotItem " + primaryPath + " " + snapshot,
+               "renameItem " + temporary + " " + primaryPath, "synchronizeDirectory " + storeDirectory,
+               "renameItem " + snapshot + " " + backupPath}));
 }
 
 TEST_F(StateStoreTest, CallsNoCompletionWithinTheCallThatAskedForIt) {

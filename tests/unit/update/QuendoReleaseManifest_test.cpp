@@ -82,9 +82,28 @@ TEST(ReleaseManifest, TakesAWholeNumberOf64BitsForTheBuild) {
 }
 
 TEST(ReleaseManifest, FailsWhenTheBuildIsNoSuchNumber) {
-  for (const char* build : {R"("12")", "1.5", "9223372036854775808", "-9223372036854775809",
-                            "18446744073709551615", "18446744073709551616", "9223372036854775808.0", "1e19",
-                            "-1e19", "1e308", "true", "null", "[1]", "{}", "01", "+1", "1.", "0x1", "NaN"}) {
+  for (const char* build : {R"("12")",
+                            "1.5",
+                            "9223372036854775808",
+                            "-9223372036854775809",
+                            "18446744073709551615",
+                            "18446744073709551616",
+                            "123456789012345678901234567890",
+                            "-123456789012345678901234567890",
+                            "1e999",
+                            "9223372036854775808.0",
+                            "1e19",
+                            "-1e19",
+                            "1e308",
+                            "true",
+                            "null",
+                            "[1]",
+                            "{}",
+                            "01",
+                            "+1",
+                            "1.",
+                            "0x1",
+                            "NaN"}) {
     EXPECT_FALSE(buildOf(build)) << build;
   }
 }
@@ -125,9 +144,63 @@ TEST(ReleaseManifest, KeepsTextAsItIsWritten) {
   EXPECT_EQ(manifest->releaseNotes, std::string("a\n\u00e9 \U0001F600 \U0001F600 \0b", 17));
 }
 
-TEST(ReleaseManifest, FailsOnANestingThatIsTooDeepWithoutHarm) {
+TEST(ReleaseManifest, IgnoresOtherMembersWhateverTheyHold) {
   const std::string deep = std::string(40'000, '[') + std::string(40'000, ']');
-  EXPECT_FALSE(decodeReleaseManifest(manifestWith("1", R"(,"extra":)" + deep)));
+  for (const std::string& value :
+       {std::string("123456789012345678901234567890"), std::string("-123456789012345678901234567890"),
+        std::string("1e999"), std::string("-1E+999"), std::string("1e-999"), "0." + std::string(5000, '9'),
+        std::string(R"("\ud83d")"), std::string(R"("\udc00\ud83dx")"), std::string(R"({"\ud83d":1e999})"),
+        std::string(R"({"build":"7","version":2})"), deep}) {
+    const std::string whole = R"(,"other":)" + value;
+    EXPECT_EQ(decodeReleaseManifest(manifestWith("1", whole)),
+              (QuendoReleaseManifest{"1", 1, "u", std::nullopt}))
+        << value.substr(0, 100);
+    EXPECT_TRUE(decodeReleaseManifest("{" + whole.substr(1) + "," + std::string(kWhole).substr(1)))
+        << value.substr(0, 100);
+  }
+  EXPECT_TRUE(decodeReleaseManifest(manifestWith("1", R"(,"\ud83d":1)")));
+  EXPECT_TRUE(decodeReleaseManifest(manifestWith("1", R"(,"\udc00":1)")));
+}
+
+TEST(ReleaseManifest, FailsWhenAnIgnoredMemberIsNotStrictJson) {
+  using namespace std::string_literals;
+  for (const std::string& value : {"01"s,
+                                   "1."s,
+                                   ".5"s,
+                                   "+1"s,
+                                   "NaN"s,
+                                   "Infinity"s,
+                                   "tru"s,
+                                   "nul"s,
+                                   "'a'"s,
+                                   "\"\\x\""s,
+                                   "\"\\u12g4\""s,
+                                   "\"a\nb\""s,
+                                   "\"\xFF\""s,
+                                   "\"\xED\xA0\xBD\""s,
+                                   "[1,]"s,
+                                   "[1 2]"s,
+                                   R"({"a":1,})"s,
+                                   R"({"a"})"s,
+                                   R"({1:2})"s,
+                                   "[}"s,
+                                   "[]]"s,
+                                   "/**/1"s,
+                                   "1 2"s,
+                                   ""s,
+                                   std::string(40'000, '[')}) {
+    EXPECT_FALSE(decodeReleaseManifest(manifestWith("1", R"(,"other":)" + value))) << value.substr(0, 100);
+  }
+}
+
+TEST(ReleaseManifest, FailsWhenATextThatCountsIsNone) {
+  for (const char* half : {R"(\ud83d)", R"(\udc00)", R"(\ud83dx)", R"(\ud83d\u0041)", R"(\ud83d\ud83d)"}) {
+    const std::string text = std::string("\"a") + half + "\"";
+    EXPECT_FALSE(decodeReleaseManifest(R"({"version":)" + text + R"(,"build":1,"download_url":"u"})"))
+        << text;
+    EXPECT_FALSE(decodeReleaseManifest(R"({"version":"1","build":1,"download_url":)" + text + "}")) << text;
+    EXPECT_FALSE(decodeReleaseManifest(manifestWith("1", R"(,"release_notes":)" + text))) << text;
+  }
 }
 
 }  // namespace

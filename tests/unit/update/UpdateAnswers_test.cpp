@@ -41,8 +41,9 @@ TEST_F(UpdateAnswersTest, AsksForTheManifestAndNothingElse) {
   EXPECT_EQ(request.maximumBodyBytes, 100'001U);
 }
 
-TEST_F(UpdateAnswersTest, FollowsRedirectsOnlyToHttps) {
+TEST_F(UpdateAnswersTest, FollowsTenRedirectsAndOnlyToHttps) {
   checks_->checkForUpdates();
+  EXPECT_EQ(lastRequest().maximumRedirects, 10);
   const auto& allows = lastRequest().allowsRedirectTo;
   EXPECT_TRUE(allows("https://cdn.example/latest.json"));
   EXPECT_TRUE(allows("HTTPS://cdn.example/latest.json"));

@@ -12,7 +12,6 @@
 namespace quendo::gtk {
 namespace {
 
-constexpr int kMostRedirects = 10;
 constexpr std::size_t kReadSize = 65536;
 
 using Uri = std::unique_ptr<GUri, decltype([](GUri* uri) { g_uri_unref(uri); })>;
@@ -151,7 +150,7 @@ class SoupHttpSession::Exchange : public std::enable_shared_from_this<Exchange> 
     const auto redirect = redirectOf(message_.get());
     if (!redirect || !request_.allowsRedirectTo || !request_.allowsRedirectTo(*redirect)) {
       readMore();
-    } else if (++redirects_ > kMostRedirects) {
+    } else if (++redirects_ > request_.maximumRedirects) {
       finish(std::nullopt);
     } else {
       send(*redirect);

@@ -1,6 +1,5 @@
 #include "platform/gtk/web/WebKitValues.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdio>
@@ -40,38 +39,12 @@ std::string textFromJavaScript(JSCValue* value) {
   return text;
 }
 
-Value convert(JSCValue* value, int depth);
-
-Value convertArray(JSCValue* value, int depth) {
-  Value::Array items;
-  const auto length = adoptReference(jsc_value_object_get_property(value, "length"));
-  const auto count = static_cast<guint>(std::max(0.0, jsc_value_to_double(length.get())));
-  items.reserve(std::min(count, 1024U));
-  for (guint i = 0; i < count; ++i) {
-    const auto item = adoptReference(jsc_value_object_get_property_at_index(value, i));
-    items.push_back(convert(item.get(), depth - 1));
-  }
-  return items;
-}
-
-Value convertObject(JSCValue* value, int depth) {
-  Value::Dictionary members;
-  gchar** names = jsc_value_object_enumerate_properties(value);
-  for (gchar** name = names; name && *name; ++name) {
-    const auto member = adoptReference(jsc_value_object_get_property(value, *name));
-    members.emplace(*name, convert(member.get(), depth - 1));
-  }
-  g_strfreev(names);
-  return members;
-}
-
-Value convert(JSCValue* value, int depth) {
+Value scalarFromJavaScript(JSCValue* value) {
   if (jsc_value_is_undefined(value) || jsc_value_is_null(value)) return {};
   if (jsc_value_is_boolean(value)) return static_cast<bool>(jsc_value_to_boolean(value));
   if (jsc_value_is_number(value)) return jsc_value_to_double(value);
   if (jsc_value_is_string(value)) return textFromJavaScript(value);
-  if (depth == 0 || !jsc_value_is_object(value) || jsc_value_is_function(value)) return Value::Opaque{};
-  return jsc_value_is_array(value) ? convertArray(value, depth) : convertObject(value, depth);
+  return Value::Opaque{};
 }
 
 /// Whether a text is passed beside the JSON: it is long, and of the kind that the web view takes whole.
@@ -107,7 +80,16 @@ std::string jsonFromValue(const Value& value, std::vector<const std::string*>& t
 }  // namespace
 
 Value valueFromJavaScript(JSCValue* value) {
-  return convert(value, 1);
+  if (!jsc_value_is_object(value) || jsc_value_is_array(value) || jsc_value_is_function(value))
+    return scalarFromJavaScript(value);
+  Value::Dictionary members;
+  gchar** names = jsc_value_object_enumerate_properties(value);
+  for (gchar** name = names; name && *name; ++name) {
+    const auto member = adoptReference(jsc_value_object_get_property(value, *name));
+    members.emplace(*name, scalarFromJavaScript(member.get()));
+  }
+  g_strfreev(names);
+  return members;
 }
 
 std::string jsonFromDictionary(const Value::Dictionary& members, std::vector<const std::string*>& texts) {

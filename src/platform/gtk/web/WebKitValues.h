@@ -9,9 +9,9 @@
 
 namespace quendo::gtk {
 
-/// The host's value for a JavaScript value. The members of an object or array are converted, those of
-/// their members are not: nothing that the page sends is nested deeper, and what a hostile page nests is
-/// never walked.
+/// The host's value for a JavaScript value: a scalar, or an object of scalars. Everything else becomes
+/// opaque, arrays included: no message or answer has one, and what a hostile page nests, or an array of four
+/// billion holes, is never walked.
 Value valueFromJavaScript(JSCValue* value);
 
 /// JSON text of a dictionary, for the one direction in which the web view takes no structured arguments. Long

@@ -40,6 +40,7 @@ class SoupHttpSessionTest : public ::testing::Test {
     made.timeout = 20s;
     made.maximumBodyBytes = 1000;
     made.allowsRedirectTo = [](const std::string&) { return true; };
+    made.maximumRedirects = 5;
     return made;
   }
 

@@ -110,8 +110,8 @@ TEST_F(SoupHttpSessionTest, GivesTheRedirectItselfWhereItIsRefused) {
   EXPECT_EQ(fetch(request("/a"))->status, 302) << "it leads nowhere";
 }
 
-TEST_F(SoupHttpSessionTest, FollowsTenRedirectsButNoMore) {
-  int redirects = 10;
+TEST_F(SoupHttpSessionTest, FollowsAsManyRedirectsAsTheRequestAllows) {
+  int redirects = 0;
   handler_ = [&](SoupServerMessage* message, const std::string&) {
     if (redirects-- > 0) {
       redirect(message, "/more");
@@ -119,10 +119,19 @@ TEST_F(SoupHttpSessionTest, FollowsTenRedirectsButNoMore) {
       respond(message, "there");
     }
   };
-  EXPECT_EQ(fetch(request("/a"))->body, "there");
-  EXPECT_EQ(received_.size(), 11U);
-  redirects = 11;
-  EXPECT_FALSE(fetch(request("/a")));
+  for (const int limit : {0, 1, 3, 12}) {
+    HttpRequest made = request("/a");
+    made.maximumRedirects = limit;
+    received_.clear();
+    redirects = limit;
+    const auto response = fetch(made);
+    ASSERT_TRUE(response) << limit;
+    EXPECT_EQ(response->body, "there") << limit;
+    EXPECT_EQ(received_.size(), static_cast<std::size_t>(limit) + 1);
+    redirects = limit + 1;
+    EXPECT_FALSE(fetch(made)) << limit;
+    EXPECT_EQ(redirects, 0) << "the one too many was received and not followed";
+  }
 }
 
 TEST_F(SoupHttpSessionTest, EndsAtTheTimeOutWhileTheServerIsSilent) {
