@@ -101,8 +101,9 @@ class FilterInstallation {
 
 }  // namespace
 
-// An encoded slash is refused even inside the root: it reads as one path component here and as two once
-// the loader has decoded it, which would lead out of the root through "..".
+// An encoded slash in the path is refused even inside the root: it reads as one path component here and as
+// two once the loader has decoded it, which would lead out of the root through "..". What follows the path,
+// a query or a fragment, names no file.
 std::string fileAccessRules(const std::string& readAccessPath) {
   const GCharPtr uri(g_filename_to_uri(readAccessPath.c_str(), nullptr, nullptr));
   const std::string root = "^" + regularExpressionFor(uri.get()) + "/";
@@ -110,7 +111,7 @@ std::string fileAccessRules(const std::string& readAccessPath) {
          R"({"trigger":{"url-filter":)" +
          jsonText(root) +
          R"(,"url-filter-is-case-sensitive":true},"action":{"type":"ignore-previous-rules"}},)"
-         R"({"trigger":{"url-filter":"^file:.*%2f"},"action":{"type":"block"}}])";
+         R"({"trigger":{"url-filter":"^file:[^?#]*%2f"},"action":{"type":"block"}}])";
 }
 
 void installFileAccessFilter(WebKitUserContentManager* manager, const std::string& readAccessPath,
