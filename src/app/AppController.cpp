@@ -177,6 +177,7 @@ void AppController::webContentProcessDidTerminate() {
   state_.recoveringWebContent = true;
   ports_.application.updateMainMenu();
   bootstrap_.installBootstrapScript(userContentController_.get());
+  panels_.refuseWaiting();
   if (!webBundle_.webRoot()) {
     fatalErrors_.showFatalError(
         "O processo da interface foi encerrado e os recursos locais não foram encontrados.");
