@@ -26,7 +26,7 @@ struct NavigationAction {
   bool linkActivated = false;  ///< The user clicked a link.
 };
 
-/// Asked about, and told of, the loading of documents. Main thread.
+/// Decides on navigations and is notified of loads. Main thread.
 class NavigationDelegate {
  public:
   virtual ~NavigationDelegate() = default;
@@ -40,7 +40,8 @@ class NavigationDelegate {
   virtual void webContentProcessDidTerminate() = 0;
 };
 
-/// Answers the page's requests for native interface. Main thread; each completion is called once.
+/// Answers the page's requests for native interface that the table of page requests leaves to the delegate;
+/// the back-end answers the others by that table. Main thread; each completion is called once.
 class UiDelegate {
  public:
   virtual ~UiDelegate() = default;
