@@ -45,6 +45,7 @@ AppController::AppController(const HostPorts& ports)
       fatalErrors_(state_, localization_, ports.toolkit, ports.application),
       navigation_(webBundle_, ports.workspace),
       panels_(localization_),
+      spelling_(ports.locale, ports.mainQueue),
       exportPanels_(localization_, pageCalls_, ports.fileManager, ports.contentTypes),
       sharing_(localization_, pageCalls_, ports.fileManager, ports.mainQueue, ports.uuids, ports.toolkit,
                sharedLinkHosts()),
@@ -155,6 +156,7 @@ void AppController::didFinishNavigation() {
   state_.webReady = true;
   ports_.application.updateMainMenu();
   openedFiles_.deliverPendingFileImports();
+  spelling_.pageDidLoad(*webView_);
   if (std::exchange(state_.recoveringWebContent, false)) {
     // Shown in Portuguese whatever the interface language.
     pageCalls_.showToast("Interface recuperada · suas notas foram restauradas");
@@ -175,9 +177,9 @@ void AppController::webContentProcessDidTerminate() {
   if (state_.fatalMode) return;
   state_.webReady = false;
   state_.recoveringWebContent = true;
+  panels_.refuseWaiting();
   ports_.application.updateMainMenu();
   bootstrap_.installBootstrapScript(userContentController_.get());
-  panels_.refuseWaiting();
   if (!webBundle_.webRoot()) {
     fatalErrors_.showFatalError(
         "O processo da interface foi encerrado e os recursos locais não foram encontrados.");

@@ -84,6 +84,9 @@ class WebView {
   /// promise that it returns is awaited. `completion` is called once, on the main thread.
   virtual void callAsyncJavaScript(const std::string& body, const Value::Dictionary& arguments,
                                    EvaluationHandler completion) = 0;
+  /// Checks the spelling of what is typed from now on, in the languages of the first of `choices` for which
+  /// there is any dictionary.
+  virtual void checkSpelling(const std::vector<std::vector<std::string>>& choices) = 0;
 };
 
 }  // namespace quendo

@@ -1,6 +1,5 @@
 #include <utility>
 
-#include "platform/gtk/web/SpellChecking.h"
 #include "platform/gtk/web/WebKitRequests.h"
 #include "platform/gtk/web/WebKitView.h"
 
@@ -39,7 +38,7 @@ void WebKitView::connectSignals() {
   answerRequestsByTable(view);
 }
 
-void WebKitView::onLoadChanged(WebKitWebView* view, WebKitLoadEvent event, gpointer data) {
+void WebKitView::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer data) {
   auto* self = static_cast<WebKitView*>(data);
   if (event == WEBKIT_LOAD_STARTED) self->loadFailed_ = false;
   if (event == WEBKIT_LOAD_COMMITTED) {
@@ -47,7 +46,6 @@ void WebKitView::onLoadChanged(WebKitWebView* view, WebKitLoadEvent event, gpoin
   }
   if (event == WEBKIT_LOAD_FINISHED && !self->loadFailed_ && self->navigation_) {
     self->navigation_->didFinishNavigation();
-    checkSpellingSoon(webkit_web_view_get_context(view));
   }
 }
 
