@@ -11,7 +11,7 @@ void PagePanels::runTextInputPanel(const std::string& prompt, const std::string&
     alert.messageText = prompt;
     alert.buttons = {"OK", localization_.tr("Cancelar")};
     alert.accessory = Alert::TextField{defaultText, 320, 24};
-    window_->beginSheet(alert, lifetime_.guard([this, completion](AlertResult result) {
+    surface_.window->beginSheet(alert, lifetime_.guard([this, completion](AlertResult result) {
       finish([&] { completion(result.button == 0 ? std::optional(std::move(result.text)) : std::nullopt); });
     }));
   };
@@ -26,10 +26,10 @@ void PagePanels::runOpenPanel(std::function<void(std::optional<std::vector<std::
     panel.prompt = localization_.tr("Abrir");
     panel.allowsMultipleSelection = true;
     panel.canChooseDirectories = false;
-    window_->beginSheet(panel,
-                        lifetime_.guard([this, completion](std::optional<std::vector<std::string>> paths) {
-                          finish([&] { completion(std::move(paths)); });
-                        }));
+    surface_.window->beginSheet(
+        panel, lifetime_.guard([this, completion](std::optional<std::vector<std::string>> paths) {
+          finish([&] { completion(std::move(paths)); });
+        }));
   };
   add({show, [completion] { completion(std::nullopt); }});
 }

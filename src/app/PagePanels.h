@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "bridge/Surface.h"
 #include "i18n/Localization.h"
 #include "platform/Lifetime.h"
 #include "platform/Window.h"
@@ -22,10 +23,9 @@ class PagePanels {
   /// have more than one of each kind open, so only one that misbehaves meets this.
   static constexpr std::size_t kMaximumWaiting = 4;
 
-  explicit PagePanels(const Localization& localization) : localization_(localization) {}
-
-  /// The window that the panels are sheets of; it must be set before either is asked for.
-  void setWindow(Window* window) { window_ = window; }
+  /// The surface must have its window before either panel is asked for.
+  PagePanels(const Localization& localization, const Surface& surface)
+      : localization_(localization), surface_(surface) {}
 
   void runTextInputPanel(const std::string& prompt, const std::string& defaultText,
                          std::function<void(std::optional<std::string>)> completion);
@@ -45,7 +45,7 @@ class PagePanels {
   void showNext();
 
   const Localization& localization_;
-  Window* window_ = nullptr;
+  const Surface& surface_;
   std::deque<Request> waiting_;
   bool showing_ = false;
   Lifetime lifetime_;

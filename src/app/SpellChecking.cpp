@@ -25,10 +25,11 @@ std::vector<std::vector<std::string>> spellingLanguages(const std::vector<std::s
   return {std::move(firstOfEach), preferred};
 }
 
-void SpellChecking::pageDidLoad(WebView& webView) {
+void SpellChecking::pageDidLoad() {
   if (std::exchange(started_, true)) return;
-  mainQueue_.asyncAfter(kSpellCheckingDelay, lifetime_.guard([this, &webView] {
-    webView.checkSpelling(spellingLanguages(locale_.preferredLanguages()));
+  mainQueue_.asyncAfter(kSpellCheckingDelay, lifetime_.guard([this] {
+    if (!surface_.webView) return;
+    surface_.webView->checkSpelling(spellingLanguages(locale_.preferredLanguages()));
   }));
 }
 

@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
+#include "bridge/Surface.h"
 #include "platform/Lifetime.h"
 #include "platform/Locale.h"
 #include "platform/MainQueue.h"
-#include "platform/WebView.h"
 
 namespace quendo {
 
@@ -23,14 +23,16 @@ std::vector<std::vector<std::string>> spellingLanguages(const std::vector<std::s
 /// Switches spell checking on, once, some time after the first page was loaded. Main thread.
 class SpellChecking {
  public:
-  SpellChecking(const Locale& locale, MainQueue& mainQueue) : locale_(locale), mainQueue_(mainQueue) {}
+  SpellChecking(const Locale& locale, MainQueue& mainQueue, const Surface& surface)
+      : locale_(locale), mainQueue_(mainQueue), surface_(surface) {}
 
-  /// A page was loaded. The web view must live as long as this object.
-  void pageDidLoad(WebView& webView);
+  /// A page was loaded.
+  void pageDidLoad();
 
  private:
   const Locale& locale_;
   MainQueue& mainQueue_;
+  const Surface& surface_;
   bool started_ = false;
   Lifetime lifetime_;
 };
