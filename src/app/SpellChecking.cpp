@@ -4,6 +4,8 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/WebView.h"
+
 namespace quendo {
 namespace {
 
