@@ -44,6 +44,7 @@ AppController::AppController(const HostPorts& ports)
       fatalErrors_(state_, localization_, ports.toolkit, ports.application),
       navigation_(webBundle_, ports.workspace),
       panels_(localization_, surface_),
+      spelling_(ports.locale, ports.mainQueue, surface_),
       exportPanels_(localization_, pageCalls_, surface_, ports.fileManager, ports.contentTypes),
       sharing_(localization_, pageCalls_, surface_, ports.fileManager, ports.mainQueue, ports.uuids,
                ports.toolkit, sharedLinkHosts()),
@@ -138,6 +139,7 @@ void AppController::didFinishNavigation() {
   state_.webReady = true;
   ports_.application.updateMainMenu();
   openedFiles_.deliverPendingFileImports();
+  spelling_.pageDidLoad();
   if (std::exchange(state_.recoveringWebContent, false)) {
     // Shown in Portuguese whatever the interface language.
     pageCalls_.showToast("Interface recuperada · suas notas foram restauradas");
@@ -158,6 +160,7 @@ void AppController::webContentProcessDidTerminate() {
   if (state_.fatalMode) return;
   state_.webReady = false;
   state_.recoveringWebContent = true;
+  panels_.refuseWaiting();
   ports_.application.updateMainMenu();
   bootstrap_.installBootstrapScript(userContentController_.get());
   if (!webBundle_.webRoot()) {

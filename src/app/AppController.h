@@ -9,6 +9,7 @@
 #include "app/HostPorts.h"
 #include "app/NavigationPolicy.h"
 #include "app/PagePanels.h"
+#include "app/SpellChecking.h"
 #include "app/TerminationHandshake.h"
 #include "app/WebBundle.h"
 #include "bridge/BootstrapScript.h"
@@ -79,6 +80,7 @@ class AppController final : public ApplicationDelegate,
   WebBundle webBundle_;
   NavigationPolicy navigation_;
   PagePanels panels_;
+  SpellChecking spelling_;
   ExportPanels exportPanels_;
   NoteSharing sharing_;
   OpenedFiles openedFiles_;

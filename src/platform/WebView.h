@@ -26,7 +26,7 @@ struct NavigationAction {
   bool linkActivated = false;  ///< The user clicked a link.
 };
 
-/// Asked about, and told of, the loading of documents. Main thread.
+/// Decides on navigations and is notified of loads. Main thread.
 class NavigationDelegate {
  public:
   virtual ~NavigationDelegate() = default;
@@ -40,7 +40,8 @@ class NavigationDelegate {
   virtual void webContentProcessDidTerminate() = 0;
 };
 
-/// Answers the page's requests for native interface. Main thread; each completion is called once.
+/// Answers the page's requests for native interface that the table of page requests leaves to the delegate;
+/// the back-end answers the others by that table. Main thread; each completion is called once.
 class UiDelegate {
  public:
   virtual ~UiDelegate() = default;
@@ -83,6 +84,9 @@ class WebView {
   /// promise that it returns is awaited. `completion` is called once, on the main thread.
   virtual void callAsyncJavaScript(const std::string& body, const Value::Dictionary& arguments,
                                    EvaluationHandler completion) = 0;
+  /// Checks the spelling of what is typed from now on, in the languages of the first of `choices` for which
+  /// there is any dictionary.
+  virtual void checkSpelling(const std::vector<std::vector<std::string>>& choices) = 0;
 };
 
 }  // namespace quendo

@@ -190,6 +190,11 @@ def test_a_file_inside_the_bundle_is_read(running, where):
     assert _read_by(running, lambda name: where + name, "?inside") >= WORKS_INSIDE
 
 
+@pytest.mark.parametrize("after", ["?next=a%2Fb", "?next=..%2f..%2f", "?a#b%2fc"])
+def test_a_file_inside_the_bundle_is_read_whatever_follows_its_path(running, after):
+    assert _read_by(running, lambda name: name, after) >= WORKS_INSIDE
+
+
 @pytest.mark.parametrize("kind", ["absolute", "with a host"])
 def test_a_file_inside_the_bundle_is_read_by_its_whole_address(running, kind):
     program, _ = running

@@ -166,6 +166,43 @@ def test_one_prompt_after_the_other(dialogs):
     dialogs.wait_until_gone()
 
 
+LONG_TEXTS = {
+    "many lines": r"Array.from({ length: 400 }, (_, i) => 'Line ' + i).join('\n') + '\nThe end'",
+    "one long line": "'word '.repeat(3000) + 'The end'",
+    "one long word": "'x'.repeat(9000) + 'The end'",
+    "a megabyte": "'long '.repeat(200000) + 'The end'",
+}
+
+
+@pytest.mark.parametrize("text", LONG_TEXTS)
+def test_a_prompt_with_a_long_text_fits_on_the_screen_with_its_buttons(dialogs, text):
+    dialogs.start("prompt", f"prompt({LONG_TEXTS[text]}, 'Default')")
+    dialog = dialogs.wait_for_dialog()
+    desktop.wait_until_still(dialog)
+    x, y, width, height = desktop.geometry(dialog)
+    screen_width, screen_height = desktop.screen_size()
+    assert 0 <= x and x + width <= screen_width and 0 <= y and y + height <= screen_height
+    assert width > 300 and height > 200
+    # All of it is there to be scrolled to, and the answer is typed without a detour.
+    assert any(one.text.endswith("The end") for one in dialogs.program.accessible().find_all("text"))
+    desktop.press("ctrl+a")
+    desktop.type_text("Some text")
+    desktop.press("Return")
+    assert dialogs.result("prompt") == "Some text"
+    dialogs.wait_until_gone()
+
+
+def test_a_file_input_clicked_in_a_loop_opens_one_panel(dialogs):
+    dialogs.server.run("const input = document.getElementById('files'); const once = input.onclick;"
+                       "input.onclick = () => { input.onclick = once; once();"
+                       " for (let i = 0; i < 200; i++) input.click(); };")
+    panel = _click_input(dialogs)
+    stays(lambda: [one.id for one in dialogs.others()] == [panel.id], 0.5, "one panel")
+    desktop.press("Escape")
+    dialogs.wait_until_gone()
+    stays(lambda: not dialogs.others(), 0.5, "no further panel")
+
+
 @pytest.mark.parametrize("call, value", [("alert('Text')", None), ("confirm('Text')", False), ("print()", None)])
 def test_other_questions_of_a_page_open_no_dialog(dialogs, call, value):
     dialogs.start("other", f"({call}) ?? null")

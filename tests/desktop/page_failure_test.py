@@ -137,3 +137,14 @@ def test_a_page_that_cannot_be_read_to_its_end_ends_with_the_fatal_alert(make_qu
         accessible.tree())
     quendo.press("Return")
     assert quendo.wait_for_end() == 0
+
+
+def test_a_page_that_closes_itself_is_still_there_and_can_save(make_quendo, reporter):
+    quendo = make_quendo(page=reporter.page()).start()
+    reporter.wait_for_page()
+    # The engine lets such a page use the network no more.
+    reporter.post("close(); setTimeout(() => webkit.messageHandlers.quendoState.postMessage("
+                  "{ serialized: '{\"after\":\"closing\"}', revision: 1 }), 300);")
+    quendo.state.wait_for_text("closing")
+    assert [one.title for one in quendo.windows()] == ["Quendo"]
+    assert quendo.running

@@ -48,7 +48,9 @@ struct FakeDefaults final : UserDefaults {
 
 struct FakeLocale final : Locale {
   std::optional<std::string> languageCode() const override { return code; }
+  std::vector<std::string> preferredLanguages() const override { return languages; }
   std::optional<std::string> code = "pt";
+  std::vector<std::string> languages = {"pt_BR", "pt"};
 };
 
 struct FakeBundle final : Bundle {
@@ -155,6 +157,9 @@ struct FakeWebView final : WebView {
                            EvaluationHandler completion) override {
     asyncCalls.push_back({body, arguments, std::move(completion)});
   }
+  void checkSpelling(const std::vector<std::vector<std::string>>& choices) override {
+    spelling.push_back(choices);
+  }
 
   CallLog& log;
   Rect area{0, 0, 1320, 795};
@@ -163,6 +168,7 @@ struct FakeWebView final : WebView {
   std::vector<std::string> scripts;
   std::vector<Call> evaluations;
   std::vector<Call> asyncCalls;
+  std::vector<std::vector<std::vector<std::string>>> spelling;  ///< The choices of each call.
 };
 
 struct FakeView final : View {

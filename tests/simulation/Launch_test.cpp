@@ -151,6 +151,48 @@ TEST_F(PagePanelsTest, OpensSeveralFilesButNoDirectories) {
   EXPECT_EQ(chosen, (std::vector<std::string>{"/a", "/b"}));
 }
 
+TEST_F(PagePanelsTest, HandsTheWindowOnePanelAtATimeInTheOrderOfTheRequests) {
+  start();
+  prompt("first", "");
+  page().ui->runOpenPanel([this](const auto& paths) {
+    answers_.push_back(paths ? std::optional(paths->front()) : std::nullopt);
+  });
+  prompt("third", "");
+  ASSERT_EQ(window().alerts.size(), 1U);
+  EXPECT_TRUE(window().openPanels.empty());
+  window().alerts[0].completion({0, "one"});
+  ASSERT_EQ(window().openPanels.size(), 1U);
+  EXPECT_EQ(window().alerts.size(), 1U);
+  window().openPanels[0].completion(std::vector<std::string>{"/two"});
+  ASSERT_EQ(window().alerts.size(), 2U);
+  EXPECT_EQ(window().alerts[1].panel.messageText, "third");
+  window().alerts[1].completion({0, "three"});
+  EXPECT_EQ(answers_, (std::vector<std::optional<std::string>>{"one", "/two", "three"}));
+}
+
+TEST_F(PagePanelsTest, AnswersWhatAPageAsksForBeyondAFewWithNothingAndShowsItNever) {
+  start();
+  for (int i = 0; i < 1000; ++i) prompt("?", "");
+  EXPECT_EQ(answers_.size(), 1000U - 1 - PagePanels::kMaximumWaiting);
+  for (const auto& answer : answers_) EXPECT_EQ(answer, std::nullopt);
+  answers_.clear();
+  for (std::size_t i = 0; i < window().alerts.size(); ++i) window().alerts[i].completion({0, "text"});
+  EXPECT_EQ(window().alerts.size(), 1 + PagePanels::kMaximumWaiting);
+  EXPECT_EQ(answers_, std::vector<std::optional<std::string>>(1 + PagePanels::kMaximumWaiting, "text"));
+}
+
+TEST_F(PagePanelsTest, NeverShowsWhatAPageHadAskedForBeforeItsProcessEnded) {
+  start();
+  prompt("shown", "");
+  prompt("waiting", "");
+  page().navigation->webContentProcessDidTerminate();
+  EXPECT_EQ(answers_, std::vector<std::optional<std::string>>{std::nullopt});
+  prompt("of the next page", "");
+  window().alerts[0].completion({0, "late"});
+  ASSERT_EQ(window().alerts.size(), 2U);
+  EXPECT_EQ(window().alerts[1].panel.messageText, "of the next page");
+}
+
 TEST_F(LaunchTest, NotesThatAnotherSessionHasOpenAreNotOpenedASecondTime) {
   const std::string directory = "/home/user/.local/share/Quendo";
   platform_.files.claimedByAnother.insert(directory);

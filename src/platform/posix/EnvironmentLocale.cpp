@@ -1,5 +1,6 @@
 #include "platform/posix/EnvironmentLocale.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace quendo::gtk {
@@ -8,6 +9,22 @@ std::optional<std::string> languageOfLocaleName(std::string_view name) {
   const std::string_view language = name.substr(0, name.find_first_of("_.@"));
   if (language.empty() || language == "C" || language == "POSIX") return std::nullopt;
   return std::string(language);
+}
+
+std::vector<std::string> languagesOfLocaleNames(std::string_view names) {
+  std::vector<std::string> languages;
+  const auto add = [&](std::string_view name) {
+    if (std::ranges::find(languages, name) == languages.end()) languages.emplace_back(name);
+  };
+  while (!names.empty()) {
+    const std::string_view first = names.substr(0, names.find(':'));
+    names.remove_prefix(std::min(names.size(), first.size() + 1));
+    const auto language = languageOfLocaleName(first);
+    if (!language) continue;
+    add(first.substr(0, first.find_first_of(".@")));
+    add(*language);
+  }
+  return languages;
 }
 
 std::string_view messagesLocaleName(const char* lcAll, const char* lcMessages, const char* lang) {
@@ -20,6 +37,15 @@ std::string_view messagesLocaleName(const char* lcAll, const char* lcMessages, c
 std::optional<std::string> EnvironmentLocale::languageCode() const {
   return languageOfLocaleName(
       messagesLocaleName(std::getenv("LC_ALL"), std::getenv("LC_MESSAGES"), std::getenv("LANG")));
+}
+
+// LANGUAGE is the system's list of several languages; it goes before the locale.
+std::vector<std::string> EnvironmentLocale::preferredLanguages() const {
+  const char* list = std::getenv("LANGUAGE");
+  return languagesOfLocaleNames(
+      list && *list
+          ? std::string_view(list)
+          : messagesLocaleName(std::getenv("LC_ALL"), std::getenv("LC_MESSAGES"), std::getenv("LANG")));
 }
 
 }  // namespace quendo::gtk

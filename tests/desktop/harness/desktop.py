@@ -86,6 +86,11 @@ def geometry(window):
     return tuple(int(values[name]) for name in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
 
 
+def screen_size():
+    """(width, height) of the screen."""
+    return tuple(int(one) for one in run("xdotool", "getdisplaygeometry").split())
+
+
 def window_property(window, name):
     """A property of a window as xprop shows it, for instance "_NET_WM_STATE"."""
     return run("xprop", "-id", str(window.id), name)

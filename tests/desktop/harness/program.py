@@ -213,7 +213,9 @@ class Quendo:
         desktop.wait_until_still(alert)
         accessible = self.accessible()
         for label in labels:
-            accessible.find("label", label)
+            # A long text stands in a view of its own, which scrolls.
+            wait_until(lambda: accessible.find_all("label", label)
+                       or any(one.text == label for one in accessible.find_all("text")), 5, f"the text {label!r}")
 
     def dismiss_alert(self, *labels, timeout=30.0):
         """Waits for an alert, presses its default button, and waits until it is gone."""

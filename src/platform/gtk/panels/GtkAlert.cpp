@@ -8,6 +8,7 @@
 #include <gtkmm/filechoosernative.h>
 #include <gtkmm/messagedialog.h>
 #include <gtkmm/scrolledwindow.h>
+#include <gtkmm/textview.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -34,8 +35,9 @@ Gtk::MessageType messageType(AlertStyle style) {
   return Gtk::MessageType::WARNING;
 }
 
-// In points. A dialog grows with its text, beyond the screen and with its buttons out of reach.
-constexpr int kLongTextHeight = 320;
+// In points. A dialog grows with its labels, beyond the screen and with its buttons out of reach.
+constexpr int kLongTextWidth = 420;
+constexpr int kLongTextHeight = 280;
 
 /// Whether a text may need more room than `kLongTextHeight`.
 bool isLong(const std::string& text) {
@@ -44,17 +46,37 @@ bool isLong(const std::string& text) {
   return text.size() > kManyBytes || std::count(text.begin(), text.end(), '\n') > kManyLines;
 }
 
-/// Puts the second label of a dialog into an area that scrolls.
-void scrollText(Gtk::MessageDialog& dialog) {
-  Gtk::Box& area = *dialog.get_message_area();
-  const auto label = addReference(gtk_widget_get_last_child(GTK_WIDGET(area.gobj())));
-  gtk_box_remove(area.gobj(), label.get());
+// A text view lays out only the lines on show, but each line as a whole: a line of a megabyte would keep the
+// program busy for seconds. It is wrapped anyway.
+std::string withShortLines(const std::string& text) {
+  constexpr std::size_t kLongLine = 4096;
+  std::string lines;
+  std::size_t length = 0;
+  for (const char c : text) {
+    const bool startsCharacter = (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
+    if (length >= kLongLine && startsCharacter) {
+      lines += '\n';
+      length = 0;
+    }
+    lines += c;
+    length = c == '\n' ? 0 : length + 1;
+  }
+  return lines;
+}
+
+/// Adds a text of any length, all of which can be scrolled to, with the keyboard too.
+void addScrollingText(Gtk::MessageDialog& dialog, const std::string& text) {
+  auto* view = Gtk::make_managed<Gtk::TextView>();
+  view->get_buffer()->set_text(withShortLines(text));
+  view->set_editable(false);
+  view->set_cursor_visible(false);
+  view->set_accepts_tab(false);
+  view->set_wrap_mode(Gtk::WrapMode::WORD_CHAR);
   auto* scroller = Gtk::make_managed<Gtk::ScrolledWindow>();
   scroller->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
-  scroller->set_propagate_natural_height(true);
-  scroller->set_max_content_height(kLongTextHeight);
-  gtk_scrolled_window_set_child(scroller->gobj(), label.get());
-  area.append(*scroller);
+  scroller->set_size_request(kLongTextWidth, kLongTextHeight);
+  scroller->set_child(*view);
+  dialog.get_message_area()->append(*scroller);
 }
 
 Gtk::Entry* addTextField(Gtk::MessageDialog& dialog, const Alert::TextField& field) {
@@ -81,14 +103,23 @@ std::optional<std::vector<std::string>> chosenPaths(GtkFileChooserNative* choose
 }  // namespace
 
 void showAlert(Gtk::Window* parent, const Alert& alert, std::function<void(AlertResult)> completion) {
+  const bool isMessageLong = isLong(alert.messageText);
   auto dialog = std::make_shared<Gtk::MessageDialog>(
-      alert.messageText, false, messageType(alert.style),
+      isMessageLong ? std::string() : alert.messageText, false, messageType(alert.style),
       alert.buttons.empty() ? Gtk::ButtonsType::OK : Gtk::ButtonsType::NONE, true);
-  if (!alert.informativeText.empty()) dialog->set_secondary_text(alert.informativeText);
-  if (isLong(alert.informativeText)) scrollText(*dialog);
+  if (isMessageLong) {
+    dialog->get_message_area()->get_first_child()->set_visible(false);
+    addScrollingText(*dialog, alert.messageText);
+  }
+  if (isLong(alert.informativeText)) {
+    addScrollingText(*dialog, alert.informativeText);
+  } else if (!alert.informativeText.empty()) {
+    dialog->set_secondary_text(alert.informativeText);
+  }
   for (std::size_t i = 0; i < alert.buttons.size(); ++i)
     dialog->add_button(alert.buttons[i], static_cast<int>(i));
-  dialog->set_default_response(alert.buttons.empty() ? static_cast<int>(Gtk::ResponseType::OK) : 0);
+  const int defaultResponse = alert.buttons.empty() ? static_cast<int>(Gtk::ResponseType::OK) : 0;
+  dialog->set_default_response(defaultResponse);
   dialog->get_message_area()->set_margin_top(kTextMargin);
   if (parent) dialog->set_transient_for(*parent);
   Gtk::Entry* entry = alert.accessory ? addTextField(*dialog, *alert.accessory) : nullptr;
@@ -102,7 +133,12 @@ void showAlert(Gtk::Window* parent, const Alert& alert, std::function<void(Alert
         if (finish) finish(std::move(result));
       });
   dialog->present();
-  if (entry) entry->grab_focus();
+  if (entry) {
+    entry->grab_focus();
+  } else if (auto* button = dialog->get_widget_for_response(defaultResponse)) {
+    // A text that scrolls comes first, but the keyboard is for the answer.
+    button->grab_focus();
+  }
 }
 
 void showOpenPanel(Gtk::Window& parent, const OpenPanel& panel,

@@ -8,8 +8,8 @@
 
 namespace quendo::gtk {
 
-/// Shows an alert modal to `parent`, which may be null. `completion` is called once, after the alert is
-/// gone from the screen.
+/// Shows an alert modal to `parent`, which may be null. Its texts may have any length: long ones scroll.
+/// `completion` is called once, after the alert is gone from the screen.
 void showAlert(Gtk::Window* parent, const Alert& alert, std::function<void(AlertResult)> completion);
 
 /// Shows the desktop's own panel for opening files, modal to `parent`.

@@ -1,9 +1,12 @@
 #include "platform/gtk/web/ContentFilter.h"
 
-#include <glib.h>
+#include <glib/gstdio.h>
+#include <sys/stat.h>
 
+#include <filesystem>
 #include <memory>
 #include <string_view>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -30,8 +33,21 @@ std::string jsonText(std::string_view text) {
   return json + '"';
 }
 
+/// A new directory for this user alone in the system's directory for temporary files, in which others can
+/// prepare any name that they can guess. Empty when it cannot be made.
+std::string makeTemporaryDirectory() {
+  std::string path = std::string(g_get_tmp_dir()) + "/Quendo-content-filters-XXXXXX";
+  return g_mkdtemp_full(path.data(), S_IRWXU) ? path : std::string();
+}
+
+void removeDirectory(const std::string& path) {
+  std::error_code ignored;
+  std::filesystem::remove_all(path, ignored);
+}
+
 /// Tries one directory after another, since a full or read-only cache must not keep the program from
-/// starting; each is first asked for the rules compiled earlier.
+/// starting; each is first asked for the rules compiled earlier. The last is a temporary one, which is
+/// removed at once: the rules in force are in memory.
 class FilterInstallation {
  public:
   FilterInstallation(WebKitUserContentManager* manager, std::string rules,
@@ -39,20 +55,26 @@ class FilterInstallation {
       : manager_(addReference(manager)), rules_(std::move(rules)), completion_(std::move(completion)) {
     const GCharPtr digest(g_compute_checksum_for_string(G_CHECKSUM_SHA256, rules_.c_str(), -1));
     identifier_ = digest.get();
-    for (const char* directory : {g_get_tmp_dir(), g_get_user_runtime_dir(), g_get_user_cache_dir()}) {
+    for (const char* directory : {g_get_user_runtime_dir(), g_get_user_cache_dir()}) {
       directories_.push_back(std::string(directory) + "/Quendo/content-filters");
     }
   }
 
   /// Ends in `delete this`.
   void tryNextDirectory() {
-    if (directories_.empty()) {
+    std::string directory;
+    if (!directories_.empty()) {
+      directory = std::move(directories_.back());
+      directories_.pop_back();
+      g_mkdir_with_parents(directory.c_str(), S_IRWXU);
+    } else if (temporary_.empty()) {
+      directory = temporary_ = makeTemporaryDirectory();
+    }
+    if (directory.empty()) {
       finish(nullptr);
       return;
     }
-    g_mkdir_with_parents(directories_.back().c_str(), 0700);
-    store_ = adoptReference(webkit_user_content_filter_store_new(directories_.back().c_str()));
-    directories_.pop_back();
+    store_ = adoptReference(webkit_user_content_filter_store_new(directory.c_str()));
     webkit_user_content_filter_store_load(store_.get(), identifier_.c_str(), nullptr, onLoaded, this);
   }
 
@@ -86,6 +108,7 @@ class FilterInstallation {
       webkit_user_content_manager_add_filter(manager_.get(), filter);
       webkit_user_content_filter_unref(filter);
     }
+    if (!temporary_.empty()) removeDirectory(temporary_);
     const auto completion = std::move(completion_);
     delete this;
     completion(filter != nullptr);
@@ -96,13 +119,15 @@ class FilterInstallation {
   std::string rules_;
   std::string identifier_;
   std::vector<std::string> directories_;
+  std::string temporary_;  ///< The directory to remove in the end, if one was made.
   std::function<void(bool)> completion_;
 };
 
 }  // namespace
 
-// An encoded slash is refused even inside the root: it reads as one path component here and as two once
-// the loader has decoded it, which would lead out of the root through "..".
+// An encoded slash in the path is refused even inside the root: it reads as one path component here and as
+// two once the loader has decoded it, which would lead out of the root through "..". What follows the path,
+// a query or a fragment, names no file.
 std::string fileAccessRules(const std::string& readAccessPath) {
   const GCharPtr uri(g_filename_to_uri(readAccessPath.c_str(), nullptr, nullptr));
   const std::string root = "^" + regularExpressionFor(uri.get()) + "/";
@@ -110,7 +135,7 @@ std::string fileAccessRules(const std::string& readAccessPath) {
          R"({"trigger":{"url-filter":)" +
          jsonText(root) +
          R"(,"url-filter-is-case-sensitive":true},"action":{"type":"ignore-previous-rules"}},)"
-         R"({"trigger":{"url-filter":"^file:.*%2f"},"action":{"type":"block"}}])";
+         R"({"trigger":{"url-filter":"^file:[^?#]*%2f"},"action":{"type":"block"}}])";
 }
 
 void installFileAccessFilter(WebKitUserContentManager* manager, const std::string& readAccessPath,

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "platform/gtk/web/WebKitRequests.h"
+
 namespace quendo::gtk {
 
 GObjectPtr<WebKitNetworkSession> makeNetworkSession(WebsiteDataStore store) {
@@ -10,11 +12,7 @@ GObjectPtr<WebKitNetworkSession> makeNetworkSession(WebsiteDataStore store) {
   auto session = adoptReference(store == WebsiteDataStore::nonPersistent
                                     ? webkit_network_session_new_ephemeral()
                                     : webkit_network_session_new(data.c_str(), cache.c_str()));
-  g_signal_connect(session.get(), "download-started",
-                   G_CALLBACK(+[](WebKitNetworkSession*, WebKitDownload* download, gpointer) {
-                     webkit_download_cancel(download);
-                   }),
-                   nullptr);
+  answerRequestsByTable(session.get());
   return session;
 }
 

@@ -1,5 +1,7 @@
 #include "platform/gtk/web/WebKitView.h"
 
+#include <glibmm/main.h>
+
 #include <cstddef>
 #include <utility>
 #include <vector>
@@ -27,6 +29,18 @@ GObjectPtr<WebKitWebView> makeView(const WebViewConfiguration& configuration, We
 // nothing, it starts it now, and the process comes up while the window is being built.
 void startPageProcess(WebKitWebView* view) {
   webkit_web_view_evaluate_javascript(view, "", 0, nullptr, nullptr, nullptr, nullptr, nullptr);
+}
+
+void loadDictionaries(WebKitWebContext* context, const std::vector<std::vector<std::string>>& choices) {
+  for (const std::vector<std::string>& languages : choices) {
+    std::vector<const char*> names;
+    for (const std::string& name : languages) names.push_back(name.c_str());
+    names.push_back(nullptr);
+    webkit_web_context_set_spell_checking_languages(context, names.data());
+    // Those for which there is a dictionary.
+    if (webkit_web_context_get_spell_checking_languages(context)) break;
+  }
+  webkit_web_context_set_spell_checking_enabled(context, !choices.empty());
 }
 
 EvaluationResult resultFrom(JSCValue* value, GError* error) {
@@ -187,6 +201,13 @@ void WebKitView::finishAsyncCall(GObject* source, GAsyncResult* result, gpointer
       webkit_web_view_call_async_javascript_function_finish(WEBKIT_WEB_VIEW(source), result, &error);
   EvaluationResult outcome = resultFrom(value, error);
   if (call->alive.lock()) call->view->answer(*call, std::move(outcome));
+}
+
+void WebKitView::checkSpelling(const std::vector<std::vector<std::string>>& choices) {
+  // The main thread loads the dictionaries; whatever is to be drawn goes first.
+  const std::shared_ptr<WebKitWebContext> context = addReference(webkit_web_view_get_context(view_.get()));
+  Glib::signal_idle().connect_once([choices, context] { loadDictionaries(context.get(), choices); },
+                                   Glib::PRIORITY_LOW);
 }
 
 void WebKitView::executeEditingCommand(const char* command) {

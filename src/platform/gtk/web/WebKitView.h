@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/WebView.h"
 #include "platform/gtk/GObjectPtr.h"
@@ -31,6 +32,7 @@ class WebKitView final : public WebView {
   void afterQueuedKeys(std::function<void()> then) override;
   void callAsyncJavaScript(const std::string& body, const Value::Dictionary& arguments,
                            EvaluationHandler completion) override;
+  void checkSpelling(const std::vector<std::vector<std::string>>& choices) override;
 
   Rect bounds() const override;
   GtkWidget* widget() const { return GTK_WIDGET(view_.get()); }

@@ -1,7 +1,6 @@
-#include <array>
 #include <utility>
 
-#include "platform/gtk/web/SpellChecking.h"
+#include "platform/gtk/web/WebKitRequests.h"
 #include "platform/gtk/web/WebKitView.h"
 
 namespace quendo::gtk {
@@ -16,37 +15,12 @@ struct DialogUnref {
   void operator()(WebKitScriptDialog* dialog) const { webkit_script_dialog_unref(dialog); }
 };
 
-// Answering nothing is the default of the page's other dialogs: alert() returns, confirm() is false. A
-// page that is about to be left is never held back.
-gboolean answerWithoutAsking(WebKitScriptDialog* dialog) {
-  const WebKitScriptDialogType type = webkit_script_dialog_get_dialog_type(dialog);
-  if (type == WEBKIT_SCRIPT_DIALOG_CONFIRM) webkit_script_dialog_confirm_set_confirmed(dialog, FALSE);
-  if (type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM) {
-    webkit_script_dialog_confirm_set_confirmed(dialog, TRUE);
+// An answer that is not set is the dialog's default: alert() returns, confirm() is false.
+gboolean answerByTable(WebKitScriptDialog* dialog, PageRequest request) {
+  if (request == PageRequest::confirm || request == PageRequest::leaveConfirmation) {
+    webkit_script_dialog_confirm_set_confirmed(dialog, answerTo(request) == PageAnswer::allow);
   }
   return TRUE;
-}
-
-bool isEditingItem(WebKitContextMenuAction action) {
-  static constexpr std::array kAllowed = {WEBKIT_CONTEXT_MENU_ACTION_CUT,
-                                          WEBKIT_CONTEXT_MENU_ACTION_COPY,
-                                          WEBKIT_CONTEXT_MENU_ACTION_PASTE,
-                                          WEBKIT_CONTEXT_MENU_ACTION_PASTE_AS_PLAIN_TEXT,
-                                          WEBKIT_CONTEXT_MENU_ACTION_DELETE,
-                                          WEBKIT_CONTEXT_MENU_ACTION_SELECT_ALL,
-                                          WEBKIT_CONTEXT_MENU_ACTION_INPUT_METHODS,
-                                          WEBKIT_CONTEXT_MENU_ACTION_UNICODE,
-                                          WEBKIT_CONTEXT_MENU_ACTION_SPELLING_GUESS,
-                                          WEBKIT_CONTEXT_MENU_ACTION_NO_GUESSES_FOUND,
-                                          WEBKIT_CONTEXT_MENU_ACTION_IGNORE_SPELLING,
-                                          WEBKIT_CONTEXT_MENU_ACTION_LEARN_SPELLING,
-                                          WEBKIT_CONTEXT_MENU_ACTION_COPY_LINK_TO_CLIPBOARD,
-                                          WEBKIT_CONTEXT_MENU_ACTION_INSERT_EMOJI,
-                                          WEBKIT_CONTEXT_MENU_ACTION_OPEN_LINK};
-  for (const WebKitContextMenuAction allowed : kAllowed) {
-    if (action == allowed) return true;
-  }
-  return false;
 }
 
 }  // namespace
@@ -61,20 +35,10 @@ void WebKitView::connectSignals() {
   g_signal_connect(view, "script-dialog", G_CALLBACK(onScriptDialog), this);
   g_signal_connect(view, "run-file-chooser", G_CALLBACK(onRunFileChooser), this);
   g_signal_connect(view, "context-menu", G_CALLBACK(onContextMenu), this);
-  // The page gets none of the things that it could ask a browser for.
-  g_signal_connect(view, "permission-request",
-                   G_CALLBACK(+[](WebKitWebView*, WebKitPermissionRequest* request, gpointer) -> gboolean {
-                     webkit_permission_request_deny(request);
-                     return TRUE;
-                   }),
-                   this);
-  for (const char* refused : {"print", "show-notification"}) {
-    g_signal_connect(view, refused,
-                     G_CALLBACK(+[](WebKitWebView*, gpointer, gpointer) -> gboolean { return TRUE; }), this);
-  }
+  answerRequestsByTable(view);
 }
 
-void WebKitView::onLoadChanged(WebKitWebView* view, WebKitLoadEvent event, gpointer data) {
+void WebKitView::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer data) {
   auto* self = static_cast<WebKitView*>(data);
   if (event == WEBKIT_LOAD_STARTED) self->loadFailed_ = false;
   if (event == WEBKIT_LOAD_COMMITTED) {
@@ -82,7 +46,6 @@ void WebKitView::onLoadChanged(WebKitWebView* view, WebKitLoadEvent event, gpoin
   }
   if (event == WEBKIT_LOAD_FINISHED && !self->loadFailed_ && self->navigation_) {
     self->navigation_->didFinishNavigation();
-    checkSpellingSoon(webkit_web_view_get_context(view));
   }
 }
 
@@ -105,7 +68,7 @@ gboolean WebKitView::onLoadFailed(WebKitWebView*, WebKitLoadEvent event, const c
 void WebKitView::onProcessTerminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer data) {
   auto* self = static_cast<WebKitView*>(data);
   self->loadFailed_ = true;
-  // Told first, so that what the failed calls lead to finds a page that is not ready.
+  // The delegate goes first: what the failed calls lead to must find a page that is not ready.
   const auto unanswered = std::exchange(self->unanswered_, {});
   if (self->navigation_) self->navigation_->webContentProcessDidTerminate();
   failCalls(unanswered, "the page's process ended");
@@ -131,14 +94,17 @@ gboolean WebKitView::onDecidePolicy(WebKitWebView*, WebKitPolicyDecision* decisi
 
 WebKitWebView* WebKitView::onCreate(WebKitWebView*, WebKitNavigationAction* action, gpointer data) {
   auto* self = static_cast<WebKitView*>(data);
-  if (self->ui_) self->ui_->createWebView(urlOf(action));
+  if (self->ui_ && answerTo(PageRequest::newWindow) == PageAnswer::delegate) {
+    self->ui_->createWebView(urlOf(action));
+  }
   return nullptr;
 }
 
 gboolean WebKitView::onScriptDialog(WebKitWebView*, WebKitScriptDialog* dialog, gpointer data) {
   auto* self = static_cast<WebKitView*>(data);
-  if (webkit_script_dialog_get_dialog_type(dialog) != WEBKIT_SCRIPT_DIALOG_PROMPT || !self->ui_) {
-    return answerWithoutAsking(dialog);
+  const PageRequest request = pageRequestOf(webkit_script_dialog_get_dialog_type(dialog));
+  if (request != PageRequest::textInputPanel || answerTo(request) != PageAnswer::delegate || !self->ui_) {
+    return answerByTable(dialog, request);
   }
   const char* message = webkit_script_dialog_get_message(dialog);
   const char* defaultText = webkit_script_dialog_prompt_get_default_text(dialog);
@@ -154,7 +120,10 @@ gboolean WebKitView::onScriptDialog(WebKitWebView*, WebKitScriptDialog* dialog, 
 
 gboolean WebKitView::onRunFileChooser(WebKitWebView*, WebKitFileChooserRequest* request, gpointer data) {
   auto* self = static_cast<WebKitView*>(data);
-  if (!self->ui_) return FALSE;
+  if (answerTo(PageRequest::openPanel) != PageAnswer::delegate || !self->ui_) {
+    webkit_file_chooser_request_cancel(request);
+    return TRUE;
+  }
   const std::shared_ptr<WebKitFileChooserRequest> kept = addReference(request);
   self->ui_->runOpenPanel([kept](std::optional<std::vector<std::string>> paths) {
     if (!paths) {
@@ -169,14 +138,13 @@ gboolean WebKitView::onRunFileChooser(WebKitWebView*, WebKitFileChooserRequest* 
   return TRUE;
 }
 
-// Of the web view's own items only those that edit text or follow a link are kept: the others open
-// windows, save files or reload the page.
 gboolean WebKitView::onContextMenu(WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult*, gpointer) {
+  if (answerTo(PageRequest::contextMenu) != PageAnswer::trimmed) return TRUE;
   std::vector<WebKitContextMenuItem*> refused;
   for (GList* link = webkit_context_menu_get_items(menu); link; link = link->next) {
     auto* item = WEBKIT_CONTEXT_MENU_ITEM(link->data);
     if (!webkit_context_menu_item_is_separator(item) &&
-        !isEditingItem(webkit_context_menu_item_get_stock_action(item))) {
+        !keepsContextMenuItem(contextMenuItemOf(webkit_context_menu_item_get_stock_action(item)))) {
       refused.push_back(item);
     }
   }

@@ -25,5 +25,19 @@ TEST(EnvironmentLocale, AsksTheVariablesInTheSystemsOrderAndPassesOverEmptyOnes)
   EXPECT_EQ(messagesLocaleName(nullptr, nullptr, nullptr), "");
 }
 
+TEST(EnvironmentLocale, NamesEachLanguageWithItsCountryAndThenWithoutIt) {
+  using Names = std::vector<std::string>;
+  EXPECT_EQ(languagesOfLocaleNames("pt_BR.UTF-8"), (Names{"pt_BR", "pt"}));
+  EXPECT_EQ(languagesOfLocaleNames("pt_BR.UTF-8:en_GB:en"), (Names{"pt_BR", "pt", "en_GB", "en"}));
+  EXPECT_EQ(languagesOfLocaleNames("ca_ES@valencia"), (Names{"ca_ES", "ca"}));
+  EXPECT_EQ(languagesOfLocaleNames("es"), Names{"es"});
+}
+
+TEST(EnvironmentLocale, NamesNoLanguageForStandardLocalesAndEmptyNames) {
+  for (const char* names : {"", "C", "C.UTF-8", "POSIX", ":", "C:POSIX::"}) {
+    EXPECT_TRUE(languagesOfLocaleNames(names).empty()) << names;
+  }
+}
+
 }  // namespace
 }  // namespace quendo::gtk

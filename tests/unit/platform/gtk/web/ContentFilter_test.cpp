@@ -10,7 +10,7 @@ TEST(ContentFilter, RefusesEveryFileButThoseUnderTheRootAndEncodedSlashesEvenThe
             R"([{"trigger":{"url-filter":"^file:"},"action":{"type":"block"}},)"
             R"({"trigger":{"url-filter":"^file:///opt/q/web/","url-filter-is-case-sensitive":true},)"
             R"("action":{"type":"ignore-previous-rules"}},)"
-            R"({"trigger":{"url-filter":"^file:.*%2f"},"action":{"type":"block"}}])");
+            R"({"trigger":{"url-filter":"^file:[^?#]*%2f"},"action":{"type":"block"}}])");
 }
 
 TEST(ContentFilter, TakesThePathForTextAndNotForAPattern) {
