@@ -82,7 +82,9 @@ class FileManager {
 
   /// Creates a file that must not exist yet: for its owner alone, or with what the user's files get.
   virtual std::unique_ptr<WritableFile> createFile(const std::string& path, FileAccess access) = 0;
-  /// Gives `to` the permissions of `from`; its owner and group too, where the user may.
+  /// Gives `to` the permissions of `from`, and its owner and its group, each where the user may. Nobody may
+  /// do more with `to` than with `from` afterwards: permissions for a group that could not be kept are left
+  /// out. On a file system without permissions there is nothing to give. False when it fails.
   virtual bool copyPermissions(const std::string& from, const std::string& to) = 0;
   /// Puts `from` in the place of `to` in one step; `to` may exist.
   virtual bool renameItem(const std::string& from, const std::string& to) = 0;
