@@ -10,6 +10,7 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <limits>
 #include <system_error>
@@ -55,9 +56,14 @@ class PosixDirectoryClaim final : public DirectoryClaim {
   FileDescriptor directory_;
 };
 
+/// Locked from its creation to its destruction, over `close`, which is what `removeAbandonedFile` looks for.
 class PosixWritableFile final : public WritableFile {
  public:
-  explicit PosixWritableFile(FileDescriptor file) : file_(std::move(file)) {}
+  explicit PosixWritableFile(FileDescriptor file)
+      : file_(std::move(file)), lock_(::fcntl(file_.get(), F_DUPFD_CLOEXEC, 0)) {
+    // Where there are no locks, nobody takes the file for an abandoned one either.
+    ::flock(file_.get(), LOCK_EX | LOCK_NB);
+  }
   bool write(std::string_view bytes) override {
     // Writing each piece to the device starts while the next one is copied, which leaves little of a large
     // document to the flush at the end. It is a hint; its result does not matter.
@@ -74,6 +80,7 @@ class PosixWritableFile final : public WritableFile {
 
  private:
   FileDescriptor file_;
+  FileDescriptor lock_;  ///< The same open file, and with it the lock.
 };
 
 }  // namespace
@@ -95,6 +102,11 @@ std::optional<FileAttributes> PosixFileManager::attributesOfItem(const std::stri
 bool PosixFileManager::fileExists(const std::string& path) const {
   struct stat attributes {};
   return ::stat(path.c_str(), &attributes) == 0;
+}
+
+bool PosixFileManager::isNameTaken(const std::string& path) const {
+  struct stat attributes {};
+  return ::lstat(path.c_str(), &attributes) == 0;
 }
 
 std::optional<std::string> PosixFileManager::contents(const std::string& path, std::int64_t limit) const {
@@ -189,6 +201,19 @@ bool PosixFileManager::createDirectory(const std::string& path) {
 }
 
 bool PosixFileManager::removeItem(const std::string& path) {
+  return ::unlink(path.c_str()) == 0;
+}
+
+bool PosixFileManager::removeAbandonedFile(const std::string& path, std::chrono::seconds unchangedFor) {
+  const FileDescriptor file = openFile(path, O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
+  struct stat attributes {};
+  if (!file.isOpen() || !isRegularFile(file, attributes) || attributes.st_uid != ::geteuid()) return false;
+  if (::time(nullptr) - attributes.st_mtime < unchangedFor.count()) return false;
+  if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0) return false;
+  // Its writer may have renamed it before the lock was free, and the name may be another file's now.
+  struct stat named {};
+  if (::lstat(path.c_str(), &named) != 0) return false;
+  if (named.st_dev != attributes.st_dev || named.st_ino != attributes.st_ino) return false;
   return ::unlink(path.c_str()) == 0;
 }
 

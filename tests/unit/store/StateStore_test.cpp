@@ -179,7 +179,7 @@ TEST_F(StateStoreTest, BringsTheDocumentToTheDeviceBeforeItTouchesBackupOrPrimar
   const std::string temporary = storeDirectory + "/.state-v1.json.1.tmp";
   EXPECT_EQ(
       fileManager.log,
-      (Answers{"createDirectory " + storeDirectory, "fileExists " + temporary, "createFile " + temporary,
+      (Answers{"createDirectory " + storeDirectory, "isNameTaken " + temporary, "createFile " + temporary,
                "write " + temporary, "synchronize " + temporary, "close " + temporary,
                "fileExists " + primaryPath, "removeItem " + backupPath,
                "snapshotItem " + primaryPath + " " + backupPath,
