@@ -45,10 +45,9 @@ void ExportPanels::presentExportPanel(std::string filename, std::string content,
   panel.prompt = localization_.tr("Exportar");
   panel.allowedContentType = exportType(extension, plain);
   // A name typed without an extension gets the one that the allowed type stands for.
-  const bool known = contentTypes_.typeForExtension(extension).has_value();
-  panel.pathToWrite = [added = known   ? extension
-                               : plain ? "txt"
-                                       : "md"](const SavePanel&, std::string path) {
+  std::string added = plain ? "txt" : "md";
+  if (contentTypes_.typeForExtension(extension)) added = extension;
+  panel.pathToWrite = [added = std::move(added)](const SavePanel&, std::string path) {
     return withExtension(std::move(path), added);
   };
   surface_.window->beginSheet(

@@ -6,8 +6,8 @@
 namespace quendo {
 
 std::string withExtension(std::string path, std::string_view extension) {
-  if (!extension.empty() && pathExtension(path).empty() && isValidUtf8(path))
-    path.append(".").append(extension);
+  const bool wanted = !extension.empty() && pathExtension(path).empty();
+  if (wanted && isValidUtf8(lastPathComponent(path))) path.append(".").append(extension);
   return path;
 }
 

@@ -8,7 +8,7 @@ namespace quendo {
 // What becomes of the names that users type in a save panel. By their text alone; any thread.
 
 /// `path`, or a bare name, with `extension` added where its last component has none. An empty extension adds
-/// nothing, and a path that is not UTF-8 stays as it is, because panels cannot show the name that it would
+/// nothing, and a name that is not UTF-8 stays as it is, because panels cannot show the one that it would
 /// get.
 std::string withExtension(std::string path, std::string_view extension);
 

@@ -30,8 +30,9 @@ TEST(WithExtension, ChangesNothingWhenAppliedAgain) {
   }
 }
 
-TEST(WithExtension, LeavesAPathAloneThatNoPanelCouldShow) {
+TEST(WithExtension, LeavesANameAloneThatNoPanelCouldShow) {
   EXPECT_EQ(withExtension("/a/caf\xE9", "md"), "/a/caf\xE9");
+  EXPECT_EQ(withExtension("/caf\xE9/list", "md"), "/caf\xE9/list.md");
 }
 
 TEST(ReplacingExtension, PutsTheNewOneInThePlaceOfTheLast) {

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "platform/gtk/GObjectPtr.h"
+#include "text/Utf8.h"
 
 namespace quendo::gtk {
 namespace {
@@ -60,10 +61,11 @@ void GtkSavePanel::addFilter() {
 }
 
 void GtkSavePanel::addAccessory() {
-  const SavePanelConfiguration::Accessory& accessory = *configuration_.accessory;
-  auto* row = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, accessory.kSpacing);
-  row->set_margin_top(accessory.kVerticalInset);
-  row->set_margin_bottom(accessory.kVerticalInset);
+  using Accessory = SavePanelConfiguration::Accessory;
+  const Accessory& accessory = *configuration_.accessory;
+  auto* row = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, Accessory::kSpacing);
+  row->set_margin_top(Accessory::kVerticalInset);
+  row->set_margin_bottom(Accessory::kVerticalInset);
   row->set_halign(Gtk::Align::CENTER);
   auto* label = Gtk::make_managed<Gtk::Label>(accessory.label);
   label->set_valign(Gtk::Align::CENTER);
@@ -117,12 +119,15 @@ bool GtkSavePanel::completeName() {
   if (path.empty() || (!literal && Glib::file_test(path, Glib::FileTest::IS_DIR))) return false;
   const std::string written = configuration_.pathToWrite ? configuration_.pathToWrite(*this, path) : path;
   if (!literal && written == path) return false;
-  const std::string name = Glib::path_get_basename(written);
+  std::string location = Glib::path_get_basename(written);
   if (Glib::path_get_dirname(written) != folder) {
-    enterLocation(written);
-  } else {
-    enterLocation(isReadAsFolder(name) ? "./" + name : name);
+    location = written;
+  } else if (isReadAsFolder(location)) {
+    location.insert(0, "./");
   }
+  // A folder of other bytes cannot be typed: its file stays as the user chose it.
+  if (!isValidUtf8(location)) return false;
+  enterLocation(location);
   return true;
 }
 
