@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "bridge/PageProtocol.h"
 #include "i18n/NativeLanguage.h"
 #include "platform/SiteConfiguration.h"
 
@@ -77,7 +78,8 @@ void AppController::applicationDidFinishLaunching() {
 void AppController::buildWindow() {
   userContentController_ = ports_.toolkit.makeUserContentController();
   bridge_ = std::make_shared<ScriptBridge>(dispatcher_);
-  for (const char* name : kScriptMessageNames) userContentController_->addScriptMessageHandler(bridge_, name);
+  for (const protocol::Message& message : protocol::kMessages)
+    userContentController_->addScriptMessageHandler(bridge_, std::string(message.name));
   bootstrap_.installBootstrapScript(userContentController_.get());
   makeWebView();
   makeWindow();

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -9,7 +8,6 @@
 #include "bridge/Surface.h"
 #include "i18n/Localization.h"
 #include "platform/Lifetime.h"
-#include "platform/Menu.h"
 #include "platform/WebView.h"
 
 namespace quendo {
@@ -26,8 +24,6 @@ class PageCalls {
 
   /// Runs a command's script if the page is ready and no quit is pending. An error in it shows a toast.
   void evaluate(const std::string& script);
-  /// Runs the snippet of a page command through `evaluate`.
-  void runCommand(MenuAction action);
   void setLanguage(std::string_view code);
 
   void nativeSaveDidFinish(bool success, std::int64_t revision);
@@ -48,15 +44,11 @@ class PageCalls {
 
  private:
   void runDirect(const std::string& script, EvaluationHandler completion = {});
-  void runCallback(std::string_view prefix, std::initializer_list<std::string> arguments);
 
   const HostState& state_;
   const Surface& surface_;
   const Localization& localization_;
   Lifetime lifetime_;
 };
-
-/// The snippet of a page command; empty for an action that is none.
-std::string_view pageCommandScript(MenuAction action);
 
 }  // namespace quendo

@@ -69,39 +69,6 @@ TEST_F(PageCallsTest, SpellsBothAsynchronousCalls) {
   EXPECT_TRUE(page_.asyncCalls[1].arguments.empty());
 }
 
-TEST_F(PageCallsTest, SpellsEveryCommandOfTheMenu) {
-  static constexpr std::array kCommands = {
-      std::pair{MenuAction::newNote, "createNote()"},
-      std::pair{MenuAction::quickCapture, "openCapture()"},
-      std::pair{MenuAction::exportMarkdown, "exportMarkdown()"},
-      std::pair{MenuAction::saveAsCurrentNote, "window.quendoSaveAsCurrentNote?.()"},
-      std::pair{MenuAction::importFiles, "document.getElementById('importFileInput').click()"},
-      std::pair{MenuAction::closeCurrentTab, "window.quendoCloseCurrentTab?.()"},
-      std::pair{MenuAction::closeOtherTabs, "window.quendoRequestCloseTabs?.('others')"},
-      std::pair{MenuAction::closeTabsToRight, "window.quendoRequestCloseTabs?.('right')"},
-      std::pair{MenuAction::closeAllTabs, "window.quendoRequestCloseTabs?.('all')"},
-      std::pair{MenuAction::reopenClosedTab, "window.quendoReopenClosedTab?.()"},
-      std::pair{MenuAction::previousTab, "window.quendoSwitchOpenTab?.(-1)"},
-      std::pair{MenuAction::nextTab, "window.quendoSwitchOpenTab?.(1)"},
-      std::pair{MenuAction::showAllTabs, "window.quendoShowTabOverview?.()"},
-      std::pair{MenuAction::showShortcutGuide, "window.quendoOpenShortcutGuide?.()"},
-      std::pair{MenuAction::searchNotes,
-                "state.sidebarMode='all';renderSidebar();setDrawer('sidebar',{focus:false});document."
-                "getElementById('searchInput').focus();document.getElementById('searchInput').select()"},
-      std::pair{MenuAction::saveNow, "flushPendingSave()"},
-  };
-  for (const auto& [action, script] : kCommands) {
-    calls_.runCommand(action);
-    EXPECT_EQ(last(), script);
-  }
-  const std::size_t before = page_.scripts.size();
-  for (const MenuAction native : {MenuAction::none, MenuAction::checkForUpdates, MenuAction::changeLanguage,
-                                  MenuAction::copyForWhatsApp, MenuAction::terminate, MenuAction::copy}) {
-    calls_.runCommand(native);
-  }
-  EXPECT_EQ(page_.scripts.size(), before);
-}
-
 TEST_F(PageCallsTest, DropsACommandBeforeThePageIsReadyAndShowsNothing) {
   state_.webReady = false;
   calls_.evaluate("createNote()");
