@@ -128,14 +128,15 @@ def test_a_cancelled_panel_writes_nothing_and_says_so(panels, way):
     panels.wait_until_gone()
 
 
-def confirm_replacing(panels, title, replace):
-    """Answers the dialog's own question whether the file is to be replaced."""
+def confirm_replacing(panels, title, replace, about=""):
+    """Answers the dialog's own question whether the file, with a name that has `about` in it, is to be replaced."""
     question = wait_until(lambda: next((one for one in panels.quendo.windows() if one.title not in (title, "Quendo")),
                                        None), 10, "the question")
     wait_until(lambda: desktop.active_window() == question.id, 10, "the question to have the keyboard")
     name = "Replace" if replace else "Cancel"
     asked = wait_until(lambda: next((one for one in panels.quendo.accessible().children()
                                      if one.find_all("label", "Replace")), None), 5, "the question's buttons")
+    assert any(about in one.name for one in asked.find_all("label")), asked.tree()
     panels.click(asked, name)
     wait_until(lambda: question not in panels.quendo.windows(), 10, "the question to be gone")
 
@@ -162,7 +163,7 @@ def test_an_extension_that_is_added_does_not_replace_a_file_unasked(panels):
     panel = panels.save_as("x.txt", "new")
     panels.rename(panel, "list")
     desktop.press("Return")
-    confirm_replacing(panels, "Save Note As", replace=True)
+    confirm_replacing(panels, "Save Note As", replace=True, about="“list.txt”")
     assert panels.answer() == [SAVED, True, "n1", "list.txt", "Salvo como list.txt"]
     assert file.read_text() == "new" and other.read_text().startswith("neither")
 
