@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "export/SaveAsExtensions.h"
+#include "export/SaveNames.h"
 #include "files/Path.h"
 #include "files/SafeFilename.h"
 #include "files/WriteTextFile.h"
@@ -11,7 +12,7 @@
 namespace quendo {
 namespace {
 
-// The page is told of a Save As in Portuguese whatever the interface language.
+// The page gets the outcome of a Save As in Portuguese whatever the interface language.
 constexpr std::string_view kSaveCancelled = "Salvamento cancelado";
 constexpr std::string_view kSaveFailed = "Não foi possível salvar o arquivo";
 constexpr std::string_view kSavedAs = "Salvo como ";
@@ -21,21 +22,29 @@ constexpr std::string_view kSavedAs = "Salvo como ";
 constexpr std::size_t kMostPanels = 8;
 constexpr std::size_t kMostHeldBytes = 50'000'000;
 
-std::string withExtension(std::string path, std::string_view extension) {
-  if (!extension.empty() && pathExtension(path).empty()) path.append(".").append(extension);
-  return path;
-}
-
 std::string saveAsPath(const SavePanel& panel, std::string path) {
   return withExtension(std::move(path), saveAsExtensionAt(panel.indexOfSelectedItem()));
 }
 
 }  // namespace
 
-void ExportPanels::presentExportPanel(std::string filename, std::string content, std::string format) {
-  const bool plain = format == "plain";
+SavePanelConfiguration ExportPanels::panelFor(std::string_view filename) const {
   SavePanelConfiguration panel;
   panel.nameFieldStringValue = safeFilename(filename);
+  panel.startingFolder = [this] { return startingFolder(); };
+  panel.cancel = localization_.tr("Cancelar");
+  return panel;
+}
+
+std::string ExportPanels::startingFolder() const {
+  if (!lastFolder_.empty()) return lastFolder_;
+  if (auto documents = workspace_.documentsDirectory()) return *std::move(documents);
+  return workspace_.homeDirectory();
+}
+
+void ExportPanels::presentExportPanel(std::string filename, std::string content, std::string format) {
+  const bool plain = format == "plain";
+  SavePanelConfiguration panel = panelFor(filename);
   const std::size_t held = content.size() + panel.nameFieldStringValue.size();
   if (!takeRoom(held)) {
     finishNativeExport(false, "Não foi possível exportar o arquivo");
@@ -44,19 +53,18 @@ void ExportPanels::presentExportPanel(std::string filename, std::string content,
   const std::string extension(pathExtension(panel.nameFieldStringValue));
   panel.title = localization_.tr(plain ? "Exportar arquivo de texto" : "Exportar nota em Markdown");
   panel.prompt = localization_.tr("Exportar");
-  panel.cancel = localization_.tr("Cancelar");
   panel.allowedContentType = exportType(extension, plain);
   // A name typed without an extension gets the one that the allowed type stands for.
-  panel.pathToWrite = [extension = !extension.empty() ? extension
-                                   : plain            ? "txt"
-                                                      : "md"](const SavePanel&, std::string path) {
-    return withExtension(std::move(path), extension);
+  std::string added = plain ? "txt" : "md";
+  if (contentTypes_.typeForExtension(extension)) added = extension;
+  panel.pathToWrite = [added = std::move(added)](const SavePanel&, std::string path) {
+    return withExtension(std::move(path), added);
   };
   surface_.window->beginSheet(std::move(panel),
                               lifetime_.guard([this, plain, held, content = std::move(content)](
-                                                  SavePanel&, const std::optional<std::string>& path) {
+                                                  SavePanel&, const SavePanelResult& result) {
                                 giveRoomBack(held);
-                                exportDidEnd(path, content, plain);
+                                exportDidEnd(result, content, plain);
                               }));
 }
 
@@ -78,11 +86,16 @@ std::string ExportPanels::exportType(const std::string& extension, bool plain) c
   return contentTypes_.typeForExtension("md").value_or(contentTypes_.plainText());
 }
 
-void ExportPanels::exportDidEnd(const std::optional<std::string>& path, const std::string& content,
-                                bool plain) {
-  if (!path) {
+bool ExportPanels::write(const SavePanelResult& result, const std::string& content) {
+  if (!result.path) return false;
+  lastFolder_ = deletingLastPathComponent(*result.path);
+  return writeTextFile(fileManager_, *result.path, content);
+}
+
+void ExportPanels::exportDidEnd(const SavePanelResult& result, const std::string& content, bool plain) {
+  if (!result.confirmed) {
     finishNativeExport(false, "Exportação cancelada");
-  } else if (!writeTextFile(fileManager_, *path, content)) {
+  } else if (!write(result, content)) {
     finishNativeExport(false, "Não foi possível exportar o arquivo");
   } else {
     finishNativeExport(true, plain ? "Arquivo exportado" : "Markdown exportado");
@@ -94,8 +107,7 @@ void ExportPanels::finishNativeExport(bool success, std::string_view message) {
 }
 
 void ExportPanels::presentSaveAsPanel(std::string noteId, std::string filename, std::string content) {
-  SavePanelConfiguration panel;
-  panel.nameFieldStringValue = safeFilename(filename);
+  SavePanelConfiguration panel = panelFor(filename);
   const std::size_t held = content.size() + panel.nameFieldStringValue.size();
   if (!takeRoom(held)) {
     pageCalls_.nativeSaveAsDidFinish(false, noteId, "", kSaveFailed);
@@ -103,7 +115,6 @@ void ExportPanels::presentSaveAsPanel(std::string noteId, std::string filename, 
   }
   panel.title = localization_.tr("Salvar nota como");
   panel.prompt = localization_.tr("Salvar");
-  panel.cancel = localization_.tr("Cancelar");
   panel.allowsOtherFileTypes = true;
   panel.allowedContentType = contentTypes_.data();
   SavePanelConfiguration::Accessory accessory;
@@ -118,21 +129,21 @@ void ExportPanels::presentSaveAsPanel(std::string noteId, std::string filename, 
   activeSaveAsPanel_ = surface_.window->beginSheet(
       std::move(panel),
       lifetime_.guard([this, held, noteId = std::move(noteId), content = std::move(content)](
-                          SavePanel& ended, const std::optional<std::string>& path) {
+                          SavePanel& ended, const SavePanelResult& result) {
         giveRoomBack(held);
-        saveAsDidEnd(ended, path, noteId, content);
+        saveAsDidEnd(ended, result, noteId, content);
       }));
 }
 
-void ExportPanels::saveAsDidEnd(SavePanel& panel, const std::optional<std::string>& path,
-                                const std::string& noteId, const std::string& content) {
-  if (!path) {
+void ExportPanels::saveAsDidEnd(SavePanel& panel, const SavePanelResult& result, const std::string& noteId,
+                                const std::string& content) {
+  if (!result.confirmed) {
     pageCalls_.nativeSaveAsDidFinish(false, noteId, "", kSaveCancelled);
-  } else if (!writeTextFile(fileManager_, *path, content)) {
+  } else if (!write(result, content)) {
     pageCalls_.nativeSaveAsDidFinish(false, noteId, "", kSaveFailed);
   } else {
     // The page keeps the name in a text; a name of other bytes is shown as well as it can be.
-    const std::string name = repairedUtf8(lastPathComponent(*path));
+    const std::string name = repairedUtf8(lastPathComponent(*result.path));
     pageCalls_.nativeSaveAsDidFinish(true, noteId, name, std::string(kSavedAs) + name);
   }
   // A newer panel may wait behind this one, and stays the active one.
@@ -142,10 +153,7 @@ void ExportPanels::saveAsDidEnd(SavePanel& panel, const std::optional<std::strin
 void ExportPanels::saveAsExtensionDidChange(SavePanel& panel) const {
   const std::string_view extension = saveAsExtensionAt(panel.indexOfSelectedItem());
   if (!activeSaveAsPanel_ || extension.empty()) return;
-  const std::string name = panel.nameFieldStringValue();
-  std::string base(deletingPathExtension(name));
-  if (base.empty()) base = "nota";
-  panel.setNameFieldStringValue(base.append(".").append(extension));
+  panel.setNameFieldStringValue(replacingExtension(panel.nameFieldStringValue(), extension));
 }
 
 }  // namespace quendo

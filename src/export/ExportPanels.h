@@ -15,6 +15,7 @@
 #include "platform/Lifetime.h"
 #include "platform/SavePanel.h"
 #include "platform/Window.h"
+#include "platform/Workspace.h"
 
 namespace quendo {
 
@@ -24,12 +25,13 @@ namespace quendo {
 class ExportPanels final : public ExportHandler {
  public:
   ExportPanels(const Localization& localization, PageCalls& pageCalls, const Surface& surface,
-               FileManager& fileManager, const ContentTypes& contentTypes)
+               FileManager& fileManager, const ContentTypes& contentTypes, const Workspace& workspace)
       : localization_(localization),
         pageCalls_(pageCalls),
         surface_(surface),
         fileManager_(fileManager),
-        contentTypes_(contentTypes) {}
+        contentTypes_(contentTypes),
+        workspace_(workspace) {}
 
   void presentExportPanel(std::string filename, std::string content, std::string format) override;
   void presentSaveAsPanel(std::string noteId, std::string filename, std::string content) override;
@@ -39,17 +41,24 @@ class ExportPanels final : public ExportHandler {
  private:
   bool takeRoom(std::size_t bytes);
   void giveRoomBack(std::size_t bytes);
+  /// What both panels have in common.
+  SavePanelConfiguration panelFor(std::string_view filename) const;
+  std::string startingFolder() const;
   std::string exportType(const std::string& extension, bool plain) const;
   void finishNativeExport(bool success, std::string_view message);
-  void exportDidEnd(const std::optional<std::string>& path, const std::string& content, bool plain);
-  void saveAsDidEnd(SavePanel& panel, const std::optional<std::string>& path, const std::string& noteId,
+  void exportDidEnd(const SavePanelResult& result, const std::string& content, bool plain);
+  void saveAsDidEnd(SavePanel& panel, const SavePanelResult& result, const std::string& noteId,
                     const std::string& content);
+  /// Writes `content` where the user confirmed. False when that fails, or is no place on this machine.
+  bool write(const SavePanelResult& result, const std::string& content);
 
   const Localization& localization_;
   PageCalls& pageCalls_;
   const Surface& surface_;
   FileManager& fileManager_;
   const ContentTypes& contentTypes_;
+  const Workspace& workspace_;
+  std::string lastFolder_;  ///< Where the user confirmed last; empty before.
   /// The newest Save As panel while it is shown; its extension chooser is a part of it.
   std::shared_ptr<SavePanel> activeSaveAsPanel_;
   /// Panels that have not ended, and the bytes of text that they hold.

@@ -1,13 +1,16 @@
 #include "files/DurableWrite.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
-#include <optional>
+#include <memory>
+#include <utility>
 
 namespace quendo {
 namespace {
 
-constexpr std::string_view temporarySuffix = ".tmp";
+/// Long enough for a file that was just created to be locked by its writer.
+constexpr std::chrono::minutes kUnchangedFor{10};
 
 struct SplitPath {
   explicit SplitPath(const std::string& path)
@@ -31,11 +34,38 @@ std::string temporaryPrefix(std::string name) {
   return "." + name + ".";
 }
 
-bool isTemporaryName(std::string_view name, std::string_view prefix) {
-  if (!name.starts_with(prefix) || !name.ends_with(temporarySuffix)) return false;
-  if (name.size() <= prefix.size() + temporarySuffix.size()) return false;
-  const auto number = name.substr(prefix.size(), name.size() - prefix.size() - temporarySuffix.size());
+/// Whether `name` is `prefix`, a number and `suffix`.
+bool isTemporaryName(std::string_view name, std::string_view prefix, std::string_view suffix) {
+  if (!name.starts_with(prefix) || !name.ends_with(suffix)) return false;
+  if (name.size() <= prefix.size() + suffix.size()) return false;
+  const auto number = name.substr(prefix.size(), name.size() - prefix.size() - suffix.size());
   return std::all_of(number.begin(), number.end(), [](char digit) { return digit >= '0' && digit <= '9'; });
+}
+
+/// Whether `name` is that of a temporary file for any name.
+bool isTemporaryName(std::string_view name, std::string_view suffix) {
+  if (!name.starts_with('.') || !name.ends_with(suffix)) return false;
+  const std::size_t dot = name.substr(0, name.size() - suffix.size()).rfind('.');
+  return dot != std::string_view::npos && dot > 1 && isTemporaryName(name, name.substr(0, dot + 1), suffix);
+}
+
+struct Temporary {
+  std::string path;
+  std::unique_ptr<WritableFile> file;
+};
+
+std::optional<Temporary> createTemporary(FileManager& fileManager, const std::string& path,
+                                         const DurableWrite& write) {
+  // Until the old file's permissions are known to be on it, nobody else may read what is written.
+  const FileAccess access =
+      write.permissions == NewFilePermissions::usual ? FileAccess::usual : FileAccess::ownerOnly;
+  while (auto free = freeTemporaryPath(fileManager, path, write.temporarySuffix)) {
+    if (auto file = fileManager.createFile(*free, access))
+      return Temporary{*std::move(free), std::move(file)};
+    // Another writer may have taken the name in this moment; any other refusal is final.
+    if (!fileManager.isNameTaken(*free)) break;
+  }
+  return std::nullopt;
 }
 
 bool fill(WritableFile& file, std::string_view bytes) {
@@ -44,32 +74,28 @@ bool fill(WritableFile& file, std::string_view bytes) {
 
 }  // namespace
 
-std::optional<std::string> freeTemporaryPath(const FileManager& fileManager, const std::string& path) {
+std::optional<std::string> freeTemporaryPath(const FileManager& fileManager, const std::string& path,
+                                             std::string_view suffix) {
   constexpr int attempts = 1000;
   const SplitPath target(path);
   const std::string prefix = target.parent + temporaryPrefix(target.name);
   for (int number = 1; number <= attempts; ++number) {
-    std::string candidate = prefix + std::to_string(number) + std::string(temporarySuffix);
-    if (!fileManager.fileExists(candidate)) return candidate;
+    std::string candidate = prefix + std::to_string(number) + std::string(suffix);
+    if (!fileManager.isNameTaken(candidate)) return candidate;
   }
   return std::nullopt;
 }
 
 WriteResult writeDurably(FileManager& fileManager, const std::string& path, std::string_view bytes,
                          const DurableWrite& write) {
-  const auto temporary = freeTemporaryPath(fileManager, path);
+  const auto temporary = createTemporary(fileManager, path, write);
   if (!temporary) return WriteResult::notWritten;
-  // Until the old file's permissions are known to be on it, nobody else may read what is written.
-  auto file = fileManager.createFile(
-      *temporary, write.permissions == NewFilePermissions::usual ? FileAccess::usual : FileAccess::ownerOnly);
-  if (!file) return WriteResult::notWritten;
-  bool filled = fill(*file, bytes);
-  file.reset();
+  bool filled = fill(*temporary->file, bytes);
   if (filled && write.permissions == NewFilePermissions::ofReplacedFile)
-    filled = fileManager.copyPermissions(path, *temporary);
+    filled = fileManager.copyPermissions(path, temporary->path);
   if (filled && write.beforeReplacing) write.beforeReplacing();
-  if (!filled || !fileManager.renameItem(*temporary, path)) {
-    fileManager.removeItem(*temporary);
+  if (!filled || !fileManager.renameItem(temporary->path, path)) {
+    fileManager.removeItem(temporary->path);
     return WriteResult::notWritten;
   }
   return fileManager.synchronizeDirectory(SplitPath(path).directory()) ? WriteResult::durable
@@ -81,7 +107,7 @@ std::vector<std::string> abandonedTemporaries(const FileManager& fileManager, co
   const std::string prefix = temporaryPrefix(target.name);
   std::vector<std::string> paths;
   for (const std::string& name : fileManager.directoryEntries(target.directory())) {
-    if (isTemporaryName(name, prefix)) paths.push_back(target.parent + name);
+    if (isTemporaryName(name, prefix, kTemporarySuffix)) paths.push_back(target.parent + name);
   }
   return paths;
 }
@@ -92,6 +118,13 @@ bool removeAbandonedTemporaries(FileManager& fileManager, const std::string& pat
     if (!fileManager.removeItem(temporary)) removed = false;
   }
   return removed;
+}
+
+void sweepTemporaries(FileManager& fileManager, const std::string& directory, std::string_view suffix) {
+  const std::string parent = directory.ends_with('/') ? directory : directory + "/";
+  for (const std::string& name : fileManager.directoryEntries(directory)) {
+    if (isTemporaryName(name, suffix)) fileManager.removeAbandonedFile(parent + name, kUnchangedFor);
+  }
 }
 
 }  // namespace quendo

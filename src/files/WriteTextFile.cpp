@@ -3,20 +3,29 @@
 #include <optional>
 
 #include "files/DurableWrite.h"
+#include "files/Path.h"
 #include "text/Utf8.h"
 
 namespace quendo {
+namespace {
+
+// Files are written where the user keeps those of other programs too.
+constexpr std::string_view kOurTemporarySuffix = ".quendo.tmp";
+
+}  // namespace
 
 bool writeTextFile(FileManager& fileManager, const std::string& path, std::string_view text) {
   if (!isValidUtf8(text)) return false;
   const std::optional<std::string> target = fileManager.resolvedPath(path);
   if (!target) return false;
-  DurableWrite write{.permissions = NewFilePermissions::usual};
+  // First, because what a crash left may be what fills the disk.
+  sweepTemporaries(fileManager, std::string(deletingLastPathComponent(*target)), kOurTemporarySuffix);
+  DurableWrite write{.permissions = NewFilePermissions::usual, .temporarySuffix = kOurTemporarySuffix};
   if (fileManager.fileExists(*target)) {
     if (!fileManager.attributesOfItem(*target)) return false;
     write.permissions = NewFilePermissions::ofReplacedFile;
   }
-  // Where files are exported to, some file systems cannot flush a directory; the file is in its place then.
+  // Some file systems to which files are exported cannot flush a directory; the file is in its place then.
   return writeDurably(fileManager, *target, text, write) != WriteResult::notWritten;
 }
 

@@ -7,9 +7,10 @@
 
 namespace quendo {
 
-/// Writes `text` to the file at `path` in one step: through a temporary file beside it, which is brought to
-/// the storage device and then takes its place. A symbolic link is followed, and its target written. A file
-/// that is replaced hands its permissions on; a new one gets those that the user's files get.
+/// Writes `text` to the file at `path` atomically: to a temporary file beside it, which is flushed and then
+/// renamed over it. A symbolic link is followed, and its target replaced. The new file has the permissions of
+/// the one it replaces, or else those that the user's files get. What earlier writes left in the directory
+/// when their process was killed is removed.
 ///
 /// False, with the file as it was, when `text` has no UTF-8 form, when the name is taken by something that is
 /// no regular file, and when a step fails. Any thread.

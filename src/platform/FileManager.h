@@ -18,7 +18,8 @@ struct FileAttributes {
 /// Who may read and write a new file.
 enum class FileAccess : std::uint8_t { ownerOnly, usual };
 
-/// A file that was newly created and is being written. Closed on destruction, whatever happened.
+/// A file that was newly created and is being written. Closed on destruction, whatever happened; held until
+/// then, see `FileManager::removeAbandonedFile`.
 class WritableFile {
  public:
   virtual ~WritableFile() = default;
@@ -54,7 +55,10 @@ class FileManager {
 
   /// Attributes of a regular file, links followed; absent when they cannot be read.
   virtual std::optional<FileAttributes> attributesOfItem(const std::string& path) const = 0;
+  /// Whether there is anything, links followed.
   virtual bool fileExists(const std::string& path) const = 0;
+  /// Whether a directory has this name in it, be it that of a link which leads nowhere.
+  virtual bool isNameTaken(const std::string& path) const = 0;
   /// The whole file, or its first `limit` + 1 bytes when it is longer than `limit`.
   virtual std::optional<std::string> contents(const std::string& path, std::int64_t limit) const = 0;
   /// Where `path` leads when symbolic links in its place are followed, whether or not anything is there;
@@ -76,13 +80,19 @@ class FileManager {
   /// Creates a directory and its missing parents. True when it exists afterwards.
   virtual bool createDirectory(const std::string& path) = 0;
   virtual bool removeItem(const std::string& path) = 0;
+  /// Removes a regular file, not a link, that belongs to the user who runs the program, has not changed for
+  /// the given time, and is certainly not held by a `WritableFile` of this or another process. True when it
+  /// was removed.
+  virtual bool removeAbandonedFile(const std::string& path, std::chrono::seconds unchangedFor) = 0;
   /// Makes `to`, which must not exist, an exact snapshot of the regular file `from`, in the cheapest way
   /// that the file system has: a second link, a clone, or a copy.
   virtual bool snapshotItem(const std::string& from, const std::string& to) = 0;
 
   /// Creates a file that must not exist yet: for its owner alone, or with what the user's files get.
   virtual std::unique_ptr<WritableFile> createFile(const std::string& path, FileAccess access) = 0;
-  /// Gives `to` the permissions of `from`; its owner and group too, where the user may.
+  /// Gives `to` the permissions of `from`, and its owner and its group, each where the user may. Nobody may
+  /// do more with `to` than with `from` afterwards: permissions for a group that could not be kept are left
+  /// out. On a file system without permissions there is nothing to give. False when it fails.
   virtual bool copyPermissions(const std::string& from, const std::string& to) = 0;
   /// Puts `from` in the place of `to` in one step; `to` may exist.
   virtual bool renameItem(const std::string& from, const std::string& to) = 0;

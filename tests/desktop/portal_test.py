@@ -96,3 +96,14 @@ def test_a_portals_dialog_that_is_cancelled_is_answered_so(start, reporter, port
     reporter.run("""webkit.messageHandlers.quendoExport.postMessage(
         { filename: 'note.md', content: 'x', format: 'markdown' });""")
     assert reporter.wait_for("answered") == [False, "Export canceled"]
+
+
+def test_a_place_of_the_portals_that_is_not_on_this_machine_is_a_failure_and_no_cancel(start, reporter, portal):
+    portal(response=0, paths=["sftp://server.example/note.md"])
+    start(GDK_DEBUG="portals")
+    reporter.run("""webkit.messageHandlers.quendoSaveAs.postMessage(
+        { noteId: 'n', filename: 'note.md', content: 'x' });""")
+    assert reporter.wait_for("answered") == [False, "n", "", "Não foi possível salvar o arquivo"]
+    reporter.run("""webkit.messageHandlers.quendoExport.postMessage(
+        { filename: 'note.md', content: 'x', format: 'markdown' });""")
+    assert reporter.wait_for("answered", 2) == [False, "Could not export the file"]

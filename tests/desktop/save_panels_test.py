@@ -11,6 +11,7 @@ import pytest
 from harness import desktop
 from harness.waiting import stays, wait_until
 
+REMOTE_PLACE = Path(__file__).parent / "tools" / "remote_place.c"
 WRITE_FAULT = Path(__file__).parent / "tools" / "write_fault.c"
 EXPORTED = "quendoNativeExportDidFinish"
 SAVED = "quendoNativeSaveAsDidFinish"
@@ -127,14 +128,15 @@ def test_a_cancelled_panel_writes_nothing_and_says_so(panels, way):
     panels.wait_until_gone()
 
 
-def confirm_replacing(panels, title, replace):
-    """Answers the dialog's own question whether the file is to be replaced."""
+def confirm_replacing(panels, title, replace, about=""):
+    """Answers the dialog's own question whether the file, with a name that has `about` in it, is to be replaced."""
     question = wait_until(lambda: next((one for one in panels.quendo.windows() if one.title not in (title, "Quendo")),
                                        None), 10, "the question")
     wait_until(lambda: desktop.active_window() == question.id, 10, "the question to have the keyboard")
     name = "Replace" if replace else "Cancel"
     asked = wait_until(lambda: next((one for one in panels.quendo.accessible().children()
                                      if one.find_all("label", "Replace")), None), 5, "the question's buttons")
+    assert any(about in one.name for one in asked.find_all("label")), asked.tree()
     panels.click(asked, name)
     wait_until(lambda: question not in panels.quendo.windows(), 10, "the question to be gone")
 
@@ -156,12 +158,124 @@ def test_a_file_is_replaced_only_after_the_question_and_keeps_its_mode(panels):
 def test_an_extension_that_is_added_does_not_replace_a_file_unasked(panels):
     file = panels.quendo.home / "list.txt"
     file.write_text("old")
+    other = panels.quendo.home / "list"
+    other.write_text("neither replaced nor asked about")
     panel = panels.save_as("x.txt", "new")
     panels.rename(panel, "list")
     desktop.press("Return")
-    confirm_replacing(panels, "Save Note As", replace=True)
+    confirm_replacing(panels, "Save Note As", replace=True, about="“list.txt”")
     assert panels.answer() == [SAVED, True, "n1", "list.txt", "Salvo como list.txt"]
+    assert file.read_text() == "new" and other.read_text().startswith("neither")
+
+
+@pytest.mark.parametrize("request_panel, answer", [
+    (Panels.save_as, lambda name: [SAVED, True, "n1", name, f"Salvo como {name}"]),
+    (Panels.export, lambda name: [EXPORTED, True, "Markdown exported"]),
+], ids=["save as", "export"])
+def test_a_folder_that_is_typed_with_the_name_is_kept_when_the_extension_is_added(panels, request_panel, answer):
+    home = panels.quendo.home
+    for folder in ("sub", "tilde", "absolute"):
+        (home / folder).mkdir()
+    typed = ["sub/one", "~/tilde/two", f"{home}/absolute/three"]
+    for number, name in enumerate(typed, 1):
+        panel = request_panel(panels, "note.md", name)
+        panels.rename(panel, name)
+        desktop.press("Return")
+        assert panels.answer(number) == answer(f"{Path(name).name}.md")
+        panels.wait_until_gone()
+    # The next panel shows the folder in which the last one was confirmed.
+    request_panel(panels, "four.md", "four")
+    desktop.press("Return")
+    assert panels.answer(4) == answer("four.md")
+    written = {str(file.relative_to(home)): file.read_text() for folder in ("sub", "tilde", "absolute", ".")
+               for file in (home / folder).glob("*.md")}
+    assert written == {"sub/one.md": typed[0], "tilde/two.md": typed[1], "absolute/three.md": typed[2],
+                       "absolute/four.md": "four"}
+
+
+def test_a_folder_that_is_typed_is_opened(panels):
+    home = panels.quendo.home
+    (home / "sub").mkdir()
+    panel = panels.save_as("note.md", "text")
+    panels.rename(panel, "sub")
+    desktop.press("Return")
+    wait_until(lambda: name_in(panel) == "", 10, "the field to be empty in the other folder")
+    desktop.type_text("inside", delay=15)
+    wait_until(lambda: name_in(panel) == "inside", 10, "the name in the field")
+    desktop.press("Return")
+    assert panels.answer() == [SAVED, True, "n1", "inside.md", "Salvo como inside.md"]
+    assert (home / "sub" / "inside.md").read_text() == "text" and not (home / "sub.md").exists()
+
+
+@pytest.mark.parametrize("filename, written", [
+    ("~draft.md", "~draft.md"), ("~root", "~root.md"), ("~/../up.md", "~-..-up.md"), ("~", "~.md"), ("..", "...md"),
+    ("...list", "...list"),
+])
+def test_a_suggested_name_is_the_name_of_a_file_in_the_folder_on_show(panels, filename, written):
+    panels.export(filename, "text")
+    desktop.press("Return")
+    assert panels.answer() == [EXPORTED, True, "Markdown exported"]
+    assert (panels.quendo.home / written).read_text() == "text"
+
+
+def test_a_suggested_name_with_a_tilde_is_asked_about_and_takes_another_type(panels):
+    file = panels.quendo.home / "~draft.json"
+    file.write_text("old")
+    panel = panels.save_as("~draft.md", "new")
+    panels.choose_extension(panel, 3)
+    wait_until(lambda: name_in(panel) == "~draft.json", 5, "the name with the other extension")
+    panels.click(panel, "Save")
+    confirm_replacing(panels, "Save Note As", replace=True)
+    assert panels.answer() == [SAVED, True, "n1", "~draft.json", "Salvo como ~draft.json"]
     assert file.read_text() == "new"
+
+
+def test_a_type_that_is_chosen_changes_the_name_and_not_the_folder_that_was_typed_before_it(panels):
+    folder = panels.quendo.home / "v1.2"
+    folder.mkdir()
+    panel = panels.save_as("draft.md", "{}")
+    panels.rename(panel, str(folder / "notes"))
+    panels.choose_extension(panel, 3)
+    wait_until(lambda: name_in(panel) == str(folder / "notes.json"), 5, "the path with the other extension")
+    panels.click(panel, "Save")
+    assert panels.answer() == [SAVED, True, "n1", "notes.json", "Salvo como notes.json"]
+    assert (folder / "notes.json").read_text() == "{}"
+
+
+def test_a_place_that_is_not_on_this_machine_is_a_failure_and_no_cancel(make_quendo, reporter, tmp_path):
+    library = tmp_path / "remote_place.so"
+    subprocess.run(["g++", "-xc", "-shared", "-fPIC", "-o", library, REMOTE_PLACE, "-ldl"], check=True)
+    quendo = make_quendo(page=answering_page(reporter))
+    folder = quendo.home / "server"
+    folder.mkdir()
+    quendo.start(environment={"LC_ALL": "en_US.UTF-8", "LD_PRELOAD": str(library),
+                              "QUENDO_TEST_REMOTE_DIRECTORY": str(folder)})
+    reporter.wait_for_page()
+    quendo.wait_for_page()
+    panels = Panels(quendo, reporter)
+    panels.rename(panels.save_as("note.md"), str(folder / "note.md"))
+    desktop.press("Return")
+    assert panels.answer() == [SAVED, False, "n1", "", "Não foi possível salvar o arquivo"]
+    panels.wait_until_gone()
+    panels.rename(panels.export("note.md"), str(folder / "note.md"))
+    desktop.press("Return")
+    assert panels.answer(2) == [EXPORTED, False, "Could not export the file"]
+    assert not os.listdir(folder)
+
+
+def test_the_first_panel_shows_the_users_documents(make_quendo, reporter):
+    quendo = make_quendo(page=answering_page(reporter))
+    (quendo.home / "Papers").mkdir()
+    quendo.configuration.mkdir(exist_ok=True)
+    (quendo.configuration / "user-dirs.dirs").write_text('XDG_DOCUMENTS_DIR="$HOME/Papers"\n')
+    quendo.start(environment={"LC_ALL": "en_US.UTF-8"})
+    reporter.wait_for_page()
+    quendo.wait_for_page()
+    panels = Panels(quendo, reporter)
+    panels.export("note.md", "text")
+    desktop.press("Return")
+    panels.answer()
+    assert (quendo.home / "Papers" / "note.md").read_text() == "text"
 
 
 def test_a_link_is_followed_to_its_target(panels):

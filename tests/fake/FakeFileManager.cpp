@@ -95,6 +95,11 @@ bool FakeFileManager::fileExists(const std::string& path) const {
   return begin("fileExists " + path) && (names_.contains(path) || hasDirectory(path));
 }
 
+bool FakeFileManager::isNameTaken(const std::string& path) const {
+  return begin("isNameTaken " + path) &&
+         (names_.contains(path) || hasDirectory(path) || links.contains(path));
+}
+
 std::optional<std::string> FakeFileManager::contents(const std::string& path, std::int64_t limit) const {
   if (!begin("contents " + path)) return std::nullopt;
   auto bytes = file(path);
@@ -123,6 +128,12 @@ bool FakeFileManager::removeItem(const std::string& path) {
   return true;
 }
 
+bool FakeFileManager::removeAbandonedFile(const std::string& path, std::chrono::seconds /*unchangedFor*/) {
+  if (!begin("removeAbandonedFile " + path) || abandoned.erase(path) == 0) return false;
+  change({{path, nullptr}});
+  return true;
+}
+
 bool FakeFileManager::snapshotItem(const std::string& from, const std::string& to) {
   if (!begin("snapshotItem " + from + " " + to) || !names_.contains(from) || names_.contains(to))
     return false;
@@ -132,7 +143,9 @@ bool FakeFileManager::snapshotItem(const std::string& from, const std::string& t
 }
 
 std::unique_ptr<WritableFile> FakeFileManager::createFile(const std::string& path, FileAccess access) {
-  if (!begin("createFile " + path) || names_.contains(path) || !hasDirectory(parentOf(path))) return nullptr;
+  if (!begin("createFile " + path) || names_.contains(path) || links.contains(path) ||
+      !hasDirectory(parentOf(path)))
+    return nullptr;
   if (refusedNames.contains(path)) return nullptr;
   const auto node = std::make_shared<Node>();
   if (access == FileAccess::usual) node->permissions = "usual";

@@ -29,6 +29,8 @@ class FakeFileManager final : public FileManager {
   std::map<std::string, std::string> links;
   /// Directories that another process has claimed.
   std::set<std::string> claimedByAnother;
+  /// Files that no process has touched for long; see `removeAbandonedFile`.
+  std::set<std::string> abandoned;
   /// Names that the file system does not take.
   std::set<std::string> refusedNames;
 
@@ -75,6 +77,7 @@ class FakeFileManager final : public FileManager {
   std::optional<std::string> applicationSupportDirectory() const override { return supportDirectory; }
   std::optional<FileAttributes> attributesOfItem(const std::string& path) const override;
   bool fileExists(const std::string& path) const override;
+  bool isNameTaken(const std::string& path) const override;
   std::optional<std::string> contents(const std::string& path, std::int64_t limit) const override;
   std::vector<std::string> directoryEntries(const std::string& path) const override;
   std::optional<std::string> resolvedPath(const std::string& path) const override;
@@ -84,6 +87,7 @@ class FakeFileManager final : public FileManager {
   bool removeDirectory(const std::string& path) override;
   bool createDirectory(const std::string& path) override;
   bool removeItem(const std::string& path) override;
+  bool removeAbandonedFile(const std::string& path, std::chrono::seconds unchangedFor) override;
   bool snapshotItem(const std::string& from, const std::string& to) override;
   std::unique_ptr<WritableFile> createFile(const std::string& path, FileAccess access) override;
   bool copyPermissions(const std::string& from, const std::string& to) override;

@@ -82,7 +82,10 @@ struct FakePasteboard final : Pasteboard {
 
 struct FakeWorkspace final : Workspace {
   void openUrl(const std::string& url) override { opened.push_back(url); }
+  std::optional<std::string> documentsDirectory() const override { return documents; }
+  std::string homeDirectory() const override { return "/home/user"; }
   std::vector<std::string> opened;
+  std::optional<std::string> documents = "/home/user/Documents";
 };
 
 struct FakeContentTypes final : ContentTypes {
@@ -193,9 +196,10 @@ struct FakeSavePanel final : SavePanel {
     configuration.accessory->didChange(*this);
   }
   void confirm(const std::string& directory) {
-    completion(*this, configuration.pathToWrite(*this, directory + "/" + name));
+    completion(*this, {.confirmed = true, .path = configuration.pathToWrite(*this, directory + "/" + name)});
   }
-  void cancel() { completion(*this, std::nullopt); }
+  void confirmPlaceWithoutPath() { completion(*this, {.confirmed = true, .path = std::nullopt}); }
+  void cancel() { completion(*this, {}); }
 
   SavePanelConfiguration configuration;
   std::string name;

@@ -88,6 +88,25 @@ TEST_F(ExportPanelsTest, AnExportUnderANameWithoutExtensionGetsTheAllowedOne) {
   EXPECT_TRUE(platform_.files.file("/home/user/nota.md"));
 }
 
+TEST_F(ExportPanelsTest, AnExtensionThatNoTypeHasIsKeptWhereItIsTypedAndGivenToNothingElse) {
+  start();
+  exportNote("nota.xyz").confirm("/home/user");
+  EXPECT_TRUE(platform_.files.file("/home/user/nota.xyz"));
+  auto& retyped = exportNote("nota.xyz");
+  retyped.name = "outra.abc";
+  retyped.confirm("/home/user");
+  EXPECT_TRUE(platform_.files.file("/home/user/outra.abc"));
+  // The panel allows Markdown here, or plain text, and never heard of xyz.
+  auto& markdown = exportNote("nota.xyz");
+  markdown.name = "outra";
+  markdown.confirm("/home/user");
+  EXPECT_TRUE(platform_.files.file("/home/user/outra.md"));
+  auto& plain = exportNote("nota.xyz", "plain");
+  plain.name = "outra";
+  plain.confirm("/home/user");
+  EXPECT_TRUE(platform_.files.file("/home/user/outra.txt"));
+}
+
 TEST_F(ExportPanelsTest, ACancelledExportAnswersFalse) {
   start();
   exportNote("nota.md").cancel();
@@ -104,6 +123,33 @@ TEST_F(ExportPanelsTest, AnExportThatTheDiskRefusesAnswersFalseAndLeavesTheOldFi
   panel.confirm("/home/user");
   EXPECT_EQ(lastScript(), "window.quendoNativeExportDidFinish?.(false, \"Could not export the file\")");
   EXPECT_EQ(platform_.files.file("/home/user/nota.md"), "old");
+}
+
+TEST_F(ExportPanelsTest, APlaceWithoutAPathIsAFailureAndNoCancel) {
+  start();
+  exportNote("nota.md").confirmPlaceWithoutPath();
+  EXPECT_EQ(lastScript(),
+            "window.quendoNativeExportDidFinish?.(false, \"Não foi possível exportar o arquivo\")");
+  saveAs("nota.md").confirmPlaceWithoutPath();
+  EXPECT_EQ(
+      lastScript(),
+      "window.quendoNativeSaveAsDidFinish?.(false, \"n1\", \"\", \"Não foi possível salvar o arquivo\")");
+}
+
+TEST_F(ExportPanelsTest, PanelsStartAmongTheDocumentsAndThenWhereTheLastOneWasConfirmed) {
+  start();
+  auto& first = exportNote("nota.md");
+  EXPECT_EQ(first.configuration.startingFolder(), "/home/user/Documents");
+  platform_.workspace.documents.reset();
+  EXPECT_EQ(first.configuration.startingFolder(), "/home/user");
+  auto& waiting = saveAs("nota.md");
+  first.confirm("/home/user/v1.2");
+  EXPECT_EQ(waiting.configuration.startingFolder(), "/home/user/v1.2") << "asked for when it is shown";
+  waiting.cancel();
+  auto& last = saveAs("nota.md");
+  EXPECT_EQ(last.configuration.startingFolder(), "/home/user/v1.2");
+  last.confirm("");
+  EXPECT_EQ(exportNote("nota.md").configuration.startingFolder(), "/");
 }
 
 TEST_F(ExportPanelsTest, TextThatHasNoUtf8FormIsNotWrittenAndAnsweredFalse) {
@@ -158,6 +204,9 @@ TEST_F(ExportPanelsTest, ChoosingATypeChangesTheNameAtOnce) {
   panel.name = "a.tar.gz";
   panel.select(14);
   EXPECT_EQ(panel.name, "a.tar.cpp");
+  panel.name = "/x/v1.2/notes";
+  panel.select(3);
+  EXPECT_EQ(panel.name, "/x/v1.2/notes.json");
 }
 
 TEST_F(ExportPanelsTest, ChoosingTheCustomItemLeavesTheName) {

@@ -2,97 +2,40 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <linux/fs.h>
 #include <pwd.h>
 #include <sys/file.h>
-#include <sys/ioctl.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
+#include <ctime>
 #include <filesystem>
 #include <limits>
 #include <system_error>
 #include <thread>
 #include <utility>
 
+#include "files/Path.h"
+#include "platform/posix/FileCalls.h"
+#include "platform/posix/FileCopy.h"
 #include "platform/posix/FileDescriptor.h"
+#include "platform/posix/FilePermissions.h"
 
 namespace quendo {
 namespace {
 
-FileDescriptor openFile(const std::string& path, int flags, mode_t mode = 0) {
-  return FileDescriptor(retryInterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); }));
+std::string withoutTrailingSlashes(std::string path) {
+  while (path.size() > 1 && path.ends_with('/')) path.pop_back();
+  return path;
 }
 
-bool isRegularFile(const FileDescriptor& file, struct stat& attributes) {
-  return ::fstat(file.get(), &attributes) == 0 && S_ISREG(attributes.st_mode);
-}
-
-/// Opened without waiting for a writer, should it be a pipe.
-FileDescriptor openForReading(const std::string& path) {
-  return openFile(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
-}
-
-FileDescriptor createExclusively(const std::string& path, FileAccess access = FileAccess::ownerOnly) {
+FileDescriptor createExclusively(const std::string& path, FileAccess access) {
   constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
   constexpr mode_t usual = ownerOnly | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
   return openFile(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW,
                   access == FileAccess::usual ? usual : ownerOnly);
-}
-
-bool writeAll(const FileDescriptor& file, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t count = retryInterrupted([&] { return ::write(file.get(), bytes.data(), bytes.size()); });
-    if (count <= 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(count));
-  }
-  return true;
-}
-
-/// Data and size, which is all that reading the file back needs; the times of access are left to the
-/// system's leisure.
-bool synchronizeData(const FileDescriptor& file) {
-  return retryInterrupted([&] { return ::fdatasync(file.get()); }) == 0;
-}
-
-bool copyThroughMemory(const FileDescriptor& from, const FileDescriptor& to) {
-  std::string buffer(std::size_t{1} << 18U, '\0');
-  for (;;) {
-    const ssize_t count = retryInterrupted([&] { return ::read(from.get(), buffer.data(), buffer.size()); });
-    if (count <= 0) return count == 0;
-    if (!writeAll(to, std::string_view(buffer).substr(0, static_cast<std::size_t>(count)))) return false;
-  }
-}
-
-bool copyContents(const FileDescriptor& from, const FileDescriptor& to) {
-  if (::ioctl(to.get(), FICLONE, from.get()) == 0) return true;
-  // Both move the file offsets, so the plain copy goes on where the kernel's own stopped.
-  constexpr std::size_t most = std::size_t{1} << 30U;
-  for (;;) {
-    const ssize_t count =
-        retryInterrupted([&] { return ::copy_file_range(from.get(), nullptr, to.get(), nullptr, most, 0); });
-    if (count <= 0) return copyThroughMemory(from, to);
-  }
-}
-
-bool copyFile(const std::string& from, const std::string& to) {
-  const FileDescriptor source = openForReading(from);
-  struct stat attributes {};
-  if (!source.isOpen() || !isRegularFile(source, attributes)) return false;
-  FileDescriptor copy = createExclusively(to);
-  if (!copy.isOpen()) return false;
-  if (copyContents(source, copy) && synchronizeData(copy) && copy.close()) return true;
-  ::unlink(to.c_str());
-  return false;
-}
-
-std::string withoutTrailingSlashes(std::string path) {
-  while (path.size() > 1 && path.ends_with('/')) path.pop_back();
-  return path;
 }
 
 std::string homeDirectory() {
@@ -113,12 +56,17 @@ class PosixDirectoryClaim final : public DirectoryClaim {
   FileDescriptor directory_;
 };
 
+/// Locked from its creation to its destruction, over `close`, which is what `removeAbandonedFile` looks for.
 class PosixWritableFile final : public WritableFile {
  public:
-  explicit PosixWritableFile(FileDescriptor file) : file_(std::move(file)) {}
+  explicit PosixWritableFile(FileDescriptor file)
+      : file_(std::move(file)), lock_(::fcntl(file_.get(), F_DUPFD_CLOEXEC, 0)) {
+    // Where there are no locks, nobody takes the file for an abandoned one either.
+    ::flock(file_.get(), LOCK_EX | LOCK_NB);
+  }
   bool write(std::string_view bytes) override {
-    // The device is told to begin with each piece while the next is copied, so that the flush at the end
-    // finds most of a large document written. It promises nothing, so its answer does not matter.
+    // Writing each piece to the device starts while the next one is copied, which leaves little of a large
+    // document to the flush at the end. It is a hint; its result does not matter.
     constexpr std::size_t piece = std::size_t{4} << 20U;
     while (bytes.size() > piece) {
       if (!writeAll(file_, bytes.substr(0, piece))) return false;
@@ -132,6 +80,7 @@ class PosixWritableFile final : public WritableFile {
 
  private:
   FileDescriptor file_;
+  FileDescriptor lock_;  ///< The same open file, and with it the lock.
 };
 
 }  // namespace
@@ -155,16 +104,24 @@ bool PosixFileManager::fileExists(const std::string& path) const {
   return ::stat(path.c_str(), &attributes) == 0;
 }
 
+bool PosixFileManager::isNameTaken(const std::string& path) const {
+  struct stat attributes {};
+  return ::lstat(path.c_str(), &attributes) == 0;
+}
+
 std::optional<std::string> PosixFileManager::contents(const std::string& path, std::int64_t limit) const {
   const FileDescriptor file = openForReading(path);
   struct stat attributes {};
   if (!file.isOpen() || !isRegularFile(file, attributes)) return std::nullopt;
 
+  // Files that the kernel makes up while they are read have no size, and some of them answer one read only.
+  constexpr std::size_t roomForUnknownSize = std::size_t{1} << 16U;
   const auto most =
       static_cast<std::size_t>(std::min(limit, std::numeric_limits<std::int64_t>::max() - 1)) + 1;
-  // One byte more than the file is said to have, so that its end is met without a second round; a file
-  // that grows meanwhile takes more rounds.
-  std::size_t room = std::min(most, static_cast<std::size_t>(attributes.st_size) + 1);
+  // One byte more than the recorded size, to meet the end without a second round; a file that grows takes
+  // more rounds.
+  std::size_t room = std::min(
+      most, attributes.st_size == 0 ? roomForUnknownSize : static_cast<std::size_t>(attributes.st_size) + 1);
   std::string bytes;
   for (;;) {
     const std::size_t before = bytes.size();
@@ -209,8 +166,7 @@ std::vector<std::string> PosixFileManager::ownDirectories(const std::string& pat
 }
 
 bool PosixFileManager::createPrivateDirectory(const std::string& path) {
-  const std::size_t slash = path.rfind('/');
-  if (slash != std::string::npos && slash > 0 && !createDirectory(path.substr(0, slash))) return false;
+  if (!createDirectory(std::string(deletingLastPathComponent(path)))) return false;
   return ::mkdir(path.c_str(), S_IRWXU) == 0;
 }
 
@@ -235,10 +191,8 @@ std::vector<std::string> PosixFileManager::directoryEntries(const std::string& p
 bool PosixFileManager::createDirectory(const std::string& path) {
   struct stat attributes {};
   if (::stat(path.c_str(), &attributes) == 0) return S_ISDIR(attributes.st_mode);
-  const std::size_t slash = path.rfind('/');
-  if (slash == std::string::npos || slash + 1 == path.size()) return false;
-  const std::string parent = slash == 0 ? "/" : path.substr(0, slash);
-  if (!createDirectory(parent)) return false;
+  const std::string parent(deletingLastPathComponent(path));
+  if (parent.empty() || !createDirectory(parent)) return false;
   if (::mkdir(path.c_str(), S_IRWXU | S_IRWXG | S_IRWXO) != 0) {
     // Another program may have made it in this moment.
     return errno == EEXIST && ::stat(path.c_str(), &attributes) == 0 && S_ISDIR(attributes.st_mode);
@@ -247,6 +201,19 @@ bool PosixFileManager::createDirectory(const std::string& path) {
 }
 
 bool PosixFileManager::removeItem(const std::string& path) {
+  return ::unlink(path.c_str()) == 0;
+}
+
+bool PosixFileManager::removeAbandonedFile(const std::string& path, std::chrono::seconds unchangedFor) {
+  const FileDescriptor file = openFile(path, O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
+  struct stat attributes {};
+  if (!file.isOpen() || !isRegularFile(file, attributes) || attributes.st_uid != ::geteuid()) return false;
+  if (::time(nullptr) - attributes.st_mtime < unchangedFor.count()) return false;
+  if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0) return false;
+  // Its writer may have renamed it before the lock was free, and the name may be another file's now.
+  struct stat named {};
+  if (::lstat(path.c_str(), &named) != 0) return false;
+  if (named.st_dev != attributes.st_dev || named.st_ino != attributes.st_ino) return false;
   return ::unlink(path.c_str()) == 0;
 }
 
@@ -264,14 +231,8 @@ std::unique_ptr<WritableFile> PosixFileManager::createFile(const std::string& pa
 }
 
 bool PosixFileManager::copyPermissions(const std::string& from, const std::string& to) {
-  struct stat attributes {};
-  if (::stat(from.c_str(), &attributes) != 0) return false;
   const FileDescriptor file = openFile(to, O_WRONLY | O_NOFOLLOW | O_NONBLOCK);
-  if (!file.isOpen()) return false;
-  // Only an administrator may give a file to somebody else, so that a refusal is no failure.
-  if (::fchown(file.get(), attributes.st_uid, attributes.st_gid) != 0) errno = 0;
-  constexpr mode_t permissions = S_IRWXU | S_IRWXG | S_IRWXO;
-  return ::fchmod(file.get(), attributes.st_mode & permissions) == 0;
+  return file.isOpen() && handPermissionsOn(from, file);
 }
 
 bool PosixFileManager::renameItem(const std::string& from, const std::string& to) {
@@ -297,7 +258,7 @@ bool PosixFileManager::synchronizeDirectory(const std::string& path) {
   const FileDescriptor directory = openFile(path, O_RDONLY | O_DIRECTORY);
   if (!directory.isOpen()) return false;
   if (retryInterrupted([&] { return ::fsync(directory.get()); }) == 0) return true;
-  // File systems that cannot flush a directory, some network ones, bring names to the device themselves.
+  // File systems that cannot flush a directory, some network ones, keep its names safe by themselves.
   return errno == EINVAL || errno == ENOTSUP;
 }
 

@@ -12,6 +12,7 @@ class PosixFileManager final : public FileManager {
 
   std::optional<FileAttributes> attributesOfItem(const std::string& path) const override;
   bool fileExists(const std::string& path) const override;
+  bool isNameTaken(const std::string& path) const override;
   /// Never waits for another program: a pipe or a device is refused.
   std::optional<std::string> contents(const std::string& path, std::int64_t limit) const override;
   std::vector<std::string> directoryEntries(const std::string& path) const override;
@@ -26,6 +27,8 @@ class PosixFileManager final : public FileManager {
   /// With the default mode; every name that is new has reached the storage device on return.
   bool createDirectory(const std::string& path) override;
   bool removeItem(const std::string& path) override;
+  /// Told by an advisory lock; where the file system has none, nothing is removed.
+  bool removeAbandonedFile(const std::string& path, std::chrono::seconds unchangedFor) override;
   bool snapshotItem(const std::string& from, const std::string& to) override;
 
   std::unique_ptr<WritableFile> createFile(const std::string& path, FileAccess access) override;

@@ -3,7 +3,7 @@
     portal.py LOG ANSWER
 
 Each request is a line of JSON in LOG. ANSWER is a line of JSON: "response" is the portal's answer to every
-request, 0 for done; "paths" the files that it chooses, one for each dialog, the last one again and again;
+request, 0 for done; "paths" the files that it chooses, or their URIs, one for each dialog, the last one again and again;
 "choices" what is chosen beside it.
 """
 
@@ -43,6 +43,10 @@ _NETWORK = {"Lookup": GLib.Variant("(as)", (["direct://"],)), "CanReach": GLib.V
             "GetStatus": GLib.Variant("(a{sv})", ({"available": GLib.Variant("b", True)},))}
 
 
+def uri(place):
+    return place if "://" in place else GLib.filename_to_uri(place)
+
+
 class Portal:
     def __init__(self, bus, log, answer):
         self._bus = bus
@@ -72,7 +76,7 @@ class Portal:
         results = {}
         paths = self._answer.get("paths")
         if paths:
-            results["uris"] = GLib.Variant("as", [GLib.filename_to_uri(paths.pop(0) if paths[1:] else paths[0])])
+            results["uris"] = GLib.Variant("as", [uri(paths.pop(0) if paths[1:] else paths[0])])
             results["choices"] = GLib.Variant("a(ss)", [tuple(one) for one in self._answer.get("choices", [])])
         GLib.timeout_add(300, self._respond, sender, handle, results)
 

@@ -84,7 +84,7 @@ int fdatasync(int descriptor) {
 
 int fchmod(int descriptor, mode_t mode) {
   NEXT(fchmod);
-  if (is_inside_descriptor(descriptor) && fails("fchmod", EPERM)) return -1;
+  if (is_inside_descriptor(descriptor) && fails("fchmod", EIO)) return -1;
   return next(descriptor, mode);
 }
 

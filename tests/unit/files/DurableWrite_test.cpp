@@ -19,7 +19,7 @@ TEST(DurableWrite, FlushesTheBytesThenReplacesThenFlushesTheDirectory) {
                          {.beforeReplacing = [&] { fileManager.log.emplace_back("beforeReplacing"); }}),
             WriteResult::durable);
   EXPECT_EQ(fileManager.log,
-            (Calls{"fileExists /d/.note.md.1.tmp", "createFile /d/.note.md.1.tmp", "write /d/.note.md.1.tmp",
+            (Calls{"isNameTaken /d/.note.md.1.tmp", "createFile /d/.note.md.1.tmp", "write /d/.note.md.1.tmp",
                    "synchronize /d/.note.md.1.tmp", "close /d/.note.md.1.tmp", "beforeReplacing",
                    "renameItem /d/.note.md.1.tmp /d/note.md", "synchronizeDirectory /d"}));
   fileManager.cutPower([](std::size_t) { return false; });
@@ -56,10 +56,27 @@ TEST(DurableWrite, LeavesTheTemporaryFilesOfOthersAlone) {
   EXPECT_EQ(fileManager.file("/d/.note.md.1.tmp"), "another program's");
 
   // One that appears between the look and the creation.
-  fileManager.failCallsIf([](const std::string& call) { return call.starts_with("fileExists"); });
+  fileManager.failCallsIf([](const std::string& call) { return call.starts_with("isNameTaken"); });
   EXPECT_EQ(writeDurably(fileManager, "/d/note.md", "newer"), WriteResult::notWritten);
   EXPECT_EQ(fileManager.file("/d/.note.md.1.tmp"), "another program's");
   EXPECT_EQ(fileManager.file("/d/note.md"), "new");
+}
+
+TEST(DurableWrite, TakesTheNextNameWhenALinkThatLeadsNowhereHasTheFirst) {
+  fake::FakeFileManager fileManager;
+  fileManager.setFile("/d/note.md", "old");
+  fileManager.links["/d/.note.md.1.tmp"] = "/nowhere";
+  EXPECT_EQ(writeDurably(fileManager, "/d/note.md", "new"), WriteResult::durable);
+  EXPECT_EQ(fileManager.file("/d/note.md"), "new");
+}
+
+TEST(DurableWrite, TakesTheNextNameWhenAnotherWriterWasFaster) {
+  fake::FakeFileManager fileManager;
+  fileManager.setFile("/d/.note.md.1.tmp", "another writer's");
+  fileManager.failCall(1);  // It does not see the name, which is there by the time the file is created.
+  EXPECT_EQ(writeDurably(fileManager, "/d/note.md", "new"), WriteResult::durable);
+  EXPECT_EQ(fileManager.file("/d/note.md"), "new");
+  EXPECT_EQ(fileManager.file("/d/.note.md.1.tmp"), "another writer's");
 }
 
 TEST(DurableWrite, WritesBesideARootFile) {
@@ -95,6 +112,25 @@ TEST(DurableWrite, RemovesAbandonedTemporariesOfItsOwnFileOnly) {
   fileManager.setFile("/d/.note.md.1.tmp", "");
   fileManager.failCallsIf([](const std::string& call) { return call.starts_with("removeItem"); });
   EXPECT_FALSE(removeAbandonedTemporaries(fileManager, "/d/note.md"));
+}
+
+TEST(DurableWrite, SweepsTheTemporariesOfAnyFileThatNobodyWrites) {
+  fake::FakeFileManager fileManager;
+  const Calls temporaries = {"/d/.list.12.ours.tmp", "/d/.note.md.1.ours.tmp"};
+  const Calls others = {"/d/..1.ours.tmp",     "/d/.1.ours.tmp",        "/d/.note.1.tmp",
+                        "/d/.note.x.ours.tmp", "/d/note.md.1.ours.tmp", "/d/.note..ours.tmp",
+                        "/d/ours.tmp"};
+  for (const Calls& names : {temporaries, others}) {
+    for (const std::string& path : names) {
+      fileManager.setFile(path, "");
+      fileManager.abandoned.insert(path);
+    }
+  }
+  fileManager.setFile("/d/.being-written.1.ours.tmp", "");
+  sweepTemporaries(fileManager, "/d", ".ours.tmp");
+  for (const std::string& path : temporaries) EXPECT_FALSE(fileManager.file(path)) << path;
+  for (const std::string& path : others) EXPECT_TRUE(fileManager.file(path)) << path;
+  EXPECT_TRUE(fileManager.file("/d/.being-written.1.ours.tmp"));
 }
 
 }  // namespace

@@ -40,6 +40,25 @@ TEST(DeletingPathExtension, TakesTheLastDotAndWhatFollows) {
   EXPECT_EQ(deletingPathExtension("dot."), "dot");
 }
 
-}  // namespace
+TEST(DeletingPathExtension, LooksAtTheLastComponentOnly) {
+  EXPECT_EQ(deletingPathExtension("/x/v1.2/notes"), "/x/v1.2/notes");
+  EXPECT_EQ(deletingPathExtension("/x/v1.2/notes.md"), "/x/v1.2/notes");
+  EXPECT_EQ(deletingPathExtension("v1.2/.md"), "v1.2/");
+  EXPECT_EQ(deletingPathExtension("../notes"), "../notes");
+  EXPECT_EQ(deletingPathExtension("/x/v1.2/"), "/x/v1.2/");
+}
 
+TEST(DeletingLastPathComponent, LeavesTheFolder) {
+  EXPECT_EQ(deletingLastPathComponent("/a/b.txt"), "/a");
+  EXPECT_EQ(deletingLastPathComponent("/a/b//"), "/a");
+  EXPECT_EQ(deletingLastPathComponent("/a//b"), "/a");
+  EXPECT_EQ(deletingLastPathComponent("/a"), "/");
+  EXPECT_EQ(deletingLastPathComponent("//a"), "/");
+  EXPECT_EQ(deletingLastPathComponent("/"), "/");
+  EXPECT_EQ(deletingLastPathComponent("a/b"), "a");
+  EXPECT_EQ(deletingLastPathComponent("b"), "");
+  EXPECT_EQ(deletingLastPathComponent(""), "");
+}
+
+}  // namespace
 }  // namespace quendo

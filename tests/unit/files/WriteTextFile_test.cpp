@@ -60,6 +60,35 @@ TEST(WriteTextFile, RefusesTextWithoutAUtf8FormBeforeItTouchesTheDisk) {
   EXPECT_TRUE(files.log.empty());
 }
 
+TEST(WriteTextFile, RemovesWhatAKilledWriteOfAnyNameLeftInTheDirectoryOfTheTarget) {
+  FakeFileManager files;
+  files.setFile("/real/note.md", "old");
+  files.links["/d/link.md"] = "/real/note.md";
+  for (const char* path :
+       {"/real/.other.md.1.quendo.tmp", "/real/.other.md.1.tmp", "/d/.link.md.1.quendo.tmp"}) {
+    files.setFile(path, "left");
+    files.abandoned.insert(path);
+  }
+  files.setFile("/real/.note.md.1.quendo.tmp", "another instance's, which is still writing");
+  EXPECT_TRUE(writeTextFile(files, "/d/link.md", "new"));
+  EXPECT_EQ(files.filePaths(), (Names{"/d/.link.md.1.quendo.tmp", "/real/.note.md.1.quendo.tmp",
+                                      "/real/.other.md.1.tmp", "/real/note.md"}));
+}
+
+TEST(WriteTextFile, WritesThroughATemporaryThatIsKnownAsOurs) {
+  FakeFileManager files;
+  files.setDirectory("/d");
+  files.failCallsIf([](const std::string& call) {
+    return call.starts_with("renameItem") || call.starts_with("removeItem");
+  });
+  EXPECT_FALSE(writeTextFile(files, "/d/note.md", "new"));
+  ASSERT_EQ(files.filePaths(), Names{"/d/.note.md.1.quendo.tmp"});
+  files.failNothing();
+  files.abandoned.insert("/d/.note.md.1.quendo.tmp");
+  EXPECT_TRUE(writeTextFile(files, "/d/another.md", "text"));
+  EXPECT_EQ(files.filePaths(), Names{"/d/another.md"});
+}
+
 /// Every call of the write made to fail in turn, once and from then on.
 TEST(WriteTextFile, WhicheverStepFailsTheOldFileIsWholeOrTheNewOneIs) {
   FakeFileManager whole;

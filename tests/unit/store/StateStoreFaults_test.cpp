@@ -79,7 +79,8 @@ class StateStoreFaultTest : public StoreFixture {
   }
   /// Calls whose failure is no reason to give up the write.
   static bool isIgnored(const std::string& call) {
-    return call.starts_with("fileExists") || call.starts_with("snapshotItem") || call.ends_with(backupPath);
+    return call.starts_with("fileExists") || call.starts_with("isNameTaken") ||
+           call.starts_with("snapshotItem") || call.ends_with(backupPath);
   }
 };
 

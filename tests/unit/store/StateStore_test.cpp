@@ -180,7 +180,7 @@ TEST_F(StateStoreTest, FlushesTheDocumentBeforeItTouchesThePrimaryAndThatBeforeI
   const std::string snapshot = storeDirectory + "/.state-v1.backup.json.1.tmp";
   EXPECT_EQ(
       fileManager.log,
-      (Answers{"createDirectory " + storeDirectory, "fileExists " + temporary, "createFile " + temporary,
+      (Answers{"createDirectory " + storeDirectory, "isNameTaken " + temporary, "createFile " + temporary,
                "write " + temporary, "synchronize " + temporary, "close " + temporary,
                "fileExists " + snapshot, "snapshotItem " + primaryPath + " " + snapshot,
                "renameItem " + temporary + " " + primaryPath, "synchronizeDirectory " + storeDirectory,

@@ -18,4 +18,13 @@ void GioWorkspace::openUrl(const std::string& url) {
       nullptr);
 }
 
+std::optional<std::string> GioWorkspace::documentsDirectory() const {
+  const char* const path = g_get_user_special_dir(G_USER_DIRECTORY_DOCUMENTS);
+  return path ? std::optional<std::string>(path) : std::nullopt;
+}
+
+std::string GioWorkspace::homeDirectory() const {
+  return g_get_home_dir();
+}
+
 }  // namespace quendo::gtk

@@ -8,6 +8,9 @@ namespace quendo::gtk {
 class GioWorkspace final : public Workspace {
  public:
   void openUrl(const std::string& url) override;
+  /// As xdg-user-dirs has it.
+  std::optional<std::string> documentsDirectory() const override;
+  std::string homeDirectory() const override;
 };
 
 }  // namespace quendo::gtk

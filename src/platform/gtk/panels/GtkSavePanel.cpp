@@ -1,30 +1,33 @@
 #include "platform/gtk/panels/GtkSavePanel.h"
 
+#include <glibmm/fileutils.h>
 #include <glibmm/main.h>
 #include <glibmm/miscutils.h>
 #include <gtkmm/box.h>
+#include <gtkmm/button.h>
 #include <gtkmm/filefilter.h>
 #include <gtkmm/label.h>
 
+#include <optional>
 #include <utility>
 
-#include "files/Path.h"
 #include "platform/gtk/GObjectPtr.h"
+#include "text/Utf8.h"
 
 namespace quendo::gtk {
 namespace {
 
 constexpr int kAccept = static_cast<int>(Gtk::ResponseType::ACCEPT);
-constexpr int kRowSpacing = 10;
-constexpr int kRowInset = 8;
 constexpr int kInset = 6;
 
-/// Where the first panel opens; later ones open where the last one ended.
-std::string& currentFolder() {
-  static std::string folder;
-  if (folder.empty()) folder = Glib::get_user_special_dir(Glib::UserDirectory::DOCUMENTS);
-  if (folder.empty()) folder = Glib::get_home_dir();
-  return folder;
+/// What GTK takes for a folder, and a user who types it means as one.
+bool isFolderShortcut(const std::string& name) {
+  return name == "." || name == ".." || name == "~";
+}
+
+/// Whether GTK takes a name without a slash for a folder: it reads "~notes" as somebody's home directory.
+bool isReadAsFolder(const std::string& name) {
+  return isFolderShortcut(name) || name.starts_with('~');
 }
 
 }  // namespace
@@ -37,7 +40,10 @@ GtkSavePanel::GtkSavePanel(Gtk::Window& parent, SavePanelConfiguration configura
   dialog_.set_modal(true);
   dialog_.get_content_area()->set_margin(kInset);
   dialog_.add_button(configuration_.cancel, Gtk::ResponseType::CANCEL);
-  dialog_.add_button(configuration_.prompt, Gtk::ResponseType::ACCEPT);
+  auto* confirm = Gtk::make_managed<Gtk::Button>(configuration_.prompt);
+  // Ahead of the dialog's own handler, so that the dialog checks, and asks about, the file that is written.
+  confirm->signal_clicked().connect([this] { completeName(); }, false);
+  dialog_.add_action_widget(*confirm, Gtk::ResponseType::ACCEPT);
   dialog_.set_default_response(kAccept);
   dialog_.set_create_folders(configuration_.canCreateDirectories);
   dialog_.set_current_name(configuration_.nameFieldStringValue);
@@ -55,10 +61,11 @@ void GtkSavePanel::addFilter() {
 }
 
 void GtkSavePanel::addAccessory() {
-  const SavePanelConfiguration::Accessory& accessory = *configuration_.accessory;
-  auto* row = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, kRowSpacing);
-  row->set_margin_top(kRowInset);
-  row->set_margin_bottom(kRowInset);
+  using Accessory = SavePanelConfiguration::Accessory;
+  const Accessory& accessory = *configuration_.accessory;
+  auto* row = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, Accessory::kSpacing);
+  row->set_margin_top(Accessory::kVerticalInset);
+  row->set_margin_bottom(Accessory::kVerticalInset);
   row->set_halign(Gtk::Align::CENTER);
   auto* label = Gtk::make_managed<Gtk::Label>(accessory.label);
   label->set_valign(Gtk::Align::CENTER);
@@ -78,7 +85,8 @@ void GtkSavePanel::addAccessory() {
 void GtkSavePanel::show(std::function<void()> gone) {
   gone_ = std::move(gone);
   self_ = shared_from_this();
-  dialog_.set_current_folder(Gio::File::create_for_path(currentFolder()));
+  const std::string folder = configuration_.startingFolder ? configuration_.startingFolder() : std::string();
+  if (!folder.empty()) dialog_.set_current_folder(Gio::File::create_for_path(folder));
   dialog_.present();
 }
 
@@ -87,6 +95,7 @@ std::string GtkSavePanel::nameFieldStringValue() const {
 }
 
 void GtkSavePanel::setNameFieldStringValue(const std::string& name) {
+  configuration_.nameFieldStringValue = name;
   dialog_.set_current_name(name);
 }
 
@@ -94,31 +103,64 @@ std::size_t GtkSavePanel::indexOfSelectedItem() const {
   return extensions_ ? extensions_->get_selected() : 0;
 }
 
-void GtkSavePanel::didRespond(int response) {
-  const auto file = response == kAccept ? dialog_.get_file() : nullptr;
-  if (!file || file->get_path().empty()) {
-    finish(std::nullopt);
-    return;
+bool GtkSavePanel::completeName() {
+  const std::string typed = dialog_.get_current_name();
+  const auto shown = dialog_.get_current_folder();
+  const std::string folder = shown ? shown->get_path() : "";
+  const bool literal = !folder.empty() && isReadAsFolder(typed) && typed.find('/') == std::string::npos &&
+                       (!isFolderShortcut(typed) || typed == configuration_.nameFieldStringValue);
+  std::string path;
+  if (literal) {
+    path = Glib::build_filename(folder, typed);
+  } else if (const auto file = dialog_.get_file()) {
+    path = file->get_path();
   }
-  const std::string path = file->get_path();
+  // The dialog itself says what is wrong with a name, and opens a folder.
+  if (path.empty() || (!literal && Glib::file_test(path, Glib::FileTest::IS_DIR))) return false;
   const std::string written = configuration_.pathToWrite ? configuration_.pathToWrite(*this, path) : path;
-  if (written != path) {
-    // Confirmed once more under its whole name, so that the dialog asks before it replaces that file.
-    dialog_.set_current_name(std::string(lastPathComponent(written)));
-    dialog_.response(kAccept);
-    return;
+  if (!literal && written == path) return false;
+  std::string location = Glib::path_get_basename(written);
+  if (Glib::path_get_dirname(written) != folder) {
+    location = written;
+  } else if (isReadAsFolder(location)) {
+    location.insert(0, "./");
   }
-  currentFolder() = Glib::path_get_dirname(path);
-  finish(path);
+  // A folder of other bytes cannot be typed: its file stays as the user chose it.
+  if (!isValidUtf8(location)) return false;
+  enterLocation(location);
+  return true;
 }
 
-void GtkSavePanel::finish(const std::optional<std::string>& path) {
+void GtkSavePanel::enterLocation(const std::string& location) {
+  for (GtkWidget* child = gtk_widget_get_first_child(GTK_WIDGET(dialog_.get_content_area()->gobj())); child;
+       child = gtk_widget_get_next_sibling(child)) {
+    // By the chooser's key binding for typing a location, because the name field counts only while it has the
+    // focus, or had it last.
+    if (GTK_IS_FILE_CHOOSER_WIDGET(child)) g_signal_emit_by_name(child, "location-popup", location.c_str());
+  }
+}
+
+void GtkSavePanel::didRespond(int response) {
+  const bool confirmed = response == kAccept;
+  const auto file = confirmed ? dialog_.get_file() : nullptr;
+  if (!file) {
+    finish({});
+  } else if (completeName()) {
+    // What was typed while the dialog looked at the file before.
+    dialog_.response(kAccept);
+  } else {
+    const std::string path = file->get_path();
+    finish({.confirmed = true, .path = path.empty() ? std::nullopt : std::optional(path)});
+  }
+}
+
+void GtkSavePanel::finish(const SavePanelResult& result) {
   if (!self_) return;
   dialog_.hide();
   // The dialog's own call is still on the stack.
   Glib::signal_idle().connect_once([self = std::move(self_)] {});
   std::exchange(gone_, {})();
-  std::exchange(completion_, {})(*this, path);
+  std::exchange(completion_, {})(*this, result);
 }
 
 }  // namespace quendo::gtk

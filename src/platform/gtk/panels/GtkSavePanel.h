@@ -10,7 +10,8 @@
 
 namespace quendo::gtk {
 
-/// GTK's own file dialog, in this process, so that the row below the files can change the name at once.
+/// GTK's own file dialog, in this process, so that the row below the files can change the name at once. What
+/// is typed may be a path: absolute, from the home directory ("~/") or from the folder on show.
 class GtkSavePanel final : public SavePanel, public std::enable_shared_from_this<GtkSavePanel> {
  public:
   GtkSavePanel(Gtk::Window& parent, SavePanelConfiguration configuration, SavePanelCompletion completion);
@@ -27,7 +28,11 @@ class GtkSavePanel final : public SavePanel, public std::enable_shared_from_this
   void addAccessory();
   void addFilter();
   void didRespond(int response);
-  void finish(const std::optional<std::string>& path);
+  /// Puts into the name field what GTK understands as the path that is written, where what stands there means
+  /// another. False when there was nothing to change.
+  bool completeName();
+  void enterLocation(const std::string& location);
+  void finish(const SavePanelResult& result);
 
   Gtk::FileChooserDialog dialog_;
   SavePanelConfiguration configuration_;

@@ -13,8 +13,6 @@
 #include <utility>
 #include <vector>
 
-#include "text/Utf8.h"
-
 namespace quendo::gtk {
 namespace {
 
@@ -65,9 +63,7 @@ std::size_t PortalSavePanel::indexOfSelectedItem() const {
 }
 
 std::string PortalSavePanel::completeName(const std::string& path) const {
-  const std::string written = configuration_.pathToWrite ? configuration_.pathToWrite(*this, path) : path;
-  // The dialog's name field takes no other names; such a one stays as the user chose it.
-  return Glib::path_get_basename(isValidUtf8(written) ? written : path);
+  return Glib::path_get_basename(configuration_.pathToWrite ? configuration_.pathToWrite(*this, path) : path);
 }
 
 void PortalSavePanel::askAgain(const std::string& name) {
@@ -82,21 +78,24 @@ void PortalSavePanel::askAgain(const std::string& name) {
 
 void PortalSavePanel::didRespond(int response) {
   if (!self_) return;
-  std::optional<std::string> path;
-  const bool confirmed = response == static_cast<int>(Gtk::ResponseType::ACCEPT);
-  const auto file = confirmed ? chooser_->get_file() : nullptr;
-  if (file && !file->get_path().empty()) {
-    path = file->get_path();
-    const std::string name = completeName(*path);
-    if (name != Glib::path_get_basename(*path)) {
-      askAgain(name);
-      return;
+  SavePanelResult result;
+  if (response == static_cast<int>(Gtk::ResponseType::ACCEPT)) {
+    const auto file = chooser_->get_file();
+    result.confirmed = file != nullptr;
+    const std::string path = file ? file->get_path() : "";
+    if (!path.empty()) {
+      const std::string name = completeName(path);
+      if (name != Glib::path_get_basename(path)) {
+        askAgain(name);
+        return;
+      }
+      result.path = path;
     }
   }
   // The dialog's own call is still on the stack.
   Glib::signal_idle().connect_once([self = std::move(self_)] {});
   std::exchange(gone_, {})();
-  std::exchange(completion_, {})(*this, path);
+  std::exchange(completion_, {})(*this, result);
 }
 
 }  // namespace quendo::gtk

@@ -75,6 +75,33 @@ TEST_F(PosixFileManagerTest, ReadsAFileWhoseSizeTheSystemDoesNotTell) {
   EXPECT_NE(status->find("VmPeak"), std::string::npos);
 }
 
+TEST_F(PosixFileManagerTest, ReadsAFileThatAnswersOneReadOnlyToItsEnd) {
+  const std::string path = "/proc/sys/kernel/pid_max";
+  if (!std::filesystem::exists(path)) GTEST_SKIP() << "there is no such file here";
+  const auto contents = fileManager.contents(path, noLimit);
+  ASSERT_TRUE(contents);
+  EXPECT_EQ(*contents, readFile(path));
+  EXPECT_TRUE(contents->ends_with('\n'));
+  EXPECT_EQ(fileManager.contents(path, 2), contents->substr(0, 3));
+}
+
+TEST_F(PosixFileManagerTest, TellsANameThatIsTakenByALinkWhichLeadsNowhere) {
+  std::filesystem::create_symlink("nowhere", directory / "link");
+  EXPECT_TRUE(fileManager.isNameTaken(directory / "link"));
+  EXPECT_FALSE(fileManager.fileExists(directory / "link"));
+  EXPECT_TRUE(fileManager.isNameTaken(directory.path()));
+  EXPECT_FALSE(fileManager.isNameTaken(directory / "nowhere"));
+}
+
+TEST_F(PosixFileManagerTest, ALinkThatLeadsNowhereBlocksNoWrite) {
+  writeFile(directory / "file", "old");
+  std::filesystem::create_symlink("nowhere", directory / ".file.1.tmp");
+  EXPECT_EQ(writeDurably(fileManager, directory / "file", "new"), WriteResult::durable);
+  EXPECT_EQ(readFile(directory / "file"), "new");
+  EXPECT_TRUE(std::filesystem::is_symlink(directory / ".file.1.tmp"));
+  EXPECT_FALSE(std::filesystem::exists(directory / "nowhere"));
+}
+
 TEST_F(PosixFileManagerTest, NeverWaitsForAPipeOrADevice) {
   ASSERT_EQ(::mkfifo((directory / "pipe").c_str(), 0600), 0);
   EXPECT_EQ(fileManager.contents(directory / "pipe", 10), std::nullopt);

@@ -1,0 +1,65 @@
+#include "platform/posix/FilePermissions.h"
+
+#include <linux/limits.h>
+#include <sys/stat.h>
+#include <sys/types.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstddef>
+
+namespace quendo {
+namespace {
+
+constexpr const char* kAccessList = "system.posix_acl_access";
+constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
+
+/// Whether the last call failed because the file system does not have what was asked for.
+bool isUnsupported() {
+  return errno == ENOTSUP || errno == ENOSYS;
+}
+
+/// Gives `to` the access control list of `from`, or takes away the one that its directory gave it. Without
+/// this, permissions that are meant for the list's entries would go to the group.
+bool handAccessListOn(const std::string& from, const FileDescriptor& to) {
+  std::string list(XATTR_SIZE_MAX, '\0');
+  const ssize_t size = ::getxattr(from.c_str(), kAccessList, list.data(), list.size());
+  if (size > 0)
+    return ::fsetxattr(to.get(), kAccessList, list.data(), static_cast<std::size_t>(size), 0) == 0;
+  if (size < 0 && errno != ENODATA) return isUnsupported();
+  return ::fgetxattr(to.get(), kAccessList, nullptr, 0) < 0 || ::fremovexattr(to.get(), kAccessList) == 0;
+}
+
+/// The permissions of `mode` for a file of another group: nobody gets what either group or others lacked.
+mode_t withoutGroup(mode_t mode) {
+  const mode_t shared = mode & (mode >> 3U) & S_IRWXO;
+  return (mode & S_IRWXU) | (shared << 3U) | shared;
+}
+
+}  // namespace
+
+bool handPermissionsOn(const std::string& from, const FileDescriptor& to) {
+  struct stat old {};
+  struct stat now {};
+  if (::stat(from.c_str(), &old) != 0 || ::fstat(to.get(), &now) != 0) return false;
+  // One call each: only an administrator may give a file to somebody else, but members of a group may give
+  // it to the group. A refusal is no failure; what counts is the result.
+  constexpr auto unchangedGroup = static_cast<gid_t>(-1);
+  constexpr auto unchangedOwner = static_cast<uid_t>(-1);
+  if (now.st_uid != old.st_uid && ::fchown(to.get(), old.st_uid, unchangedGroup) != 0) errno = 0;
+  if (now.st_gid != old.st_gid && ::fchown(to.get(), unchangedOwner, old.st_gid) != 0) errno = 0;
+  if (::fstat(to.get(), &now) != 0) return false;
+
+  mode_t permissions = old.st_mode & kPermissions;
+  if (!handAccessListOn(from, to)) {
+    permissions &= S_IRWXU;
+  } else if (now.st_gid != old.st_gid) {
+    permissions = withoutGroup(permissions);
+  }
+  const bool refused = ::fchmod(to.get(), permissions) != 0;
+  if (refused && errno != EPERM && !isUnsupported()) return false;
+  return ::fstat(to.get(), &now) == 0 && (now.st_mode & kPermissions & ~permissions) == 0;
+}
+
+}  // namespace quendo
