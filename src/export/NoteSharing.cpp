@@ -8,6 +8,7 @@
 #include "files/WriteTextFile.h"
 #include "i18n/NativeLanguage.h"
 #include "text/StrictUrl.h"
+#include "text/Utf8.h"
 
 namespace quendo {
 namespace {
@@ -54,6 +55,12 @@ NoteSharing::~NoteSharing() {
 void NoteSharing::presentSharePicker(std::string attemptId, std::string title, std::string filename,
                                      std::string content, std::string urlString) {
   if (shareIsUnderWay()) {
+    pageCalls_.nativeShareDidFinish(false, attemptId);
+    return;
+  }
+  // A text without a UTF-8 form fails here and not at the file, where the text itself would be offered in the
+  // file's stead, cut or damaged by whatever encodes it last.
+  if (!isValidUtf8(title) || !isValidUtf8(filename) || !isValidUtf8(content)) {
     pageCalls_.nativeShareDidFinish(false, attemptId);
     return;
   }

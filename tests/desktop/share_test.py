@@ -1,5 +1,6 @@
 """Sharing: the popover at the corner, the services it offers, and what becomes of the file."""
 
+import json
 import os
 import stat
 from pathlib import Path
@@ -20,10 +21,9 @@ class Sharing:
         self._reporter = reporter
         self.temporary = quendo.home / "tmp"
 
-    def share(self, attempt, content="# Shared\n", filename="note.md", url=""):
-        self._reporter.run("webkit.messageHandlers.quendoShare.postMessage("
-                           f"{{ attemptId: {attempt!r}, title: 'The title', filename: {filename!r}, "
-                           f"content: {content!r}, url: {url!r} }});")
+    def share(self, attempt, content="# Shared\n", filename="note.md", url="", title="The title"):
+        note = {"attemptId": attempt, "title": title, "filename": filename, "content": content, "url": url}
+        self._reporter.run(f"webkit.messageHandlers.quendoShare.postMessage({json.dumps(note)});")
 
     def items(self):
         """What the popover lists, in order."""
@@ -32,13 +32,16 @@ class Sharing:
     def choose(self, item):
         self._menu().find_item(item).act("click")
 
-    def _menu(self):
-        def find():
-            # The menu bar's menus are not open, so that this is the one menu with items.
-            return next((one for one in self.quendo.accessible().find_all("menu")
-                         if any(child.role == "menu item" for child in one.walk())), None)
+    def is_open(self):
+        return self._find_menu() is not None
 
-        return wait_until(find, 10, "the share popover")
+    def _find_menu(self):
+        # The menu bar's menus are closed, so this is the only menu with items.
+        return next((one for one in self.quendo.accessible().find_all("menu")
+                     if any(child.role == "menu item" for child in one.walk())), None)
+
+    def _menu(self):
+        return wait_until(self._find_menu, 10, "the share popover")
 
     def answer(self, count=1):
         return self._reporter.wait_for("answered", count)
@@ -188,6 +191,15 @@ def test_a_folder_that_a_crash_left_goes_with_the_next_share_and_only_such_a_fol
     sharing.share("b")
     sharing.items()
     assert not left.exists() and other.exists() and link.is_symlink()
+
+
+@pytest.mark.parametrize("field", ["content", "title", "filename"])
+def test_a_text_with_half_a_character_is_answered_false_and_offered_to_nobody(sharing, field):
+    sharing.share("a", **{field: "before \ud83d after"})
+    assert sharing.answer() == [False, "a"]
+    assert not sharing.is_open() and sharing.folders() == []
+    sharing.share("b")
+    assert sharing.items()
 
 
 def test_without_a_place_for_files_the_text_is_shared(sharing):

@@ -118,6 +118,47 @@ TEST_F(NoteSharingTest, AFileThatCannotBeWrittenLeavesNoFolderAndSharesTheText) 
   EXPECT_FALSE(platform_.files.hasDirectory(kFolder));
 }
 
+// What a lone surrogate of the page becomes in the host.
+const std::string kLoneSurrogate = "\xED\xA0\xBD";
+
+TEST_F(NoteSharingTest, ATextWithoutAUtf8FormIsAnsweredFalseAndNothingOfItIsShared) {
+  start();
+  for (const char* field : {"content", "title", "filename"}) {
+    SCOPED_TRACE(field);
+    Value::Dictionary body{
+        {"attemptId", "a"}, {"title", "Title"}, {"filename", "nota.md"}, {"content", "content"}};
+    body[field] = Value("before" + kLoneSurrogate + "after");
+    const std::size_t answered = scripts().size();
+    post("quendoShare", body);
+    ASSERT_EQ(scripts().size(), answered + 1);
+    EXPECT_EQ(scripts().back(), answer(false, "a"));
+    EXPECT_TRUE(platform_.toolkit.pickers.empty());
+    EXPECT_TRUE(platform_.files.ownDirectories("/tmp").empty());
+  }
+  share("b");
+  EXPECT_EQ(platform_.toolkit.pickers.size(), 1U);
+}
+
+TEST_F(NoteSharingTest, ATextWithoutAUtf8FormIsNotSharedInTheFilesSteadEither) {
+  start();
+  platform_.files.failCallsIf(
+      [](const std::string& call) { return call.starts_with("createPrivateDirectory"); });
+  post("quendoShare", Value::Dictionary{{"attemptId", "a"},
+                                        {"title", "Title"},
+                                        {"filename", "nota.md"},
+                                        {"content", kLoneSurrogate},
+                                        {"url", "https://quendo.example/"}});
+  EXPECT_EQ(scripts(), std::vector<std::string>{answer(false, "a")});
+  EXPECT_TRUE(platform_.toolkit.pickers.empty());
+}
+
+TEST_F(NoteSharingTest, ALinkWithoutAUtf8FormIsDroppedLikeAnyOtherBadLink) {
+  start();
+  share("a", "https://quendo.example/" + kLoneSurrogate);
+  ASSERT_EQ(picker().shared.items.size(), 1U);
+  EXPECT_EQ(picker().shared.items[0].kind, Kind::file);
+}
+
 TEST_F(NoteSharingTest, ASecondRequestWhileThePickerIsOpenIsAnsweredFalseAndDisturbsNothing) {
   start();
   share("a");
