@@ -20,19 +20,6 @@ constexpr std::string_view kDirectoryPrefix = "Quendo-Share-";
 // The picker points at a spot in the lower right corner, this far from the web view's edges.
 constexpr int kAnchorInset = 52;
 
-bool isUpperCaseUuid(std::string_view text) {
-  constexpr std::string_view kPattern = "XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX";
-  return text.size() == kPattern.size() &&
-         std::equal(text.begin(), text.end(), kPattern.begin(), [](char character, char place) {
-           if (place == '-') return character == '-';
-           return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'F');
-         });
-}
-
-bool isShareDirectoryName(std::string_view name) {
-  return name.starts_with(kDirectoryPrefix) && isUpperCaseUuid(name.substr(kDirectoryPrefix.size()));
-}
-
 }  // namespace
 
 NoteSharing::NoteSharing(const Localization& localization, PageCalls& pageCalls, FileManager& fileManager,
@@ -66,7 +53,9 @@ void NoteSharing::presentSharePicker(std::string attemptId, std::string title, s
   }
   activeSharingAttemptId_ = std::move(attemptId);
   cleanSharedTemporaryDirectory();
-  removeAbandonedDirectories();
+  // A process that was killed in the middle of a share could not remove its folder.
+  removeAbandonedDirectories(fileManager_, fileManager_.temporaryDirectory(), kDirectoryPrefix,
+                             [](const std::string&) { return true; });
   std::vector<SharedItem> items = itemsFor(title, filename, content, urlString);
   if (items.empty() || !webView_) {
     finishShare(false);
@@ -95,12 +84,12 @@ std::vector<SharedItem> NoteSharing::itemsFor(const std::string& title, const st
 
 std::optional<std::string> NoteSharing::writeSharedFile(const std::string& filename,
                                                         const std::string& content) {
-  std::string directory =
-      fileManager_.temporaryDirectory() + "/" + std::string(kDirectoryPrefix) + uuids_.randomUuid();
-  if (!fileManager_.createPrivateDirectory(directory)) return std::nullopt;
-  std::string path = directory + "/" + safeFilename(filename);
+  auto directory =
+      createClaimedDirectory(fileManager_, uuids_, fileManager_.temporaryDirectory(), kDirectoryPrefix);
+  if (!directory) return std::nullopt;
+  std::string path = directory->path + "/" + safeFilename(filename);
   if (!writeTextFile(fileManager_, path, content)) {
-    fileManager_.removeDirectory(directory);
+    fileManager_.removeDirectory(directory->path);
     return std::nullopt;
   }
   sharedTemporaryDirectory_ = std::move(directory);
@@ -147,16 +136,7 @@ void NoteSharing::finishShare(bool success) {
 
 void NoteSharing::cleanSharedTemporaryDirectory() {
   if (const auto directory = std::exchange(sharedTemporaryDirectory_, std::nullopt))
-    fileManager_.removeDirectory(*directory);
-}
-
-// A process that was killed in the middle of a share could not remove its folder.
-void NoteSharing::removeAbandonedDirectories() {
-  const std::string parent = fileManager_.temporaryDirectory();
-  for (const std::string& name : fileManager_.ownDirectories(parent)) {
-    if (isShareDirectoryName(name))
-      fileManager_.removeDirectory(std::string(parent).append("/").append(name));
-  }
+    fileManager_.removeDirectory(directory->path);
 }
 
 }  // namespace quendo

@@ -8,6 +8,7 @@
 
 #include "bridge/MessageOwners.h"
 #include "bridge/PageCalls.h"
+#include "export/ClaimedDirectories.h"
 #include "i18n/Localization.h"
 #include "platform/FileManager.h"
 #include "platform/Lifetime.h"
@@ -18,9 +19,9 @@
 
 namespace quendo {
 
-/// Shares a note through what the desktop offers: as a file in a folder of the user's own, with a link to the
-/// product's site where the page gives one. One share at a time; each request is answered to the page once,
-/// and its folder lives from the picker to that answer. Main thread.
+/// Shares a note through what the desktop offers: as a file in a folder for the user alone, with a link to
+/// the product's site where the page gives one. One share at a time; each request of the page is answered
+/// once, and its folder lives from the picker to that answer. Main thread.
 class NoteSharing final : public ShareOwner,
                           public SharingServicePickerDelegate,
                           public SharingServiceDelegate {
@@ -52,7 +53,6 @@ class NoteSharing final : public ShareOwner,
   void serviceDidFinish(const SharingService& service, bool success);
   void finishShare(bool success);
   void cleanSharedTemporaryDirectory();
-  void removeAbandonedDirectories();
 
   const Localization& localization_;
   PageCalls& pageCalls_;
@@ -67,7 +67,7 @@ class NoteSharing final : public ShareOwner,
   std::shared_ptr<SharingService> activeSharingService_;
   std::optional<std::string> activeSharingAttemptId_;
   std::shared_ptr<DelayedTask> sharingTimeout_;
-  std::optional<std::string> sharedTemporaryDirectory_;
+  std::optional<ClaimedDirectory> sharedTemporaryDirectory_;
   Lifetime lifetime_;
 };
 

@@ -1,5 +1,6 @@
 """Sharing: the popover at the corner, the services it offers, and what becomes of the file."""
 
+import contextlib
 import json
 import os
 import stat
@@ -8,6 +9,7 @@ from pathlib import Path
 import pytest
 
 from harness import desktop
+from harness.reporter import Reporter
 from harness.waiting import stays, wait_until
 
 SHARED = "quendoNativeShareDidFinish"
@@ -65,10 +67,13 @@ def register(quendo, name, kind, script):
     return result
 
 
+def page_that_shares(reporter):
+    return reporter.page(head=f"<script>window.{SHARED} = (...values) => report('answered', values);</script>")
+
+
 @pytest.fixture
 def sharing(make_quendo, reporter):
-    page = reporter.page(head=f"<script>window.{SHARED} = (...values) => report('answered', values);</script>")
-    quendo = make_quendo(page=page)
+    quendo = make_quendo(page=page_that_shares(reporter))
     quendo.receiver = register(quendo, "receiver", "text/markdown", 'cat "$1" > "$result.part"; basename "$1" >> '
                                '"$result.part"; mv "$result.part" "$result"')
     quendo.mail = quendo.home / "mail"
@@ -200,6 +205,29 @@ def test_a_text_with_half_a_character_is_answered_false_and_offered_to_nobody(sh
     assert not sharing.is_open() and sharing.folders() == []
     sharing.share("b")
     assert sharing.items()
+
+
+def test_a_folder_that_another_running_instance_shows_stays(sharing, make_quendo):
+    sharing.share("a", "Shown")
+    sharing.items()
+    shown, = sharing.folders()
+    with contextlib.closing(Reporter()) as reporter:
+        # The instance of the persistence test mode has its own notes, and the same temporary directory.
+        other = make_quendo(page=page_that_shares(reporter), home=sharing.quendo.home)
+        other.start(environment={"QUENDO_PERSISTENCE_TEST": "1"}, wait=False)
+        reporter.wait_for_page()
+        reporter.run("webkit.messageHandlers.quendoShare.postMessage("
+                     "{ attemptId: 'b', title: 't', filename: 'other.md', content: 'x' });")
+        wait_until(lambda: len(sharing.folders()) == 2, 10, "the folder of the other instance")
+        assert (shown / "note.md").read_text() == "Shown"
+        other.kill()
+    # Nobody shows that one any more.
+    left, = set(sharing.folders()) - {shown}
+    sharing.choose("Copy Text")
+    assert sharing.answer() == [True, "a"]
+    sharing.share("c")
+    sharing.items()
+    assert not left.exists()
 
 
 def test_without_a_place_for_files_the_text_is_shared(sharing):

@@ -105,6 +105,7 @@ class FakeFileManager final : public FileManager {
   Names namesOnDevice_;
   std::vector<NameChange> nameChanges_;
   std::set<std::string> directories_;
+  std::shared_ptr<std::set<std::string>> claimed_ = std::make_shared<std::set<std::string>>();
   std::function<bool(const std::string&)> failCondition_;
   mutable std::size_t calls_ = 0;
   std::size_t failFirst_ = 0;

@@ -260,5 +260,27 @@ TEST_F(NoteSharingTest, ThePickerSpeaksTheInterfaceLanguage) {
   EXPECT_EQ(picker().shared.languageCode, "es");
 }
 
+TEST_F(NoteSharingTest, TheFolderOfAnotherRunningInstanceStays) {
+  start();
+  const std::string shown = "/tmp/Quendo-Share-AAAAAAAA-1111-2222-3333-BBBBBBBBBBBB";
+  platform_.files.setDirectory(shown);
+  platform_.files.claimedByAnother.insert(shown);
+  share("a");
+  EXPECT_TRUE(platform_.files.hasDirectory(shown));
+  EXPECT_EQ(platform_.toolkit.pickers.size(), 1U);
+}
+
+TEST_F(NoteSharingTest, TheFolderIsClaimedFromThePickerToTheAnswer) {
+  start();
+  share("a");
+  const auto claim = [&] { return platform_.files.claimDirectory(kFolder, 0ms); };
+  EXPECT_TRUE(claim().takenByAnother);
+  const auto service = choose();
+  EXPECT_TRUE(claim().takenByAnother);
+  service->delegate->didShareItems(*service);
+  platform_.files.setDirectory(kFolder);
+  EXPECT_TRUE(claim().claim);
+}
+
 }  // namespace
 }  // namespace quendo
