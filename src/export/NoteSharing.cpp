@@ -4,9 +4,9 @@
 #include <chrono>
 #include <utility>
 
+#include "export/OffersWithoutSystemPicker.h"
 #include "files/SafeFilename.h"
 #include "files/WriteTextFile.h"
-#include "i18n/NativeLanguage.h"
 #include "text/StrictUrl.h"
 #include "text/Utf8.h"
 
@@ -23,7 +23,7 @@ constexpr int kAnchorInset = 52;
 }  // namespace
 
 NoteSharing::NoteSharing(const Localization& localization, PageCalls& pageCalls, FileManager& fileManager,
-                         MainQueue& mainQueue, UuidSource& uuids, Toolkit& toolkit,
+                         MainQueue& mainQueue, const Clock& clock, UuidSource& uuids, Toolkit& toolkit,
                          std::vector<std::string> linkHosts)
     : localization_(localization),
       pageCalls_(pageCalls),
@@ -31,7 +31,8 @@ NoteSharing::NoteSharing(const Localization& localization, PageCalls& pageCalls,
       mainQueue_(mainQueue),
       uuids_(uuids),
       toolkit_(toolkit),
-      linkHosts_(std::move(linkHosts)) {}
+      linkHosts_(std::move(linkHosts)),
+      copies_(std::make_shared<SharedCopies>(fileManager, clock, uuids)) {}
 
 NoteSharing::~NoteSharing() {
   if (sharingPicker_) sharingPicker_->setDelegate(nullptr);
@@ -61,8 +62,9 @@ void NoteSharing::presentSharePicker(std::string attemptId, std::string title, s
     finishShare(false);
     return;
   }
-  sharingPicker_ = toolkit_.makeSharingServicePicker(
-      {std::move(items), std::move(title), std::string(rawValue(localization_.current()))});
+  auto offers = std::make_shared<OffersWithoutSystemPicker>(items, std::move(title), std::move(content),
+                                                            localization_, copies_);
+  sharingPicker_ = toolkit_.makeSharingServicePicker({std::move(items), std::move(offers)});
   sharingPicker_->setDelegate(this);
   const Rect bounds = webView_->bounds();
   const Rect anchor{std::max(0, bounds.x + bounds.width - kAnchorInset),

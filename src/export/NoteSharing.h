@@ -9,7 +9,9 @@
 #include "bridge/MessageOwners.h"
 #include "bridge/PageCalls.h"
 #include "export/ClaimedDirectories.h"
+#include "export/SharedCopies.h"
 #include "i18n/Localization.h"
+#include "platform/Clock.h"
 #include "platform/FileManager.h"
 #include "platform/Lifetime.h"
 #include "platform/MainQueue.h"
@@ -28,7 +30,8 @@ class NoteSharing final : public ShareOwner,
  public:
   /// linkHosts: the hosts, in lower case, to which a shared link may point.
   NoteSharing(const Localization& localization, PageCalls& pageCalls, FileManager& fileManager,
-              MainQueue& mainQueue, UuidSource& uuids, Toolkit& toolkit, std::vector<std::string> linkHosts);
+              MainQueue& mainQueue, const Clock& clock, UuidSource& uuids, Toolkit& toolkit,
+              std::vector<std::string> linkHosts);
   ~NoteSharing() override;
   NoteSharing(const NoteSharing&) = delete;
   NoteSharing& operator=(const NoteSharing&) = delete;
@@ -68,6 +71,7 @@ class NoteSharing final : public ShareOwner,
   std::optional<std::string> activeSharingAttemptId_;
   std::shared_ptr<DelayedTask> sharingTimeout_;
   std::optional<ClaimedDirectory> sharedTemporaryDirectory_;
+  const std::shared_ptr<SharedCopies> copies_;
   Lifetime lifetime_;
 };
 

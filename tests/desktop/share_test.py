@@ -125,6 +125,12 @@ def test_a_program_that_is_registered_for_the_type_receives_the_file(sharing):
     assert sharing.folders() == []
 
 
+def test_a_programs_name_is_shown_as_it_is(sharing):
+    register(sharing.quendo, "under_score", "text/plain", "")
+    sharing.share("a", filename="note.txt")
+    assert "Open with under_score" in sharing.items()
+
+
 def test_a_program_that_cannot_be_started_is_answered_false(sharing):
     (sharing.quendo.external.bin / "receiver").write_text("#!/nowhere/at/all\n")
     sharing.share("a")

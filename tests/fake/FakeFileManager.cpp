@@ -110,6 +110,13 @@ bool FakeFileManager::fileExists(const std::string& path) const {
   return begin("fileExists " + path) && (names_.contains(path) || hasDirectory(path));
 }
 
+std::optional<std::chrono::system_clock::time_point> FakeFileManager::modificationDate(
+    const std::string& path) const {
+  const auto date = modificationDates.find(path);
+  if (!begin("modificationDate " + path) || date == modificationDates.end()) return std::nullopt;
+  return date->second;
+}
+
 std::optional<std::string> FakeFileManager::contents(const std::string& path, std::int64_t limit) const {
   if (!begin("contents " + path)) return std::nullopt;
   auto bytes = file(path);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <map>
@@ -29,10 +30,13 @@ class FakeFileManager final : public FileManager {
   std::map<std::string, std::string> links;
   /// Directories that another process has claimed.
   std::set<std::string> claimedByAnother;
+  /// When directories last changed.
+  std::map<std::string, std::chrono::system_clock::time_point> modificationDates;
   /// Names that the file system does not take.
   std::set<std::string> refusedNames;
 
   std::optional<std::string> supportDirectory = "/home/user/.local/share";
+  std::optional<std::string> cacheDirectory = "/home/user/.cache";
   /// Whether snapshots are second names of the same bytes, or copies whose bytes are not yet flushed.
   bool hasLinks = true;
 
@@ -73,8 +77,11 @@ class FakeFileManager final : public FileManager {
   void cutPower(const std::function<bool(std::size_t)>& survives);
 
   std::optional<std::string> applicationSupportDirectory() const override { return supportDirectory; }
+  std::optional<std::string> cachesDirectory() const override { return cacheDirectory; }
   std::optional<FileAttributes> attributesOfItem(const std::string& path) const override;
   bool fileExists(const std::string& path) const override;
+  std::optional<std::chrono::system_clock::time_point> modificationDate(
+      const std::string& path) const override;
   std::optional<std::string> contents(const std::string& path, std::int64_t limit) const override;
   std::vector<std::string> directoryEntries(const std::string& path) const override;
   std::optional<std::string> resolvedPath(const std::string& path) const override;

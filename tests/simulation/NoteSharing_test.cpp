@@ -46,7 +46,6 @@ TEST_F(NoteSharingTest, TheNoteIsAFileInAPrivateFolderOfItsOwn) {
   start();
   share("a");
   EXPECT_EQ(picker().shared.items, (std::vector<SharedItem>{{Kind::file, kFolder + "/nota.md"}}));
-  EXPECT_EQ(picker().shared.title, "Title");
   EXPECT_EQ(platform_.files.file(kFolder + "/nota.md"), "content");
   EXPECT_TRUE(scripts().empty());
 }
@@ -253,13 +252,6 @@ TEST_F(NoteSharingTest, FoldersThatACrashLeftGoWithTheNextShareAndOthersStay) {
   EXPECT_TRUE(platform_.files.hasDirectory(kFolder));
 }
 
-TEST_F(NoteSharingTest, ThePickerSpeaksTheInterfaceLanguage) {
-  start();
-  platform_.defaults.strings["QuendoLanguage"] = "es";
-  share("a");
-  EXPECT_EQ(picker().shared.languageCode, "es");
-}
-
 TEST_F(NoteSharingTest, TheFolderOfAnotherRunningInstanceStays) {
   start();
   const std::string shown = "/tmp/Quendo-Share-AAAAAAAA-1111-2222-3333-BBBBBBBBBBBB";
@@ -280,6 +272,17 @@ TEST_F(NoteSharingTest, TheFolderIsClaimedFromThePickerToTheAnswer) {
   service->delegate->didShareItems(*service);
   platform_.files.setDirectory(kFolder);
   EXPECT_TRUE(claim().claim);
+}
+
+TEST_F(NoteSharingTest, WhereThePlatformHasNoPickerTheNoteIsOfferedInTheInterfaceLanguage) {
+  start();
+  platform_.defaults.strings["QuendoLanguage"] = "es";
+  share("a", "https://quendo.example/");
+  const auto sections = picker().shared.offersWithoutSystemPicker->sections({});
+  EXPECT_EQ(sections[0][0].title, "Enviar por correo");
+  EXPECT_EQ(std::get<ShareByMail>(sections[0][0].action),
+            (ShareByMail{"Title", "https://quendo.example/", kFolder + "/nota.md"}));
+  EXPECT_EQ(std::get<CopySharedText>(sections[1][1].action), CopySharedText{"content"});
 }
 
 }  // namespace

@@ -5,12 +5,12 @@
 #include <gio/gunixfdlist.h>
 
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
 #include "platform/gtk/GObjectPtr.h"
 #include "platform/gtk/sharing/PortalRequest.h"
-#include "platform/gtk/sharing/SharedCopies.h"
 #include "platform/posix/FileDescriptor.h"
 
 namespace quendo::gtk {
@@ -18,16 +18,13 @@ namespace {
 
 class EmailService final : public GtkSharingService {
  public:
-  EmailService(std::string title, std::string subject, std::string file, std::string body)
-      : GtkSharingService(std::move(title)),
-        subject_(std::move(subject)),
-        file_(std::move(file)),
-        body_(std::move(body)) {}
+  EmailService(ShareByMail mail, std::shared_ptr<SharingOffers> offers)
+      : mail_(std::move(mail)), offers_(std::move(offers)) {}
 
   void start() override {
-    if (!file_.empty()) {
-      attachment_ = copyForAnotherProgram(file_);
-      if (!attachment_) {
+    if (mail_.attachment) {
+      copy_ = offers_->copyForAnotherProgram(*mail_.attachment);
+      if (!copy_) {
         report(false);
         return;
       }
@@ -42,8 +39,8 @@ class EmailService final : public GtkSharingService {
     PortalCall call;
     call.interface = "org.freedesktop.portal.Email";
     call.method = "ComposeEmail";
-    if (attachment_) {
-      const FileDescriptor file(::open(attachment_->c_str(), O_RDONLY | O_CLOEXEC));
+    if (copy_) {
+      const FileDescriptor file(::open(copy_->c_str(), O_RDONLY | O_CLOEXEC));
       call.descriptors = adoptReference(g_unix_fd_list_new());
       const int index =
           file.isOpen() ? g_unix_fd_list_append(call.descriptors.get(), file.get(), nullptr) : -1;
@@ -54,8 +51,8 @@ class EmailService final : public GtkSharingService {
       GVariant* handle = g_variant_new_handle(index);
       call.options.emplace_back("attachment_fds", g_variant_new_array(G_VARIANT_TYPE_HANDLE, &handle, 1));
     }
-    call.options.emplace_back("subject", g_variant_new_string(subject_.c_str()));
-    call.options.emplace_back("body", g_variant_new_string(body_.c_str()));
+    call.options.emplace_back("subject", g_variant_new_string(mail_.subject.c_str()));
+    call.options.emplace_back("body", g_variant_new_string(mail_.body.c_str()));
     askThePortal(std::move(call), [service = self()](PortalAnswer answer) {
       if (answer == PortalAnswer::noPortal) {
         service->runXdgEmail();
@@ -67,10 +64,11 @@ class EmailService final : public GtkSharingService {
 
   void runXdgEmail() {
     std::vector<const char*> command = {"xdg-email", "--utf8"};
-    for (const auto& [option, value] : {std::pair("--subject", &subject_), std::pair("--body", &body_)}) {
+    for (const auto& [option, value] :
+         {std::pair("--subject", &mail_.subject), std::pair("--body", &mail_.body)}) {
       if (!value->empty()) command.insert(command.end(), {option, value->c_str()});
     }
-    if (attachment_) command.insert(command.end(), {"--attach", attachment_->c_str()});
+    if (copy_) command.insert(command.end(), {"--attach", copy_->c_str()});
     command.push_back(nullptr);
     const auto process = adoptReference(g_subprocess_newv(command.data(), G_SUBPROCESS_FLAGS_NONE, nullptr));
     if (!process) {
@@ -86,21 +84,15 @@ class EmailService final : public GtkSharingService {
     (*service)->report(g_subprocess_wait_check_finish(G_SUBPROCESS(source), result, nullptr) == TRUE);
   }
 
-  std::string subject_;
-  std::string file_;
-  std::string body_;
-  std::optional<std::string> attachment_;
+  const ShareByMail mail_;
+  const std::shared_ptr<SharingOffers> offers_;
+  std::optional<std::string> copy_;
 };
 
 }  // namespace
 
-std::shared_ptr<GtkSharingService> makeEmailService(std::string title, std::string subject, std::string file,
-                                                    std::string text, const std::string& link) {
-  // The text that stands in for a file that could not be made begins with the title.
-  std::string body = std::move(text);
-  if (!link.empty()) body += (body.empty() ? "" : "\n\n") + link;
-  return std::make_shared<EmailService>(std::move(title), std::move(subject), std::move(file),
-                                        std::move(body));
+std::shared_ptr<GtkSharingService> makeEmailService(ShareByMail mail, std::shared_ptr<SharingOffers> offers) {
+  return std::make_shared<EmailService>(std::move(mail), std::move(offers));
 }
 
 }  // namespace quendo::gtk
