@@ -81,6 +81,7 @@ void AppController::applicationDidFinishLaunching() {
   if (state_.fatalMode) return;
   ports_.application.activateIgnoringOtherApps(true);
   updateChecks_.startUpdateChecks();
+  sharing_.removeOldCopies();
 }
 
 void AppController::buildWindow() {

@@ -40,6 +40,10 @@ class NoteSharing final : public ShareOwner,
   /// destroyed.
   void setWebView(WebView* webView) { webView_ = webView; }
 
+  /// Removes the old ones of the copies that were made for other programs. Also done with each share that
+  /// makes another copy, and on destruction.
+  void removeOldCopies() { copies_->removeOldCopies(); }
+
   bool shareIsUnderWay() const override { return sharingPicker_ || activeSharingService_; }
   void presentSharePicker(std::string attemptId, std::string title, std::string filename, std::string content,
                           std::string urlString) override;

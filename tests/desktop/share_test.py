@@ -1,9 +1,12 @@
 """Sharing: the popover at the corner, the services it offers, and what becomes of the file."""
 
 import contextlib
+import fcntl
+import itertools
 import json
 import os
 import stat
+import time
 from pathlib import Path
 
 import pytest
@@ -234,6 +237,46 @@ def test_a_folder_that_another_running_instance_shows_stays(sharing, make_quendo
     sharing.share("c")
     sharing.items()
     assert not left.exists()
+
+
+@pytest.fixture
+def cached_copy(make_quendo, reporter):
+    """(program that is not started, function that puts a copy into its cache)"""
+    quendo = make_quendo(page=reporter.page())
+    numbers = itertools.count()
+
+    def put(hours):
+        folder = quendo.home / ".cache" / "Quendo" / "Shared" / f"AAAAAAAA-BBBB-CCCC-DDDD-{next(numbers):012}"
+        folder.mkdir(parents=True)
+        (folder / "note.md").write_text("copied")
+        grow_old(folder, hours)
+        return folder
+
+    return quendo, put
+
+
+def grow_old(folder, hours):
+    then = time.time() - hours * 3600
+    os.utime(folder, (then, then))
+
+
+def test_copies_for_other_programs_go_a_day_later_at_start_and_at_quit(cached_copy, reporter):
+    quendo, put = cached_copy
+    old, young, in_use = put(25), put(23), put(25)
+    lock = os.open(in_use, os.O_RDONLY)
+    # As another instance does with the copy of its current share.
+    fcntl.flock(lock, fcntl.LOCK_EX)
+    quendo.start()
+    reporter.wait_for_page()
+    quendo.wait_for_page()
+    wait_until(lambda: not old.exists(), 10, "the old copy to go at the start")
+    assert (young / "note.md").exists() and (in_use / "note.md").exists()
+    os.close(lock)
+    grow_old(young, 25)
+    still_young = put(1)
+    assert quendo.terminate() == 0
+    assert not young.exists() and not in_use.exists()
+    assert (still_young / "note.md").exists()
 
 
 def test_without_a_place_for_files_the_text_is_shared(sharing):

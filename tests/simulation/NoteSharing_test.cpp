@@ -285,5 +285,23 @@ TEST_F(NoteSharingTest, WhereThePlatformHasNoPickerTheNoteIsOfferedInTheInterfac
   EXPECT_EQ(std::get<CopySharedText>(sections[1][1].action), CopySharedText{"content"});
 }
 
+TEST_F(NoteSharingTest, OldCopiesGoAtTheStartAndAtTheEndOfTheProgram) {
+  const std::string copy = "/home/user/.cache/Quendo/Shared/AAAAAAAA-1111-2222-3333-BBBBBBBBBBBB";
+  const auto leaveAnOldCopy = [&] {
+    platform_.files.setDirectory(copy);
+    platform_.files.modificationDates[copy] = platform_.clock.now() - 25h;
+  };
+  leaveAnOldCopy();
+  {
+    AppController controller(platform_.ports());
+    platform_.application.setDelegate(&controller);
+    EXPECT_TRUE(platform_.files.hasDirectory(copy));
+    controller.applicationDidFinishLaunching();
+    EXPECT_FALSE(platform_.files.hasDirectory(copy));
+    leaveAnOldCopy();
+  }
+  EXPECT_FALSE(platform_.files.hasDirectory(copy));
+}
+
 }  // namespace
 }  // namespace quendo
