@@ -6,8 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "bridge/MessageOwners.h"
+#include "bridge/MessageHandlers.h"
 #include "bridge/PageCalls.h"
+#include "bridge/Surface.h"
 #include "export/ClaimedDirectories.h"
 #include "export/SharedCopies.h"
 #include "i18n/Localization.h"
@@ -24,21 +25,17 @@ namespace quendo {
 /// Shares a note through what the desktop offers: as a file in a folder for the user alone, with a link to
 /// the product's site where the page gives one. One share at a time; each request of the page is answered
 /// once, and its folder lives from the picker to that answer. Main thread.
-class NoteSharing final : public ShareOwner,
+class NoteSharing final : public ShareHandler,
                           public SharingServicePickerDelegate,
                           public SharingServiceDelegate {
  public:
   /// linkHosts: the hosts, in lower case, to which a shared link may point.
-  NoteSharing(const Localization& localization, PageCalls& pageCalls, FileManager& fileManager,
-              MainQueue& mainQueue, const Clock& clock, UuidSource& uuids, Toolkit& toolkit,
-              std::vector<std::string> linkHosts);
+  NoteSharing(const Localization& localization, PageCalls& pageCalls, const Surface& surface,
+              FileManager& fileManager, MainQueue& mainQueue, const Clock& clock, UuidSource& uuids,
+              Toolkit& toolkit, std::vector<std::string> linkHosts);
   ~NoteSharing() override;
   NoteSharing(const NoteSharing&) = delete;
   NoteSharing& operator=(const NoteSharing&) = delete;
-
-  /// The web view beside whose corner the picker is shown, or null. It must be taken back before it is
-  /// destroyed.
-  void setWebView(WebView* webView) { webView_ = webView; }
 
   /// Removes the old ones of the copies that were made for other programs. Also done with each share that
   /// makes another copy, and on destruction.
@@ -63,12 +60,12 @@ class NoteSharing final : public ShareOwner,
 
   const Localization& localization_;
   PageCalls& pageCalls_;
+  const Surface& surface_;
   FileManager& fileManager_;
   MainQueue& mainQueue_;
   UuidSource& uuids_;
   Toolkit& toolkit_;
   const std::vector<std::string> linkHosts_;
-  WebView* webView_ = nullptr;
 
   std::shared_ptr<SharingServicePicker> sharingPicker_;
   std::shared_ptr<SharingService> activeSharingService_;
