@@ -47,8 +47,8 @@ AppController::AppController(const HostPorts& ports)
       spelling_(ports.locale, ports.mainQueue, surface_),
       exportPanels_(localization_, pageCalls_, surface_, ports.fileManager, ports.contentTypes,
                     ports.workspace),
-      sharing_(localization_, pageCalls_, surface_, ports.fileManager, ports.mainQueue, ports.uuids,
-               ports.toolkit, sharedLinkHosts()),
+      sharing_(localization_, pageCalls_, surface_, ports.fileManager, ports.mainQueue, ports.clock,
+               ports.uuids, ports.toolkit, sharedLinkHosts()),
       openedFiles_(state_, localization_, surface_, ports.documentFiles, pageCalls_, ports.application),
       updateChecks_(ports.bundle, ports.defaults, ports.clock, ports.httpSession, ports.mainQueue,
                     ports.workspace, pageCalls_, surface_, localization_),
@@ -74,6 +74,7 @@ void AppController::applicationDidFinishLaunching() {
   if (state_.fatalMode) return;
   ports_.application.activateIgnoringOtherApps(true);
   updateChecks_.startUpdateChecks();
+  sharing_.removeOldCopies();
 }
 
 void AppController::buildWindow() {

@@ -4,10 +4,11 @@
 #include <chrono>
 #include <utility>
 
+#include "export/OffersWithoutSystemPicker.h"
 #include "files/SafeFilename.h"
 #include "files/WriteTextFile.h"
-#include "i18n/NativeLanguage.h"
 #include "text/StrictUrl.h"
+#include "text/Utf8.h"
 
 namespace quendo {
 namespace {
@@ -19,24 +20,11 @@ constexpr std::string_view kDirectoryPrefix = "Quendo-Share-";
 // The picker points at a spot in the lower right corner, this far from the web view's edges.
 constexpr int kAnchorInset = 52;
 
-bool isUpperCaseUuid(std::string_view text) {
-  constexpr std::string_view kPattern = "XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX";
-  return text.size() == kPattern.size() &&
-         std::equal(text.begin(), text.end(), kPattern.begin(), [](char character, char place) {
-           if (place == '-') return character == '-';
-           return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'F');
-         });
-}
-
-bool isShareDirectoryName(std::string_view name) {
-  return name.starts_with(kDirectoryPrefix) && isUpperCaseUuid(name.substr(kDirectoryPrefix.size()));
-}
-
 }  // namespace
 
 NoteSharing::NoteSharing(const Localization& localization, PageCalls& pageCalls, const Surface& surface,
-                         FileManager& fileManager, MainQueue& mainQueue, UuidSource& uuids, Toolkit& toolkit,
-                         std::vector<std::string> linkHosts)
+                         FileManager& fileManager, MainQueue& mainQueue, const Clock& clock,
+                         UuidSource& uuids, Toolkit& toolkit, std::vector<std::string> linkHosts)
     : localization_(localization),
       pageCalls_(pageCalls),
       surface_(surface),
@@ -44,7 +32,8 @@ NoteSharing::NoteSharing(const Localization& localization, PageCalls& pageCalls,
       mainQueue_(mainQueue),
       uuids_(uuids),
       toolkit_(toolkit),
-      linkHosts_(std::move(linkHosts)) {}
+      linkHosts_(std::move(linkHosts)),
+      copies_(std::make_shared<SharedCopies>(fileManager, clock, uuids)) {}
 
 NoteSharing::~NoteSharing() {
   if (sharingPicker_) sharingPicker_->setDelegate(nullptr);
@@ -58,16 +47,25 @@ void NoteSharing::presentSharePicker(std::string attemptId, std::string title, s
     pageCalls_.nativeShareDidFinish(false, attemptId);
     return;
   }
+  // A text without a UTF-8 form fails here and not at the file, where the text itself would be offered in the
+  // file's stead, cut or damaged by whatever encodes it last.
+  if (!isValidUtf8(title) || !isValidUtf8(filename) || !isValidUtf8(content)) {
+    pageCalls_.nativeShareDidFinish(false, attemptId);
+    return;
+  }
   activeSharingAttemptId_ = std::move(attemptId);
   cleanSharedTemporaryDirectory();
-  removeAbandonedDirectories();
+  // A process that was killed in the middle of a share could not remove its folder.
+  removeAbandonedDirectories(fileManager_, fileManager_.temporaryDirectory(), kDirectoryPrefix,
+                             [](const std::string&) { return true; });
   std::vector<SharedItem> items = itemsFor(title, filename, content, urlString);
   if (items.empty() || !surface_.webView) {
     finishShare(false);
     return;
   }
-  sharingPicker_ = toolkit_.makeSharingServicePicker(
-      {std::move(items), std::move(title), std::string(rawValue(localization_.current()))});
+  auto offers = std::make_shared<OffersWithoutSystemPicker>(items, std::move(title), std::move(content),
+                                                            localization_, copies_);
+  sharingPicker_ = toolkit_.makeSharingServicePicker({std::move(items), std::move(offers)});
   sharingPicker_->setDelegate(this);
   const Rect bounds = surface_.webView->bounds();
   const Rect anchor{std::max(0, bounds.x + bounds.width - kAnchorInset),
@@ -89,12 +87,12 @@ std::vector<SharedItem> NoteSharing::itemsFor(const std::string& title, const st
 
 std::optional<std::string> NoteSharing::writeSharedFile(const std::string& filename,
                                                         const std::string& content) {
-  std::string directory =
-      fileManager_.temporaryDirectory() + "/" + std::string(kDirectoryPrefix) + uuids_.randomUuid();
-  if (!fileManager_.createPrivateDirectory(directory)) return std::nullopt;
-  std::string path = directory + "/" + safeFilename(filename);
+  auto directory =
+      createClaimedDirectory(fileManager_, uuids_, fileManager_.temporaryDirectory(), kDirectoryPrefix);
+  if (!directory) return std::nullopt;
+  std::string path = directory->path + "/" + safeFilename(filename);
   if (!writeTextFile(fileManager_, path, content)) {
-    fileManager_.removeDirectory(directory);
+    fileManager_.removeDirectory(directory->path);
     return std::nullopt;
   }
   sharedTemporaryDirectory_ = std::move(directory);
@@ -141,16 +139,7 @@ void NoteSharing::finishShare(bool success) {
 
 void NoteSharing::cleanSharedTemporaryDirectory() {
   if (const auto directory = std::exchange(sharedTemporaryDirectory_, std::nullopt))
-    fileManager_.removeDirectory(*directory);
-}
-
-// A process that was killed in the middle of a share could not remove its folder.
-void NoteSharing::removeAbandonedDirectories() {
-  const std::string parent = fileManager_.temporaryDirectory();
-  for (const std::string& name : fileManager_.ownDirectories(parent)) {
-    if (isShareDirectoryName(name))
-      fileManager_.removeDirectory(std::string(parent).append("/").append(name));
-  }
+    fileManager_.removeDirectory(directory->path);
 }
 
 }  // namespace quendo

@@ -9,7 +9,10 @@
 #include "bridge/MessageHandlers.h"
 #include "bridge/PageCalls.h"
 #include "bridge/Surface.h"
+#include "export/ClaimedDirectories.h"
+#include "export/SharedCopies.h"
 #include "i18n/Localization.h"
+#include "platform/Clock.h"
 #include "platform/FileManager.h"
 #include "platform/Lifetime.h"
 #include "platform/MainQueue.h"
@@ -19,20 +22,24 @@
 
 namespace quendo {
 
-/// Shares a note through what the desktop offers: as a file in a folder of the user's own, with a link to the
-/// product's site where the page gives one. One share at a time; each request is answered to the page once,
-/// and its folder lives from the picker to that answer. Main thread.
+/// Shares a note through what the desktop offers: as a file in a folder for the user alone, with a link to
+/// the product's site where the page gives one. One share at a time; each request of the page is answered
+/// once, and its folder lives from the picker to that answer. Main thread.
 class NoteSharing final : public ShareHandler,
                           public SharingServicePickerDelegate,
                           public SharingServiceDelegate {
  public:
   /// linkHosts: the hosts, in lower case, to which a shared link may point.
   NoteSharing(const Localization& localization, PageCalls& pageCalls, const Surface& surface,
-              FileManager& fileManager, MainQueue& mainQueue, UuidSource& uuids, Toolkit& toolkit,
-              std::vector<std::string> linkHosts);
+              FileManager& fileManager, MainQueue& mainQueue, const Clock& clock, UuidSource& uuids,
+              Toolkit& toolkit, std::vector<std::string> linkHosts);
   ~NoteSharing() override;
   NoteSharing(const NoteSharing&) = delete;
   NoteSharing& operator=(const NoteSharing&) = delete;
+
+  /// Removes the old ones of the copies that were made for other programs. Also done with each share that
+  /// makes another copy, and on destruction.
+  void removeOldCopies() { copies_->removeOldCopies(); }
 
   bool shareIsUnderWay() const override { return sharingPicker_ || activeSharingService_; }
   void presentSharePicker(std::string attemptId, std::string title, std::string filename, std::string content,
@@ -50,7 +57,6 @@ class NoteSharing final : public ShareHandler,
   void serviceDidFinish(const SharingService& service, bool success);
   void finishShare(bool success);
   void cleanSharedTemporaryDirectory();
-  void removeAbandonedDirectories();
 
   const Localization& localization_;
   PageCalls& pageCalls_;
@@ -65,7 +71,8 @@ class NoteSharing final : public ShareHandler,
   std::shared_ptr<SharingService> activeSharingService_;
   std::optional<std::string> activeSharingAttemptId_;
   std::shared_ptr<DelayedTask> sharingTimeout_;
-  std::optional<std::string> sharedTemporaryDirectory_;
+  std::optional<ClaimedDirectory> sharedTemporaryDirectory_;
+  const std::shared_ptr<SharedCopies> copies_;
   Lifetime lifetime_;
 };
 

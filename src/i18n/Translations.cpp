@@ -78,17 +78,32 @@ constexpr std::array kTranslations = {
                 "No se pudo completar la acción"},
 };
 
+/// Texts of the host beside those.
+constexpr std::array kHostTexts = {
+    Translation{"Enviar por e-mail", "Send by E-mail", "Enviar por correo"},
+    Translation{"Abrir com", "Open with", "Abrir con"},
+    Translation{"Copiar arquivo", "Copy File", "Copiar archivo"},
+    Translation{"Copiar texto", "Copy Text", "Copiar texto"},
+    Translation{"Copiar link", "Copy Link", "Copiar enlace"},
+};
+
 }  // namespace
 
 std::span<const Translation> allTranslations() {
   return kTranslations;
 }
 
-// Sixty short rows are found by a walk: texts are looked up when a menu or a panel is built, not more.
+std::span<const Translation> hostTexts() {
+  return kHostTexts;
+}
+
+// Linear search is enough: texts are looked up when a menu or a panel is built.
 const Translation* findTranslation(std::string_view portuguese) {
-  const auto row = std::find_if(kTranslations.begin(), kTranslations.end(),
-                                [&](const Translation& t) { return t.portuguese == portuguese; });
-  return row == kTranslations.end() ? nullptr : &*row;
+  for (const auto table : {allTranslations(), hostTexts()}) {
+    const auto row = std::ranges::find(table, portuguese, &Translation::portuguese);
+    if (row != table.end()) return &*row;
+  }
+  return nullptr;
 }
 
 }  // namespace quendo

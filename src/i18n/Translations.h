@@ -15,7 +15,10 @@ struct Translation {
 /// Every row, in the table's own order.
 std::span<const Translation> allTranslations();
 
-/// The row with exactly that Portuguese text, or null.
+/// More rows, of texts that only the host shows.
+std::span<const Translation> hostTexts();
+
+/// The row of either table with exactly that Portuguese text, or null.
 const Translation* findTranslation(std::string_view portuguese);
 
 }  // namespace quendo

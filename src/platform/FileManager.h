@@ -52,6 +52,9 @@ class FileManager {
 
   /// The user's directory for application data, without a trailing slash; absent when there is none.
   virtual std::optional<std::string> applicationSupportDirectory() const = 0;
+  /// The user's directory for files that can be made again, without a trailing slash; absent when there is
+  /// none. It need not exist yet.
+  virtual std::optional<std::string> cachesDirectory() const = 0;
 
   /// Attributes of a regular file, links followed; absent when they cannot be read.
   virtual std::optional<FileAttributes> attributesOfItem(const std::string& path) const = 0;
@@ -59,6 +62,9 @@ class FileManager {
   virtual bool fileExists(const std::string& path) const = 0;
   /// Whether a directory has this name in it, be it that of a link which leads nowhere.
   virtual bool isNameTaken(const std::string& path) const = 0;
+  /// When an item last changed: the item itself where it is a link. Absent when that cannot be read.
+  virtual std::optional<std::chrono::system_clock::time_point> modificationDate(
+      const std::string& path) const = 0;
   /// The whole file, or its first `limit` + 1 bytes when it is longer than `limit`.
   virtual std::optional<std::string> contents(const std::string& path, std::int64_t limit) const = 0;
   /// Where `path` leads when symbolic links in its place are followed, whether or not anything is there;

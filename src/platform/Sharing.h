@@ -1,8 +1,12 @@
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "platform/Rect.h"
@@ -18,11 +22,67 @@ struct SharedItem {
   bool operator==(const SharedItem&) const = default;
 };
 
-/// What a share picker offers, and in which language.
+/// A program that the desktop can open a file with.
+struct SharingProgram {
+  std::string name;
+  bool isThisProgram = false;
+};
+
+/// Opens a new message in the user's mail program, with the file attached.
+struct ShareByMail {
+  std::string subject;  ///< One line.
+  std::string body;
+  std::optional<std::string> attachment;  ///< The path of a shared file.
+  bool operator==(const ShareByMail&) const = default;
+};
+
+/// Opens the file with a program. It has taken the file when it ends without an error, or still runs after
+/// `trial`.
+struct ShareWithProgram {
+  std::size_t program = 0;  ///< Among those that `SharingOffers::sections` was given.
+  std::string file;
+  std::chrono::milliseconds trial{0};
+  bool operator==(const ShareWithProgram&) const = default;
+};
+
+/// Offers the file itself on the clipboard, as a file manager does.
+struct CopySharedFile {
+  std::string file;
+  bool operator==(const CopySharedFile&) const = default;
+};
+
+struct CopySharedText {
+  std::string text;
+  bool operator==(const CopySharedText&) const = default;
+};
+
+/// One entry of a share picker.
+struct SharingOffer {
+  std::string title;
+  std::variant<ShareByMail, ShareWithProgram, CopySharedFile, CopySharedText> action;
+  bool operator==(const SharingOffer&) const = default;
+};
+
+using SharingSection = std::vector<SharingOffer>;
+
+/// What a picker offers on a platform that has none of its own; where the system has one, the system decides.
+/// Main thread.
+class SharingOffers {
+ public:
+  virtual ~SharingOffers() = default;
+  /// The entries in the order in which they are listed, each inner list a section. `programs`: those that the
+  /// desktop has registered for the type of the shared file, the likeliest first.
+  virtual std::vector<SharingSection> sections(const std::vector<SharingProgram>& programs) const = 0;
+  /// Copies a shared file for a program that may read it long after the share has ended. The path of the
+  /// copy, which has the same name; absent when it could not be made.
+  virtual std::optional<std::string> copyForAnotherProgram(const std::string& path) = 0;
+};
+
+/// What a share picker is given.
 struct SharedItems {
   std::vector<SharedItem> items;
-  std::string title;         ///< Of what is shared, for the subject of a message.
-  std::string languageCode;  ///< "pt", "en" or "es".
+  /// For a platform without a picker of its own. Never null.
+  std::shared_ptr<SharingOffers> offersWithoutSystemPicker;
 };
 
 class SharingService;

@@ -1,6 +1,7 @@
 """Where a desktop portal does the work: mail with an attachment, and the file dialog of a confined program."""
 
 import json
+import re
 import subprocess
 import sys
 from pathlib import Path
@@ -46,18 +47,32 @@ def start(make_quendo, reporter):
     return run
 
 
-@pytest.mark.parametrize("response, success", [(0, True), (1, False)])
-def test_the_portal_gets_the_mail_with_the_file_attached(start, reporter, portal, response, success):
-    asked = portal(response=response)
-    quendo = start()
+def share_by_mail(quendo, reporter):
     reporter.run("""webkit.messageHandlers.quendoShare.postMessage({ attemptId: 'a', title: 'The title',
         filename: 'note.md', content: 'By the portal', url: 'https://quendo.example/' });""")
     wait_until(lambda: any(one.name == "Send by E-mail" for one in quendo.accessible().walk()), 10, "the popover")
     quendo.accessible().find_item("Send by E-mail").act("click")
+
+
+@pytest.mark.parametrize("response, success", [(0, True), (1, False)])
+def test_the_portal_gets_the_mail_with_the_file_attached(start, reporter, portal, response, success):
+    asked = portal(response=response)
+    share_by_mail(start(), reporter)
     assert reporter.wait_for("answered") == [success, "a"]
     request, = asked()
     assert request["subject"] == "The title" and request["attached"] == "By the portal"
     assert request["body"] == "https://quendo.example/"
+    assert re.fullmatch("[A-Za-z0-9_]+", request["token"])
+
+
+@pytest.mark.parametrize("response, success", [(0, True), (1, False)])
+@pytest.mark.parametrize("manner", [{"early": True}, {"own_handle": True}, {"early": True, "own_handle": True}],
+                         ids=lambda manner: "-".join(manner))
+def test_the_answer_about_a_mail_counts_however_early_and_wherever_it_comes(start, reporter, portal, manner,
+                                                                            response, success):
+    portal(response=response, noise=True, **manner)
+    share_by_mail(start(), reporter)
+    assert reporter.wait_for("answered") == [success, "a"]
 
 
 def test_a_confined_program_saves_through_the_portals_dialog(start, reporter, portal, tmp_path):

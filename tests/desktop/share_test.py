@@ -1,12 +1,18 @@
 """Sharing: the popover at the corner, the services it offers, and what becomes of the file."""
 
+import contextlib
+import fcntl
+import itertools
+import json
 import os
 import stat
+import time
 from pathlib import Path
 
 import pytest
 
 from harness import desktop
+from harness.reporter import Reporter
 from harness.waiting import stays, wait_until
 
 SHARED = "quendoNativeShareDidFinish"
@@ -20,10 +26,9 @@ class Sharing:
         self._reporter = reporter
         self.temporary = quendo.home / "tmp"
 
-    def share(self, attempt, content="# Shared\n", filename="note.md", url=""):
-        self._reporter.run("webkit.messageHandlers.quendoShare.postMessage("
-                           f"{{ attemptId: {attempt!r}, title: 'The title', filename: {filename!r}, "
-                           f"content: {content!r}, url: {url!r} }});")
+    def share(self, attempt, content="# Shared\n", filename="note.md", url="", title="The title"):
+        note = {"attemptId": attempt, "title": title, "filename": filename, "content": content, "url": url}
+        self._reporter.run(f"webkit.messageHandlers.quendoShare.postMessage({json.dumps(note)});")
 
     def items(self):
         """What the popover lists, in order."""
@@ -32,13 +37,16 @@ class Sharing:
     def choose(self, item):
         self._menu().find_item(item).act("click")
 
-    def _menu(self):
-        def find():
-            # The menu bar's menus are not open, so that this is the one menu with items.
-            return next((one for one in self.quendo.accessible().find_all("menu")
-                         if any(child.role == "menu item" for child in one.walk())), None)
+    def is_open(self):
+        return self._find_menu() is not None
 
-        return wait_until(find, 10, "the share popover")
+    def _find_menu(self):
+        # The menu bar's menus are closed, so this is the only menu with items.
+        return next((one for one in self.quendo.accessible().find_all("menu")
+                     if any(child.role == "menu item" for child in one.walk())), None)
+
+    def _menu(self):
+        return wait_until(self._find_menu, 10, "the share popover")
 
     def answer(self, count=1):
         return self._reporter.wait_for("answered", count)
@@ -62,10 +70,13 @@ def register(quendo, name, kind, script):
     return result
 
 
+def page_that_shares(reporter):
+    return reporter.page(head=f"<script>window.{SHARED} = (...values) => report('answered', values);</script>")
+
+
 @pytest.fixture
 def sharing(make_quendo, reporter):
-    page = reporter.page(head=f"<script>window.{SHARED} = (...values) => report('answered', values);</script>")
-    quendo = make_quendo(page=page)
+    quendo = make_quendo(page=page_that_shares(reporter))
     quendo.receiver = register(quendo, "receiver", "text/markdown", 'cat "$1" > "$result.part"; basename "$1" >> '
                                '"$result.part"; mv "$result.part" "$result"')
     quendo.mail = quendo.home / "mail"
@@ -115,6 +126,12 @@ def test_a_program_that_is_registered_for_the_type_receives_the_file(sharing):
     wait_until(sharing.quendo.receiver.exists, 10, "the program to have the file")
     assert sharing.quendo.receiver.read_text() == "# To the program\nnote.md\n"
     assert sharing.folders() == []
+
+
+def test_a_programs_name_is_shown_as_it_is(sharing):
+    register(sharing.quendo, "under_score", "text/plain", "")
+    sharing.share("a", filename="note.txt")
+    assert "Open with under_score" in sharing.items()
 
 
 def test_a_program_that_cannot_be_started_is_answered_false(sharing):
@@ -188,6 +205,78 @@ def test_a_folder_that_a_crash_left_goes_with_the_next_share_and_only_such_a_fol
     sharing.share("b")
     sharing.items()
     assert not left.exists() and other.exists() and link.is_symlink()
+
+
+@pytest.mark.parametrize("field", ["content", "title", "filename"])
+def test_a_text_with_half_a_character_is_answered_false_and_offered_to_nobody(sharing, field):
+    sharing.share("a", **{field: "before \ud83d after"})
+    assert sharing.answer() == [False, "a"]
+    assert not sharing.is_open() and sharing.folders() == []
+    sharing.share("b")
+    assert sharing.items()
+
+
+def test_a_folder_that_another_running_instance_shows_stays(sharing, make_quendo):
+    sharing.share("a", "Shown")
+    sharing.items()
+    shown, = sharing.folders()
+    with contextlib.closing(Reporter()) as reporter:
+        # The instance of the persistence test mode has its own notes, and the same temporary directory.
+        other = make_quendo(page=page_that_shares(reporter), home=sharing.quendo.home)
+        other.start(environment={"QUENDO_PERSISTENCE_TEST": "1"}, wait=False)
+        reporter.wait_for_page()
+        reporter.run("webkit.messageHandlers.quendoShare.postMessage("
+                     "{ attemptId: 'b', title: 't', filename: 'other.md', content: 'x' });")
+        wait_until(lambda: len(sharing.folders()) == 2, 10, "the folder of the other instance")
+        assert (shown / "note.md").read_text() == "Shown"
+        other.kill()
+    # Nobody shows that one any more.
+    left, = set(sharing.folders()) - {shown}
+    sharing.choose("Copy Text")
+    assert sharing.answer() == [True, "a"]
+    sharing.share("c")
+    sharing.items()
+    assert not left.exists()
+
+
+@pytest.fixture
+def cached_copy(make_quendo, reporter):
+    """(program that is not started, function that puts a copy into its cache)"""
+    quendo = make_quendo(page=reporter.page())
+    numbers = itertools.count()
+
+    def put(hours):
+        folder = quendo.home / ".cache" / "Quendo" / "Shared" / f"AAAAAAAA-BBBB-CCCC-DDDD-{next(numbers):012}"
+        folder.mkdir(parents=True)
+        (folder / "note.md").write_text("copied")
+        grow_old(folder, hours)
+        return folder
+
+    return quendo, put
+
+
+def grow_old(folder, hours):
+    then = time.time() - hours * 3600
+    os.utime(folder, (then, then))
+
+
+def test_copies_for_other_programs_go_a_day_later_at_start_and_at_quit(cached_copy, reporter):
+    quendo, put = cached_copy
+    old, young, in_use = put(25), put(23), put(25)
+    lock = os.open(in_use, os.O_RDONLY)
+    # As another instance does with the copy of its current share.
+    fcntl.flock(lock, fcntl.LOCK_EX)
+    quendo.start()
+    reporter.wait_for_page()
+    quendo.wait_for_page()
+    wait_until(lambda: not old.exists(), 10, "the old copy to go at the start")
+    assert (young / "note.md").exists() and (in_use / "note.md").exists()
+    os.close(lock)
+    grow_old(young, 25)
+    still_young = put(1)
+    assert quendo.terminate() == 0
+    assert not young.exists() and not in_use.exists()
+    assert (still_young / "note.md").exists()
 
 
 def test_without_a_place_for_files_the_text_is_shared(sharing):

@@ -9,6 +9,21 @@ std::string parentOf(const std::string& path) {
   return path.substr(0, path.rfind('/'));
 }
 
+class FakeDirectoryClaim final : public DirectoryClaim {
+ public:
+  using Paths = std::shared_ptr<std::set<std::string>>;
+  FakeDirectoryClaim(Paths claimed, std::string path) : claimed_(std::move(claimed)), path_(std::move(path)) {
+    claimed_->insert(path_);
+  }
+  ~FakeDirectoryClaim() override { claimed_->erase(path_); }
+  FakeDirectoryClaim(const FakeDirectoryClaim&) = delete;
+  FakeDirectoryClaim& operator=(const FakeDirectoryClaim&) = delete;
+
+ private:
+  Paths claimed_;
+  std::string path_;
+};
+
 }  // namespace
 
 class FakeWritableFile final : public WritableFile {
@@ -98,6 +113,13 @@ bool FakeFileManager::fileExists(const std::string& path) const {
 bool FakeFileManager::isNameTaken(const std::string& path) const {
   return begin("isNameTaken " + path) &&
          (names_.contains(path) || hasDirectory(path) || links.contains(path));
+}
+
+std::optional<std::chrono::system_clock::time_point> FakeFileManager::modificationDate(
+    const std::string& path) const {
+  const auto date = modificationDates.find(path);
+  if (!begin("modificationDate " + path) || date == modificationDates.end()) return std::nullopt;
+  return date->second;
 }
 
 std::optional<std::string> FakeFileManager::contents(const std::string& path, std::int64_t limit) const {
@@ -202,8 +224,8 @@ bool FakeFileManager::renameItem(const std::string& from, const std::string& to)
 DirectoryClaimResult FakeFileManager::claimDirectory(const std::string& path,
                                                      std::chrono::milliseconds /*patience*/) {
   if (!begin("claimDirectory " + path) || !hasDirectory(path)) return {};
-  if (claimedByAnother.contains(path)) return {nullptr, true};
-  return {std::make_unique<DirectoryClaim>()};
+  if (claimedByAnother.contains(path) || claimed_->contains(path)) return {nullptr, true};
+  return {std::make_unique<FakeDirectoryClaim>(claimed_, path)};
 }
 
 bool FakeFileManager::synchronizeDirectory(const std::string& path) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <map>
@@ -31,10 +32,13 @@ class FakeFileManager final : public FileManager {
   std::set<std::string> claimedByAnother;
   /// Files that no process has touched for long; see `removeAbandonedFile`.
   std::set<std::string> abandoned;
+  /// When directories last changed.
+  std::map<std::string, std::chrono::system_clock::time_point> modificationDates;
   /// Names that the file system does not take.
   std::set<std::string> refusedNames;
 
   std::optional<std::string> supportDirectory = "/home/user/.local/share";
+  std::optional<std::string> cacheDirectory = "/home/user/.cache";
   /// Whether snapshots are second names of the same bytes, or copies whose bytes are not yet flushed.
   bool hasLinks = true;
 
@@ -75,9 +79,12 @@ class FakeFileManager final : public FileManager {
   void cutPower(const std::function<bool(std::size_t)>& survives);
 
   std::optional<std::string> applicationSupportDirectory() const override { return supportDirectory; }
+  std::optional<std::string> cachesDirectory() const override { return cacheDirectory; }
   std::optional<FileAttributes> attributesOfItem(const std::string& path) const override;
   bool fileExists(const std::string& path) const override;
   bool isNameTaken(const std::string& path) const override;
+  std::optional<std::chrono::system_clock::time_point> modificationDate(
+      const std::string& path) const override;
   std::optional<std::string> contents(const std::string& path, std::int64_t limit) const override;
   std::vector<std::string> directoryEntries(const std::string& path) const override;
   std::optional<std::string> resolvedPath(const std::string& path) const override;
@@ -109,6 +116,7 @@ class FakeFileManager final : public FileManager {
   Names namesOnDevice_;
   std::vector<NameChange> nameChanges_;
   std::set<std::string> directories_;
+  std::shared_ptr<std::set<std::string>> claimed_ = std::make_shared<std::set<std::string>>();
   std::function<bool(const std::string&)> failCondition_;
   mutable std::size_t calls_ = 0;
   std::size_t failFirst_ = 0;

@@ -46,7 +46,6 @@ TEST_F(NoteSharingTest, TheNoteIsAFileInAPrivateFolderOfItsOwn) {
   start();
   share("a");
   EXPECT_EQ(picker().shared.items, (std::vector<SharedItem>{{Kind::file, kFolder + "/nota.md"}}));
-  EXPECT_EQ(picker().shared.title, "Title");
   EXPECT_EQ(platform_.files.file(kFolder + "/nota.md"), "content");
   EXPECT_TRUE(scripts().empty());
 }
@@ -116,6 +115,47 @@ TEST_F(NoteSharingTest, AFileThatCannotBeWrittenLeavesNoFolderAndSharesTheText) 
   share("a");
   EXPECT_EQ(picker().shared.items, (std::vector<SharedItem>{{Kind::text, "Title\n\ncontent"}}));
   EXPECT_FALSE(platform_.files.hasDirectory(kFolder));
+}
+
+// What a lone surrogate of the page becomes in the host.
+const std::string kLoneSurrogate = "\xED\xA0\xBD";
+
+TEST_F(NoteSharingTest, ATextWithoutAUtf8FormIsAnsweredFalseAndNothingOfItIsShared) {
+  start();
+  for (const char* field : {"content", "title", "filename"}) {
+    SCOPED_TRACE(field);
+    Value::Dictionary body{
+        {"attemptId", "a"}, {"title", "Title"}, {"filename", "nota.md"}, {"content", "content"}};
+    body[field] = Value("before" + kLoneSurrogate + "after");
+    const std::size_t answered = scripts().size();
+    post("quendoShare", body);
+    ASSERT_EQ(scripts().size(), answered + 1);
+    EXPECT_EQ(scripts().back(), answer(false, "a"));
+    EXPECT_TRUE(platform_.toolkit.pickers.empty());
+    EXPECT_TRUE(platform_.files.ownDirectories("/tmp").empty());
+  }
+  share("b");
+  EXPECT_EQ(platform_.toolkit.pickers.size(), 1U);
+}
+
+TEST_F(NoteSharingTest, ATextWithoutAUtf8FormIsNotSharedInTheFilesSteadEither) {
+  start();
+  platform_.files.failCallsIf(
+      [](const std::string& call) { return call.starts_with("createPrivateDirectory"); });
+  post("quendoShare", Value::Dictionary{{"attemptId", "a"},
+                                        {"title", "Title"},
+                                        {"filename", "nota.md"},
+                                        {"content", kLoneSurrogate},
+                                        {"url", "https://quendo.example/"}});
+  EXPECT_EQ(scripts(), std::vector<std::string>{answer(false, "a")});
+  EXPECT_TRUE(platform_.toolkit.pickers.empty());
+}
+
+TEST_F(NoteSharingTest, ALinkWithoutAUtf8FormIsDroppedLikeAnyOtherBadLink) {
+  start();
+  share("a", "https://quendo.example/" + kLoneSurrogate);
+  ASSERT_EQ(picker().shared.items.size(), 1U);
+  EXPECT_EQ(picker().shared.items[0].kind, Kind::file);
 }
 
 TEST_F(NoteSharingTest, ASecondRequestWhileThePickerIsOpenIsAnsweredFalseAndDisturbsNothing) {
@@ -212,11 +252,55 @@ TEST_F(NoteSharingTest, FoldersThatACrashLeftGoWithTheNextShareAndOthersStay) {
   EXPECT_TRUE(platform_.files.hasDirectory(kFolder));
 }
 
-TEST_F(NoteSharingTest, ThePickerSpeaksTheInterfaceLanguage) {
+TEST_F(NoteSharingTest, TheFolderOfAnotherRunningInstanceStays) {
+  start();
+  const std::string shown = "/tmp/Quendo-Share-AAAAAAAA-1111-2222-3333-BBBBBBBBBBBB";
+  platform_.files.setDirectory(shown);
+  platform_.files.claimedByAnother.insert(shown);
+  share("a");
+  EXPECT_TRUE(platform_.files.hasDirectory(shown));
+  EXPECT_EQ(platform_.toolkit.pickers.size(), 1U);
+}
+
+TEST_F(NoteSharingTest, TheFolderIsClaimedFromThePickerToTheAnswer) {
+  start();
+  share("a");
+  const auto claim = [&] { return platform_.files.claimDirectory(kFolder, 0ms); };
+  EXPECT_TRUE(claim().takenByAnother);
+  const auto service = choose();
+  EXPECT_TRUE(claim().takenByAnother);
+  service->delegate->didShareItems(*service);
+  platform_.files.setDirectory(kFolder);
+  EXPECT_TRUE(claim().claim);
+}
+
+TEST_F(NoteSharingTest, WhereThePlatformHasNoPickerTheNoteIsOfferedInTheInterfaceLanguage) {
   start();
   platform_.defaults.strings["QuendoLanguage"] = "es";
-  share("a");
-  EXPECT_EQ(picker().shared.languageCode, "es");
+  share("a", "https://quendo.example/");
+  const auto sections = picker().shared.offersWithoutSystemPicker->sections({});
+  EXPECT_EQ(sections[0][0].title, "Enviar por correo");
+  EXPECT_EQ(std::get<ShareByMail>(sections[0][0].action),
+            (ShareByMail{"Title", "https://quendo.example/", kFolder + "/nota.md"}));
+  EXPECT_EQ(std::get<CopySharedText>(sections[1][1].action), CopySharedText{"content"});
+}
+
+TEST_F(NoteSharingTest, OldCopiesGoAtTheStartAndAtTheEndOfTheProgram) {
+  const std::string copy = "/home/user/.cache/Quendo/Shared/AAAAAAAA-1111-2222-3333-BBBBBBBBBBBB";
+  const auto leaveAnOldCopy = [&] {
+    platform_.files.setDirectory(copy);
+    platform_.files.modificationDates[copy] = platform_.clock.now() - 25h;
+  };
+  leaveAnOldCopy();
+  {
+    AppController controller(platform_.ports());
+    platform_.application.setDelegate(&controller);
+    EXPECT_TRUE(platform_.files.hasDirectory(copy));
+    controller.applicationDidFinishLaunching();
+    EXPECT_FALSE(platform_.files.hasDirectory(copy));
+    leaveAnOldCopy();
+  }
+  EXPECT_FALSE(platform_.files.hasDirectory(copy));
 }
 
 }  // namespace

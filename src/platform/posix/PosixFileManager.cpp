@@ -48,6 +48,15 @@ std::string homeDirectory() {
   return found != nullptr && entry.pw_dir != nullptr ? entry.pw_dir : "";
 }
 
+/// What `variable` says where it is an absolute path, otherwise the place below the home directory.
+std::optional<std::string> userDirectory(const char* variable, const char* belowHome) {
+  const char* const chosen = std::getenv(variable);
+  if (chosen != nullptr && *chosen == '/') return withoutTrailingSlashes(chosen);
+  const std::string home = homeDirectory();
+  if (!home.starts_with('/')) return std::nullopt;
+  return (home == "/" ? "" : withoutTrailingSlashes(home)) + belowHome;
+}
+
 class PosixDirectoryClaim final : public DirectoryClaim {
  public:
   explicit PosixDirectoryClaim(FileDescriptor directory) : directory_(std::move(directory)) {}
@@ -86,11 +95,11 @@ class PosixWritableFile final : public WritableFile {
 }  // namespace
 
 std::optional<std::string> PosixFileManager::applicationSupportDirectory() const {
-  const char* const dataHome = std::getenv("XDG_DATA_HOME");
-  if (dataHome != nullptr && *dataHome == '/') return withoutTrailingSlashes(dataHome);
-  const std::string home = homeDirectory();
-  if (!home.starts_with('/')) return std::nullopt;
-  return (home == "/" ? "" : withoutTrailingSlashes(home)) + "/.local/share";
+  return userDirectory("XDG_DATA_HOME", "/.local/share");
+}
+
+std::optional<std::string> PosixFileManager::cachesDirectory() const {
+  return userDirectory("XDG_CACHE_HOME", "/.cache");
 }
 
 std::optional<FileAttributes> PosixFileManager::attributesOfItem(const std::string& path) const {
@@ -107,6 +116,13 @@ bool PosixFileManager::fileExists(const std::string& path) const {
 bool PosixFileManager::isNameTaken(const std::string& path) const {
   struct stat attributes {};
   return ::lstat(path.c_str(), &attributes) == 0;
+}
+
+std::optional<std::chrono::system_clock::time_point> PosixFileManager::modificationDate(
+    const std::string& path) const {
+  struct stat attributes {};
+  if (::lstat(path.c_str(), &attributes) != 0) return std::nullopt;
+  return std::chrono::system_clock::from_time_t(attributes.st_mtime);
 }
 
 std::optional<std::string> PosixFileManager::contents(const std::string& path, std::int64_t limit) const {

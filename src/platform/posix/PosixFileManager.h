@@ -9,10 +9,14 @@ class PosixFileManager final : public FileManager {
  public:
   /// $XDG_DATA_HOME, or .local/share in the home directory.
   std::optional<std::string> applicationSupportDirectory() const override;
+  /// $XDG_CACHE_HOME, or .cache in the home directory.
+  std::optional<std::string> cachesDirectory() const override;
 
   std::optional<FileAttributes> attributesOfItem(const std::string& path) const override;
   bool fileExists(const std::string& path) const override;
   bool isNameTaken(const std::string& path) const override;
+  std::optional<std::chrono::system_clock::time_point> modificationDate(
+      const std::string& path) const override;
   /// Never waits for another program: a pipe or a device is refused.
   std::optional<std::string> contents(const std::string& path, std::int64_t limit) const override;
   std::vector<std::string> directoryEntries(const std::string& path) const override;

@@ -3,8 +3,10 @@
     portal.py LOG ANSWER
 
 Each request is a line of JSON in LOG. ANSWER is a line of JSON: "response" is the portal's answer to every
-request, 0 for done; "paths" the files that it chooses, or their URIs, one for each dialog, the last one again and again;
-"choices" what is chosen beside it.
+request, 0 for done; "paths" the files that it chooses, or their URIs, one for each dialog, the last one again and
+again; "choices" what is chosen beside it. With "early" the answer is sent before the call that asked returns; with
+"own_handle" the request is not at the path that its token asks for, as with old portals; with "noise" an
+answer to somebody else's request comes first, which says that it failed.
 """
 
 import json
@@ -61,7 +63,7 @@ class Portal:
             return
         *_, options = parameters.unpack()
         request = {"method": method, "subject": options.get("subject"), "body": options.get("body"),
-                   "name": options.get("current_name"), "label": options.get("accept_label"),
+                   "token": options.get("handle_token"), "name": options.get("current_name"), "label": options.get("accept_label"),
                    "choices": [[one[0], one[1], [title for _, title in one[2]], one[3]]
                                for one in options.get("choices", [])]}
         files = invocation.get_message().get_unix_fd_list()
@@ -70,19 +72,25 @@ class Portal:
                 request["attached"] = attached.read().decode()
         with open(self._log, "a", encoding="utf-8") as log:
             log.write(json.dumps(request) + "\n")
-        token = options.get("handle_token", "t")
-        handle = f"{_PATH}/request/{sender[1:].replace('.', '_')}/{token}"
-        invocation.return_value(GLib.Variant("(o)", (handle,)))
+        requests = f"{_PATH}/request/{sender[1:].replace('.', '_')}"
+        own = self._answer.get("own_handle") or "handle_token" not in options
+        handle = f"{requests}/{'own' if own else options['handle_token']}"
         results = {}
         paths = self._answer.get("paths")
         if paths:
             results["uris"] = GLib.Variant("as", [uri(paths.pop(0) if paths[1:] else paths[0])])
             results["choices"] = GLib.Variant("a(ss)", [tuple(one) for one in self._answer.get("choices", [])])
-        GLib.timeout_add(300, self._respond, sender, handle, results)
+        if self._answer.get("noise"):
+            self._respond(sender, f"{requests}/other", 2, {})
+        if self._answer.get("early"):
+            self._respond(sender, handle, self._answer["response"], results)
+        else:
+            GLib.timeout_add(300, self._respond, sender, handle, self._answer["response"], results)
+        invocation.return_value(GLib.Variant("(o)", (handle,)))
 
-    def _respond(self, sender, handle, results):
+    def _respond(self, sender, handle, response, results):
         self._bus.emit_signal(sender, handle, "org.freedesktop.portal.Request", "Response",
-                              GLib.Variant("(ua{sv})", (self._answer["response"], results)))
+                              GLib.Variant("(ua{sv})", (response, results)))
         return GLib.SOURCE_REMOVE
 
 

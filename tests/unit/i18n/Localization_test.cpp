@@ -167,5 +167,12 @@ TEST(Translations, HoldsExactlyTheSixtyRows) {
   }
 }
 
+TEST(Translations, FindsEachTextOfTheHostWholeAndOnce) {
+  for (const Translation& row : hostTexts()) {
+    EXPECT_FALSE(row.english.empty() || row.spanish.empty()) << row.portuguese;
+    EXPECT_EQ(findTranslation(row.portuguese), &row) << row.portuguese;
+  }
+}
+
 }  // namespace
 }  // namespace quendo

@@ -26,18 +26,24 @@ Gtk::PositionType positionOf(RectEdge edge) {
   return Gtk::PositionType::TOP;
 }
 
+/// A title as a menu item's label, in which a single "_" marks a key.
+std::string labelOf(const std::string& title) {
+  std::string label;
+  for (const char character : title) label.append(character == '_' ? 2 : 1, character);
+  return label;
+}
+
 }  // namespace
 
-GtkSharingPicker::GtkSharingPicker(const SharedItems& items) : actions_(Gio::SimpleActionGroup::create()) {
+GtkSharingPicker::GtkSharingPicker(const SharedItems& shared) : actions_(Gio::SimpleActionGroup::create()) {
   const auto menu = Gio::Menu::create();
   int number = 0;
-  for (const auto& services : sharingServicesFor(items)) {
-    if (services.empty()) continue;
+  for (const auto& services : sharingServicesFor(shared)) {
     const auto section = Gio::Menu::create();
-    for (const auto& service : services) {
+    for (const auto& [title, service] : services) {
       const std::string name = "service" + std::to_string(number++);
-      actions_->add_action(name, [this, service] { choose(service); });
-      section->append(service->title(), "share." + name);
+      actions_->add_action(name, [this, chosen = service] { choose(chosen); });
+      section->append(labelOf(title), "share." + name);
     }
     menu->append_section(section);
   }

@@ -12,10 +12,10 @@
 
 namespace quendo::gtk {
 
-/// A popover at the web view that lists what the desktop can do with the items.
+/// A popover at the web view that lists what the core offers on a desktop without a share picker.
 class GtkSharingPicker final : public SharingServicePicker {
  public:
-  explicit GtkSharingPicker(const SharedItems& items);
+  explicit GtkSharingPicker(const SharedItems& shared);
   ~GtkSharingPicker() override;
   GtkSharingPicker(const GtkSharingPicker&) = delete;
   GtkSharingPicker& operator=(const GtkSharingPicker&) = delete;

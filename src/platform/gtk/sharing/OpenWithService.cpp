@@ -1,30 +1,21 @@
 #include "platform/gtk/sharing/OpenWithService.h"
 
 #include <gdk/gdk.h>
-#include <gio/gdesktopappinfo.h>
 
-#include <cstddef>
-#include <memory>
 #include <string_view>
 #include <utility>
-
-#include "platform/gtk/GObjectPtr.h"
-#include "platform/gtk/sharing/SharedCopies.h"
 
 namespace quendo::gtk {
 namespace {
 
-constexpr std::size_t kMostPrograms = 8;
-// Milliseconds after which a program that still runs is believed to have taken the file.
-constexpr guint kTrial = 2000;
-
 class OpenWithService final : public GtkSharingService {
  public:
-  OpenWithService(std::string title, GObjectPtr<GDesktopAppInfo> program, std::string path)
-      : GtkSharingService(std::move(title)), program_(std::move(program)), path_(std::move(path)) {}
+  OpenWithService(GObjectPtr<GDesktopAppInfo> program, ShareWithProgram with,
+                  std::shared_ptr<SharingOffers> offers)
+      : program_(std::move(program)), with_(std::move(with)), offers_(std::move(offers)) {}
 
   void start() override {
-    const auto copy = copyForAnotherProgram(path_);
+    const auto copy = offers_->copyForAnotherProgram(with_.file);
     if (!copy) {
       report(false);
       return;
@@ -56,7 +47,7 @@ class OpenWithService final : public GtkSharingService {
         },
         new Kept(self->shared_from_this()), forget);
     g_timeout_add_full(
-        G_PRIORITY_DEFAULT, kTrial,
+        G_PRIORITY_DEFAULT, static_cast<guint>(self->with_.trial.count()),
         [](gpointer kept) -> gboolean {
           static_cast<OpenWithService&>(**static_cast<Kept*>(kept)).report(true);
           return G_SOURCE_REMOVE;
@@ -65,29 +56,42 @@ class OpenWithService final : public GtkSharingService {
   }
 
   GObjectPtr<GDesktopAppInfo> program_;
-  std::string path_;
+  ShareWithProgram with_;
+  std::shared_ptr<SharingOffers> offers_;
   bool isWatched_ = false;
 };
 
 }  // namespace
 
-SharingServices openWithServices(const std::string& path, const std::string& verb) {
-  SharingServices services;
+Programs programsFor(const std::string& path) {
+  Programs programs;
   gboolean uncertain = FALSE;
   const GCharPtr type(g_content_type_guess(path.c_str(), nullptr, 0, &uncertain));
-  GList* programs = g_app_info_get_all_for_type(type.get());
-  for (GList* link = programs; link; link = link->next) {
+  GList* found = g_app_info_get_all_for_type(type.get());
+  for (GList* link = found; link; link = link->next) {
     GObjectPtr<GAppInfo> program(G_APP_INFO(link->data));
-    const char* id = g_app_info_get_id(program.get());
-    const bool isQuendo = id && std::string_view(id) == "com.quendo.Quendo.desktop";
-    if (isQuendo || !G_IS_DESKTOP_APP_INFO(program.get()) || !g_app_info_should_show(program.get())) continue;
-    if (services.size() == kMostPrograms) continue;
-    std::string title = verb + g_app_info_get_display_name(program.get());
-    services.push_back(std::make_shared<OpenWithService>(
-        std::move(title), GObjectPtr<GDesktopAppInfo>(G_DESKTOP_APP_INFO(program.release())), path));
+    if (G_IS_DESKTOP_APP_INFO(program.get()) && g_app_info_should_show(program.get()))
+      programs.emplace_back(G_DESKTOP_APP_INFO(program.release()));
   }
-  g_list_free(programs);
-  return services;
+  g_list_free(found);
+  return programs;
+}
+
+std::vector<SharingProgram> described(const Programs& programs) {
+  std::vector<SharingProgram> descriptions;
+  for (const auto& program : programs) {
+    GAppInfo* info = G_APP_INFO(program.get());
+    const char* id = g_app_info_get_id(info);
+    descriptions.push_back(
+        {g_app_info_get_display_name(info), id && std::string_view(id) == "com.quendo.Quendo.desktop"});
+  }
+  return descriptions;
+}
+
+std::shared_ptr<GtkSharingService> makeOpenWithService(const GObjectPtr<GDesktopAppInfo>& program,
+                                                       const ShareWithProgram& with,
+                                                       std::shared_ptr<SharingOffers> offers) {
+  return std::make_shared<OpenWithService>(addReference(program.get()), with, std::move(offers));
 }
 
 }  // namespace quendo::gtk

@@ -1,5 +1,6 @@
 #include "platform/posix/PosixFileManager.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
@@ -7,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <filesystem>
 #include <limits>
@@ -235,6 +237,29 @@ TEST(PosixApplicationSupportDirectory, AsksTheUserDatabaseWhenHomeIsNotSet) {
   const auto directory = supportDirectoryWith(std::nullopt, std::nullopt);
   ASSERT_TRUE(directory);
   EXPECT_TRUE(directory->starts_with('/') && directory->ends_with("/.local/share")) << *directory;
+}
+
+TEST(PosixCachesDirectory, IsTheCacheHomeOrLiesInTheHomeDirectory) {
+  const ScopedEnvironment home("HOME", "/home/a");
+  const ScopedEnvironment none("XDG_CACHE_HOME", std::nullopt);
+  EXPECT_EQ(PosixFileManager().cachesDirectory(), "/home/a/.cache");
+  const ScopedEnvironment relative("XDG_CACHE_HOME", "cache");
+  EXPECT_EQ(PosixFileManager().cachesDirectory(), "/home/a/.cache");
+  const ScopedEnvironment absolute("XDG_CACHE_HOME", "/cache/");
+  EXPECT_EQ(PosixFileManager().cachesDirectory(), "/cache");
+}
+
+TEST_F(PosixFileManagerTest, TellsWhenAnItemItselfLastChanged) {
+  using std::chrono::system_clock;
+  const timespec times[] = {{1'000'000, 0}, {1'000'000, 0}};
+  ASSERT_EQ(::utimensat(AT_FDCWD, directory.path().c_str(), times, 0), 0);
+  EXPECT_EQ(fileManager.modificationDate(directory.path()), system_clock::from_time_t(1'000'000));
+  const TemporaryDirectory other;
+  std::filesystem::create_symlink(directory.path(), other / "link");
+  const auto ofLink = fileManager.modificationDate(other / "link");
+  ASSERT_TRUE(ofLink);
+  EXPECT_NE(ofLink, system_clock::from_time_t(1'000'000));
+  EXPECT_EQ(fileManager.modificationDate(directory / "missing"), std::nullopt);
 }
 
 TEST_F(PosixFileManagerTest, ADirectoryIsClaimedByOneAtATimeAndLeavesNoFile) {
