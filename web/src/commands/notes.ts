@@ -135,7 +135,7 @@ function readImportedFile(value: unknown): ImportedFile[] {
   return [
     {
       name: typeof name === 'string' && name ? name : t('untitled'),
-      content: content.startsWith('\ufeff') ? content.slice(1) : content,
+      content,
       format: format === 'plain' ? 'plain' : 'markdown',
     },
   ];
