@@ -4,7 +4,7 @@ import { toText } from '../state/read';
 import { titleOf } from '../state/workspace';
 import { decodeText, MAXIMUM_FILE_BYTES } from '../text/decode';
 import { type Format, formatOf } from '../text/names';
-import { type Context, focusMain, mayChange, requireNote } from './context';
+import { type Context, focusMain, mayChange, rememberPlace, requireNote } from './context';
 
 export interface ImportedFile {
   readonly name: string;
@@ -44,6 +44,8 @@ export function deleteNote(context: Context, id: string): void {
   const note = workspace.note(id);
   if (!note) return;
   const tab = workspace.tabs.open.indexOf(id);
+  // The editor keeps nothing of a deleted note; should it come back, this is where it opens.
+  rememberPlace(context);
   workspace.deleteNote(id);
   focusMain(context);
   shell.toasts.show(t('note.deleted', { title: titleOf(note) || t('untitled') }), {
