@@ -1,4 +1,4 @@
-import type { Clock } from './saver';
+import type { Clock } from './clock';
 
 /** Longer than a quick writer takes from one key to the next within a word. */
 const QUIET_MS = 120;

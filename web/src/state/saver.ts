@@ -1,12 +1,8 @@
 /** When the document is sent to be stored, and what may be said about it. */
 
-export type SaveStatus = 'saved' | 'unsaved' | 'saving' | 'failed';
+import type { Clock } from './clock';
 
-export interface Clock {
-  now(): number;
-  setTimer(run: () => void, delay: number): unknown;
-  clearTimer(timer: unknown): void;
-}
+export type SaveStatus = 'saved' | 'unsaved' | 'saving' | 'failed';
 
 export interface SaverOptions {
   readonly clock: Clock;
