@@ -65,14 +65,14 @@ export function keepCapture(context: Context): void {
 }
 
 /**
- * Opens files that the host has read; tells how many tabs they have. The host forgets them once this
- * returns, so they are handed over for saving before.
+ * Opens files that the host has read; returns how many tabs they have. The host forgets them once this
+ * returns, so their notes are posted for saving before. Throws when that fails, and the host keeps them.
  */
 export function openNativeFiles(context: Context, files: unknown): number {
   if (!Array.isArray(files) || !mayChange(context)) return 0;
   const sound = files.flatMap(readImportedFile);
   addFiles(context, sound);
-  context.saver.flush();
+  if (!context.saver.handOver()) throw new Error('The notes of the files could not be handed over.');
   return sound.length;
 }
 

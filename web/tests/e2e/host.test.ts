@@ -249,18 +249,3 @@ test('the policy refuses inline scripts and connections', async () => {
   assert.equal(refused, true);
   await context.close();
 });
-
-test('files handed over are sent for saving at once, and a repeated delivery adds nothing', async () => {
-  const { page, context } = await open(browser, { before: fakeHost() });
-  const files = JSON.stringify([
-    { name: 'b.md', content: '# B', format: 'markdown', byteCount: 3 },
-    { name: 'a.txt', content: 'igual', format: 'plain', byteCount: 5 },
-    { name: 'a.txt', content: 'igual', format: 'plain', byteCount: 5 },
-  ]);
-  const sent = `(() => { const before = host.messages.length; const n = quendoOpenNativeFiles(${files}); return [n, host.messages.length > before]; })()`;
-  assert.deepEqual(await page.evaluate(sent), [3, true]);
-  assert.deepEqual((await noteTexts(page)).sort(), ['# B', 'igual', 'igual']);
-  assert.equal(await page.evaluate(`quendoOpenNativeFiles(${files})`), 3);
-  assert.equal((await noteTexts(page)).length, 3);
-  await context.close();
-});

@@ -50,6 +50,7 @@ function saverOn(elapsed: () => number) {
     prepare: () => ({ serialized: '{}', revision: sent.length + 1 }),
     send: (_, revision) => {
       sent.push({ revision, at: elapsed() });
+      return true;
     },
     onStatus: () => undefined,
   });
