@@ -86,6 +86,38 @@ def test_closed_tabs_are_opened_again_after_a_restart(opened):
     wait_until(lambda: page.tabs() == ["One", "Two", "Three"], 10, "the tab that was closed first")
 
 
+def test_a_note_that_was_emptied_is_opened_again_with_its_text(opened):
+    quendo, page = opened
+    write(quendo, page, "Draft")
+    quendo.press("ctrl+a", "Delete")
+    page.wait_for("!!document.querySelector('.work .cm-placeholder')")
+    quendo.press("ctrl+w")
+    wait_until(lambda: page.tabs() == [], 10, "the tab to be closed")
+    wait_until(lambda: page.rows() == ["Untitled"], 10, "the note in the list")
+    quendo.press("ctrl+shift+t")
+    wait_until(lambda: page.tabs() == ["Untitled"], 10, "the tab to be back")
+    page.wait_for_editor()
+    quendo.press("ctrl+z")
+    page.wait_for(f"{page.TEXT} === 'Draft'")
+    quendo.press("ctrl+a", "Delete")
+    page.wait_for("!!document.querySelector('.work .cm-placeholder')")
+    restart(quendo, page)
+    wait_until(lambda: page.tabs() == ["Untitled"], 10, "the empty note")
+    page.wait_for_editor()
+    quendo.press("ctrl+w")
+    wait_until(lambda: page.tabs() == [], 10, "the tab to be closed")
+    restart(quendo, page)
+    quendo.press("ctrl+shift+t")
+    wait_until(lambda: page.tabs() == ["Untitled"], 10, "the tab to be back after all that")
+    # One in which nothing was ever written leaves nothing behind.
+    quendo.press("ctrl+n")
+    wait_until(lambda: page.tabs() == ["Untitled", "Untitled"], 10, "a new note")
+    page.wait_for_editor()
+    quendo.press("ctrl+w")
+    wait_until(lambda: page.tabs() == ["Untitled"], 10, "the tab to be closed")
+    wait_until(lambda: page.rows() == ["Untitled"], 10, "the note in the list")
+
+
 def test_two_long_notes_are_where_they_were_left_after_a_restart(open_page, reporter):
     quendo, page = open_page(stored_state({"a": f"First\n{LINES}", "b": f"Second\n{LINES}"}))
     page.wait_for_editor()
