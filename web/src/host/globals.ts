@@ -1,4 +1,4 @@
-import { menuFunctions } from '../commands/command';
+import { type CommandTable, menuFunctions } from '../commands/command';
 import type { Context } from '../commands/context';
 import { copyForWhatsApp } from '../commands/copies';
 import { openNativeFiles } from '../commands/notes';
@@ -13,7 +13,12 @@ import { isLanguage, setLanguage } from '../i18n/language';
  * the web view reports a promise, a function or an element as a failed script. While the window
  * closes, answers and messages arrive as ever, and what would act for the user does nothing.
  */
-export function pageGlobals(context: Context, answers: HostAnswers, stored: unknown) {
+export function pageGlobals(
+  context: Context,
+  answers: HostAnswers,
+  stored: unknown,
+  table: CommandTable = commands,
+) {
   const { workspace, shell } = context;
   return {
     quendoNativeSaveDidFinish: (success: unknown, revision: unknown): void =>
@@ -42,7 +47,7 @@ export function pageGlobals(context: Context, answers: HostAnswers, stored: unkn
     quendoCopyCurrentNoteForWhatsApp: async (): Promise<boolean> =>
       !shell.closing.begun && copyForWhatsApp(context),
 
-    ...menuFunctions(commands, (command) => {
+    ...menuFunctions(table, (command) => {
       if (!shell.closing.begun) command.run(context);
     }),
     quendoSetLanguage: (code: unknown): void => {

@@ -1,6 +1,6 @@
 /** When the document is sent to be stored, and what may be said about it. */
 
-import type { Clock } from './clock';
+import type { Clock } from '../time/monotonicClock';
 
 export type SaveStatus = 'saved' | 'unsaved' | 'saving' | 'failed';
 

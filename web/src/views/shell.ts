@@ -1,10 +1,10 @@
 import { htmlTag, type Language, onLanguageChange } from '../i18n/language';
 import { readTheme, type Theme } from '../state/model';
 import { titleOf, type Workspace } from '../state/workspace';
+import { h, iconButton, relabel } from '../dom/elements';
 import { Closing } from './closing';
-import { h, iconButton, relabel } from './dom';
 import { type MenuGroups, menuButton } from './menu';
-import { Preview, type PreviewSource } from './preview';
+import { Preview, type PreviewSource } from './previewPane';
 import { Sidebar } from './sidebar';
 import { StatusBar } from './statusBar';
 import { EDITOR_PANEL_ID, TabBar } from './tabBar';

@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { mock, test } from 'node:test';
-import { pageClock } from '../../src/state/clock';
+import { pageClock } from '../../src/time/monotonicClock';
 import { QuietTime } from '../../src/state/quiet';
 import { Saver } from '../../src/state/saver';
 
