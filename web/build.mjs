@@ -5,6 +5,7 @@ import { mkdir, readFile, writeFile } from 'node:fs/promises';
 import path from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { build } from 'esbuild';
+import { noticesOf } from './notices.mjs';
 
 const root = path.dirname(fileURLToPath(import.meta.url));
 
@@ -27,7 +28,9 @@ const result = await build({
   charset: 'utf8',
   outdir: 'assets',
   write: false,
+  // All notices are in one file beside the page, also those of packages that have none in their code.
   legalComments: 'none',
+  metafile: true,
   logLevel: 'warning',
 });
 
@@ -38,8 +41,10 @@ for (const file of result.outputFiles) hash.update(path.basename(file.path)).upd
 const nonce = hash.digest('base64url').slice(0, 22);
 
 const template = await readFile(path.join(root, 'src/index.html'), 'utf8');
+const notices = await noticesOf(result.metafile, root);
 await mkdir(path.join(outdir, 'assets'), { recursive: true });
 await writeFile(path.join(outdir, 'index.html'), template.replaceAll('%NONCE%', nonce));
+await writeFile(path.join(outdir, 'licenses.txt'), notices);
 for (const file of result.outputFiles) {
   await writeFile(path.join(outdir, 'assets', path.basename(file.path)), file.contents);
 }

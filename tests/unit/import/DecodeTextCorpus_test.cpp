@@ -2,6 +2,7 @@
 // rule of the reader changes, against the oracle.
 
 #include <gtest/gtest.h>
+#include <simdjson.h>
 
 #include <random>
 #include <vector>
@@ -90,6 +91,42 @@ void expectLikeOracle(const std::string& bytes, const char* encoding) {
   // Without the macro's printing, which would put both texts into the log.
   ASSERT_TRUE(text == oracle::decodeText(bytes)) << encoding << ", " << bytes.size() << " bytes, begins with "
                                                  << testing::PrintToString(bytes.substr(0, 40));
+}
+
+std::string bytesOfHex(std::string_view hex) {
+  std::string bytes;
+  for (std::size_t at = 0; at < hex.size(); at += 3) {
+    bytes += static_cast<char>(std::stoi(std::string(hex.substr(at, 2)), nullptr, 16));
+  }
+  return bytes;
+}
+
+std::string textOf(std::string_view text) {
+  return std::string(text);
+}
+
+/// Pieces of a file or a text, each with how often it is repeated.
+std::string joined(simdjson::dom::element element, std::string (*read)(std::string_view)) {
+  std::string whole;
+  const simdjson::dom::array pieces = element.get_array().value();
+  for (const simdjson::dom::element piece : pieces) {
+    const std::string once = read(piece.at(1).get_string().value());
+    for (std::uint64_t count = piece.at(0).get_uint64().value(); count > 0; --count) whole += once;
+  }
+  return whole;
+}
+
+// The page reads the files that are chosen in it; its own test compares it with the same samples.
+TEST(DecodeTextCorpus, GivesTheAnswersThatThePageGivesToo) {
+  simdjson::dom::parser parser;
+  const simdjson::dom::array samples = parser.load(QUENDO_TEXT_FILE_SAMPLES).get_array().value();
+  for (const simdjson::dom::element sample : samples) {
+    const simdjson::dom::element expected = sample["text"].value();
+    const auto text = QuendoTextFileReader::decodeText(joined(sample["bytes"].value(), bytesOfHex));
+    const bool alike = expected.is_null() ? !text.has_value() : text == joined(expected, textOf);
+    EXPECT_TRUE(alike) << sample["name"].get_string().value();
+  }
+  EXPECT_GT(samples.size(), 100U);
 }
 
 TEST(DecodeTextCorpus, AgreesWithTheOracleOnTextsOfEveryLengthInEveryEncoding) {

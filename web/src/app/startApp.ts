@@ -121,6 +121,7 @@ function show(context: Context, change: Change, id?: string): void {
     const note = workspace.activeNote;
     if (note) editor.show(note, workspace.place(note.id));
     else editor.hide();
+    editor.release(workspace.tabs.open, (id) => workspace.note(id) !== null);
     showCount(context);
   } else if (change === 'settings') {
     applyAppearance(workspace.settings);

@@ -4,7 +4,7 @@ import { toText } from '../state/read';
 import { titleOf } from '../state/workspace';
 import { decodeText, MAXIMUM_FILE_BYTES } from '../text/decode';
 import { type Format, formatOf } from '../text/names';
-import { type Context, focusMain, mayChange, requireNote } from './context';
+import { type Context, focusMain, mayChange, rememberPlace, requireNote } from './context';
 
 export interface ImportedFile {
   readonly name: string;
@@ -44,6 +44,8 @@ export function deleteNote(context: Context, id: string): void {
   const note = workspace.note(id);
   if (!note) return;
   const tab = workspace.tabs.open.indexOf(id);
+  // The editor keeps nothing of a deleted note; should it come back, this is where it opens.
+  rememberPlace(context);
   workspace.deleteNote(id);
   focusMain(context);
   shell.toasts.show(t('note.deleted', { title: titleOf(note) || t('untitled') }), {
@@ -72,9 +74,16 @@ export function keepCapture(context: Context): void {
 export function openNativeFiles(context: Context, files: unknown): number {
   if (context.shell.closing.begun) throw new Error('The window is closing.');
   if (!Array.isArray(files) || !mayChange(context)) return 0;
+  const { workspace } = context;
   const sound = files.flatMap(readImportedFile);
-  addFiles(context, sound);
+  const ids = addFiles(context, sound, workspace.handedOver);
+  workspace.setHandedOver(ids);
+  // Left marked then, because the host will hand them over again.
   if (!context.saver.handOver()) throw new Error('The notes of the files could not be handed over.');
+  // If the page lives to see another turn, the host has its answer and will not hand these over again.
+  setTimeout(() => {
+    if (workspace.handedOver === ids) workspace.setHandedOver([]);
+  });
   return sound.length;
 }
 
@@ -113,23 +122,30 @@ function notClosing({ shell }: Context): Promise<void> {
 }
 
 /**
- * A file whose note is there already, unchanged, gets that note's tab: opened twice, or handed over
- * again by a host that could not know how far it had come, it is still one note. Files that are alike
- * within one call are files of their own.
+ * Opens a tab for each file and gives their notes. Files may be alike, from different folders, and
+ * still have a note each. Only one that the host hands over again, because it could not know how far
+ * it had come, gets the note that it became then, if that is unchanged.
  */
-function addFiles(context: Context, files: ReadonlyArray<ImportedFile>): void {
+function addFiles(
+  context: Context,
+  files: ReadonlyArray<ImportedFile>,
+  handedOver: ReadonlyArray<string> = [],
+): ReadonlyArray<string> {
   const { workspace } = context;
-  const taken = new Set<string>();
-  for (const { name, content, format } of files) {
+  const before = handedOver.flatMap((id) => workspace.note(id) ?? []);
+  const ids = files.map(({ name, content, format }) => {
     const text = toText(content);
     const lineBreak = isWindowsText(content) ? '\r\n' : '\n';
-    const note =
-      workspace.importedNote({ text, name, lineBreak }, taken) ??
-      workspace.addNote({ text, name, format, lineBreak });
-    taken.add(note.id);
-    workspace.openTab(note.id);
-  }
+    const at = before.findIndex(
+      (one) => one.name === name && one.lineBreak === lineBreak && one.text.eq(text),
+    );
+    const [known] = at < 0 ? [] : before.splice(at, 1);
+    const { id } = known ?? workspace.addNote({ text, name, format, lineBreak });
+    workspace.openTab(id);
+    return id;
+  });
   if (files.length) focusMain(context);
+  return ids;
 }
 
 function isWindowsText(content: string): boolean {
@@ -143,7 +159,7 @@ function readImportedFile(value: unknown): ImportedFile[] {
   return [
     {
       name: typeof name === 'string' && name ? name : t('untitled'),
-      content: content.startsWith('\ufeff') ? content.slice(1) : content,
+      content,
       format: format === 'plain' ? 'plain' : 'markdown',
     },
   ];

@@ -9,6 +9,7 @@ import {
 import { folding } from './folding';
 import { syntaxOf } from './languages';
 import { placeOf, scrollTo, selectionAt } from './place';
+import { Sessions } from './sessions';
 import { loadSyntax, shownSyntax, syntaxExtensions } from './syntax';
 
 export interface NoteEditorOptions {
@@ -39,7 +40,7 @@ interface Session {
 export class NoteEditor {
   readonly #view: EditorView;
   readonly #options: NoteEditorOptions;
-  readonly #sessions = new Map<string, Session>();
+  readonly #sessions = new Sessions<Session>();
   readonly #texts = new Compartment();
   readonly #syntax = new Compartment();
   #syntaxName = 'markdown';
@@ -66,7 +67,7 @@ export class NoteEditor {
     }
     this.#keepSession();
     this.#shown = note.id;
-    const session = this.#sessions.get(note.id);
+    const session = this.#sessions.take(note.id);
     const known = session?.state.doc === note.text ? session : null;
     this.#view.setState(known?.state ?? this.#newState(note, remembered));
     this.relabel();
@@ -80,6 +81,12 @@ export class NoteEditor {
   hide(): void {
     this.#keepSession();
     this.#shown = null;
+    this.#view.setState(EditorState.create({ extensions: EditorView.cspNonce.of(this.#options.nonce) }));
+  }
+
+  /** Lets go of what is kept of notes that are gone, and of those without a tab that were left long ago. */
+  release(open: Iterable<string>, exists: (id: string) => boolean): void {
+    this.#sessions.release(open, exists);
   }
 
   focus(): void {
@@ -125,7 +132,7 @@ export class NoteEditor {
   #keepSession(): void {
     if (this.#shown === null) return;
     const { state } = this.#view;
-    this.#sessions.set(this.#shown, { state, scroll: this.#view.scrollSnapshot() });
+    this.#sessions.keep(this.#shown, { state, scroll: this.#view.scrollSnapshot() });
   }
 
   #newState(note: Note, place: Place | null): EditorState {

@@ -86,6 +86,8 @@ export interface Contents {
   readonly settings: Settings;
   /** What was typed into quick capture and not yet kept. */
   readonly captureDraft: string;
+  /** Notes of the files that the host handed over last, while it cannot know yet that they are here. */
+  readonly handedOver: ReadonlyArray<string>;
   /** Entries among the notes that could not be read as notes, as JSON; kept, not shown. */
   readonly unreadable: ReadonlyArray<string>;
   /** The same for entries of the bin. */
@@ -115,6 +117,7 @@ export const emptyContents: Contents = {
   places: new Map(),
   settings: defaultSettings,
   captureDraft: '',
+  handedOver: [],
   unreadable: [],
   unreadableBin: [],
   setAside: [],

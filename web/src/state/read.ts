@@ -64,6 +64,7 @@ export function readContents(stored: unknown, now: number): ReadResult {
     places: readPlaces(value.places, ids),
     settings: readSettings(value.settings),
     captureDraft: typeof value.captureDraft === 'string' ? value.captureDraft : '',
+    handedOver: texts(value.handedOver),
     unreadable,
     unreadableBin,
     setAside: readSetAside(value),
@@ -86,6 +87,7 @@ const DOCUMENT_MEMBERS = [
   'places',
   'settings',
   'captureDraft',
+  'handedOver',
   'setAside',
 ];
 const NOTE_MEMBERS = [
@@ -106,6 +108,10 @@ const SETTINGS_MEMBERS = ['language', 'sidebarOpen', 'sidebarMode', 'theme', 'zo
 function entries(value: unknown): ReadonlyArray<unknown> {
   if (Array.isArray(value)) return value;
   return isMembers(value) ? Object.values(value) : [];
+}
+
+function texts(value: unknown): ReadonlyArray<string> {
+  return entries(value).filter((entry) => typeof entry === 'string');
 }
 
 function readNote(entry: unknown, ids: Set<string>, now: number): Note | null {
@@ -143,7 +149,7 @@ function readTabs(
 ): Tabs {
   const members = isMembers(value) ? value : {};
   const tabs: Tabs = {
-    open: entries(members.open).filter((id): id is string => typeof id === 'string'),
+    open: texts(members.open),
     active: typeof members.active === 'string' ? members.active : null,
     closed: entries(members.closed).flatMap(readClosedTab),
     extra: unknownMembers(members, TABS_MEMBERS),

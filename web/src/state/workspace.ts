@@ -99,20 +99,17 @@ export class Workspace {
     return true;
   }
 
-  onChange(listener: Listener): void {
-    this.#listeners.push(listener);
+  get handedOver(): ReadonlyArray<string> {
+    return this.#contents.handedOver;
   }
 
-  /** The note that such a file became and that is still as it came, other than those of `taken`. */
-  importedNote(
-    { text, name, lineBreak }: Pick<Note, 'text' | 'name' | 'lineBreak'>,
-    taken: ReadonlySet<string>,
-  ): Note | null {
-    for (const note of this.#notes.values()) {
-      const alike = note.name === name && note.lineBreak === lineBreak && note.text.eq(text);
-      if (alike && !taken.has(note.id)) return note;
-    }
-    return null;
+  /** Every save takes this along as it is by then; it is no reason for one. */
+  setHandedOver(handedOver: ReadonlyArray<string>): void {
+    this.#contents = { ...this.#contents, handedOver };
+  }
+
+  onChange(listener: Listener): void {
+    this.#listeners.push(listener);
   }
 
   addNote({ text, format = 'markdown', name = null, lineBreak = '\n' }: NewNote): Note {

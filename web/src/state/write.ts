@@ -30,7 +30,7 @@ type Members = ReadonlyArray<readonly [name: string, json: string]>;
 
 /** The document as JSON. Lone surrogates leave escaped, so the text is always well formed. */
 export function serialize(contents: Contents, revision: number): string {
-  const { tabs, setAside } = contents;
+  const { tabs, setAside, handedOver } = contents;
   const members: Array<readonly [string, string]> = [
     ['version', String(DOCUMENT_VERSION)],
     ['revision', JSON.stringify(revision)],
@@ -51,6 +51,7 @@ export function serialize(contents: Contents, revision: number): string {
     ['settings', settingsJson(contents)],
     ['captureDraft', JSON.stringify(contents.captureDraft)],
   ];
+  if (handedOver.length) members.push(['handedOver', JSON.stringify(handedOver)]);
   if (setAside.length) members.push(['setAside', array(setAside)]);
   return object(members, contents.extra);
 }

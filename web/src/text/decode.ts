@@ -16,44 +16,101 @@ const SIGNATURES: ReadonlyArray<ReadonlyArray<number>> = [
   [0xce, 0xfa, 0xed, 0xfe],
   [0xcf, 0xfa, 0xed, 0xfe],
 ];
+/** What the bytes 80 to 9F are in Windows-1252; 0 where nothing is defined. All others are as in Latin-1. */
+const WINDOWS_1252_FROM_80 = [
+  0x20ac, 0, 0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160, 0x2039, 0x0152, 0, 0x017d, 0,
+  0, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022, 0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0, 0x017e, 0x0178,
+];
 const SAMPLE = 16_384;
 
-/** The decoded text without a byte order mark, or null when the bytes are not text. */
+type Decoder = (bytes: Uint8Array) => string | null;
+
+/** UTF-32 before UTF-16, one of whose marks begins one of UTF-32's. */
+const MARKED: ReadonlyArray<readonly [mark: ReadonlyArray<number>, decode: Decoder]> = [
+  [[0xff, 0xfe, 0, 0], (bytes) => decodeUtf32(bytes, true)],
+  [[0, 0, 0xfe, 0xff], (bytes) => decodeUtf32(bytes, false)],
+  [[0xff, 0xfe], (bytes) => decodeAs('utf-16le', bytes)],
+  [[0xfe, 0xff], (bytes) => decodeAs('utf-16be', bytes)],
+];
+
+/**
+ * The decoded text without a byte order mark, or null when the bytes are not text. The host reads
+ * the files that come from the desktop by the same rules, and both are tested with the same samples.
+ */
 export function decodeText(bytes: Uint8Array): string | null {
-  if (bytes.length === 0) return '';
-  for (const [mark, encoding] of [
-    [[0xef, 0xbb, 0xbf], 'utf-8'],
-    [[0xff, 0xfe], 'utf-16le'],
-    [[0xfe, 0xff], 'utf-16be'],
-  ] as const) {
-    if (!startsWith(bytes, mark)) continue;
-    const text = tryDecode(bytes.subarray(mark.length), encoding);
-    if (text !== null) return text;
+  for (const [mark, decode] of MARKED) {
+    const text = startsWith(bytes, mark) ? acceptable(decode(bytes)) : null;
+    if (text !== null) return withoutMark(text);
   }
   if (SIGNATURES.some((signature) => startsWith(bytes, signature))) return null;
-  const utf8 = tryDecode(bytes, 'utf-8');
-  if (utf8 !== null) return utf8;
+  const utf8 = acceptable(decodeAs('utf-8', bytes));
+  if (utf8 !== null) return withoutMark(utf8);
   const wide = guessUtf16(bytes);
-  if (wide) {
-    const text = tryDecode(bytes, wide);
-    if (text !== null) return text;
-  }
-  if (!looksTextual(bytes.subarray(0, SAMPLE))) return null;
-  return tryDecode(bytes, 'windows-1252');
+  const unmarked = wide && acceptable(decodeAs(wide, bytes));
+  if (unmarked !== null) return unmarked;
+  // Latin-1 gives every byte a meaning, so no further code page is ever tried.
+  return looksTextual(bytes) ? (decodeWindows1252(bytes) ?? decodeLatin1(bytes)) : null;
 }
 
 function startsWith(bytes: Uint8Array, start: ReadonlyArray<number>): boolean {
   return bytes.length >= start.length && start.every((value, i) => bytes[i] === value);
 }
 
-function tryDecode(bytes: Uint8Array, encoding: string): string | null {
-  let text: string;
+/** Null where bytes have no meaning in the encoding. A mark is a character like any other. */
+function decodeAs(encoding: string, bytes: Uint8Array): string | null {
   try {
-    text = new TextDecoder(encoding, { fatal: true, ignoreBOM: true }).decode(bytes);
-  } catch {
-    return null;
+    return new TextDecoder(encoding, { fatal: true, ignoreBOM: true }).decode(bytes);
+  } catch (error) {
+    if (error instanceof TypeError) return null;
+    throw error;
   }
-  return looksTextual(codePoints(text)) ? text : null;
+}
+
+function decodeUtf32(bytes: Uint8Array, littleEndian: boolean): string | null {
+  if (bytes.length % 4 !== 0) return null;
+  const view = new DataView(bytes.buffer, bytes.byteOffset, bytes.byteLength);
+  const units = new Uint16Array(bytes.length / 2);
+  let length = 0;
+  for (let at = 0; at < bytes.length; at += 4) {
+    const scalar = view.getUint32(at, littleEndian);
+    if (scalar > 0x10ffff || (scalar & 0xfffff800) === 0xd800) return null;
+    if (scalar > 0xffff) {
+      units[length++] = 0xd7c0 + (scalar >> 10);
+      units[length++] = 0xdc00 + (scalar & 0x3ff);
+    } else units[length++] = scalar;
+  }
+  return textOfUnits(units.subarray(0, length));
+}
+
+/** Engines differ in what they make of bytes that the code page leaves undefined, so it is spelt out here. */
+function decodeWindows1252(bytes: Uint8Array): string | null {
+  const units = new Uint16Array(bytes);
+  for (let at = 0; at < units.length; at++) {
+    const byte = units[at] as number;
+    if (byte < 0x80 || byte > 0x9f) continue;
+    const unit = WINDOWS_1252_FROM_80[byte - 0x80] as number;
+    if (!unit) return null;
+    units[at] = unit;
+  }
+  return textOfUnits(units);
+}
+
+/** By this name the web's decoders mean Windows-1252. */
+function decodeLatin1(bytes: Uint8Array): string {
+  return textOfUnits(new Uint16Array(bytes));
+}
+
+/** All machines that the page runs on keep the low byte first. */
+function textOfUnits(units: Uint16Array): string {
+  return new TextDecoder('utf-16le', { ignoreBOM: true }).decode(units);
+}
+
+function withoutMark(text: string): string {
+  return text.startsWith('\ufeff') ? text.slice(1) : text;
+}
+
+function acceptable(text: string | null): string | null {
+  return text !== null && looksTextual(codePoints(text)) ? text : null;
 }
 
 /** Files of two-byte text without a mark show themselves by zeros at every other byte. */
@@ -74,18 +131,15 @@ function guessUtf16(bytes: Uint8Array): 'utf-16le' | 'utf-16be' | null {
 }
 
 function* codePoints(text: string): Iterable<number> {
-  let seen = 0;
-  for (const char of text) {
-    if (seen++ === SAMPLE) return;
-    yield char.codePointAt(0) ?? 0;
-  }
+  for (const char of text) yield char.codePointAt(0) ?? 0;
 }
 
-/** Text has no zero and at most one other control character in a hundred. */
+/** Whether the beginning has no zero and at most one other control character in a hundred. */
 function looksTextual(values: Iterable<number>): boolean {
   let total = 0;
   let controls = 0;
   for (const value of values) {
+    if (total === SAMPLE) break;
     total++;
     if (value === 0) return false;
     if (value < 32 && value !== 9 && value !== 10 && value !== 12 && value !== 13) controls++;

@@ -29,6 +29,12 @@ export function openDialog(options: DialogOptions): void {
     ...options.content,
   );
   dialog.addEventListener('close', () => finish(dialog, options.onClose));
+  // The browser closes a dialog at once but says so later, and keys that come in between would be lost.
+  dialog.addEventListener('keydown', (event) => {
+    if (event.key !== 'Escape' || event.isComposing || event.defaultPrevented) return;
+    event.preventDefault();
+    closeDialog();
+  });
   dialog.addEventListener('pointerdown', (event) => {
     if (event.target === dialog && isOutside(event, dialog)) dialog.close();
   });

@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import type { Browser, Page } from 'playwright-core';
-import { launch, noteTexts, open } from './browser';
+import { fakeHost, launch, noteTexts, open } from './browser';
 
 let browser: Browser;
 before(async () => {
@@ -129,5 +129,22 @@ test('everything that can be pressed has a name', async () => {
       .map((element) => element.outerHTML.slice(0, 120)),
   );
   assert.deepEqual(unlabelled, []);
+  await context.close();
+});
+
+test('Escape in a dialog gives the focus back before another key can come', async () => {
+  const { page, context } = await open(browser, { before: fakeHost() });
+  await page.evaluate('createNote(); openCapture()');
+  const focused = await page.evaluate(() => {
+    const escape = new KeyboardEvent('keydown', { key: 'Escape', bubbles: true, cancelable: true });
+    document.activeElement?.dispatchEvent(escape);
+    return [document.activeElement?.className.includes('cm-content'), document.querySelector('dialog')];
+  });
+  assert.deepEqual(focused, [true, null]);
+  // Nothing else follows, also not when the browser has its own say.
+  await page.evaluate('openCapture()');
+  await page.keyboard.press('Escape');
+  await page.keyboard.type('a');
+  assert.deepEqual(await noteTexts(page), ['a']);
   await context.close();
 });

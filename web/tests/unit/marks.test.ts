@@ -106,6 +106,7 @@ test('what is left', () => {
   check([
     ['a  \nb\\\nc', 'a\nb\nc', 'a\nb\nc'],
     ['&amp; &lt; &#233; &#x1F389; &nada; AT&T', '& < é 🎉 &nada; AT&T', '& < é 🎉 &nada; AT&T'],
+    ['a&ccedil;&atilde;o &rarr; &constructor;', 'ação → &constructor;', 'ação → &constructor;'],
     ['\\*não\\*', '*não*', '*não*'],
     ['| a | b |\n|---|:-:|\n| **1** | 2 |', '| a | b |\n| *1* | 2 |', '| a | b |\n| 1 | 2 |'],
     ['a\r\n**b**\r\n', 'a\n*b*', 'a\nb'],

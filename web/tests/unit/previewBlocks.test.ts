@@ -54,6 +54,13 @@ test('references are found wherever they stand', () => {
   assert.equal(short('[sem alvo] e [a][nada]'), 'p([sem alvo] e [a][nada])');
 });
 
+test('every entity of HTML is read, and what is none stays as it is written', () => {
+  assert.equal(short('a&ccedil;&atilde;o &Eacute; &alpha;&NotEqualTilde;'), 'p(ação É α≂̸)');
+  assert.equal(short('&#231;&#xE7; &hearts; &rarr; &frac12;'), 'p(çç ♥ → ½)');
+  assert.equal(short('&Ccedil; &CCEDIL; &ccedil &nada; &#0; &#xD800;'), 'p(Ç &CCEDIL; &ccedil &nada; &#0; &#xD800;)');
+  assert.equal(short('&constructor; &toString; &hasOwnProperty;'), 'p(&constructor; &toString; &hasOwnProperty;)');
+});
+
 test('entities and escapes are read once', () => {
   assert.equal(short('&lt;b&gt; \\*a\\* &amp;lt;'), 'p(<b> *a* &lt;)');
 });

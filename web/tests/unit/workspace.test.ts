@@ -276,18 +276,3 @@ test('the bin is emptied for good, with the ways back to it', () => {
   assert.equal(workspace.reopenTab(), ids[1]);
   assert.equal(workspace.reopenTab(), null);
 });
-
-test('an imported file is found again while its note is unchanged, each note once', () => {
-  const { workspace } = workspaceWith('typed by hand');
-  const file = { text: Text.of(['a', 'b']), name: 'a.md', lineBreak: '\n' } as const;
-  assert.equal(workspace.importedNote(file, new Set()), null);
-  const first = workspace.addNote(file);
-  const second = workspace.addNote(file);
-  const again = { ...file, text: Text.of(['a', 'b']) };
-  assert.equal(workspace.importedNote(again, new Set())?.id, first.id);
-  assert.equal(workspace.importedNote(again, new Set([first.id]))?.id, second.id);
-  assert.equal(workspace.importedNote({ ...again, name: 'b.md' }, new Set()), null);
-  assert.equal(workspace.importedNote({ ...again, lineBreak: '\r\n' }, new Set()), null);
-  workspace.setText(first.id, Text.of(['changed']));
-  assert.equal(workspace.importedNote(again, new Set([second.id])), null);
-});
