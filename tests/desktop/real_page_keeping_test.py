@@ -2,6 +2,7 @@
 
 import json
 
+from harness import process
 from harness.waiting import wait_until
 from harness.writing import (draft, paste_note, restart, start_again, stored_state, texts, wait_for_active_text,
                              write)
@@ -85,6 +86,38 @@ def test_closed_tabs_are_opened_again_after_a_restart(opened):
     wait_until(lambda: page.tabs() == ["One", "Two", "Three"], 10, "the tab that was closed first")
 
 
+def test_a_note_that_was_emptied_is_opened_again_with_its_text(opened):
+    quendo, page = opened
+    write(quendo, page, "Draft")
+    quendo.press("ctrl+a", "Delete")
+    page.wait_for("!!document.querySelector('.work .cm-placeholder')")
+    quendo.press("ctrl+w")
+    wait_until(lambda: page.tabs() == [], 10, "the tab to be closed")
+    wait_until(lambda: page.rows() == ["Untitled"], 10, "the note in the list")
+    quendo.press("ctrl+shift+t")
+    wait_until(lambda: page.tabs() == ["Untitled"], 10, "the tab to be back")
+    page.wait_for_editor()
+    quendo.press("ctrl+z")
+    page.wait_for(f"{page.TEXT} === 'Draft'")
+    quendo.press("ctrl+a", "Delete")
+    page.wait_for("!!document.querySelector('.work .cm-placeholder')")
+    restart(quendo, page)
+    wait_until(lambda: page.tabs() == ["Untitled"], 10, "the empty note")
+    page.wait_for_editor()
+    quendo.press("ctrl+w")
+    wait_until(lambda: page.tabs() == [], 10, "the tab to be closed")
+    restart(quendo, page)
+    quendo.press("ctrl+shift+t")
+    wait_until(lambda: page.tabs() == ["Untitled"], 10, "the tab to be back after all that")
+    # One in which nothing was ever written leaves nothing behind.
+    quendo.press("ctrl+n")
+    wait_until(lambda: page.tabs() == ["Untitled", "Untitled"], 10, "a new note")
+    page.wait_for_editor()
+    quendo.press("ctrl+w")
+    wait_until(lambda: page.tabs() == ["Untitled"], 10, "the tab to be closed")
+    wait_until(lambda: page.rows() == ["Untitled"], 10, "the note in the list")
+
+
 def test_two_long_notes_are_where_they_were_left_after_a_restart(open_page, reporter):
     quendo, page = open_page(stored_state({"a": f"First\n{LINES}", "b": f"Second\n{LINES}"}))
     page.wait_for_editor()
@@ -134,6 +167,37 @@ def test_a_thought_that_was_not_kept_yet_outlives_a_kill(opened):
     quendo.press("ctrl+Return")
     wait_until(lambda: sorted(texts(quendo)) == ["Being written", "half a thought"], 10, "the kept thought")
     wait_until(lambda: draft(quendo) == "", 10, "no draft to be left")
+
+
+def test_a_file_that_the_page_has_taken_outlives_its_process_though_a_save_is_still_out(opened, reporter):
+    quendo, page = opened
+    write(quendo, page, "Being written")
+    wait_until(lambda: page.status() == "saved", 10, "the note to be saved")
+    # No answer reaches the page from here on. Once the page has returned from the call, the host's answer to
+    # something sent later shows that the host has counted the file as taken.
+    reporter.run("""
+        window.quendoNativeSaveDidFinish = () => {};
+        window.quendoNativeClipboardDidFinish = () => report('taken');
+        const open = quendoOpenNativeFiles;
+        window.quendoOpenNativeFiles = (files) => {
+          setTimeout(() => webkit.messageHandlers.quendoClipboard.postMessage(
+            { text: 'x', successMessage: 'x', requestId: 'x' }), 50);
+          return open(files);
+        };""")
+    quendo.type(" more")
+    page.wait_for(f"{page.TEXT} === 'Being written more'")
+    wait_until(lambda: page.status() == "saving", 10, "a save to be out")
+    file = quendo.home / "handed over.md"
+    file.write_text("# From the desktop\n")
+    loads = page.loads
+    assert quendo.start_another(file) == 0
+    reporter.wait_for("taken")
+    for pid in quendo.web_processes():
+        process.kill(pid)
+    page.wait_for_load(loads + 1)
+    quendo.wait_for_page()
+    wait_until(lambda: page.tabs() == ["Being written more", "handed over.md"], 10, "the file's tab")
+    assert "# From the desktop\n" in texts(quendo)
 
 
 def test_size_theme_and_preview_are_as_they_were_chosen_after_a_restart(opened):

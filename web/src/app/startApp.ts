@@ -1,10 +1,11 @@
 import { NoteEditor } from '../editor/noteEditor';
 import { keepUndoReserve } from '../editor/undoReserve';
 import { currentLanguage, type Language, onLanguageChange, setLanguage, t } from '../i18n/language';
+import { pageClock } from '../time/monotonicClock';
 import type { ReadResult } from '../state/read';
 import { nextRevision } from '../state/revision';
 import { QuietTime } from '../state/quiet';
-import { type Clock, Saver, type SaveStatus } from '../state/saver';
+import { Saver, type SaveStatus } from '../state/saver';
 import { type Change, Workspace } from '../state/workspace';
 import { makePieces } from '../state/write';
 import { applyAppearance, followDesktop } from '../views/rootStyle';
@@ -20,12 +21,6 @@ import { PendingCopies, PendingShare } from '../commands/requests';
 import { commands, noteMenu, reservedKeys } from '../commands/table';
 import { closeTab } from '../commands/tabs';
 import { currentState } from '../commands/termination';
-
-const clock: Clock = {
-  now: Date.now,
-  setTimer: (run, delay) => setTimeout(run, delay),
-  clearTimer: (timer) => clearTimeout(timer as number),
-};
 
 /** Builds the page on a document and joins its pieces: what changes is shown and saved. */
 export function startApp(document: ReadResult, port: HostPort, nonce: string): Context {
@@ -63,10 +58,10 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     },
     onScroll: () => shell.preview.follow(),
   });
-  const quiet = new QuietTime(clock);
+  const quiet = new QuietTime(pageClock);
   window.addEventListener('keydown', () => quiet.disturbed(), { capture: true });
   const saver = new Saver({
-    clock,
+    clock: pageClock,
     whenIdle: (run, longest) => quiet.after(makePieces(workspace.contents), longest, run),
     prepare: () => currentState(context),
     send: (serialized, revision) => port.save(serialized, revision),
@@ -79,8 +74,8 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     shell,
     saver,
     port,
-    copies: new PendingCopies(clock),
-    share: new PendingShare(clock.now),
+    copies: new PendingCopies(pageClock),
+    share: new PendingShare(pageClock.now),
     practice: { nonce, reservedKeys },
     nextRevision: () => {
       revision = nextRevision(revision, Date.now());

@@ -67,16 +67,19 @@ export function keepCapture(context: Context): void {
 }
 
 /**
- * Opens files that the host has read; tells how many tabs they have. The host forgets them once this
- * returns, so they are handed over for saving before.
+ * Opens files that the host has read; returns how many tabs they have. The host forgets them once this
+ * returns, so their notes are posted for saving before. Throws when that fails or the window is closing,
+ * and the host keeps them.
  */
 export function openNativeFiles(context: Context, files: unknown): number {
+  if (context.shell.closing.begun) throw new Error('The window is closing.');
   if (!Array.isArray(files) || !mayChange(context)) return 0;
   const { workspace } = context;
   const sound = files.flatMap(readImportedFile);
   const ids = addFiles(context, sound, workspace.handedOver);
   workspace.setHandedOver(ids);
-  context.saver.flush();
+  // Left marked then, because the host will hand them over again.
+  if (!context.saver.handOver()) throw new Error('The notes of the files could not be handed over.');
   // If the page lives to see another turn, the host has its answer and will not hand these over again.
   setTimeout(() => {
     if (workspace.handedOver === ids) workspace.setHandedOver([]);
@@ -84,8 +87,9 @@ export function openNativeFiles(context: Context, files: unknown): number {
   return sound.length;
 }
 
-/** Opens files chosen in the page. */
+/** Opens files chosen in the page; those for which the window closes meanwhile, once it does not. */
 export async function importFiles(context: Context, files: ReadonlyArray<File>): Promise<void> {
+  await notClosing(context);
   if (!files.length || !mayChange(context)) return;
   const read: ImportedFile[] = [];
   const failures: string[] = [];
@@ -103,6 +107,7 @@ export async function importFiles(context: Context, files: ReadonlyArray<File>):
       failures.push(t('import.unreadable', { name }));
     }
   }
+  await notClosing(context);
   addFiles(context, read);
   if (failures.length) {
     const shown = failures.slice(0, FAILURES_SHOWN);
@@ -110,6 +115,10 @@ export async function importFiles(context: Context, files: ReadonlyArray<File>):
     if (hidden) shown.push(t('import.more', { n: hidden }));
     context.shell.toasts.show(shown.join('\n'));
   }
+}
+
+function notClosing({ shell }: Context): Promise<void> {
+  return new Promise((resolve) => shell.closing.after(resolve));
 }
 
 /**

@@ -9,7 +9,7 @@ export interface HostPort {
   /** The native host is there: it owns the menu keys, the files and the language setting. */
   readonly native: boolean;
   readonly publicUrl: string;
-  save(serialized: string, revision: number): void;
+  save(serialized: string, revision: number): boolean;
   exportFile(file: { filename: string; content: string; format: Format }): boolean;
   saveAs(file: { noteId: string; filename: string; content: string }): boolean;
   copy(request: { text: string; successMessage: string; requestId: string }): void;

@@ -1,4 +1,4 @@
-import type { Clock } from '../state/saver';
+import type { Clock } from '../time/monotonicClock';
 
 /** A host that never answers must not hold up what waits for a copy. */
 const COPY_ANSWER_LIMIT_MS = 10_000;

@@ -13,12 +13,12 @@ const HOST_GIVES_UP_MS = 25_000;
 let reopen: ReturnType<typeof setTimeout> | undefined;
 
 /**
- * The document as it must outlive the window. It is taken first; then the page takes no more
- * input, since what would be typed from here on might not be written any more.
+ * The document as it must outlive the window. It is taken first; from then on the page takes no input
+ * and runs no commands, because their effects would not be in it.
  */
 export function prepareForTermination(context: Context, untouched: unknown): FinalState {
   const state = context.workspace.readOnly ? keepAsIs(untouched) : currentState(context);
-  context.shell.setClosing(true);
+  context.shell.closing.begin();
   clearTimeout(reopen);
   reopen = setTimeout(() => terminationDidCancel(context), HOST_GIVES_UP_MS);
   return state;
@@ -26,7 +26,7 @@ export function prepareForTermination(context: Context, untouched: unknown): Fin
 
 export function terminationDidCancel(context: Context): void {
   clearTimeout(reopen);
-  context.shell.setClosing(false);
+  context.shell.closing.end();
   if (context.workspace.readOnly) return;
   context.saver.changed();
   context.saver.flush();

@@ -12,7 +12,8 @@ export function browserPort(publicUrl: string, answers: () => HostAnswers): Host
     publicUrl,
     save: (serialized, revision) => {
       const kept = store(serialized);
-      queueMicrotask(() => answers().saved(kept, revision));
+      if (kept) queueMicrotask(() => answers().saved(true, revision));
+      return kept;
     },
     exportFile: ({ filename, content }) => {
       download(filename, content);

@@ -10,7 +10,8 @@ import { isLanguage, setLanguage } from '../i18n/language';
 
 /**
  * Every name that the host calls in the page. Functions of the menu give nothing back, because
- * the web view reports a promise, a function or an element as a failed script.
+ * the web view reports a promise, a function or an element as a failed script. While the window
+ * closes, answers and messages arrive as ever, and what would act for the user does nothing.
  */
 export function pageGlobals(
   context: Context,
@@ -43,22 +44,27 @@ export function pageGlobals(
     quendoTerminationDidCancel: (): void => terminationDidCancel(context),
 
     quendoOpenNativeFiles: (files: unknown): number => openNativeFiles(context, files),
-    quendoCopyCurrentNoteForWhatsApp: (): Promise<boolean> => copyForWhatsApp(context),
+    quendoCopyCurrentNoteForWhatsApp: async (): Promise<boolean> =>
+      !shell.closing.begun && copyForWhatsApp(context),
 
-    ...menuFunctions(table, (command) => command.run(context)),
+    ...menuFunctions(table, (command) => {
+      if (!shell.closing.begun) command.run(context);
+    }),
     quendoSetLanguage: (code: unknown): void => {
-      if (isLanguage(code)) setLanguage(code);
+      if (isLanguage(code)) shell.closing.after(() => setLanguage(code));
     },
 
     renderSidebar: (): void => shell.sidebar.render(),
-    setDrawer: (name: unknown, options?: { focus?: boolean }): void =>
-      setDrawer(context, name, options),
+    setDrawer: (name: unknown, options?: { focus?: boolean }): void => {
+      if (!shell.closing.begun) setDrawer(context, name, options);
+    },
     state: {
       get sidebarMode(): string {
         return workspace.settings.sidebarMode;
       },
       set sidebarMode(mode: unknown) {
-        if (typeof mode === 'string' && mode !== workspace.settings.sidebarMode) {
+        if (shell.closing.begun || typeof mode !== 'string') return;
+        if (mode !== workspace.settings.sidebarMode) {
           workspace.setSettings({ sidebarMode: mode });
         }
       },

@@ -32,10 +32,7 @@ export function nativePort(
   return {
     native: true,
     publicUrl,
-    save: (serialized, revision) => {
-      if (post('quendoState', { serialized, revision })) return;
-      setTimeout(() => answers().saved(false, revision));
-    },
+    save: (serialized, revision) => post('quendoState', { serialized, revision }),
     exportFile: (file) => post('quendoExport', file),
     saveAs: (file) => post('quendoSaveAs', file),
     copy: (request) => {

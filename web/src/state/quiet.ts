@@ -1,5 +1,5 @@
+import type { Clock } from '../time/monotonicClock';
 import { workSlice } from '../time/slices';
-import type { Clock } from './saver';
 
 /** Longer than a quick writer takes from one key to the next within a word. */
 const QUIET_MS = 120;

@@ -1,11 +1,12 @@
 /** When the document is sent to be stored, and what may be said about it. */
 
+import type { Clock } from '../time/monotonicClock';
+
 export type SaveStatus = 'saved' | 'unsaved' | 'saving' | 'failed';
 
-export interface Clock {
-  now(): number;
-  setTimer(run: () => void, delay: number): unknown;
-  clearTimer(timer: unknown): void;
+interface Prepared {
+  readonly serialized: string;
+  readonly revision: number;
 }
 
 export interface SaverOptions {
@@ -16,9 +17,9 @@ export interface SaverOptions {
    */
   readonly whenIdle: (run: () => void, longest: number) => () => void;
   /** The document as JSON, and the revision that was given to it. */
-  readonly prepare: () => { serialized: string; revision: number };
-  /** Hands a document over; the answer comes back through `answered`. */
-  readonly send: (serialized: string, revision: number) => void;
+  readonly prepare: () => Prepared;
+  /** Posts a document; the answer comes through `answered`. False when nobody took it, and none comes. */
+  readonly send: (serialized: string, revision: number) => boolean;
   readonly onStatus: (status: SaveStatus) => void;
 }
 
@@ -38,9 +39,10 @@ const CHANGED_RETRY_MS = 5000;
 const ANSWER_LIMIT_MS = 30_000;
 
 /**
- * Changes are counted; each sent document remembers the count it covers. At most one document is
- * out at a time, so a burst of changes costs one more save, of the newest state. Only a positive
- * answer for a revision makes what that revision covers count as saved.
+ * Changes are counted; each sent document remembers the count it covers. Saves go out one at a time,
+ * so a burst of changes costs one more save, of the newest state; only `handOver` does not wait for
+ * the answer to the one before. Only a positive answer for a revision makes what that revision covers
+ * count as saved.
  */
 export class Saver {
   readonly #options: SaverOptions;
@@ -84,6 +86,14 @@ export class Saver {
     if (this.#changes !== this.#savedChanges) this.#attempt(true);
   }
 
+  /**
+   * Posts what is not saved before it returns, even while an earlier document is unanswered: for what
+   * the host discards once the page has taken it. False when it could not be posted.
+   */
+  handOver(): boolean {
+    return this.#changes === this.#savedChanges || this.#post();
+  }
+
   /** The answer for a document. Answers for older documents than the last count for what they are. */
   answered(success: boolean, revision: number): void {
     const last = this.#sent.at(-1);
@@ -112,33 +122,49 @@ export class Saver {
       if (this.#again !== 'at once') this.#again = atOnce ? 'at once' : 'when idle';
       return;
     }
+    this.#post();
+  }
+
+  /** Posts the document as it is now; false when that failed. */
+  #post(): boolean {
     this.#clearTimer();
-    const { clock, send } = this.#options;
+    const { clock } = this.#options;
     this.#lastTry = clock.now();
     const prepared = this.#prepare();
-    if (!prepared) return;
-    const { serialized, revision } = prepared;
-    this.#sent.push({ revision, changes: this.#changes });
+    if (prepared && this.#send(prepared)) {
+      this.#cost = clock.now() - this.#lastTry;
+      return true;
+    }
+    this.#failed();
+    this.#report();
+    return false;
+  }
+
+  /** A document too long to be put together is a failure like any other. */
+  #prepare(): Prepared | null {
+    try {
+      return this.#options.prepare();
+    } catch {
+      return null;
+    }
+  }
+
+  #send({ serialized, revision }: Prepared): boolean {
+    const { clock, send } = this.#options;
+    const sent = { revision, changes: this.#changes };
+    this.#sent.push(sent);
     this.#oldestUnsaved = this.#lastTry;
+    clock.clearTimer(this.#answerTimer);
     this.#waiting = true;
+    this.#again = null;
     this.#answerTimer = clock.setTimer(() => {
       this.#failed();
       this.#report();
     }, ANSWER_LIMIT_MS);
     this.#report();
-    send(serialized, revision);
-    this.#cost = clock.now() - this.#lastTry;
-  }
-
-  /** A document too long to be put together is a failure like any other. */
-  #prepare(): { serialized: string; revision: number } | null {
-    try {
-      return this.#options.prepare();
-    } catch {
-      this.#failed();
-      this.#report();
-      return null;
-    }
+    if (send(serialized, revision)) return true;
+    this.#sent = this.#sent.filter((one) => one !== sent);
+    return false;
   }
 
   #settle(): void {

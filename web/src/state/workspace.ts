@@ -134,7 +134,8 @@ export class Workspace {
   setText(id: string, text: Text): void {
     const note = this.#notes.get(id);
     if (!note || note.text === text) return;
-    this.#put({ ...note, text, updated: this.now() });
+    // Later than its creation even if the clock was set back: isUntouched() goes by that.
+    this.#put({ ...note, text, updated: Math.max(this.now(), note.created + 1) });
     this.#tell('text', id);
   }
 
@@ -193,12 +194,15 @@ export class Workspace {
     if (this.#notes.has(id)) this.#setTabs(openTab(this.tabs, id, index));
   }
 
-  /** Closes tabs. Notes in which nothing was ever written go with their tabs. */
+  /**
+   * Closes tabs. Notes in which nothing was ever written go with their tabs; one that was emptied stays
+   * a note like any other, with its way back.
+   */
   closeTabs(ids: ReadonlyArray<string>): void {
-    const blank = this.readOnly ? [] : ids.filter((id) => this.#isBlank(id));
-    for (const id of blank) this.#drop(id);
-    this.#setTabs(forgetTabs(closeTabs(this.tabs, ids), blank));
-    if (blank.length) this.#tell('notes');
+    const untouched = this.readOnly ? [] : ids.filter((id) => this.#isUntouched(id));
+    for (const id of untouched) this.#drop(id);
+    this.#setTabs(forgetTabs(closeTabs(this.tabs, ids), untouched));
+    if (untouched.length) this.#tell('notes');
   }
 
   /** Opens the tab closed last, out of the bin if need be; tells whether there was one. */
@@ -235,9 +239,9 @@ export class Workspace {
     this.#tell('draft');
   }
 
-  #isBlank(id: string): boolean {
+  #isUntouched(id: string): boolean {
     const note = this.#notes.get(id);
-    return !!note && note.name === null && note.extra.length === 0 && isBlankText(note.text);
+    return !!note && note.name === null && note.extra.length === 0 && isUntouched(note);
   }
 
   #put(note: Note): void {
@@ -266,6 +270,7 @@ export function titleOf(note: Note): string {
   return note.name ?? headOf(note.text).title;
 }
 
-function isBlankText(text: Text): boolean {
-  return text.length < 1000 && text.toString().trim() === '';
+/** Whether nothing was ever written in it: every change of the text makes `updated` later than `created`. */
+function isUntouched({ text, created, updated }: Note): boolean {
+  return text.length === 0 && updated === created;
 }

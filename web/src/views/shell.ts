@@ -2,6 +2,7 @@ import { htmlTag, type Language, onLanguageChange } from '../i18n/language';
 import { readTheme, type Theme } from '../state/model';
 import { titleOf, type Workspace } from '../state/workspace';
 import { h, iconButton, relabel } from '../dom/elements';
+import { Closing } from './closing';
 import { type MenuGroups, menuButton } from './menu';
 import { Preview, type PreviewSource } from './previewPane';
 import { Sidebar } from './sidebar';
@@ -31,10 +32,11 @@ export interface ShellActions {
 
 /** The frame of the page: sidebar, tabs, editor, status. */
 export class Shell {
+  readonly closing = new Closing();
   readonly sidebar: Sidebar;
   readonly tabBar: TabBar;
   readonly status: StatusBar;
-  readonly toasts = new Toasts();
+  readonly toasts = new Toasts(() => this.closing.begun);
   /** Where the editor lives. */
   readonly editorPanel: HTMLElement;
   readonly preview: Preview;
@@ -44,7 +46,6 @@ export class Shell {
   readonly #create: HTMLButtonElement;
   readonly #toggle: HTMLButtonElement;
   readonly #topEnd: HTMLElement;
-  #focusBeforeClosing: HTMLElement | null = null;
 
   constructor(workspace: Workspace, actions: ShellActions) {
     this.#workspace = workspace;
@@ -148,17 +149,6 @@ export class Shell {
     relabel(this.#app);
     this.status.showTheme(readTheme(theme));
     this.sidebar.refresh();
-  }
-
-  /** While the window closes nothing more may be typed that would no longer be saved. */
-  setClosing(closing: boolean): void {
-    if (closing === this.#app.inert) return;
-    if (closing) this.#focusBeforeClosing = document.activeElement as HTMLElement | null;
-    this.#app.inert = closing;
-    for (const dialog of document.querySelectorAll('dialog')) dialog.inert = closing;
-    // WebKit leaves the keys to an element that has become inert, so the focus is taken away.
-    if (closing) this.#focusBeforeClosing?.blur();
-    else this.#focusBeforeClosing?.focus();
   }
 
   #relabel(): void {

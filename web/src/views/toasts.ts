@@ -17,6 +17,13 @@ export class Toasts {
     attrs: { role: 'status', 'aria-live': 'polite', popover: 'manual' },
   });
 
+  readonly #isHeld: () => boolean;
+
+  /** While `isHeld`, no toast goes. */
+  constructor(isHeld: () => boolean) {
+    this.#isHeld = isHeld;
+  }
+
   /** Opens the region once for all, so that screen readers know it before it speaks. */
   start(): void {
     document.body.append(this.element);
@@ -47,7 +54,7 @@ export class Toasts {
   /** A toast waits while it is pointed at or its button has the focus. */
   #expire(toast: HTMLElement, delay: number): void {
     setTimeout(() => {
-      if (toast.matches(':hover, :focus-within')) this.#expire(toast, SHOWN_MS);
+      if (this.#isHeld() || toast.matches(':hover, :focus-within')) this.#expire(toast, SHOWN_MS);
       else toast.remove();
     }, delay);
   }

@@ -246,3 +246,30 @@ test('motion stops where the system asks for that', async () => {
   assert.equal(await moving(), 0);
   await context.close();
 });
+
+test('a note that was emptied comes back with its text, one that was never written in goes', async () => {
+  const { page, context } = await open(browser);
+  await write(page, 'Rascunho', '');
+  await page.keyboard.press('Alt+w');
+  assert.deepEqual(await tabs(page), ['Rascunho']);
+  assert.equal((await noteTexts(page)).length, 1, 'the untouched note is gone');
+  await page.keyboard.press('Control+a');
+  await page.keyboard.press('Delete');
+  await page.keyboard.press('Alt+w');
+  assert.deepEqual(await tabs(page), []);
+  assert.deepEqual(await noteTexts(page), ['']);
+  assert.deepEqual(await rows(page), ['Untitled']);
+  await page.keyboard.press('Alt+Shift+t');
+  assert.deepEqual(await tabs(page), ['Untitled']);
+  await page.keyboard.press('Control+z');
+  assert.deepEqual(await noteTexts(page), ['Rascunho']);
+  // After a restart there is nothing to undo, and the note is one all the same.
+  await page.keyboard.press('Control+a');
+  await page.keyboard.press('Delete');
+  await restart(page);
+  await page.keyboard.press('Alt+w');
+  await page.keyboard.press('Alt+Shift+t');
+  assert.deepEqual(await tabs(page), ['Untitled']);
+  assert.deepEqual(await noteTexts(page), ['']);
+  await context.close();
+});

@@ -136,8 +136,8 @@ test('Escape in a dialog gives the focus back before another key can come', asyn
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.evaluate('createNote(); openCapture()');
   const focused = await page.evaluate(() => {
-    const escape = new KeyboardEvent('keydown', { key: 'Escape', bubbles: true, cancelable: true });
-    document.activeElement?.dispatchEvent(escape);
+    const press = new KeyboardEvent('keydown', { key: 'Escape', bubbles: true, cancelable: true });
+    document.activeElement?.dispatchEvent(press);
     return [document.activeElement?.className.includes('cm-content'), document.querySelector('dialog')];
   });
   assert.deepEqual(focused, [true, null]);

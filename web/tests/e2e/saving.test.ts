@@ -53,3 +53,40 @@ test('a key that saves tries again at once after a failure', async () => {
   assert.match((await page.locator('.toast').allInnerTexts()).join(), /Everything is saved again/);
   await context.close();
 });
+
+test('a desktop that sets its clock keeps no text from being saved', async () => {
+  const before = `
+    let set = 0;
+    const { now } = Date;
+    Date.now = () => now() + set;
+    window.setWallClock = (by) => { set += by; };
+    ${fakeHost()}`;
+  for (const step of [-3_600_000, 3_600_000]) {
+    const { page, context } = await open(browser, { before });
+    await page.evaluate('createNote()');
+    await page.waitForSelector(saved);
+    const count = (await messages(page, 'quendoState')).length;
+    await page.keyboard.type('before ');
+    await page.evaluate(`setWallClock(${step})`);
+    // Without a pause that would be long enough to save in.
+    const texts = await page.evaluate(async (sentBefore) => {
+      const { host } = window as unknown as { host: { messages: Array<{ body: { serialized: string } }> } };
+      const began = performance.now();
+      while (host.messages.length === sentBefore && performance.now() - began < 8000) {
+        window.dispatchEvent(new KeyboardEvent('keydown', { key: 'x' }));
+        document.execCommand('insertText', false, 'x');
+        await new Promise((resolve) => setTimeout(resolve, 50));
+      }
+      return host.messages.slice(sentBefore).map(({ body }) => body.serialized);
+    }, count);
+    assert.match(texts.join(), /"before xxx/, `the clock set by ${step}`);
+    // A failure, too, is followed by another try in its time.
+    await page.evaluate('host.answer = false');
+    await page.keyboard.type('y');
+    await page.waitForSelector('#saveState[data-state="failed"]');
+    await page.evaluate(`setWallClock(${step}); host.answer = true`);
+    await page.keyboard.type('z');
+    await page.waitForSelector(saved, { timeout: 8000 });
+    await context.close();
+  }
+});

@@ -14,17 +14,20 @@ function page(stored?: string) {
   const contents = stored === undefined ? emptyContents : readContents(JSON.parse(stored), 1000).contents;
   const workspace = new Workspace(contents, false, () => 1000);
   let sent = '';
+  const host = { refuses: false };
   const context = {
     workspace,
-    shell: { preview: { mode: null }, toasts: { show: () => undefined } },
+    shell: { closing: { begun: false }, preview: { mode: null }, toasts: { show: () => undefined } },
     editor: { focus: () => undefined },
     saver: {
-      flush: () => {
+      handOver: () => {
+        if (host.refuses) return false;
         sent = serialize(workspace.contents, 1);
+        return true;
       },
     },
   } as unknown as Context;
-  return { workspace, open: (...files: unknown[]) => openNativeFiles(context, files), sent: () => sent };
+  return { workspace, open: (...files: unknown[]) => openNativeFiles(context, files), sent: () => sent, host };
 }
 
 const turn = () => new Promise((resolve) => setTimeout(resolve));
@@ -76,4 +79,14 @@ test('once the host has its answer, what was saved says nothing of the files any
   assert.match(sent(), /"handedOver":\["/);
   await turn();
   assert.doesNotMatch(serialize(workspace.contents, 2), /handedOver/);
+});
+
+test('files that could not be posted are refused, and come back to their notes', async () => {
+  const { workspace, open, host } = page();
+  host.refuses = true;
+  assert.throws(() => open(file), /could not be handed over/);
+  await turn();
+  host.refuses = false;
+  assert.equal(open(file), 1);
+  assert.equal(workspace.noteCount, 1);
 });

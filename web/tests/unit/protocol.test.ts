@@ -119,7 +119,7 @@ test('each item of the menu has its command here, with its key', { skip }, () =>
 
 test('each script of the menu runs its own command', { skip }, () => {
   const ran: Command[] = [];
-  const context = { workspace: {}, shell: {} } as Context;
+  const context = { workspace: {}, shell: { closing: { begun: false } } } as Context;
   const record = Object.fromEntries(
     Object.entries(table).map(([name, command]) => [name, { ...command, run: () => void ran.push(command) }]),
   );

@@ -18,7 +18,7 @@ const MAY_IMPORT: Readonly<Record<string, ReadonlyArray<string>>> = {
   state: ['text', 'time', 'i18n'],
   editor: ['text', 'time', 'i18n', 'dom', 'state'],
   views: ['text', 'time', 'i18n', 'dom', 'state', 'editor'],
-  commands: ['text', 'i18n', 'state', 'editor', 'views'],
+  commands: ['text', 'time', 'i18n', 'state', 'editor', 'views'],
   host: ['i18n', 'dom', 'commands'],
   app: ['text', 'time', 'i18n', 'state', 'editor', 'views', 'commands', 'host'],
 };

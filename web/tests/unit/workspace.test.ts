@@ -77,12 +77,43 @@ test('scopes and neighbours', () => {
   assert.equal(neighbour(workspace.tabs, -1), c);
 });
 
-test('a note in which nothing was written goes with its tab', () => {
-  const { workspace, ids } = workspaceWith(' \n', 'texto');
+test('a note in which nothing was ever written goes with its tab', () => {
+  const { workspace, ids } = workspaceWith('', 'texto');
   workspace.closeTabs(ids);
   assert.equal(workspace.noteCount, 1);
   assert.equal(workspace.reopenTab(), ids[1]);
   assert.equal(workspace.reopenTab(), null);
+});
+
+test('a note that its writer emptied stays, whatever the clock said', () => {
+  for (const later of [0, 1000, -1000]) {
+    let now = 5000;
+    const workspace = new Workspace(emptyContents, false, () => now);
+    const { id } = workspace.addNote({ text: Text.empty });
+    workspace.openTab(id);
+    now += later;
+    workspace.setText(id, Text.of(['texto']));
+    now = 5000;
+    workspace.setText(id, Text.empty);
+    workspace.closeTabs([id]);
+    assert.equal(workspace.note(id)?.text.length, 0);
+    assert.equal(workspace.reopenTab(), id);
+  }
+});
+
+test('a note that its writer emptied stays after a restart too, an untouched one does not', () => {
+  const { workspace, ids } = workspaceWith('', '', ' \n');
+  const [untouched = '', emptied = '', spaces = ''] = ids;
+  workspace.setText(emptied, Text.of(['texto']));
+  workspace.setText(emptied, Text.empty);
+  const stored: unknown = JSON.parse(serialize(workspace.contents, 1));
+  const restarted = new Workspace(readContents(stored, 9999).contents, false, () => 9999);
+  restarted.closeTabs(ids);
+  assert.equal(restarted.note(untouched), null);
+  assert.ok(restarted.note(emptied));
+  assert.ok(restarted.note(spaces), 'blanks are something, too');
+  assert.equal(restarted.reopenTab(), spaces);
+  assert.equal(restarted.reopenTab(), emptied);
 });
 
 test('a deleted note comes back whole, from the bin or as a closed tab', () => {

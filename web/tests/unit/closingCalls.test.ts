@@ -1,0 +1,50 @@
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import type { Context } from '../../src/commands/context';
+import type { HostAnswers } from '../../src/commands/port';
+import { commands } from '../../src/commands/table';
+import { pageGlobals } from '../../src/host/globals';
+import { currentLanguage, setLanguage } from '../../src/i18n/language';
+
+/** A page in which whatever a command touches throws. */
+function closingPage() {
+  const waiting: Array<() => void> = [];
+  const untouchable = new Proxy({}, {
+    get: (_, name) => assert.fail(`${String(name)} was touched`),
+    set: (_, name) => assert.fail(`${String(name)} was changed`),
+  });
+  const shell = new Proxy({ closing: { begun: true, after: (run: () => void) => waiting.push(run) } }, {
+    get: (target, name) => (name === 'closing' ? target.closing : assert.fail(`${String(name)} was touched`)),
+  });
+  const members = Object.fromEntries(
+    ['workspace', 'editor', 'saver', 'port', 'copies', 'share', 'practice'].map((name) => [name, untouchable]),
+  );
+  const context = { ...members, shell } as unknown as Context;
+  return { globals: pageGlobals(context, {} as HostAnswers, undefined), waiting };
+}
+
+test('no command that the host calls runs while the window closes', async () => {
+  const { globals } = closingPage();
+  const functions = globals as unknown as Record<string, (argument?: unknown) => unknown>;
+  const calls = Object.values(commands).flatMap((command) => ('call' in command ? [command.call] : []));
+  assert.ok(calls.length > 10);
+  for (const [name, argument] of calls) assert.equal(functions[name]?.(argument), undefined, name);
+  globals.setDrawer('sidebar');
+  globals.state.sidebarMode = 'pinned';
+  assert.equal(await globals.quendoCopyCurrentNoteForWhatsApp(), false);
+});
+
+test('files are left with the host while the window closes', () => {
+  const { globals } = closingPage();
+  assert.throws(() => globals.quendoOpenNativeFiles([{ name: 'a.md', content: 'a' }]), /closing/);
+});
+
+test('a language that the host tells meanwhile counts once the quit is called off', () => {
+  const { globals, waiting } = closingPage();
+  const before = currentLanguage();
+  globals.quendoSetLanguage('es');
+  assert.equal(currentLanguage(), before);
+  for (const run of waiting) run();
+  assert.equal(currentLanguage(), 'es');
+  setLanguage(before);
+});
