@@ -47,8 +47,8 @@ def compare(directory, installation, scripts, name, document, rounds, length):
     typists = []
     try:
         for kind, page, state, start in (
-                ("quendo", scripts.quendo_page(installation, "keys"), document, lambda one: one.start_quendo()),
-                ("bare", scripts.bare_page("keys", "bareEditor"), only_note(document), lambda one: one.start_bare())):
+                ("quendo", scripts.quendo_page(installation, "typing"), document, lambda one: one.start_quendo()),
+                ("bare", scripts.bare_page("typing", "bareEditor"), only_note(document), lambda one: one.start_bare())):
             typists.append(Typist(Side(directory / kind, installation, page, state, start)))
         quendo, bare = typists
         # The engines compile what runs often; the first keys show nothing but that.

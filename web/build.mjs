@@ -19,7 +19,7 @@ function outputDirectory(args) {
 const outdir = outputDirectory(process.argv.slice(2));
 const result = await build({
   absWorkingDir: root,
-  entryPoints: { quendo: 'src/host/main.ts' },
+  entryPoints: { quendo: 'src/app/main.ts' },
   bundle: true,
   format: 'iife',
   minify: true,

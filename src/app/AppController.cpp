@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "bridge/PageProtocol.h"
 #include "i18n/NativeLanguage.h"
 #include "platform/SiteConfiguration.h"
 
@@ -38,36 +39,26 @@ AppController::AppController(const HostPorts& ports)
     : ports_(ports),
       localization_(ports.defaults, ports.locale),
       store_(ports.fileManager, ports.storeQueue, ports.mainQueue, ports.persistenceTestMode),
-      pageCalls_(state_, localization_),
-      dispatcher_(std::make_shared<MessageDispatcher>(store_, ports.pasteboard, pageCalls_)),
+      pageCalls_(state_, surface_, localization_),
       bootstrap_(store_, localization_, std::string(kPublicSiteUrl)),
-      menu_(ports.application, state_, pageCalls_, localization_, ports.defaults),
       fatalErrors_(state_, localization_, ports.toolkit, ports.application),
       navigation_(webBundle_, ports.workspace),
-      panels_(localization_),
-      exportPanels_(localization_, pageCalls_, ports.fileManager, ports.contentTypes),
-      sharing_(localization_, pageCalls_, ports.fileManager, ports.mainQueue, ports.uuids, ports.toolkit,
-               sharedLinkHosts()),
-      whatsAppCopy_(state_, localization_, pageCalls_, ports.application),
-      openedFiles_(state_, localization_, ports.documentFiles, pageCalls_, ports.application),
+      panels_(localization_, surface_),
+      exportPanels_(localization_, pageCalls_, surface_, ports.fileManager, ports.contentTypes),
+      sharing_(localization_, pageCalls_, surface_, ports.fileManager, ports.mainQueue, ports.uuids,
+               ports.toolkit, sharedLinkHosts()),
+      openedFiles_(state_, localization_, surface_, ports.documentFiles, pageCalls_, ports.application),
       updateChecks_(ports.bundle, ports.defaults, ports.clock, ports.httpSession, ports.mainQueue,
-                    ports.workspace, pageCalls_, localization_),
-      termination_(state_, ports.application, ports.mainQueue, store_, pageCalls_, localization_,
-                   ports.uuids) {
-  MessageOwners owners;
-  owners.exporter = &exportPanels_;
-  owners.sharing = &sharing_;
-  owners.language = &menu_;
-  dispatcher_->setOwners(owners);
-  termination_.setDeliverPendingFileImports([this] { openedFiles_.deliverPendingFileImports(); });
-  menu_.setNativeCommands(
-      {[this] { updateChecks_.checkForUpdates(); }, [this] { whatsAppCopy_.copyForWhatsApp(); }});
-}
+                    ports.workspace, pageCalls_, surface_, localization_),
+      menu_(ports.application, state_, pageCalls_, localization_, ports.defaults,
+            [this] { updateChecks_.checkForUpdates(); }),
+      termination_(state_, surface_, ports.application, ports.mainQueue, store_, pageCalls_, openedFiles_,
+                   localization_, ports.uuids),
+      dispatcher_(std::make_shared<MessageDispatcher>(store_, ports.pasteboard, pageCalls_,
+                                                      MessageHandlers{exportPanels_, sharing_, menu_})) {}
 
 AppController::~AppController() {
-  setWindow(nullptr);
-  sharing_.setWebView(nullptr);
-  pageCalls_.setWebView(nullptr);
+  surface_ = {};
 }
 
 void AppController::applicationDidFinishLaunching() {
@@ -86,7 +77,8 @@ void AppController::applicationDidFinishLaunching() {
 void AppController::buildWindow() {
   userContentController_ = ports_.toolkit.makeUserContentController();
   bridge_ = std::make_shared<ScriptBridge>(dispatcher_);
-  for (const char* name : kScriptMessageNames) userContentController_->addScriptMessageHandler(bridge_, name);
+  for (const protocol::Message& message : protocol::kMessages)
+    userContentController_->addScriptMessageHandler(bridge_, std::string(message.name));
   bootstrap_.installBootstrapScript(userContentController_.get());
   makeWebView();
   makeWindow();
@@ -100,8 +92,7 @@ void AppController::makeWebView() {
       ports_.persistenceTestMode ? WebsiteDataStore::nonPersistent : WebsiteDataStore::defaultStore;
   configuration.javaScriptCanOpenWindowsAutomatically = false;
   webView_ = ports_.toolkit.makeWebView(configuration);
-  pageCalls_.setWebView(webView_.get());
-  sharing_.setWebView(webView_.get());
+  surface_.webView = webView_.get();
   webView_->setNavigationDelegate(this);
   webView_->setUiDelegate(this);
   webView_->setInspectable(false);
@@ -111,7 +102,7 @@ void AppController::makeWindow() {
   window_ =
       ports_.toolkit.makeWindow(Rect{0, 0, kDefaultWidth, kDefaultHeight},
                                 kWindowTitled | kWindowClosable | kWindowMiniaturizable | kWindowResizable);
-  setWindow(window_.get());
+  surface_.window = window_.get();
   window_->setTitle("Quendo");
   window_->setDelegate(this);
   window_->setMinimumSize(kMinimumWidth, kMinimumHeight);
@@ -121,14 +112,6 @@ void AppController::makeWindow() {
   window_->setContentView(*container_);
   container_->addPinnedSubview(*webView_);
   window_->makeKeyAndOrderFront();
-}
-
-void AppController::setWindow(Window* window) {
-  panels_.setWindow(window);
-  exportPanels_.setWindow(window);
-  openedFiles_.setWindow(window);
-  updateChecks_.setWindow(window);
-  termination_.setWindow(window);
 }
 
 void AppController::loadPage() {

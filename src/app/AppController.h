@@ -16,12 +16,12 @@
 #include "bridge/MessageDispatcher.h"
 #include "bridge/PageCalls.h"
 #include "bridge/ScriptBridge.h"
+#include "bridge/Surface.h"
 #include "export/ExportPanels.h"
 #include "export/NoteSharing.h"
 #include "i18n/Localization.h"
 #include "import/OpenedFiles.h"
 #include "menu/MenuCommands.h"
-#include "menu/WhatsAppCopy.h"
 #include "store/StateStore.h"
 #include "update/UpdateChecks.h"
 
@@ -66,27 +66,26 @@ class AppController final : public ApplicationDelegate,
   void buildWindow();
   void makeWebView();
   void makeWindow();
-  void setWindow(Window* window);
   void loadPage();
 
   HostPorts ports_;
   HostState state_;
+  Surface surface_;
   Localization localization_;
   StateStore store_;
   PageCalls pageCalls_;
-  std::shared_ptr<MessageDispatcher> dispatcher_;
   BootstrapScript bootstrap_;
-  MenuCommands menu_;
   FatalErrors fatalErrors_;
   WebBundle webBundle_;
   NavigationPolicy navigation_;
   PagePanels panels_;
   ExportPanels exportPanels_;
   NoteSharing sharing_;
-  WhatsAppCopy whatsAppCopy_;
   OpenedFiles openedFiles_;
   UpdateChecks updateChecks_;
+  MenuCommands menu_;
   TerminationHandshake termination_;
+  std::shared_ptr<MessageDispatcher> dispatcher_;
 
   std::shared_ptr<ScriptBridge> bridge_;
   std::shared_ptr<UserContentController> userContentController_;

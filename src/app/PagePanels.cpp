@@ -10,7 +10,7 @@ void PagePanels::runTextInputPanel(const std::string& prompt, const std::string&
   alert.messageText = prompt;
   alert.buttons = {"OK", localization_.tr("Cancelar")};
   alert.accessory = Alert::TextField{defaultText, 320, 24};
-  window_->beginSheet(alert, [completion = std::move(completion)](AlertResult result) {
+  surface_.window->beginSheet(alert, [completion = std::move(completion)](AlertResult result) {
     completion(result.button == 0 ? std::optional(std::move(result.text)) : std::nullopt);
   });
 }
@@ -22,7 +22,7 @@ void PagePanels::runOpenPanel(std::function<void(std::optional<std::vector<std::
   panel.prompt = localization_.tr("Abrir");
   panel.allowsMultipleSelection = true;
   panel.canChooseDirectories = false;
-  window_->beginSheet(panel, std::move(completion));
+  surface_.window->beginSheet(panel, std::move(completion));
 }
 
 }  // namespace quendo

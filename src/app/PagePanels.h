@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "bridge/Surface.h"
 #include "i18n/Localization.h"
 #include "platform/Window.h"
 
@@ -13,10 +14,9 @@ namespace quendo {
 /// The native panels behind the page's own requests: `prompt()` and its file input. Main thread.
 class PagePanels {
  public:
-  explicit PagePanels(const Localization& localization) : localization_(localization) {}
-
-  /// The window that the panels are sheets of; it must be set before either is asked for.
-  void setWindow(Window* window) { window_ = window; }
+  /// The surface must have its window before either panel is asked for.
+  PagePanels(const Localization& localization, const Surface& surface)
+      : localization_(localization), surface_(surface) {}
 
   void runTextInputPanel(const std::string& prompt, const std::string& defaultText,
                          std::function<void(std::optional<std::string>)> completion);
@@ -24,7 +24,7 @@ class PagePanels {
 
  private:
   const Localization& localization_;
-  Window* window_ = nullptr;
+  const Surface& surface_;
 };
 
 }  // namespace quendo

@@ -75,8 +75,8 @@ void TerminationHandshake::cancelTermination(const Attempt& attempt, std::string
   terminationAttempt_.reset();
   application_.updateMainMenu();
   pageCalls_.terminationDidCancel();
-  if (window_) window_->makeKeyAndOrderFront();
-  if (deliverPendingFileImports_) deliverPendingFileImports_();
+  if (surface_.window) surface_.window->makeKeyAndOrderFront();
+  openedFiles_.deliverPendingFileImports();
   showCancelAlert(message);
 }
 
@@ -105,13 +105,13 @@ void TerminationHandshake::disarmTimeout() {
 }
 
 void TerminationHandshake::showCancelAlert(std::string_view message) {
-  if (!window_) return;
+  if (!surface_.window) return;
   Alert alert;
   alert.style = AlertStyle::warning;
   alert.messageText = localization_.tr("O Quendo não fechou");
   alert.informativeText = message;
   alert.buttons = {localization_.tr("Continuar editando")};
-  window_->beginSheet(alert, {});
+  surface_.window->beginSheet(alert, {});
 }
 
 }  // namespace quendo

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "bridge/HostState.h"
 #include "bridge/PageCalls.h"
+#include "bridge/Surface.h"
 #include "i18n/Localization.h"
+#include "import/OpenedFiles.h"
 #include "platform/Application.h"
 #include "platform/Lifetime.h"
 #include "platform/MainQueue.h"
@@ -24,22 +25,18 @@ namespace quendo {
 /// time-out) is ignored unless it belongs to the attempt under way. So each attempt is answered once.
 class TerminationHandshake {
  public:
-  TerminationHandshake(HostState& state, Application& application, MainQueue& mainQueue, StateStore& store,
-                       PageCalls& pageCalls, const Localization& localization, UuidSource& uuids)
+  TerminationHandshake(HostState& state, const Surface& surface, Application& application,
+                       MainQueue& mainQueue, StateStore& store, PageCalls& pageCalls,
+                       OpenedFiles& openedFiles, const Localization& localization, UuidSource& uuids)
       : state_(state),
+        surface_(surface),
         application_(application),
         mainQueue_(mainQueue),
         store_(store),
         pageCalls_(pageCalls),
+        openedFiles_(openedFiles),
         localization_(localization),
         uuids_(uuids) {}
-
-  /// The window that is brought back when a quit is cancelled, or null.
-  void setWindow(Window* window) { window_ = window; }
-  /// Called when a quit was cancelled: files that were opened meanwhile can be handed over now.
-  void setDeliverPendingFileImports(std::function<void()> deliver) {
-    deliverPendingFileImports_ = std::move(deliver);
-  }
 
   TerminationReply applicationShouldTerminate();
   /// Always false: the close button asks the application to quit, and the window goes only with it.
@@ -58,14 +55,14 @@ class TerminationHandshake {
   void showCancelAlert(std::string_view message);
 
   HostState& state_;
+  const Surface& surface_;
   Application& application_;
   MainQueue& mainQueue_;
   StateStore& store_;
   PageCalls& pageCalls_;
+  OpenedFiles& openedFiles_;
   const Localization& localization_;
   UuidSource& uuids_;
-  Window* window_ = nullptr;
-  std::function<void()> deliverPendingFileImports_;
 
   bool terminationReplySent_ = false;
   std::optional<Attempt> terminationAttempt_;

@@ -1,30 +1,31 @@
 #include "bridge/MessageDispatcher.h"
 
-#include <cstddef>
 #include <string>
 #include <utility>
 
 #include "bridge/MessageFields.h"
+#include "bridge/PageProtocol.h"
 #include "text/Utf8.h"
 
 namespace quendo {
+
+using namespace protocol;
+
 namespace {
 
-// Limits in UTF-8 bytes, inclusive.
-constexpr std::size_t kMaximumContentBytes = 20'000'000;
-constexpr std::size_t kMaximumClipboardBytes = 2'000'000;
-constexpr std::size_t kMaximumSharedContentBytes = 2'000'000;
-constexpr std::size_t kMaximumIdentifierBytes = 200;
-constexpr std::size_t kMaximumSuccessMessageBytes = 500;
-constexpr std::size_t kMaximumShareTitleBytes = 2'000;
-constexpr std::size_t kMaximumShareFilenameBytes = 1'000;
-
-std::string takeOr(std::string* field, std::string_view fallback) {
-  return field ? std::move(*field) : std::string(fallback);
+bool fits(const std::string& text, const protocol::Field& field) {
+  return field.maximumBytes == 0 || text.size() <= field.maximumBytes;
 }
 
-bool fits(const std::string* field, std::size_t limit) {
-  return field && field->size() <= limit;
+/// The field's text; null when it is missing, no string, or too long.
+std::string* required(Value& body, const protocol::Field& field) {
+  std::string* text = stringField(body, field.name);
+  return text && fits(*text, field) ? text : nullptr;
+}
+
+std::string optional(Value& body, const protocol::Field& field) {
+  std::string* text = stringField(body, field.name);
+  return text ? std::move(*text) : std::string(field.fallback);
 }
 
 }  // namespace
@@ -42,15 +43,15 @@ void MessageDispatcher::handleScriptMessage(ScriptMessage message) {
   } else if (message.name == "quendoShare") {
     shareNote(std::move(message.body));
   } else if (message.name == "quendoLanguage") {
-    if (owners_.language) owners_.language->changeLanguageFromPage(message.body);
+    handlers_.language.changeLanguageFromPage(message.body);
   }
 }
 
 void MessageDispatcher::saveState(Value body) {
   std::int64_t revision = 0;
-  std::string* raw = stringField(body, "serialized");
+  std::string* raw = stringField(body, kSerialized.name);
   if (raw) {
-    revision = integerField(body, "revision");
+    revision = integerField(body, kRevision.name);
   } else {
     raw = body.string();
   }
@@ -61,38 +62,33 @@ void MessageDispatcher::saveState(Value body) {
 }
 
 void MessageDispatcher::exportNote(Value body) {
-  std::string* filename = stringField(body, "filename");
-  std::string* content = stringField(body, "content");
-  if (!filename || !fits(content, kMaximumContentBytes) || !owners_.exporter) return;
-  owners_.exporter->presentExportPanel(std::move(*filename), std::move(*content),
-                                       takeOr(stringField(body, "format"), "markdown"));
+  std::string* filename = required(body, kFilename);
+  std::string* content = required(body, kContent);
+  if (!filename || !content) return;
+  handlers_.exporter.presentExportPanel(std::move(*filename), std::move(*content), optional(body, kFormat));
 }
 
 void MessageDispatcher::saveNoteAs(Value body) {
-  std::string* noteId = stringField(body, "noteId");
-  std::string* filename = stringField(body, "filename");
-  std::string* content = stringField(body, "content");
-  if (!fits(noteId, kMaximumIdentifierBytes) || !filename || !fits(content, kMaximumContentBytes)) return;
-  if (!owners_.exporter) return;
-  owners_.exporter->presentSaveAsPanel(std::move(*noteId), std::move(*filename), std::move(*content));
+  std::string* noteId = required(body, kNoteId);
+  std::string* filename = required(body, kFilename);
+  std::string* content = required(body, kContent);
+  if (!noteId || !filename || !content) return;
+  handlers_.exporter.presentSaveAsPanel(std::move(*noteId), std::move(*filename), std::move(*content));
 }
 
 void MessageDispatcher::copyToClipboard(Value body) {
-  std::string successMessage = "Texto copiado";
+  std::string successMessage(kTextCopied);
   std::string requestId;
-  std::string* text = stringField(body, "text");
+  std::string* text = stringField(body, kText.name);
   if (text) {
-    successMessage = takeOr(stringField(body, "successMessage"), "Markdown copiado");
-    requestId = takeOr(stringField(body, "requestId"), "");
+    successMessage = optional(body, kSuccessMessage);
+    requestId = optional(body, kRequestId);
   } else {
     text = body.string();
   }
-  if (!text || requestId.size() > kMaximumIdentifierBytes ||
-      successMessage.size() > kMaximumSuccessMessageBytes) {
-    return;
-  }
+  if (!text || !fits(requestId, kRequestId) || !fits(successMessage, kSuccessMessage)) return;
   // Text without a UTF-8 form can never be set; what the clipboard holds is then left alone.
-  bool success = text->size() <= kMaximumClipboardBytes && isValidUtf8(*text);
+  bool success = fits(*text, kText) && isValidUtf8(*text);
   if (success) {
     pasteboard_.clearContents();
     success = pasteboard_.setString(*text);
@@ -101,21 +97,18 @@ void MessageDispatcher::copyToClipboard(Value body) {
 }
 
 void MessageDispatcher::shareNote(Value body) {
-  const std::string* givenId = stringField(body, "attemptId");
-  if (!fits(givenId, kMaximumIdentifierBytes) || givenId->empty()) return;
+  const std::string* givenId = required(body, kAttemptId);
+  if (!givenId || givenId->empty()) return;
   const std::string attemptId = *givenId;
-  std::string* title = stringField(body, "title");
-  std::string* filename = stringField(body, "filename");
-  std::string* content = stringField(body, "content");
-  const bool busy = owners_.sharing && owners_.sharing->shareIsUnderWay();
-  if (busy || !fits(title, kMaximumShareTitleBytes) || !fits(filename, kMaximumShareFilenameBytes) ||
-      !fits(content, kMaximumSharedContentBytes)) {
+  std::string* title = required(body, kShareTitle);
+  std::string* filename = required(body, kShareFilename);
+  std::string* content = required(body, kShareContent);
+  if (handlers_.sharing.shareIsUnderWay() || !title || !filename || !content) {
     pageCalls_.nativeShareDidFinish(false, attemptId);
     return;
   }
-  if (!owners_.sharing) return;
-  owners_.sharing->presentSharePicker(attemptId, std::move(*title), std::move(*filename), std::move(*content),
-                                      takeOr(stringField(body, "url"), ""));
+  handlers_.sharing.presentSharePicker(attemptId, std::move(*title), std::move(*filename),
+                                       std::move(*content), optional(body, kShareUrl));
 }
 
 }  // namespace quendo

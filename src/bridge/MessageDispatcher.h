@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "bridge/MessageOwners.h"
+#include "bridge/MessageHandlers.h"
 #include "bridge/PageCalls.h"
 #include "platform/Lifetime.h"
 #include "platform/Pasteboard.h"
@@ -11,15 +11,13 @@
 
 namespace quendo {
 
-/// Checks each message of the page and hands it to the owner of the work. What is malformed or too large
+/// Checks each message of the page and passes it to its handler. What is malformed or too large
 /// is dropped without an answer, except where the page gave an identifier to answer to. Main thread.
 class MessageDispatcher {
  public:
-  MessageDispatcher(StateStore& store, Pasteboard& pasteboard, PageCalls& pageCalls)
-      : store_(store), pasteboard_(pasteboard), pageCalls_(pageCalls) {}
-
-  /// The owners must outlive the dispatcher.
-  void setOwners(const MessageOwners& owners) { owners_ = owners; }
+  MessageDispatcher(StateStore& store, Pasteboard& pasteboard, PageCalls& pageCalls,
+                    const MessageHandlers& handlers)
+      : store_(store), pasteboard_(pasteboard), pageCalls_(pageCalls), handlers_(handlers) {}
 
   void handleScriptMessage(ScriptMessage message);
 
@@ -33,7 +31,7 @@ class MessageDispatcher {
   StateStore& store_;
   Pasteboard& pasteboard_;
   PageCalls& pageCalls_;
-  MessageOwners owners_;
+  MessageHandlers handlers_;
   Lifetime lifetime_;
 };
 

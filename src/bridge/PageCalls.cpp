@@ -1,14 +1,30 @@
 #include "bridge/PageCalls.h"
 
+#include <initializer_list>
 #include <utility>
 
 #include "bridge/JavaScriptLiteral.h"
+#include "bridge/PageProtocol.h"
 
 namespace quendo {
+
+using namespace protocol;
+
 namespace {
 
 std::string booleanText(bool value) {
   return value ? "true" : "false";
+}
+
+/// The call of a page function, its arguments encoded already.
+std::string scriptOf(const protocol::Function& function, std::initializer_list<std::string> arguments) {
+  std::string script = std::string(function.call) + "(";
+  std::string_view separator;
+  for (const std::string& argument : arguments) {
+    script.append(separator).append(argument);
+    separator = function.separator;
+  }
+  return script + ")";
 }
 
 }  // namespace
@@ -20,123 +36,62 @@ void PageCalls::evaluate(const std::string& script) {
   }));
 }
 
-void PageCalls::runCommand(MenuAction action) {
-  const std::string_view script = pageCommandScript(action);
-  if (!script.empty()) evaluate(std::string(script));
-}
-
 void PageCalls::setLanguage(std::string_view code) {
-  evaluate("window.quendoSetLanguage?.(" + javascriptLiteral(code) + ")");
+  evaluate(scriptOf(kSetLanguage, {javascriptLiteral(code)}));
 }
 
-// The one callback whose arguments are separated by a comma alone; pages rely on neither form, but the
-// text of the call is part of the contract.
 void PageCalls::nativeSaveDidFinish(bool success, std::int64_t revision) {
-  runDirect("window.quendoNativeSaveDidFinish?.(" + booleanText(success) + "," + std::to_string(revision) +
-            ")");
+  runDirect(scriptOf(kSaveDidFinish, {booleanText(success), std::to_string(revision)}));
 }
 
 void PageCalls::nativeExportDidFinish(bool success, std::string_view message) {
-  runCallback("window.quendoNativeExportDidFinish?.(", {booleanText(success), javascriptLiteral(message)});
+  runDirect(scriptOf(kExportDidFinish, {booleanText(success), javascriptLiteral(message)}));
 }
 
 void PageCalls::nativeSaveAsDidFinish(bool success, std::string_view noteId, std::string_view fileName,
                                       std::string_view message) {
-  runCallback("window.quendoNativeSaveAsDidFinish?.(",
-              {booleanText(success), javascriptLiteral(noteId), javascriptLiteral(fileName),
-               javascriptLiteral(message)});
+  runDirect(scriptOf(kSaveAsDidFinish, {booleanText(success), javascriptLiteral(noteId),
+                                        javascriptLiteral(fileName), javascriptLiteral(message)}));
 }
 
 void PageCalls::nativeClipboardDidFinish(bool success, std::string_view message, std::string_view requestId) {
-  runCallback("window.quendoNativeClipboardDidFinish?.(",
-              {booleanText(success), javascriptLiteral(message), javascriptLiteral(requestId)});
+  runDirect(scriptOf(kClipboardDidFinish,
+                     {booleanText(success), javascriptLiteral(message), javascriptLiteral(requestId)}));
 }
 
 void PageCalls::nativeShareDidFinish(bool success, std::string_view attemptId) {
-  runCallback("window.quendoNativeShareDidFinish?.(", {booleanText(success), javascriptLiteral(attemptId)});
+  runDirect(scriptOf(kShareDidFinish, {booleanText(success), javascriptLiteral(attemptId)}));
 }
 
 void PageCalls::showToast(std::string_view message) {
-  runCallback("showToast(", {javascriptLiteral(message)});
+  runDirect(scriptOf(kShowToast, {javascriptLiteral(message)}));
 }
 
 void PageCalls::prepareForTermination(EvaluationHandler completion) {
-  if (!webView_) return;
-  webView_->afterQueuedKeys(lifetime_.guard([this, completion = std::move(completion)] {
+  if (!surface_.webView) return;
+  surface_.webView->afterQueuedKeys(lifetime_.guard([this, completion = std::move(completion)] {
     // A quit that was cancelled meanwhile must not put the page into its closing state any more.
-    if (state_.terminationPending) runDirect("window.quendoPrepareForTermination?.()", completion);
+    if (state_.terminationPending) runDirect(scriptOf(kPrepareForTermination, {}), completion);
   }));
 }
 
 void PageCalls::terminationDidCancel() {
-  runDirect("window.quendoTerminationDidCancel?.()");
+  runDirect(scriptOf(kTerminationDidCancel, {}));
 }
 
 void PageCalls::openNativeFiles(Value::Array files, EvaluationHandler completion) {
-  if (!webView_) return;
-  webView_->callAsyncJavaScript("return window.quendoOpenNativeFiles?.(files) ?? 0;",
-                                {{"files", Value(std::move(files))}}, std::move(completion));
+  if (!surface_.webView) return;
+  surface_.webView->callAsyncJavaScript(std::string(kOpenNativeFiles.body),
+                                        {{"files", Value(std::move(files))}}, std::move(completion));
 }
 
 void PageCalls::copyCurrentNoteForWhatsApp(EvaluationHandler completion) {
-  if (!webView_) return;
-  webView_->callAsyncJavaScript("return await window.quendoCopyCurrentNoteForWhatsApp?.() ?? false;", {},
-                                std::move(completion));
+  if (!surface_.webView) return;
+  surface_.webView->callAsyncJavaScript(std::string(kCopyForWhatsApp.body), {}, std::move(completion));
 }
 
 void PageCalls::runDirect(const std::string& script, EvaluationHandler completion) {
-  if (webView_) webView_->evaluateJavaScript(script, std::move(completion));
-}
-
-void PageCalls::runCallback(std::string_view prefix, std::initializer_list<std::string> arguments) {
-  std::string script(prefix);
-  std::string_view separator;
-  for (const std::string& argument : arguments) {
-    script.append(separator).append(argument);
-    separator = ", ";
-  }
-  runDirect(script + ")");
-}
-
-// Some snippets call page globals without a guard, so that a page that lacks them shows the toast.
-std::string_view pageCommandScript(MenuAction action) {
-  switch (action) {
-    case MenuAction::newNote:
-      return "createNote()";
-    case MenuAction::quickCapture:
-      return "openCapture()";
-    case MenuAction::exportMarkdown:
-      return "exportMarkdown()";
-    case MenuAction::saveAsCurrentNote:
-      return "window.quendoSaveAsCurrentNote?.()";
-    case MenuAction::importFiles:
-      return "document.getElementById('importFileInput').click()";
-    case MenuAction::closeCurrentTab:
-      return "window.quendoCloseCurrentTab?.()";
-    case MenuAction::closeOtherTabs:
-      return "window.quendoRequestCloseTabs?.('others')";
-    case MenuAction::closeTabsToRight:
-      return "window.quendoRequestCloseTabs?.('right')";
-    case MenuAction::closeAllTabs:
-      return "window.quendoRequestCloseTabs?.('all')";
-    case MenuAction::reopenClosedTab:
-      return "window.quendoReopenClosedTab?.()";
-    case MenuAction::previousTab:
-      return "window.quendoSwitchOpenTab?.(-1)";
-    case MenuAction::nextTab:
-      return "window.quendoSwitchOpenTab?.(1)";
-    case MenuAction::showAllTabs:
-      return "window.quendoShowTabOverview?.()";
-    case MenuAction::showShortcutGuide:
-      return "window.quendoOpenShortcutGuide?.()";
-    case MenuAction::searchNotes:
-      return "state.sidebarMode='all';renderSidebar();setDrawer('sidebar',{focus:false});"
-             "document.getElementById('searchInput').focus();document.getElementById('searchInput').select()";
-    case MenuAction::saveNow:
-      return "flushPendingSave()";
-    default:
-      return {};
-  }
+  if (surface_.webView) surface_.webView->evaluateJavaScript(script, std::move(completion));
 }
 
 }  // namespace quendo

@@ -1,14 +1,13 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 
 #include "bridge/HostState.h"
+#include "bridge/Surface.h"
 #include "i18n/Localization.h"
 #include "platform/Lifetime.h"
-#include "platform/Menu.h"
 #include "platform/WebView.h"
 
 namespace quendo {
@@ -20,17 +19,11 @@ namespace quendo {
 /// a script except those that take a handler.
 class PageCalls {
  public:
-  PageCalls(const HostState& state, const Localization& localization)
-      : state_(state), localization_(localization) {}
-
-  /// The web view to drive, or null. It must be taken back before it is destroyed.
-  void setWebView(WebView* webView) { webView_ = webView; }
-  bool hasWebView() const { return webView_ != nullptr; }
+  PageCalls(const HostState& state, const Surface& surface, const Localization& localization)
+      : state_(state), surface_(surface), localization_(localization) {}
 
   /// Runs a command's script if the page is ready and no quit is pending. An error in it shows a toast.
   void evaluate(const std::string& script);
-  /// Runs the snippet of a page command through `evaluate`.
-  void runCommand(MenuAction action);
   void setLanguage(std::string_view code);
 
   void nativeSaveDidFinish(bool success, std::int64_t revision);
@@ -51,15 +44,11 @@ class PageCalls {
 
  private:
   void runDirect(const std::string& script, EvaluationHandler completion = {});
-  void runCallback(std::string_view prefix, std::initializer_list<std::string> arguments);
 
   const HostState& state_;
+  const Surface& surface_;
   const Localization& localization_;
-  WebView* webView_ = nullptr;
   Lifetime lifetime_;
 };
-
-/// The snippet of a page command; empty for an action that is none.
-std::string_view pageCommandScript(MenuAction action);
 
 }  // namespace quendo

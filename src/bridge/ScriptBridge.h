@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <memory>
 #include <utility>
 
@@ -8,10 +7,6 @@
 #include "platform/UserContentController.h"
 
 namespace quendo {
-
-/// The names under which the page reaches the host, in the order of their registration.
-inline constexpr std::array kScriptMessageNames = {"quendoState",     "quendoExport", "quendoSaveAs",
-                                                   "quendoClipboard", "quendoShare",  "quendoLanguage"};
 
 /// The one handler behind all six names. It never keeps the dispatcher alive: a message that arrives
 /// when the dispatcher is gone is dropped.

@@ -42,11 +42,11 @@ void ExportPanels::presentExportPanel(std::string filename, std::string content,
                                                       : "md"](const SavePanel&, std::string path) {
     return withExtension(std::move(path), extension);
   };
-  window_->beginSheet(std::move(panel),
-                      lifetime_.guard([this, plain, content = std::move(content)](
-                                          SavePanel&, const std::optional<std::string>& path) {
-                        exportDidEnd(path, content, plain);
-                      }));
+  surface_.window->beginSheet(std::move(panel),
+                              lifetime_.guard([this, plain, content = std::move(content)](
+                                                  SavePanel&, const std::optional<std::string>& path) {
+                                exportDidEnd(path, content, plain);
+                              }));
 }
 
 std::string ExportPanels::exportType(const std::string& extension, bool plain) const {
@@ -87,7 +87,7 @@ void ExportPanels::presentSaveAsPanel(std::string noteId, std::string filename, 
   accessory.didChange = lifetime_.guard([this](SavePanel& changed) { saveAsExtensionDidChange(changed); });
   panel.accessory = std::move(accessory);
   panel.pathToWrite = saveAsPath;
-  activeSaveAsPanel_ = window_->beginSheet(
+  activeSaveAsPanel_ = surface_.window->beginSheet(
       std::move(panel), lifetime_.guard([this, noteId = std::move(noteId), content = std::move(content)](
                                             SavePanel& ended, const std::optional<std::string>& path) {
         saveAsDidEnd(ended, path, noteId, content);

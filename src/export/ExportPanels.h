@@ -5,8 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "bridge/MessageOwners.h"
+#include "bridge/MessageHandlers.h"
 #include "bridge/PageCalls.h"
+#include "bridge/Surface.h"
 #include "i18n/Localization.h"
 #include "platform/ContentTypes.h"
 #include "platform/FileManager.h"
@@ -18,17 +19,15 @@ namespace quendo {
 
 /// Writes notes to files of the user's choice: export, and Save As. Each request is answered to the page
 /// once, however its panel ends. Main thread.
-class ExportPanels final : public ExportOwner {
+class ExportPanels final : public ExportHandler {
  public:
-  ExportPanels(const Localization& localization, PageCalls& pageCalls, FileManager& fileManager,
-               const ContentTypes& contentTypes)
+  ExportPanels(const Localization& localization, PageCalls& pageCalls, const Surface& surface,
+               FileManager& fileManager, const ContentTypes& contentTypes)
       : localization_(localization),
         pageCalls_(pageCalls),
+        surface_(surface),
         fileManager_(fileManager),
         contentTypes_(contentTypes) {}
-
-  /// The window whose sheets the panels are, or null. It must be taken back before it is destroyed.
-  void setWindow(Window* window) { window_ = window; }
 
   void presentExportPanel(std::string filename, std::string content, std::string format) override;
   void presentSaveAsPanel(std::string noteId, std::string filename, std::string content) override;
@@ -44,9 +43,9 @@ class ExportPanels final : public ExportOwner {
 
   const Localization& localization_;
   PageCalls& pageCalls_;
+  const Surface& surface_;
   FileManager& fileManager_;
   const ContentTypes& contentTypes_;
-  Window* window_ = nullptr;
   /// The newest Save As panel while it is shown; its extension chooser is a part of it.
   std::shared_ptr<SavePanel> activeSaveAsPanel_;
   Lifetime lifetime_;

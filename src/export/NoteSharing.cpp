@@ -34,11 +34,12 @@ bool isShareDirectoryName(std::string_view name) {
 
 }  // namespace
 
-NoteSharing::NoteSharing(const Localization& localization, PageCalls& pageCalls, FileManager& fileManager,
-                         MainQueue& mainQueue, UuidSource& uuids, Toolkit& toolkit,
+NoteSharing::NoteSharing(const Localization& localization, PageCalls& pageCalls, const Surface& surface,
+                         FileManager& fileManager, MainQueue& mainQueue, UuidSource& uuids, Toolkit& toolkit,
                          std::vector<std::string> linkHosts)
     : localization_(localization),
       pageCalls_(pageCalls),
+      surface_(surface),
       fileManager_(fileManager),
       mainQueue_(mainQueue),
       uuids_(uuids),
@@ -61,17 +62,17 @@ void NoteSharing::presentSharePicker(std::string attemptId, std::string title, s
   cleanSharedTemporaryDirectory();
   removeAbandonedDirectories();
   std::vector<SharedItem> items = itemsFor(title, filename, content, urlString);
-  if (items.empty() || !webView_) {
+  if (items.empty() || !surface_.webView) {
     finishShare(false);
     return;
   }
   sharingPicker_ = toolkit_.makeSharingServicePicker(
       {std::move(items), std::move(title), std::string(rawValue(localization_.current()))});
   sharingPicker_->setDelegate(this);
-  const Rect bounds = webView_->bounds();
+  const Rect bounds = surface_.webView->bounds();
   const Rect anchor{std::max(0, bounds.x + bounds.width - kAnchorInset),
                     std::max(0, bounds.y + bounds.height - kAnchorInset), 1, 1};
-  sharingPicker_->showRelativeTo(anchor, *webView_, RectEdge::minY);
+  sharingPicker_->showRelativeTo(anchor, *surface_.webView, RectEdge::minY);
 }
 
 std::vector<SharedItem> NoteSharing::itemsFor(const std::string& title, const std::string& filename,

@@ -6,8 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "bridge/MessageOwners.h"
+#include "bridge/MessageHandlers.h"
 #include "bridge/PageCalls.h"
+#include "bridge/Surface.h"
 #include "i18n/Localization.h"
 #include "platform/FileManager.h"
 #include "platform/Lifetime.h"
@@ -21,20 +22,17 @@ namespace quendo {
 /// Shares a note through what the desktop offers: as a file in a folder of the user's own, with a link to the
 /// product's site where the page gives one. One share at a time; each request is answered to the page once,
 /// and its folder lives from the picker to that answer. Main thread.
-class NoteSharing final : public ShareOwner,
+class NoteSharing final : public ShareHandler,
                           public SharingServicePickerDelegate,
                           public SharingServiceDelegate {
  public:
   /// linkHosts: the hosts, in lower case, to which a shared link may point.
-  NoteSharing(const Localization& localization, PageCalls& pageCalls, FileManager& fileManager,
-              MainQueue& mainQueue, UuidSource& uuids, Toolkit& toolkit, std::vector<std::string> linkHosts);
+  NoteSharing(const Localization& localization, PageCalls& pageCalls, const Surface& surface,
+              FileManager& fileManager, MainQueue& mainQueue, UuidSource& uuids, Toolkit& toolkit,
+              std::vector<std::string> linkHosts);
   ~NoteSharing() override;
   NoteSharing(const NoteSharing&) = delete;
   NoteSharing& operator=(const NoteSharing&) = delete;
-
-  /// The web view beside whose corner the picker is shown, or null. It must be taken back before it is
-  /// destroyed.
-  void setWebView(WebView* webView) { webView_ = webView; }
 
   bool shareIsUnderWay() const override { return sharingPicker_ || activeSharingService_; }
   void presentSharePicker(std::string attemptId, std::string title, std::string filename, std::string content,
@@ -56,12 +54,12 @@ class NoteSharing final : public ShareOwner,
 
   const Localization& localization_;
   PageCalls& pageCalls_;
+  const Surface& surface_;
   FileManager& fileManager_;
   MainQueue& mainQueue_;
   UuidSource& uuids_;
   Toolkit& toolkit_;
   const std::vector<std::string> linkHosts_;
-  WebView* webView_ = nullptr;
 
   std::shared_ptr<SharingServicePicker> sharingPicker_;
   std::shared_ptr<SharingService> activeSharingService_;

@@ -63,7 +63,7 @@ std::string displayName(const std::string& url) {
 bool OpenedFiles::enqueueOpenedFiles(const std::vector<std::string>& urls) {
   const std::size_t queued = readIntoQueue(withoutRepetitions(urls));
   // The window comes to the front even when nothing was queued, so that the user sees why.
-  if (window_) window_->makeKeyAndOrderFront();
+  if (surface_.window) surface_.window->makeKeyAndOrderFront();
   application_.activateIgnoringOtherApps(true);
   if (state_.webReady && !state_.terminationPending) deliverPendingFileImports();
   return queued > 0;
@@ -126,7 +126,7 @@ void OpenedFiles::deliveryDidFinish(Files files, bool success) {
 }
 
 void OpenedFiles::presentPendingFileOpenFailures() {
-  if (pendingFileOpenFailures_.empty() || !window_) return;
+  if (pendingFileOpenFailures_.empty() || !surface_.window) return;
   const std::vector<std::string> failures = std::exchange(pendingFileOpenFailures_, {});
   Alert alert;
   alert.style = AlertStyle::warning;
@@ -141,7 +141,7 @@ void OpenedFiles::presentPendingFileOpenFailures() {
         "\n… e mais " + std::to_string(failures.size() - kShownFailures) + " arquivo(s).";
   }
   alert.buttons = {"OK"};
-  window_->beginSheet(alert, {});
+  surface_.window->beginSheet(alert, {});
 }
 
 }  // namespace quendo

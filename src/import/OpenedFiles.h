@@ -6,6 +6,7 @@
 
 #include "bridge/HostState.h"
 #include "bridge/PageCalls.h"
+#include "bridge/Surface.h"
 #include "i18n/Localization.h"
 #include "import/QuendoTextFileReader.h"
 #include "platform/Application.h"
@@ -20,16 +21,14 @@ namespace quendo {
 /// is not ready, is being reloaded, or could not take it. Main thread.
 class OpenedFiles {
  public:
-  OpenedFiles(const HostState& state, const Localization& localization, DocumentFiles& files,
-              PageCalls& pageCalls, Application& application)
+  OpenedFiles(const HostState& state, const Localization& localization, const Surface& surface,
+              DocumentFiles& files, PageCalls& pageCalls, Application& application)
       : state_(state),
         localization_(localization),
+        surface_(surface),
         files_(files),
         pageCalls_(pageCalls),
         application_(application) {}
-
-  /// The window that is brought to the front and shows what was refused, or null.
-  void setWindow(Window* window) { window_ = window; }
 
   /// Reads each file once and queues what could be read. True when at least one file was queued.
   bool enqueueOpenedFiles(const std::vector<std::string>& urls);
@@ -45,10 +44,10 @@ class OpenedFiles {
 
   const HostState& state_;
   const Localization& localization_;
+  const Surface& surface_;
   DocumentFiles& files_;
   PageCalls& pageCalls_;
   Application& application_;
-  Window* window_ = nullptr;
 
   Files pendingImportedFiles_;
   std::vector<std::string> pendingFileOpenFailures_;

@@ -1,15 +1,11 @@
 #include "menu/MenuCommands.h"
 
+#include <string>
+
 #include "menu/MainMenu.h"
+#include "menu/MenuTable.h"
 
 namespace quendo {
-namespace {
-
-bool needsPage(MenuAction action) {
-  return action == MenuAction::copyForWhatsApp || !pageCommandScript(action).empty();
-}
-
-}  // namespace
 
 void MenuCommands::buildMainMenu() {
   const MainMenu main = makeMainMenu(localization_);
@@ -18,24 +14,20 @@ void MenuCommands::buildMainMenu() {
 }
 
 bool MenuCommands::validateMenuItem(const MenuItem& item) const {
-  if (!needsPage(item.action)) return true;
+  const MenuRow* row = findMenuRow(item.action);
+  if (!row || !row->needsPage()) return true;
   return state_.webReady && !state_.terminationPending && !state_.fatalMode;
 }
 
 void MenuCommands::performMenuItem(const MenuItem& item) {
-  switch (item.action) {
-    case MenuAction::changeLanguage:
-      changeLanguage(item);
-      break;
-    case MenuAction::checkForUpdates:
-      if (nativeCommands_.checkForUpdates) nativeCommands_.checkForUpdates();
-      break;
-    case MenuAction::copyForWhatsApp:
-      if (nativeCommands_.copyForWhatsApp) nativeCommands_.copyForWhatsApp();
-      break;
-    default:
-      pageCalls_.runCommand(item.action);
-      break;
+  if (item.action == "changeLanguage") {
+    changeLanguage(item);
+  } else if (item.action == "checkForUpdates") {
+    checkForUpdates_();
+  } else if (item.action == "copyForWhatsApp") {
+    whatsAppCopy_.copyForWhatsApp();
+  } else if (const MenuRow* row = findMenuRow(item.action); row && !row->script.empty()) {
+    pageCalls_.evaluate(std::string(row->script));
   }
 }
 

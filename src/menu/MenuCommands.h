@@ -5,33 +5,30 @@
 #include <utility>
 
 #include "bridge/HostState.h"
-#include "bridge/MessageOwners.h"
+#include "bridge/MessageHandlers.h"
 #include "bridge/PageCalls.h"
 #include "i18n/Localization.h"
+#include "menu/WhatsAppCopy.h"
 #include "platform/Application.h"
 #include "platform/Menu.h"
 #include "platform/UserDefaults.h"
 
 namespace quendo {
 
-/// Native commands of the menu that other subsystems own. An absent one does nothing.
-struct NativeCommands {
-  std::function<void()> checkForUpdates;
-  std::function<void()> copyForWhatsApp;
-};
-
 /// Builds the main menu, validates its items and performs them. Main thread.
-class MenuCommands final : public MenuDelegate, public LanguageOwner {
+class MenuCommands final : public MenuDelegate, public LanguageHandler {
  public:
+  /// checkForUpdates: the one command of the menu that another subsystem performs.
   MenuCommands(Application& application, const HostState& state, PageCalls& pageCalls,
-               const Localization& localization, UserDefaults& defaults)
+               const Localization& localization, UserDefaults& defaults,
+               std::function<void()> checkForUpdates)
       : application_(application),
         state_(state),
         pageCalls_(pageCalls),
         localization_(localization),
-        defaults_(defaults) {}
-
-  void setNativeCommands(NativeCommands commands) { nativeCommands_ = std::move(commands); }
+        defaults_(defaults),
+        checkForUpdates_(std::move(checkForUpdates)),
+        whatsAppCopy_(state, localization, pageCalls, application) {}
 
   /// Builds the whole menu bar in the current language and puts it in the place of the one before.
   void buildMainMenu();
@@ -51,7 +48,8 @@ class MenuCommands final : public MenuDelegate, public LanguageOwner {
   PageCalls& pageCalls_;
   const Localization& localization_;
   UserDefaults& defaults_;
-  NativeCommands nativeCommands_;
+  const std::function<void()> checkForUpdates_;
+  WhatsAppCopy whatsAppCopy_;
 };
 
 }  // namespace quendo

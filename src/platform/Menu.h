@@ -3,34 +3,14 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quendo {
 
-/// What a menu item asks for, by the name of its action.
-enum class MenuAction : std::uint8_t {
+/// What the platform performs itself: its application, its window or the focused view.
+enum class PlatformAction : std::uint8_t {
   none,
-  // Performed by the host.
-  checkForUpdates,
-  changeLanguage,
-  newNote,
-  quickCapture,
-  exportMarkdown,
-  importFiles,
-  saveNow,
-  saveAsCurrentNote,
-  copyForWhatsApp,
-  searchNotes,
-  showShortcutGuide,
-  previousTab,
-  nextTab,
-  showAllTabs,
-  reopenClosedTab,
-  closeCurrentTab,
-  closeOtherTabs,
-  closeTabsToRight,
-  closeAllTabs,
-  // Performed by the platform: its application, window or focused view.
   orderFrontStandardAboutPanel,
   hide,
   hideOtherApplications,
@@ -46,6 +26,11 @@ enum class MenuAction : std::uint8_t {
   performClose,
 };
 
+/// Whether an action edits text. The web view handles the keys of these itself; the menu only shows them.
+constexpr bool isEditing(PlatformAction action) {
+  return action >= PlatformAction::undo && action <= PlatformAction::selectAll;
+}
+
 /// Modifier masks of key equivalents. A back-end shows each as its own platform's key.
 inline constexpr std::uint32_t kModifierShift = 0x20000;
 inline constexpr std::uint32_t kModifierOption = 0x80000;
@@ -54,21 +39,27 @@ inline constexpr std::uint32_t kModifierCommand = 0x100000;
 /// Who performs an item's action.
 enum class MenuTarget : std::uint8_t {
   responderChain,  ///< The platform: whatever has the focus, then the window, then the application.
-  host,            ///< The delegate of the menu.
+  host,            ///< The menu's delegate.
 };
 
 struct Menu;
 
 struct MenuItem {
   std::string title;
-  MenuAction action = MenuAction::none;
-  std::string keyEquivalent;  ///< One lower-case character, or empty.
+  /// Name of the action ("newNote"), a literal; empty for an item that does nothing but carry a submenu.
+  std::string_view action;
+  PlatformAction platformAction = PlatformAction::none;  ///< For items of the responder chain.
+  std::string keyEquivalent;                             ///< One lower-case character, or empty.
   std::uint32_t modifiers = kModifierCommand;
-  MenuTarget target = MenuTarget::responderChain;
   std::string representedObject;  ///< The language's code, on language items.
   bool on = false;                ///< Shown with a tick.
   bool separator = false;
   std::shared_ptr<const Menu> submenu;
+
+  MenuTarget target() const {
+    return action.empty() || platformAction != PlatformAction::none ? MenuTarget::responderChain
+                                                                    : MenuTarget::host;
+  }
 };
 
 struct Menu {

@@ -160,11 +160,11 @@ bool UpdateChecks::wasOfferedLately(const std::string& version, Date now) const 
 // A sheet that is there is not pushed aside, and the offer does not wait behind it: the next check makes it
 // anew.
 void UpdateChecks::offer(const Release& release, Date now) {
-  if (!window_) {
+  if (!surface_.window) {
     std::fputs("quendo: an update was found without a window to offer it in\n", stderr);
     std::terminate();
   }
-  if (window_->hasAttachedSheet()) return;
+  if (surface_.window->hasAttachedSheet()) return;
   defaults_.setString(kLastPromptedVersionKey, release.manifest.version);
   defaults_.setDate(kLastPromptDateKey, now);
   presentUpdateAlert(release.manifest, release.downloadURL);
@@ -183,7 +183,7 @@ void UpdateChecks::presentUpdateAlert(const QuendoReleaseManifest& manifest, con
     alert.informativeText += firstCharacters(notes, kMostNotesCharacters);
   }
   alert.buttons = {localization_.tr("Baixar atualização"), localization_.tr("Lembrar depois")};
-  window_->beginSheet(alert, lifetime_.guard([this, downloadURL](const AlertResult& result) {
+  surface_.window->beginSheet(alert, lifetime_.guard([this, downloadURL](const AlertResult& result) {
     if (result.button == 0) workspace_.openUrl(downloadURL);
   }));
 }

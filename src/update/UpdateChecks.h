@@ -7,6 +7,7 @@
 #include <string>
 
 #include "bridge/PageCalls.h"
+#include "bridge/Surface.h"
 #include "i18n/Localization.h"
 #include "platform/Bundle.h"
 #include "platform/Clock.h"
@@ -30,7 +31,7 @@ namespace quendo {
 class UpdateChecks {
  public:
   UpdateChecks(const Bundle& bundle, UserDefaults& defaults, const Clock& clock, HttpSession& httpSession,
-               MainQueue& mainQueue, Workspace& workspace, PageCalls& pageCalls,
+               MainQueue& mainQueue, Workspace& workspace, PageCalls& pageCalls, const Surface& surface,
                const Localization& localization)
       : bundle_(bundle),
         defaults_(defaults),
@@ -39,14 +40,11 @@ class UpdateChecks {
         mainQueue_(mainQueue),
         workspace_(workspace),
         pageCalls_(pageCalls),
+        surface_(surface),
         localization_(localization) {}
   ~UpdateChecks();
   UpdateChecks(const UpdateChecks&) = delete;
   UpdateChecks& operator=(const UpdateChecks&) = delete;
-
-  /// The window that gets the sheet. While a check runs it must not be null: there is no program without a
-  /// window that could find a newer release, and the program ends.
-  void setWindow(Window* window) { window_ = window; }
 
   /// Once, at the launch. A second call starts the repeating timer anew.
   void startUpdateChecks();
@@ -83,8 +81,8 @@ class UpdateChecks {
   MainQueue& mainQueue_;
   Workspace& workspace_;
   PageCalls& pageCalls_;
+  const Surface& surface_;
   const Localization& localization_;
-  Window* window_ = nullptr;
 
   std::shared_ptr<DelayedTask> updateTimer_;
   bool updateCheckInProgress_ = false;

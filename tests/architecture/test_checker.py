@@ -3,6 +3,7 @@
 import pytest
 
 import checker
+import diagram
 
 
 def test_a_clean_tree_is_clean(tmp_path):
@@ -111,3 +112,10 @@ def test_the_lock_is_the_stores():
 def test_lines_keep_their_numbers():
     text = '/* two\nlines */\nauto text = R"x(\n)x";\nsleep(1);\n'
     assert checker.outside_ports({"app/App.cpp": text})[0].startswith("app/App.cpp:5 ")
+
+
+def test_the_diagram_leaves_out_arrows_that_others_imply():
+    files = {"app/App.h": '#include "menu/Menu.h"\n#include "platform/Port.h"\n',
+             "menu/Menu.h": '#include "platform/Port.h"\n', "platform/Port.h": ""}
+    assert diagram.diagram(files) == ("```mermaid\nflowchart TD\n  app[app] --> menu[menu]\n"
+                                      "  menu[menu] --> platform[platform]\n```\n")

@@ -36,7 +36,7 @@ class HostTest : public ::testing::Test {
     platform_.settle();
   }
 
-  const MenuItem& menuItem(MenuAction action, std::string_view representedObject = {}) {
+  const MenuItem& menuItem(std::string_view action, std::string_view representedObject = {}) {
     const MenuItem* item = find(*platform_.application.mainMenu, action, representedObject);
     EXPECT_NE(item, nullptr);
     return *item;
@@ -46,7 +46,7 @@ class HostTest : public ::testing::Test {
   AppController controller_{platform_.ports()};
 
  private:
-  static const MenuItem* find(const Menu& menu, MenuAction action, std::string_view representedObject) {
+  static const MenuItem* find(const Menu& menu, std::string_view action, std::string_view representedObject) {
     for (const MenuItem& item : menu.items) {
       if (item.action == action && item.representedObject == representedObject) return &item;
       if (item.submenu) {

@@ -18,7 +18,7 @@ namespace {
 using namespace quendo;
 using fuzz::check;
 
-struct CheckingExporter final : ExportOwner {
+struct CheckingExporter final : ExportHandler {
   void presentExportPanel(std::string /*filename*/, std::string content, std::string /*format*/) override {
     check(content.size() <= 20'000'000, "an export is not too large");
     ++calls;
@@ -30,7 +30,7 @@ struct CheckingExporter final : ExportOwner {
   int calls = 0;
 };
 
-struct CheckingSharing final : ShareOwner {
+struct CheckingSharing final : ShareHandler {
   bool shareIsUnderWay() const override { return busy; }
   void presentSharePicker(std::string attemptId, std::string title, std::string filename, std::string content,
                           std::string /*urlString*/) override {
@@ -44,7 +44,7 @@ struct CheckingSharing final : ShareOwner {
   int calls = 0;
 };
 
-struct CountingLanguage final : LanguageOwner {
+struct CountingLanguage final : LanguageHandler {
   void changeLanguageFromPage(const Value& /*body*/) override { ++calls; }
   int calls = 0;
 };
@@ -103,20 +103,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const Localization localization(platform.defaults, platform.locale);
   const HostState state;
   fake::FakeWebView page(platform.log);
-  PageCalls calls(state, localization);
-  calls.setWebView(&page);
+  const Surface surface{&page, nullptr};
+  PageCalls calls(state, surface, localization);
   StateStore store(platform.files, platform.storeQueue, platform.mainQueue, false);
-  MessageDispatcher dispatcher(store, platform.pasteboard, calls);
   CheckingExporter exporter;
   CheckingSharing sharing;
   CountingLanguage language;
-  MessageOwners owners;
-  if (bytes.ConsumeBool()) {
-    owners.exporter = &exporter;
-    owners.sharing = &sharing;
-    owners.language = &language;
-  }
-  dispatcher.setOwners(owners);
+  MessageDispatcher dispatcher(store, platform.pasteboard, calls,
+                               MessageHandlers{exporter, sharing, language});
 
   for (int message = 0; message < 4 && bytes.remaining_bytes() > 0; ++message) {
     const bool isMainFrame = bytes.ConsumeIntegralInRange(0, 7) != 0;
@@ -130,7 +124,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::size_t answers = page.scripts.size() - scriptsBefore;
     const int handedOver = exporter.calls + sharing.calls + language.calls - callsBefore;
     check(answers <= 1 && handedOver <= 1, "one message, one answer");
-    check(isMainFrame || (answers == 0 && handedOver == 0), "only the main frame is heard");
+    check(isMainFrame || (answers == 0 && handedOver == 0), "only the main frame is served");
     check(page.asyncCalls.empty(), "no message makes a call that waits");
     for (const std::string& script : page.scripts) check(isValidUtf8(script), "scripts are UTF-8");
     const auto& copied = platform.pasteboard.contents;

@@ -55,8 +55,8 @@ TEST_F(PageFailureTest, ShowsTheRecoveryToastInPortugueseWhateverTheLanguage) {
 
 TEST_F(PageFailureTest, DropsCommandsWhileThePageIsBeingRecovered) {
   loseProcess();
-  controller_.performMenuItem(menuItem(MenuAction::newNote));
-  EXPECT_FALSE(controller_.validateMenuItem(menuItem(MenuAction::newNote)));
+  controller_.performMenuItem(menuItem("newNote"));
+  EXPECT_FALSE(controller_.validateMenuItem(menuItem("newNote")));
   EXPECT_TRUE(scripts().empty());
 }
 

@@ -251,12 +251,12 @@ TEST_F(TerminationHandshakeTest, TellsThePageBringsTheWindowBackAndThenShowsWhy)
   reply(Value());
   EXPECT_EQ(scripts().back(), kDidCancel);
   EXPECT_EQ(platform_.log, (fake::CallLog{"updateMainMenu", "makeKeyAndOrderFront"}));
-  EXPECT_TRUE(controller_.validateMenuItem(menuItem(MenuAction::newNote)));
+  EXPECT_TRUE(controller_.validateMenuItem(menuItem("newNote")));
 }
 
 TEST_F(TerminationHandshakeTest, DropsCommandsAndStillAnswersSavesWhilePending) {
   quit();
-  controller_.performMenuItem(menuItem(MenuAction::newNote));
+  controller_.performMenuItem(menuItem("newNote"));
   EXPECT_EQ(countOf("createNote()"), 0U);
   post("quendoState", Value::Dictionary{{"serialized", "{}"}, {"revision", 4.0}});
   EXPECT_EQ(scripts().back(), "window.quendoNativeSaveDidFinish?.(true,4)");

@@ -3,5 +3,5 @@
 import { pathToFileURL } from 'node:url';
 import { bundleForNode } from './bundle.mjs';
 
-const [program] = await bundleForNode(['scripts/pictures/main.ts']);
+const [program] = await bundleForNode(['scripts/pictures/takePictures.ts']);
 await import(pathToFileURL(program).href);

@@ -14,7 +14,7 @@ namespace {
 
 using Fields = Value::Dictionary;
 
-struct RecordingExporter final : ExportOwner {
+struct RecordingExporter final : ExportHandler {
   void presentExportPanel(std::string filename, std::string content, std::string format) override {
     calls.push_back("export " + filename + "|" + content.substr(0, 20) + "|" + format);
   }
@@ -24,7 +24,7 @@ struct RecordingExporter final : ExportOwner {
   std::vector<std::string> calls;
 };
 
-struct RecordingSharing final : ShareOwner {
+struct RecordingSharing final : ShareHandler {
   bool shareIsUnderWay() const override { return busy; }
   void presentSharePicker(std::string attemptId, std::string title, std::string filename, std::string content,
                           std::string urlString) override {
@@ -34,16 +34,13 @@ struct RecordingSharing final : ShareOwner {
   std::vector<std::string> calls;
 };
 
+struct RecordingLanguage final : LanguageHandler {
+  void changeLanguageFromPage(const Value& body) override { bodies.push_back(body); }
+  std::vector<Value> bodies;
+};
+
 class MessageDispatcherTest : public ::testing::Test {
  protected:
-  MessageDispatcherTest() {
-    calls_.setWebView(&page_);
-    MessageOwners owners;
-    owners.exporter = &exporter_;
-    owners.sharing = &sharing_;
-    dispatcher_->setOwners(owners);
-  }
-
   void post(const std::string& name, Value body, bool isMainFrame = true) {
     dispatcher_->handleScriptMessage(ScriptMessage{name, std::move(body), isMainFrame});
     platform_.settle();
@@ -55,12 +52,14 @@ class MessageDispatcherTest : public ::testing::Test {
   Localization localization_{platform_.defaults, platform_.locale};
   HostState state_;
   fake::FakeWebView page_{platform_.log};
-  PageCalls calls_{state_, localization_};
+  const Surface surface_{&page_, nullptr};
+  PageCalls calls_{state_, surface_, localization_};
   StateStore store_{platform_.files, platform_.storeQueue, platform_.mainQueue, false};
   RecordingExporter exporter_;
   RecordingSharing sharing_;
-  std::shared_ptr<MessageDispatcher> dispatcher_ =
-      std::make_shared<MessageDispatcher>(store_, platform_.pasteboard, calls_);
+  RecordingLanguage language_;
+  std::shared_ptr<MessageDispatcher> dispatcher_ = std::make_shared<MessageDispatcher>(
+      store_, platform_.pasteboard, calls_, MessageHandlers{exporter_, sharing_, language_});
 };
 
 TEST_F(MessageDispatcherTest, SavesAPlainStringWithRevisionZeroAndAnswers) {
@@ -253,12 +252,10 @@ TEST_F(MessageDispatcherTest, HandsOverAShareWithAnEmptyAddressWhenNoneIsGiven) 
             (std::vector<std::string>{"a1|T|t.md|c|", "a1|T|t.md|c|https://quendo.example/n"}));
 }
 
-TEST_F(MessageDispatcherTest, AnswersNothingThatAnAbsentOwnerHasNotDone) {
-  dispatcher_->setOwners({});
-  post("quendoShare", shareBody());
-  post("quendoExport", Fields{{"filename", "a"}, {"content", "b"}});
-  post("quendoSaveAs", Fields{{"noteId", "n"}, {"filename", "a"}, {"content", "b"}});
+TEST_F(MessageDispatcherTest, PassesALanguageMessageOnUnchecked) {
   post("quendoLanguage", "en");
+  post("quendoLanguage", Fields{});
+  EXPECT_EQ(language_.bodies, (std::vector<Value>{"en", Fields{}}));
   EXPECT_TRUE(page_.scripts.empty());
 }
 

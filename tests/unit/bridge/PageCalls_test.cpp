@@ -13,8 +13,6 @@ namespace {
 
 class PageCallsTest : public ::testing::Test {
  protected:
-  PageCallsTest() { calls_.setWebView(&page_); }
-
   std::string last() const { return page_.scripts.empty() ? std::string() : page_.scripts.back(); }
 
   fake::CallLog log_;
@@ -23,7 +21,8 @@ class PageCallsTest : public ::testing::Test {
   Localization localization_{defaults_, locale_};
   HostState state_{.webReady = true};
   fake::FakeWebView page_{log_};
-  PageCalls calls_{state_, localization_};
+  Surface surface_{&page_, nullptr};
+  PageCalls calls_{state_, surface_, localization_};
 };
 
 TEST_F(PageCallsTest, SpellsTheSaveAnswerWithACommaAndNoBlank) {
@@ -70,46 +69,13 @@ TEST_F(PageCallsTest, SpellsBothAsynchronousCalls) {
   EXPECT_TRUE(page_.asyncCalls[1].arguments.empty());
 }
 
-TEST_F(PageCallsTest, SpellsEveryCommandOfTheMenu) {
-  static constexpr std::array kCommands = {
-      std::pair{MenuAction::newNote, "createNote()"},
-      std::pair{MenuAction::quickCapture, "openCapture()"},
-      std::pair{MenuAction::exportMarkdown, "exportMarkdown()"},
-      std::pair{MenuAction::saveAsCurrentNote, "window.quendoSaveAsCurrentNote?.()"},
-      std::pair{MenuAction::importFiles, "document.getElementById('importFileInput').click()"},
-      std::pair{MenuAction::closeCurrentTab, "window.quendoCloseCurrentTab?.()"},
-      std::pair{MenuAction::closeOtherTabs, "window.quendoRequestCloseTabs?.('others')"},
-      std::pair{MenuAction::closeTabsToRight, "window.quendoRequestCloseTabs?.('right')"},
-      std::pair{MenuAction::closeAllTabs, "window.quendoRequestCloseTabs?.('all')"},
-      std::pair{MenuAction::reopenClosedTab, "window.quendoReopenClosedTab?.()"},
-      std::pair{MenuAction::previousTab, "window.quendoSwitchOpenTab?.(-1)"},
-      std::pair{MenuAction::nextTab, "window.quendoSwitchOpenTab?.(1)"},
-      std::pair{MenuAction::showAllTabs, "window.quendoShowTabOverview?.()"},
-      std::pair{MenuAction::showShortcutGuide, "window.quendoOpenShortcutGuide?.()"},
-      std::pair{MenuAction::searchNotes,
-                "state.sidebarMode='all';renderSidebar();setDrawer('sidebar',{focus:false});document."
-                "getElementById('searchInput').focus();document.getElementById('searchInput').select()"},
-      std::pair{MenuAction::saveNow, "flushPendingSave()"},
-  };
-  for (const auto& [action, script] : kCommands) {
-    calls_.runCommand(action);
-    EXPECT_EQ(last(), script);
-  }
-  const std::size_t before = page_.scripts.size();
-  for (const MenuAction native : {MenuAction::none, MenuAction::checkForUpdates, MenuAction::changeLanguage,
-                                  MenuAction::copyForWhatsApp, MenuAction::terminate, MenuAction::copy}) {
-    calls_.runCommand(native);
-  }
-  EXPECT_EQ(page_.scripts.size(), before);
-}
-
 TEST_F(PageCallsTest, DropsACommandBeforeThePageIsReadyAndShowsNothing) {
   state_.webReady = false;
   calls_.evaluate("createNote()");
   state_.webReady = true;
   state_.terminationPending = true;
   calls_.evaluate("createNote()");
-  calls_.setWebView(nullptr);
+  surface_.webView = nullptr;
   state_.terminationPending = false;
   calls_.evaluate("createNote()");
   EXPECT_TRUE(page_.scripts.empty());
@@ -143,8 +109,7 @@ TEST_F(PageCallsTest, IgnoresTheErrorOfADirectCall) {
 TEST_F(PageCallsTest, ShowsNoToastOnceItIsGone) {
   EvaluationHandler completion;
   {
-    PageCalls shortLived(state_, localization_);
-    shortLived.setWebView(&page_);
+    PageCalls shortLived(state_, surface_, localization_);
     shortLived.evaluate("x()");
     completion = page_.evaluations.back().completion;
   }

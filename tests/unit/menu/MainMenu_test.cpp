@@ -16,12 +16,12 @@ constexpr std::uint32_t kOption = 0x80000;
 
 struct Row {
   std::string title;
-  MenuAction action;
+  std::string action;
   std::string key;
   std::uint32_t modifiers;
   MenuTarget target;
 };
-const Row kSeparator{"-", MenuAction::none, "", 0, MenuTarget::responderChain};
+const Row kSeparator{"-", "", "", 0, MenuTarget::responderChain};
 
 class MainMenuTest : public ::testing::Test {
  protected:
@@ -60,7 +60,7 @@ class MainMenuTest : public ::testing::Test {
       EXPECT_EQ(item.action, row.action) << row.title;
       EXPECT_EQ(item.keyEquivalent, row.key) << row.title;
       EXPECT_EQ(item.modifiers, row.modifiers) << row.title;
-      EXPECT_EQ(item.target, row.target) << row.title;
+      EXPECT_EQ(item.target(), row.target) << row.title;
     }
   }
 
@@ -93,8 +93,8 @@ TEST_F(MainMenuTest, TicksExactlyTheCurrentLanguage) {
     const MainMenu main = build(language);
     for (const MenuItem& item : submenu(main, 0).items[2].submenu->items) {
       EXPECT_EQ(item.on, item.representedObject == language);
-      EXPECT_EQ(item.action, MenuAction::changeLanguage);
-      EXPECT_EQ(item.target, MenuTarget::host);
+      EXPECT_EQ(item.action, "changeLanguage");
+      EXPECT_EQ(item.target(), MenuTarget::host);
       EXPECT_EQ(item.keyEquivalent, "");
     }
   }
@@ -113,48 +113,47 @@ TEST_F(MainMenuTest, TitlesTheLanguageSubmenuInTheCurrentLanguage) {
 }
 
 TEST_F(MainMenuTest, HoldsEveryItemWithItsActionKeyModifiersAndTarget) {
-  using enum MenuAction;
   constexpr MenuTarget self = MenuTarget::host;
   constexpr MenuTarget chain = MenuTarget::responderChain;
   const MainMenu main = build("pt");
-  expectRows(submenu(main, 0), {{"Sobre o Quendo", orderFrontStandardAboutPanel, "", kCommand, chain},
-                                {"Verificar atualizações…", checkForUpdates, "", kCommand, self},
-                                {"Idioma", none, "", kCommand, chain},
+  expectRows(submenu(main, 0), {{"Sobre o Quendo", "orderFrontStandardAboutPanel", "", kCommand, chain},
+                                {"Verificar atualizações…", "checkForUpdates", "", kCommand, self},
+                                {"Idioma", "", "", kCommand, chain},
                                 kSeparator,
-                                {"Ocultar Quendo", hide, "h", kCommand, chain},
-                                {"Ocultar Outros", hideOtherApplications, "h", kCommand | kOption, chain},
+                                {"Ocultar Quendo", "hide", "h", kCommand, chain},
+                                {"Ocultar Outros", "hideOtherApplications", "h", kCommand | kOption, chain},
                                 kSeparator,
-                                {"Sair do Quendo", terminate, "q", kCommand, chain}});
-  expectRows(submenu(main, 1), {{"Nova nota", newNote, "n", kCommand, self},
-                                {"Captura rápida", quickCapture, "k", kCommand, self},
-                                {"Abrir arquivo…", importFiles, "o", kCommand, self},
-                                {"Salvar agora", saveNow, "s", kCommand, self},
-                                {"Salvar como…", saveAsCurrentNote, "s", kCommand | kShift, self},
-                                {"Copiar para WhatsApp", copyForWhatsApp, "c", kCommand | kOption, self}});
-  expectRows(submenu(main, 2), {{"Desfazer", undo, "z", kCommand, chain},
-                                {"Refazer", redo, "z", kCommand | kShift, chain},
+                                {"Sair do Quendo", "terminate", "q", kCommand, chain}});
+  expectRows(submenu(main, 1), {{"Nova nota", "newNote", "n", kCommand, self},
+                                {"Captura rápida", "quickCapture", "k", kCommand, self},
+                                {"Abrir arquivo…", "importFiles", "o", kCommand, self},
+                                {"Salvar agora", "saveNow", "s", kCommand, self},
+                                {"Salvar como…", "saveAsCurrentNote", "s", kCommand | kShift, self},
+                                {"Copiar para WhatsApp", "copyForWhatsApp", "c", kCommand | kOption, self}});
+  expectRows(submenu(main, 2), {{"Desfazer", "undo", "z", kCommand, chain},
+                                {"Refazer", "redo", "z", kCommand | kShift, chain},
                                 kSeparator,
-                                {"Recortar", cut, "x", kCommand, chain},
-                                {"Copiar", copy, "c", kCommand, chain},
-                                {"Colar", paste, "v", kCommand, chain},
-                                {"Selecionar Tudo", selectAll, "a", kCommand, chain}});
-  expectRows(submenu(main, 3), {{"Buscar notas", searchNotes, "p", kCommand, self}});
-  expectRows(submenu(main, 4), {{"Como usar edição avançada…", showShortcutGuide, "", kCommand, self}});
+                                {"Recortar", "cut", "x", kCommand, chain},
+                                {"Copiar", "copy", "c", kCommand, chain},
+                                {"Colar", "paste", "v", kCommand, chain},
+                                {"Selecionar Tudo", "selectAll", "a", kCommand, chain}});
+  expectRows(submenu(main, 3), {{"Buscar notas", "searchNotes", "p", kCommand, self}});
+  expectRows(submenu(main, 4), {{"Como usar edição avançada…", "showShortcutGuide", "", kCommand, self}});
   expectRows(submenu(main, 5),
-             {{"Aba anterior", previousTab, "[", kCommand | kShift, self},
-              {"Próxima aba", nextTab, "]", kCommand | kShift, self},
-              {"Mostrar todas as abas", showAllTabs, "", kCommand, self},
-              {"Reabrir aba fechada", reopenClosedTab, "t", kCommand | kShift, self},
+             {{"Aba anterior", "previousTab", "[", kCommand | kShift, self},
+              {"Próxima aba", "nextTab", "]", kCommand | kShift, self},
+              {"Mostrar todas as abas", "showAllTabs", "", kCommand, self},
+              {"Reabrir aba fechada", "reopenClosedTab", "t", kCommand | kShift, self},
               kSeparator,
-              {"Fechar aba…", closeCurrentTab, "w", kCommand, self},
-              {"Fechar outras abas…", closeOtherTabs, "w", kCommand | kOption, self},
-              {"Fechar abas à direita…", closeTabsToRight, "", kCommand, self},
-              {"Fechar todas as abas…", closeAllTabs, "w", kCommand | kOption | kShift, self},
+              {"Fechar aba…", "closeCurrentTab", "w", kCommand, self},
+              {"Fechar outras abas…", "closeOtherTabs", "w", kCommand | kOption, self},
+              {"Fechar abas à direita…", "closeTabsToRight", "", kCommand, self},
+              {"Fechar todas as abas…", "closeAllTabs", "w", kCommand | kOption | kShift, self},
               kSeparator,
-              {"Minimizar", performMiniaturize, "m", kCommand, chain},
-              {"Zoom", performZoom, "", kCommand, chain},
+              {"Minimizar", "performMiniaturize", "m", kCommand, chain},
+              {"Zoom", "performZoom", "", kCommand, chain},
               kSeparator,
-              {"Fechar janela", performClose, "w", kCommand | kShift, chain}});
+              {"Fechar janela", "performClose", "w", kCommand | kShift, chain}});
 }
 
 }  // namespace

@@ -88,7 +88,7 @@ TEST_F(UpdateAnswersTest, SpeaksToThePageBeforeItIsReadyAndWhileAQuitIsPending) 
 }
 
 TEST_F(UpdateAnswersTest, DropsTheMessageWithoutAPage) {
-  pageCalls_.setWebView(nullptr);
+  surface_.webView = nullptr;
   checkManually(std::nullopt);
   EXPECT_TRUE(isSilent());
 }

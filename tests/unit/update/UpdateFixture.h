@@ -20,18 +20,14 @@ using namespace std::chrono_literals;
 /// The update checks of version 1.5.0, build 3, on a fake platform.
 class UpdateTest : public ::testing::Test {
  protected:
-  UpdateTest() {
-    pageCalls_.setWebView(&page_);
-    restart();
-  }
+  UpdateTest() { restart(); }
 
   /// A new program on the same defaults and with the clock going on.
   void restart() {
     checks_.reset();
     checks_ = std::make_unique<UpdateChecks>(platform_.bundle, platform_.defaults, platform_.clock,
                                              platform_.httpSession, platform_.mainQueue, platform_.workspace,
-                                             pageCalls_, localization_);
-    checks_->setWindow(&window_);
+                                             pageCalls_, surface_, localization_);
   }
 
   void pass(std::chrono::milliseconds time) { platform_.mainQueue.advance(time); }
@@ -95,7 +91,8 @@ class UpdateTest : public ::testing::Test {
   Localization localization_{platform_.defaults, platform_.locale};
   fake::FakeWebView page_{platform_.log};
   fake::FakeWindow window_{platform_.log};
-  PageCalls pageCalls_{state_, localization_};
+  Surface surface_{&page_, &window_};
+  PageCalls pageCalls_{state_, surface_, localization_};
   std::unique_ptr<UpdateChecks> checks_;
 };
 

@@ -185,7 +185,7 @@ TEST_F(UpdateOfferTest, IsLeftOutWithoutAWordWhileTheWindowHasASheet) {
 }
 
 TEST_F(UpdateOfferTest, NeedsAWindow) {
-  checks_->setWindow(nullptr);
+  surface_.window = nullptr;
   checkManually(manifest("1.5.0", 3));
   EXPECT_DEATH(checkManually(newer()), "without a window");
 }

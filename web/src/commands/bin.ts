@@ -1,7 +1,7 @@
 import { counted, t } from '../i18n/language';
 import { titleOf } from '../state/workspace';
-import { binDialog } from '../views/bin';
-import { confirmDialog } from '../views/confirm';
+import { binDialog } from '../views/binDialog';
+import { confirmDialog } from '../views/confirmDialog';
 import { type Context, focusMain, mayChange } from './context';
 import { openNote } from './notes';
 

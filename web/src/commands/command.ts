@@ -12,6 +12,8 @@ export interface Command {
   readonly browserKey?: string;
   /** The host's menu does not have the key, so that the page listens for it there too. */
   readonly listens?: true;
+  /** The action of the host's menu that it is. */
+  readonly menu?: string;
   /** The function by which the host's menu calls it, and what it is called with. */
   readonly call?: readonly [name: string, argument?: string | number];
   /** Whether it would do anything now. */

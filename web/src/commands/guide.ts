@@ -1,5 +1,5 @@
 import type { Key } from '../i18n/catalogue';
-import { type GuideSection, guideDialog } from '../views/panels';
+import { type GuideSection, guideDialog } from '../views/guideDialog';
 import { practice } from '../views/practice';
 import { type Command, type CommandTable, shownKey } from './command';
 import { type Context, focusMain } from './context';

@@ -4,17 +4,16 @@ import { utf8Length } from '../text/names';
 import type { Context } from './context';
 
 /** What the host takes, in bytes. It drops what is longer, mostly without a word. */
-const limits = {
+export const hostLimits = {
   copy: { bytes: 2_000_000, complaint: 'copy.tooLarge' },
   share: { bytes: 2_000_000, complaint: 'share.tooLarge' },
+  shareTitle: { bytes: 2_000, complaint: 'share.tooLarge' },
   file: { bytes: 20_000_000, complaint: 'file.tooLarge' },
 } as const satisfies Record<string, { bytes: number; complaint: Key }>;
 
-export const LONGEST_SHARED_TITLE_BYTES = 2000;
-
 /** Tells the user when a text is too long for what is to be done with it. */
-export function fits({ shell }: Context, use: keyof typeof limits, text: string): boolean {
-  const { bytes, complaint } = limits[use];
+export function fits({ shell }: Context, use: keyof typeof hostLimits, text: string): boolean {
+  const { bytes, complaint } = hostLimits[use];
   if (utf8Length(text) <= bytes) return true;
   shell.toasts.show(t(complaint));
   return false;

@@ -1,6 +1,6 @@
 import { t } from '../i18n/language';
 import { fuzzyMatch } from '../text/fuzzy';
-import { type PaletteEntry, paletteDialog } from '../views/palette';
+import { type PaletteEntry, paletteDialog } from '../views/paletteDialog';
 import { type CommandTable, isAvailable, labelOf, shownKey } from './command';
 import { type Context, focusMain } from './context';
 

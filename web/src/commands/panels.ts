@@ -1,5 +1,5 @@
 import { closeDialog } from '../views/dialog';
-import { captureDialog } from '../views/panels';
+import { captureDialog } from '../views/captureDialog';
 import { type Context, focusMain, mayChange } from './context';
 import { keyLabel } from './keys';
 import { keepCapture } from './notes';

@@ -1,5 +1,5 @@
 import { closeDialog } from '../views/dialog';
-import type { PreviewMode, PreviewSource } from '../views/preview';
+import type { PreviewMode, PreviewSource } from '../views/previewPane';
 import { type Context, focusMain, requireNote } from './context';
 
 /** Shows the preview this way, or puts it away when it is shown so already. */

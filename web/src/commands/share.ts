@@ -3,7 +3,7 @@ import { titleOf } from '../state/workspace';
 import { shorten } from '../text/names';
 import { type Context, requireNote } from './context';
 import { suggestedName, withLineBreaks } from './files';
-import { fits, LONGEST_SHARED_TITLE_BYTES } from './limits';
+import { fits, hostLimits } from './limits';
 
 /** Offers the active note to other programs. The host has one share at a time. */
 export function shareNote(context: Context): void {
@@ -16,7 +16,7 @@ export function shareNote(context: Context): void {
   }
   const content = withLineBreaks(note, note.text.toString());
   if (!fits(context, 'share', content)) return;
-  const title = shorten(titleOf(note) || t('untitled'), LONGEST_SHARED_TITLE_BYTES);
+  const title = shorten(titleOf(note) || t('untitled'), hostLimits.shareTitle.bytes);
   const attemptId = share.begin();
   const filename = suggestedName(note);
   if (port.share({ attemptId, title, filename, content, url: port.publicUrl })) return;

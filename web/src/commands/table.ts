@@ -25,28 +25,31 @@ const withNote = ({ workspace }: Context): boolean => workspace.activeNote !== n
 export const commands = {
   newNote: {
     label: 'cmd.newNote',
+    menu: 'newNote',
     key: 'Mod-n',
     browserKey: 'Alt-n',
     call: ['createNote'],
     run: notes.createNote,
   },
-  capture: { label: 'cmd.capture', key: 'Mod-k', call: ['openCapture'], run: openCapture },
-  search: { label: 'cmd.search', key: 'Mod-p', run: openSearch },
+  capture: { label: 'cmd.capture', menu: 'quickCapture', key: 'Mod-k', call: ['openCapture'], run: openCapture },
+  search: { label: 'cmd.search', menu: 'searchNotes', key: 'Mod-p', run: openSearch },
   palette: {
     label: 'cmd.palette',
     key: 'Mod-Shift-p',
     listens: true,
     run: (context) => showPalette(context, table()),
   },
-  import: { label: 'cmd.import', key: 'Mod-o', run: chooseFiles },
+  import: { label: 'cmd.import', menu: 'importFiles', key: 'Mod-o', run: chooseFiles },
   save: {
     label: 'cmd.save',
+    menu: 'saveNow',
     key: 'Mod-s',
     call: ['flushPendingSave'],
     run: ({ saver }) => saver.flush(),
   },
   saveAs: {
     label: 'cmd.saveAs',
+    menu: 'saveAsCurrentNote',
     key: 'Mod-Shift-s',
     call: ['quendoSaveAsCurrentNote'],
     available: withNote,
@@ -54,6 +57,7 @@ export const commands = {
   },
   exportMarkdown: {
     label: 'cmd.exportMarkdown',
+    menu: 'exportMarkdown',
     call: ['exportMarkdown'],
     available: withNote,
     run: files.exportAsMarkdown,
@@ -71,6 +75,7 @@ export const commands = {
   },
   whatsapp: {
     label: 'cmd.whatsapp',
+    menu: 'copyForWhatsApp',
     key: 'Mod-Alt-c',
     available: withNote,
     run: (context) => void copies.copyForWhatsApp(context),
@@ -112,19 +117,22 @@ export const commands = {
   delete: { label: 'cmd.delete', available: withNote, run: notes.deleteActiveNote },
   prevTab: {
     label: 'cmd.prevTab',
+    menu: 'previousTab',
     key: 'Mod-Shift-[',
     call: ['quendoSwitchOpenTab', -1],
     run: (context) => tabs.switchTab(context, -1),
   },
   nextTab: {
     label: 'cmd.nextTab',
+    menu: 'nextTab',
     key: 'Mod-Shift-]',
     call: ['quendoSwitchOpenTab', 1],
     run: (context) => tabs.switchTab(context, 1),
   },
-  overview: { label: 'cmd.overview', call: ['quendoShowTabOverview'], run: tabs.showOverview },
+  overview: { label: 'cmd.overview', menu: 'showAllTabs', call: ['quendoShowTabOverview'], run: tabs.showOverview },
   reopen: {
     label: 'cmd.reopen',
+    menu: 'reopenClosedTab',
     key: 'Mod-Shift-t',
     browserKey: 'Alt-Shift-t',
     call: ['quendoReopenClosedTab'],
@@ -132,6 +140,7 @@ export const commands = {
   },
   closeTab: {
     label: 'cmd.closeTab',
+    menu: 'closeCurrentTab',
     key: 'Mod-w',
     browserKey: 'Alt-w',
     call: ['quendoCloseCurrentTab'],
@@ -139,17 +148,20 @@ export const commands = {
   },
   closeOthers: {
     label: 'cmd.closeOthers',
+    menu: 'closeOtherTabs',
     key: 'Mod-Alt-w',
     call: ['quendoRequestCloseTabs', 'others'],
     run: (context) => tabs.requestCloseTabs(context, 'others'),
   },
   closeRight: {
     label: 'cmd.closeRight',
+    menu: 'closeTabsToRight',
     call: ['quendoRequestCloseTabs', 'right'],
     run: (context) => tabs.requestCloseTabs(context, 'right'),
   },
   closeAll: {
     label: 'cmd.closeAll',
+    menu: 'closeAllTabs',
     key: 'Mod-Alt-Shift-w',
     call: ['quendoRequestCloseTabs', 'all'],
     run: (context) => tabs.requestCloseTabs(context, 'all'),
@@ -174,6 +186,7 @@ export const commands = {
   themeDark: { label: 'cmd.themeDark', run: (context) => chooseTheme(context, 'dark') },
   guide: {
     label: 'cmd.guide',
+    menu: 'showShortcutGuide',
     call: ['quendoOpenShortcutGuide'],
     run: (context) => showGuide(context, table(), noteCommands),
   },

@@ -1,8 +1,8 @@
 import { counted, t } from '../i18n/language';
-import { type CloseScope, HISTORY, neighbour, tabsInScope } from '../state/tabs';
+import { type CloseScope, HISTORY, neighbour, tabsInScope } from '../state/tabRow';
 import { closeDialog } from '../views/dialog';
-import { confirmDialog } from '../views/confirm';
-import { overviewDialog } from '../views/panels';
+import { confirmDialog } from '../views/confirmDialog';
+import { overviewDialog } from '../views/overviewDialog';
 import { type Context, focusMain } from './context';
 import { openNote } from './notes';
 

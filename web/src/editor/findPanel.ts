@@ -11,6 +11,7 @@ import {
   setSearchQuery,
 } from '@codemirror/search';
 import { type Command, type EditorView, type Panel, runScopeHandlers, type ViewUpdate } from '@codemirror/view';
+import { h, type Props } from '../dom/elements';
 import type { Key } from '../i18n/catalogue';
 import { t } from '../i18n/language';
 import { MatchCount, type Matches, MOST_MATCHES, placeOf } from './matches';
@@ -44,12 +45,12 @@ export function findPanel(view: EditorView): Panel {
 
 /** Find and replace, above the text. The query itself lives in the editor's state. */
 class FindPanel implements Panel {
-  readonly dom = document.createElement('div');
+  readonly dom: HTMLElement;
   readonly top = true;
   readonly #view: EditorView;
   readonly #what: HTMLInputElement;
   readonly #with: HTMLInputElement;
-  readonly #count = document.createElement('span');
+  readonly #count = h('span', { class: 'find-count', attrs: { role: 'status' } });
   readonly #switches = new Map<Option, HTMLButtonElement>();
   readonly #counting = new MatchCount();
   #query: SearchQuery;
@@ -61,20 +62,23 @@ class FindPanel implements Panel {
     this.#what = this.#field('find-what', 'find.field', this.#query.search);
     this.#what.setAttribute('main-field', 'true');
     this.#with = this.#field('find-with', 'find.replaceField', this.#query.replace);
-    this.#count.className = 'find-count';
-    this.#count.setAttribute('role', 'status');
     for (const [option, sign, label] of options) this.#switches.set(option, this.#switch(option, sign, label));
-    this.dom.className = 'find';
-    this.dom.setAttribute('role', 'search');
-    this.dom.dataset.tLabel = 'find.field';
-    this.dom.setAttribute('aria-label', t('find.field'));
-    this.dom.addEventListener('keydown', (event) => this.#onKey(event));
     const switches = row('find-group', ...this.#switches.values());
     const steps = row('find-group', ...this.#steps());
     const what = row('find-row', this.#what, switches, this.#count, steps);
     const replacing = row('find-row find-replace', this.#with, row('find-group', ...this.#replacements()));
     replacing.hidden = true;
-    this.dom.append(what, replacing);
+    this.dom = h(
+      'div',
+      {
+        class: 'find',
+        tLabel: 'find.field',
+        attrs: { role: 'search' },
+        on: { keydown: (event) => this.#onKey(event) },
+      },
+      what,
+      replacing,
+    );
     this.#follow();
   }
 
@@ -161,23 +165,20 @@ class FindPanel implements Panel {
   }
 
   #field(className: string, label: Key, value: string): HTMLInputElement {
-    const field = document.createElement('input');
-    field.className = `find-field ${className}`;
+    const field = h('input', {
+      class: `find-field ${className}`,
+      tLabel: label,
+      tPlaceholder: label,
+      attrs: { spellcheck: 'false', autocomplete: 'off' },
+      on: { input: () => this.#commit() },
+    });
     field.value = value;
-    field.spellcheck = false;
-    field.autocomplete = 'off';
-    field.dataset.tLabel = label;
-    field.dataset.tPlaceholder = label;
-    field.setAttribute('aria-label', t(label));
-    field.placeholder = t(label);
-    field.addEventListener('input', () => this.#commit());
     return field;
   }
 
   #switch(option: Option, sign: string, label: Key): HTMLButtonElement {
-    const button = press(`find-switch find-${option}`, sign, () => this.#commit({ [option]: !this.#query[option] }));
-    name(button, label);
-    return button;
+    const props = { class: `find-switch find-${option}`, tLabel: label };
+    return press(props, () => this.#commit({ [option]: !this.#query[option] }), sign);
   }
 
   #steps(): HTMLElement[] {
@@ -189,8 +190,7 @@ class FindPanel implements Panel {
       ['×', 'close', () => this.#run(closeSearchPanel, true)],
     ];
     return steps.map(([sign, label, run]) => {
-      const button = press('find-step', sign, run);
-      name(button, label);
+      const button = press({ class: 'find-step', tLabel: label }, run, sign);
       if (label === 'find.showReplace') button.hidden = this.#view.state.readOnly;
       return button;
     });
@@ -206,11 +206,7 @@ class FindPanel implements Panel {
     return [
       ['find.replace', replaceNext] as const,
       ['find.replaceAll', replaceAll] as const,
-    ].map(([label, command]) => {
-      const button = press('find-button', t(label), () => this.#run(command, false));
-      button.dataset.t = label;
-      return button;
-    });
+    ].map(([label, command]) => press({ class: 'find-button', t: label }, () => this.#run(command, false)));
   }
 }
 
@@ -219,23 +215,9 @@ function pick({ caseSensitive, wholeWord, regexp }: SearchQuery): Record<Option,
 }
 
 function row(className: string, ...children: Node[]): HTMLElement {
-  const element = document.createElement('div');
-  element.className = className;
-  element.append(...children);
-  return element;
+  return h('div', { class: className }, ...children);
 }
 
-function press(className: string, text: string, run: () => void): HTMLButtonElement {
-  const button = document.createElement('button');
-  button.type = 'button';
-  button.className = className;
-  button.textContent = text;
-  button.addEventListener('click', run);
-  return button;
-}
-
-function name(button: HTMLButtonElement, label: Key): void {
-  button.dataset.tLabel = label;
-  button.title = t(label);
-  button.setAttribute('aria-label', t(label));
+function press(props: Props, run: () => void, ...sign: string[]): HTMLButtonElement {
+  return h('button', { ...props, attrs: { type: 'button' }, on: { click: run } }, ...sign);
 }

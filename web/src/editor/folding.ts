@@ -1,7 +1,7 @@
 import { codeFolding, foldAll, foldCode, foldGutter, unfoldAll, unfoldCode } from '@codemirror/language';
 import type { Extension } from '@codemirror/state';
 import type { KeyBinding } from '@codemirror/view';
-import { t } from '../i18n/language';
+import { h } from '../dom/elements';
 
 /** The library's own keys belong to the menu, which walks the tabs with them. */
 export const foldKeys: ReadonlyArray<KeyBinding> = [
@@ -20,26 +20,25 @@ export function folding(length: number): Extension {
 }
 
 const folds = codeFolding({
-  placeholderDOM: (view, onclick) => {
-    const button = document.createElement('button');
-    button.type = 'button';
-    button.className = 'fold-rest';
-    button.textContent = '…';
-    button.dataset.tLabel = 'fold.open';
-    button.setAttribute('aria-label', t('fold.open'));
-    button.addEventListener('click', (event) => {
-      onclick(event);
-      // The button had the focus and is gone now.
-      view.focus();
-    });
-    return button;
-  },
+  placeholderDOM: (view, onclick) =>
+    h(
+      'button',
+      {
+        class: 'fold-rest',
+        tLabel: 'fold.open',
+        attrs: { type: 'button' },
+        on: {
+          click: (event) => {
+            onclick(event);
+            // The button had the focus and is gone now.
+            view.focus();
+          },
+        },
+      },
+      '…',
+    ),
 });
 
 const marks = foldGutter({
-  markerDOM: (open) => {
-    const mark = document.createElement('span');
-    mark.className = open ? 'fold-mark' : 'fold-mark is-folded';
-    return mark;
-  },
+  markerDOM: (open) => h('span', { class: open ? 'fold-mark' : 'fold-mark is-folded' }),
 });

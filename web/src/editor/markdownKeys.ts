@@ -1,7 +1,7 @@
 import { deleteMarkupBackward, insertNewlineContinueMarkupCommand } from '@codemirror/lang-markdown';
 import { type ChangeSpec, type EditorState, EditorSelection, type Line, Prec } from '@codemirror/state';
 import { type Command, keymap } from '@codemirror/view';
-import { moveInTable } from './tables';
+import { moveInTable } from './tableKeys';
 import { toggleTasks } from './tasks';
 
 /** Puts marks around what is selected, or takes them away where they are. */

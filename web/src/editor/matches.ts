@@ -1,8 +1,10 @@
 import type { SearchQuery } from '@codemirror/search';
 import type { EditorState } from '@codemirror/state';
+import { inSlices } from '../time/slices';
 
 const PIECE = 100_000;
 const SLICE_MS = 6;
+const PAUSE_MS = 4;
 /** More than anyone reads one by one; their places are not worth keeping. */
 export const MOST_MATCHES = 100_000;
 
@@ -13,7 +15,7 @@ export interface Matches {
 }
 
 /** Finds the matches piece by piece, so that a long text can be searched between key presses. */
-export function* findMatches(state: EditorState, query: SearchQuery): Generator<Matches> {
+export function* findMatches(state: EditorState, query: SearchQuery): Generator<Matches, Matches> {
   const starts: number[] = [];
   const { doc } = state;
   // What crosses the end of a piece is looked for a little beyond it.
@@ -30,34 +32,23 @@ export function* findMatches(state: EditorState, query: SearchQuery): Generator<
       next = Math.max(next, to);
     }
     from = next;
-    yield { starts, done: from > doc.length };
+    yield { starts, done: false };
   }
-  yield { starts, done: true };
+  return { starts, done: true };
 }
 
 /** Counts in slices with pauses between; the next count takes the place of one under way. */
 export class MatchCount {
-  #timer: ReturnType<typeof setTimeout> | undefined;
+  #cancel = (): void => undefined;
 
   start(state: EditorState, query: SearchQuery, delay: number, show: (matches: Matches) => void): void {
     this.stop();
     const search = findMatches(state, query);
-    const step = () => {
-      const until = performance.now() + SLICE_MS;
-      let found: Matches | undefined;
-      do {
-        const result = search.next();
-        if (result.done) break;
-        found = result.value;
-      } while (!found.done && performance.now() < until);
-      if (found) show(found);
-      if (found && !found.done) this.#timer = setTimeout(step, 4);
-    };
-    this.#timer = setTimeout(step, delay);
+    this.#cancel = inSlices(search, { slice: SLICE_MS, delay, pause: PAUSE_MS, onPause: show, onDone: show });
   }
 
   stop(): void {
-    clearTimeout(this.#timer);
+    this.#cancel();
   }
 }
 

@@ -1,5 +1,6 @@
 import { redo, undo } from '@codemirror/commands';
 import { EditorView } from '@codemirror/view';
+import { h } from '../dom/elements';
 
 const FULL = 20;
 const LOW = 5;
@@ -54,11 +55,10 @@ function isWebKit(): boolean {
 }
 
 function makeElement(): HTMLElement {
-  const element = document.createElement('div');
-  element.className = 'undo-reserve';
-  element.contentEditable = 'true';
-  element.tabIndex = -1;
-  element.setAttribute('aria-hidden', 'true');
+  const element = h('div', {
+    class: 'undo-reserve',
+    attrs: { contenteditable: 'true', tabindex: '-1', 'aria-hidden': 'true' },
+  });
   document.body.append(element);
   return element;
 }

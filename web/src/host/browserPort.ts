@@ -1,4 +1,5 @@
 import type { HostAnswers, HostPort } from '../commands/port';
+import { h } from '../dom/elements';
 import { t } from '../i18n/language';
 import { webCopy } from './webClipboard';
 
@@ -57,9 +58,6 @@ function store(text: string, key = STORAGE_KEY): boolean {
 
 function download(filename: string, content: string): void {
   const url = URL.createObjectURL(new Blob([content], { type: 'text/plain;charset=utf-8' }));
-  const link = document.createElement('a');
-  link.href = url;
-  link.download = filename;
-  link.click();
+  h('a', { attrs: { href: url, download: filename } }).click();
   setTimeout(() => URL.revokeObjectURL(url), 60_000);
 }

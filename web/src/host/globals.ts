@@ -1,4 +1,4 @@
-import { menuFunctions } from '../commands/command';
+import { type CommandTable, menuFunctions } from '../commands/command';
 import type { Context } from '../commands/context';
 import { copyForWhatsApp } from '../commands/copies';
 import { openNativeFiles } from '../commands/notes';
@@ -12,7 +12,12 @@ import { isLanguage, setLanguage } from '../i18n/language';
  * Every name that the host calls in the page. Functions of the menu give nothing back, because
  * the web view reports a promise, a function or an element as a failed script.
  */
-export function pageGlobals(context: Context, answers: HostAnswers, stored: unknown) {
+export function pageGlobals(
+  context: Context,
+  answers: HostAnswers,
+  stored: unknown,
+  table: CommandTable = commands,
+) {
   const { workspace, shell } = context;
   return {
     quendoNativeSaveDidFinish: (success: unknown, revision: unknown): void =>
@@ -40,7 +45,7 @@ export function pageGlobals(context: Context, answers: HostAnswers, stored: unkn
     quendoOpenNativeFiles: (files: unknown): number => openNativeFiles(context, files),
     quendoCopyCurrentNoteForWhatsApp: (): Promise<boolean> => copyForWhatsApp(context),
 
-    ...menuFunctions(commands, (command) => command.run(context)),
+    ...menuFunctions(table, (command) => command.run(context)),
     quendoSetLanguage: (code: unknown): void => {
       if (isLanguage(code)) setLanguage(code);
     },

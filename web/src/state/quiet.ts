@@ -1,3 +1,4 @@
+import { workSlice } from '../time/slices';
 import type { Clock } from './saver';
 
 /** Longer than a quick writer takes from one key to the next within a word. */
@@ -29,8 +30,7 @@ export class QuietTime {
     let timer: unknown = null;
     let done = false;
     const turn = () => {
-      const sliceEnd = clock.now() + SLICE_MS;
-      while (!done && clock.now() < sliceEnd) done = work.next().done === true;
+      done ||= workSlice(work, SLICE_MS, () => clock.now()).done === true;
       const now = clock.now();
       const quietAt = Math.min(this.#lastKey + QUIET_MS, until);
       if (done && now >= quietAt) run();

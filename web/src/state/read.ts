@@ -15,7 +15,7 @@ import {
 } from './model';
 import { isMembers, type Members, migrate } from './migrations';
 import { readRevision } from './revision';
-import { soundTabs } from './tabs';
+import { soundTabs } from './tabRow';
 import { readZoom } from './zoom';
 
 const BIN_KEEPS_MS = 30 * 24 * 60 * 60 * 1000;

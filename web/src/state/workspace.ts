@@ -1,7 +1,7 @@
 import type { Text } from '@codemirror/state';
 import { headOf } from '../text/title';
 import type { BinnedNote, ClosedTab, Contents, Note, Place, Settings, Tabs } from './model';
-import { closeTabs, forgetTabs, openTab } from './tabs';
+import { closeTabs, forgetTabs, openTab } from './tabRow';
 
 /** What changed: one note's text; the set of notes or tabs; a setting; the capture draft. */
 export type Change = 'text' | 'notes' | 'tabs' | 'settings' | 'draft';

@@ -1,5 +1,5 @@
 import type { Key } from '../i18n/catalogue';
-import { h, iconButton } from './dom';
+import { h, iconButton } from '../dom/elements';
 
 export interface DialogOptions {
   readonly title: Key;

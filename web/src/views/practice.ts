@@ -1,7 +1,7 @@
 import { PracticeEditor, type PracticeOptions } from '../editor/practiceEditor';
 import type { Key } from '../i18n/catalogue';
 import { t } from '../i18n/language';
-import { h } from './dom';
+import { h } from '../dom/elements';
 
 /** Something to be done with a text, by which a key is learned. */
 export interface Lesson {

@@ -1,7 +1,7 @@
 import { colourCode } from '../editor/codeColours';
 import { t } from '../i18n/language';
-import type { Piece } from '../text/preview';
-import { h } from './dom';
+import type { Piece } from '../text/previewBlocks';
+import { h } from '../dom/elements';
 
 /**
  * Makes the elements of a preview, one by one and from a closed list of kinds; a note's text gets in as

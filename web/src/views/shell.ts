@@ -1,9 +1,9 @@
 import { htmlTag, type Language, onLanguageChange } from '../i18n/language';
 import { readTheme, type Theme } from '../state/model';
 import { titleOf, type Workspace } from '../state/workspace';
-import { h, iconButton, relabel } from './dom';
+import { h, iconButton, relabel } from '../dom/elements';
 import { type MenuGroups, menuButton } from './menu';
-import { Preview, type PreviewSource } from './preview';
+import { Preview, type PreviewSource } from './previewPane';
 import { Sidebar } from './sidebar';
 import { StatusBar } from './statusBar';
 import { EDITOR_PANEL_ID, TabBar } from './tabBar';

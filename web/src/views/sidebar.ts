@@ -4,8 +4,9 @@ import { titleOf, type Workspace } from '../state/workspace';
 import { counted, t } from '../i18n/language';
 import { findFolded, fold } from '../text/fold';
 import { headOf } from '../text/title';
-import { rootPixels } from './appearance';
-import { drawIcon, h, iconButton } from './dom';
+import { rootPixels } from './rootStyle';
+import { drawIcon, h, iconButton } from '../dom/elements';
+import { inSlices } from '../time/slices';
 import { WindowedList } from './windowedList';
 
 export interface SidebarActions {
@@ -25,7 +26,7 @@ const AHEAD_SLICE_MS = 8;
  * How often a search that takes longer shows what it has found so far. A frame with a new list may
  * take as long as all the looking, so that one which ends before shows its list only once.
  */
-const SHOW_MS = 30;
+const SHOW_MS = 40;
 
 /** The list of notes, and what the search leaves of it. */
 export class Sidebar {
@@ -36,7 +37,7 @@ export class Sidebar {
   readonly #input: HTMLInputElement;
   readonly #outcome: HTMLElement;
   #query = '';
-  #search = 0;
+  #stopSearch = (): void => undefined;
   /** What the last search that came to its end has found, and in which notes. */
   #finds: { readonly query: string; readonly of: unknown; readonly notes: ReadonlyArray<Note> } | null = null;
   #folding = false;
@@ -88,7 +89,7 @@ export class Sidebar {
 
   /** Puts the list in order anew and filters it by what the search field holds. */
   render(): void {
-    const run = ++this.#search;
+    this.#stopSearch();
     const before = this.#query;
     this.#query = fold(this.#input.value.trim());
     const notes = this.#workspace.notesInOrder();
@@ -99,31 +100,21 @@ export class Sidebar {
     const found: Found[] = [];
     const last = this.#finds;
     const isNarrower = last?.of === notes && narrows(this.#query, last.query);
-    const search = searchNotes(isNarrower ? last.notes : notes, this.#query);
     let shown = performance.now();
-    const work = () => {
-      if (run !== this.#search) return;
-      const began = performance.now();
-      for (;;) {
-        const { value, done } = search.next();
-        if (value) {
-          found.push(value);
-        } else if (done) {
-          this.#show(found, true);
-          this.#finds = { query: this.#query, of: notes, notes: found.map((find) => find.note) };
-          return;
-        } else if (performance.now() - began > SLICE_MS) {
-          // The same search again replaces its finds at once, so that the list does not jump.
-          if (before !== this.#query && began - shown > SHOW_MS) {
-            this.#show([...found], false);
-            shown = began;
-          }
-          setTimeout(work);
-          return;
-        }
-      }
-    };
-    work();
+    this.#stopSearch = inSlices(gather(searchNotes(isNarrower ? last.notes : notes, this.#query), found), {
+      slice: SLICE_MS,
+      onPause: () => {
+        const now = performance.now();
+        // The same search again replaces its finds at once, so that the list does not jump.
+        if (before === this.#query || now - shown <= SHOW_MS) return;
+        this.#show([...found], false);
+        shown = now;
+      },
+      onDone: () => {
+        this.#show(found, true);
+        this.#finds = { query: this.#query, of: notes, notes: found.map((find) => find.note) };
+      },
+    });
   }
 
   /** Puts the latest notes first. What a search found stays as it is. */
@@ -149,17 +140,13 @@ export class Sidebar {
   #foldAhead(): void {
     if (this.#folding) return;
     this.#folding = true;
-    const folding = foldNotes(this.#workspace.notesInOrder());
-    const work = () => {
-      const until = performance.now() + AHEAD_SLICE_MS;
-      while (performance.now() < until) {
-        if (!folding.next().done) continue;
+    inSlices(foldNotes(this.#workspace.notesInOrder()), {
+      slice: AHEAD_SLICE_MS,
+      delay: 0,
+      onDone: () => {
         this.#folding = false;
-        return;
-      }
-      setTimeout(work);
-    };
-    setTimeout(work);
+      },
+    });
   }
 
   #show(found: ReadonlyArray<Found>, complete: boolean): void {
@@ -209,6 +196,14 @@ export class Sidebar {
       } else this.#actions.leave();
     } else return;
     event.preventDefault();
+  }
+}
+
+/** Puts every find on the list, and rests where the search does. */
+function* gather(search: Iterable<Found | null>, found: Found[]): Generator<void, void> {
+  for (const find of search) {
+    if (find) found.push(find);
+    else yield;
   }
 }
 

@@ -1,6 +1,6 @@
 import { t } from '../i18n/language';
 import { titleOf, type Workspace } from '../state/workspace';
-import { drawIcon, h } from './dom';
+import { drawIcon, h } from '../dom/elements';
 
 export interface TabBarActions {
   activate(id: string): void;

@@ -1,5 +1,5 @@
 import type { Key } from '../i18n/catalogue';
-import { h } from './dom';
+import { h } from '../dom/elements';
 
 export interface ToastAction {
   readonly label: Key;

@@ -1,4 +1,4 @@
-import { h } from './dom';
+import { h } from '../dom/elements';
 
 export interface WindowedListOptions<Item> {
   /** In pixels; it follows the size of the text. */

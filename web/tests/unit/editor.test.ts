@@ -11,7 +11,7 @@ import { indentItems, toggleMark } from '../../src/editor/markdownKeys';
 import { findMatches, placeOf } from '../../src/editor/matches';
 import { toggleTasks } from '../../src/editor/tasks';
 import { countString, countText } from '../../src/text/count';
-import { run } from './command';
+import { run } from './runCommand';
 
 test('tasks are ticked, cleared and made', () => {
   assert.equal(run(toggleTasks, '- [ ] a|'), '- [x] a|');
@@ -102,8 +102,10 @@ test('the name of the file decides, then the kind of note', () => {
 test('matches are counted across pieces, each once', () => {
   const count = (doc: string, query: SearchQuery) => {
     const state = EditorState.create({ doc });
-    const results = [...findMatches(state, query)];
-    return results.at(-1)?.starts ?? [];
+    const search = findMatches(state, query);
+    let step = search.next();
+    while (!step.done) step = search.next();
+    return step.value.starts;
   };
   const line = 'Ação e ação, reação\n';
   const doc = line.repeat(20_000);

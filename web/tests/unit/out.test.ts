@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { beforeEach, test } from 'node:test';
-import { hostAnswers } from '../../src/commands/answers';
+import { hostAnswers } from '../../src/app/answers';
 import type { Context } from '../../src/commands/context';
 import { copyAsMarkdown, copyAsPlainText, copyForWhatsApp } from '../../src/commands/copies';
 import { exportAsMarkdown, exportAsText, saveNoteAs } from '../../src/commands/files';

@@ -9,7 +9,19 @@ import { pageGlobals } from '../../src/host/globals';
 import { catalogue } from '../../src/i18n/catalogue';
 import { pickLanguage } from '../../src/i18n/language';
 
-const LAYERS = ['text', 'i18n', 'state', 'editor', 'views', 'commands', 'host'];
+/** Which folder may import from which others. */
+const MAY_IMPORT: Readonly<Record<string, ReadonlyArray<string>>> = {
+  text: [],
+  time: [],
+  i18n: [],
+  dom: ['i18n'],
+  state: ['text', 'time', 'i18n'],
+  editor: ['text', 'time', 'i18n', 'dom', 'state'],
+  views: ['text', 'time', 'i18n', 'dom', 'state', 'editor'],
+  commands: ['text', 'i18n', 'state', 'editor', 'views'],
+  host: ['i18n', 'dom', 'commands'],
+  app: ['text', 'time', 'i18n', 'state', 'editor', 'views', 'commands', 'host'],
+};
 const LONGEST_FILE = 300;
 
 const files = ['src', 'tests', 'scripts'].flatMap((folder) => walk(path.resolve(folder)));
@@ -30,17 +42,17 @@ function importsOf(file: string): string[] {
   });
 }
 
-function layerOf(file: string): string {
+function folderOf(file: string): string {
   return path.relative(path.resolve('src'), file).split(path.sep)[0] ?? '';
 }
 
-test('imports run one way', () => {
+test('folders import only from those they may', () => {
   for (const file of sources) {
     for (const target of importsOf(file)) {
       if (target.endsWith('.css')) continue;
-      const [from, to] = [layerOf(file), layerOf(target)];
+      const [from, to] = [folderOf(file), folderOf(target)];
       assert.ok(
-        LAYERS.indexOf(to) <= LAYERS.indexOf(from) && LAYERS.includes(to),
+        from === to || MAY_IMPORT[from]?.includes(to),
         `${path.relative('.', file)} imports ${path.relative('.', target)}`,
       );
     }
@@ -56,6 +68,27 @@ test('no circle of imports', () => {
     done.add(file);
   };
   for (const file of sources) visit(file, []);
+});
+
+test('no two files have the same name', () => {
+  const seen = new Map<string, string>();
+  for (const file of files.filter((name) => name.endsWith('.ts'))) {
+    const name = path.basename(file);
+    assert.equal(seen.get(name), undefined, `${file} and ${seen.get(name)}`);
+    seen.set(name, file);
+  }
+});
+
+test('elements are made, and work is cut into slices, in one place each', () => {
+  const only = (file: string, pattern: RegExp) => {
+    const home = path.resolve('src', file);
+    assert.match(readFileSync(home, 'utf8'), pattern);
+    for (const source of sources.filter((name) => name !== home)) {
+      assert.doesNotMatch(readFileSync(source, 'utf8'), pattern, path.relative('.', source));
+    }
+  };
+  only('dom/elements.ts', /createElement/);
+  only('time/slices.ts', /while \([^\n]*\bnow\(\) < /);
 });
 
 test('no file grows past what one can read', () => {

@@ -1,8 +1,8 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { moveInTable } from '../../src/editor/tables';
-import { columnAt, readTable, writeTable } from '../../src/text/table';
-import { run } from './command';
+import { moveInTable } from '../../src/editor/tableKeys';
+import { columnAt, readTable, writeTable } from '../../src/text/tableText';
+import { run } from './runCommand';
 
 const written = (...lines: string[]) => {
   const table = readTable(lines);

@@ -4,7 +4,7 @@ import { Text } from '@codemirror/state';
 import { emptyContents, type Note } from '../../src/state/model';
 import { readContents } from '../../src/state/read';
 import { contextOf, foldNotes, narrows, searchNotes } from '../../src/state/search';
-import { neighbour, tabsInScope } from '../../src/state/tabs';
+import { neighbour, tabsInScope } from '../../src/state/tabRow';
 import { titleOf, Workspace } from '../../src/state/workspace';
 import { serialize } from '../../src/state/write';
 

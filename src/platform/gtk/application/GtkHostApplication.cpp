@@ -146,30 +146,31 @@ void GtkHostApplication::updateMainMenu() {
 }
 
 bool GtkHostApplication::isEnabled(const MenuItem& item) const {
-  if (item.target == MenuTarget::host) return delegate_->validateMenuItem(item);
-  if (item.action == MenuAction::terminate || item.action == MenuAction::orderFrontStandardAboutPanel) {
+  if (item.target() == MenuTarget::host) return delegate_->validateMenuItem(item);
+  if (item.platformAction == PlatformAction::terminate ||
+      item.platformAction == PlatformAction::orderFrontStandardAboutPanel) {
     return true;
   }
-  return responder_ && responder_->canPerform(item.action);
+  return responder_ && responder_->canPerform(item.platformAction);
 }
 
 // Validated once more, since what an item stands for may have become impossible after it was shown.
 void GtkHostApplication::perform(const MenuItem& item) {
   if (!isEnabled(item)) return;
   if (responder_) responder_->focusContent();
-  if (item.target == MenuTarget::host) {
+  if (item.target() == MenuTarget::host) {
     delegate_->performMenuItem(item);
   } else {
-    performPlatformAction(item.action);
+    performPlatformAction(item.platformAction);
   }
 }
 
-void GtkHostApplication::performPlatformAction(MenuAction action) {
+void GtkHostApplication::performPlatformAction(PlatformAction action) {
   switch (action) {
-    case MenuAction::orderFrontStandardAboutPanel:
+    case PlatformAction::orderFrontStandardAboutPanel:
       showAboutPanel();
       break;
-    case MenuAction::terminate:
+    case PlatformAction::terminate:
       terminate();
       break;
     default:

@@ -20,8 +20,8 @@ namespace quendo::gtk {
 class Responder {
  public:
   virtual ~Responder() = default;
-  virtual bool canPerform(MenuAction action) const = 0;
-  virtual void perform(MenuAction action) = 0;
+  virtual bool canPerform(PlatformAction action) const = 0;
+  virtual void perform(PlatformAction action) = 0;
   /// Gives the keyboard back to the content, which a menu has had.
   virtual void focusContent() = 0;
 };
@@ -45,7 +45,8 @@ class GtkHostApplication final : public Application {
   void setActivationPolicyRegular() override {}
   void setDelegate(ApplicationDelegate* delegate) override { delegate_ = delegate; }
   void activateIgnoringOtherApps(bool ignoringOtherApps) override;
-  void setWindowsMenu(std::shared_ptr<const Menu> menu) override { windowsMenu_ = std::move(menu); }
+  /// There is one window, and GTK lists none.
+  void setWindowsMenu(std::shared_ptr<const Menu> /*menu*/) override {}
   void setMainMenu(std::shared_ptr<const Menu> menu) override;
   void updateMainMenu() override;
   void terminate() override;
@@ -70,12 +71,11 @@ class GtkHostApplication final : public Application {
   void installAction(const MenuEntry& entry);
   bool isEnabled(const MenuItem& item) const;
   void perform(const MenuItem& item);
-  void performPlatformAction(MenuAction action);
+  void performPlatformAction(PlatformAction action);
   void showAboutPanel();
 
   Glib::RefPtr<Gtk::Application> application_;
   Glib::RefPtr<Gio::Menu> menuBar_;
-  std::shared_ptr<const Menu> windowsMenu_;
   std::vector<MenuEntry> entries_;
   std::map<std::string, Glib::RefPtr<Gio::SimpleAction>> actions_;
   std::function<bool()> startCondition_;

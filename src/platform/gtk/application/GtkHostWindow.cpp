@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 #include "platform/gtk/application/X11Windows.h"
@@ -23,19 +24,19 @@
 namespace quendo::gtk {
 namespace {
 
-const char* editingCommand(MenuAction action) {
+const char* editingCommand(PlatformAction action) {
   switch (action) {
-    case MenuAction::undo:
+    case PlatformAction::undo:
       return WEBKIT_EDITING_COMMAND_UNDO;
-    case MenuAction::redo:
+    case PlatformAction::redo:
       return WEBKIT_EDITING_COMMAND_REDO;
-    case MenuAction::cut:
+    case PlatformAction::cut:
       return WEBKIT_EDITING_COMMAND_CUT;
-    case MenuAction::copy:
+    case PlatformAction::copy:
       return WEBKIT_EDITING_COMMAND_COPY;
-    case MenuAction::paste:
+    case PlatformAction::paste:
       return WEBKIT_EDITING_COMMAND_PASTE;
-    case MenuAction::selectAll:
+    case PlatformAction::selectAll:
       return WEBKIT_EDITING_COMMAND_SELECT_ALL;
     default:
       return nullptr;
@@ -72,15 +73,22 @@ bool isPlainKey(guint key) {
                      [](const GdkKeymapKey& place) { return place.level <= kShiftLevel; });
 }
 
-/// The tab command of a key that stands where the brackets are on keyboards that have them, for keyboards
-/// (Spanish, German) that have not; null for any other key.
-const char* actionOfBracketPlace(guint code, Gdk::ModifierType held) {
+Gdk::ModifierType modifiersOf(const MenuItem& item) {
+  Gdk::ModifierType modifiers{};
+  if (item.modifiers & kModifierCommand) modifiers |= Gdk::ModifierType::CONTROL_MASK;
+  if (item.modifiers & kModifierOption) modifiers |= Gdk::ModifierType::ALT_MASK;
+  if (item.modifiers & kModifierShift) modifiers |= Gdk::ModifierType::SHIFT_MASK;
+  return modifiers;
+}
+
+/// The bracket that keyboards of other layouts have at a key's place; empty for any other key, and where the
+/// keyboard has that bracket somewhere else (Spanish and German ones have not without AltGr).
+std::string_view bracketAtPlace(guint code) {
   constexpr guint kLeftPlace = 34;
   constexpr guint kRightPlace = 35;
-  if (held != (Gdk::ModifierType::CONTROL_MASK | Gdk::ModifierType::SHIFT_MASK)) return nullptr;
-  if (code == kLeftPlace && !isPlainKey(GDK_KEY_bracketleft)) return "previousTab";
-  if (code == kRightPlace && !isPlainKey(GDK_KEY_bracketright)) return "nextTab";
-  return nullptr;
+  if (code == kLeftPlace && !isPlainKey(GDK_KEY_bracketleft)) return "[";
+  if (code == kRightPlace && !isPlainKey(GDK_KEY_bracketright)) return "]";
+  return {};
 }
 
 }  // namespace
@@ -151,10 +159,14 @@ bool GtkHostWindow::takesKey(guint key, guint code, Gdk::ModifierType modifiers)
                                  Gdk::ModifierType::ALT_MASK | Gdk::ModifierType::SUPER_MASK);
   // The web view asks a hidden text view of the toolkit what keys mean, and this one ends the process there.
   if (key == GDK_KEY_F7 && held == Gdk::ModifierType{}) return true;
-  const char* action = actionOfBracketPlace(code, held);
-  if (!action) return false;
-  application_.application()->activate_action(action);
-  return true;
+  const std::string_view bracket = bracketAtPlace(code);
+  if (bracket.empty()) return false;
+  for (const MenuEntry& entry : application_.menuEntries()) {
+    if (entry.item.keyEquivalent != bracket || modifiersOf(entry.item) != held) continue;
+    application_.application()->activate_action(entry.actionName);
+    return true;
+  }
+  return false;
 }
 
 void GtkHostWindow::focusContent() {
@@ -185,7 +197,7 @@ void GtkHostWindow::performUnhandledEditingKeys() {
   auto shortcuts = Gtk::ShortcutController::create();
   shortcuts->set_propagation_phase(Gtk::PropagationPhase::BUBBLE);
   for (const MenuEntry& entry : application_.menuEntries()) {
-    if (!isEditingAction(entry.item.action)) continue;
+    if (!isEditing(entry.item.platformAction)) continue;
     for (const std::string& key : acceleratorsFor(entry.item)) {
       shortcuts->add_shortcut(Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string(key),
                                                     Gtk::NamedAction::create("app." + entry.actionName)));
@@ -273,29 +285,29 @@ std::shared_ptr<SavePanel> GtkHostWindow::beginSheet(SavePanelConfiguration conf
   return present(std::make_shared<GtkSavePanel>(window_, std::move(configuration), std::move(completion)));
 }
 
-bool GtkHostWindow::canPerform(MenuAction action) const {
-  if (action == MenuAction::hideOtherApplications) return canHideOtherApplications();
+bool GtkHostWindow::canPerform(PlatformAction action) const {
+  if (action == PlatformAction::hideOtherApplications) return canHideOtherApplications();
   if (editingCommand(action)) return content_ && content_->webView();
   return true;
 }
 
-void GtkHostWindow::perform(MenuAction action) {
+void GtkHostWindow::perform(PlatformAction action) {
   switch (action) {
-    case MenuAction::hide:
-    case MenuAction::performMiniaturize:
+    case PlatformAction::hide:
+    case PlatformAction::performMiniaturize:
       window_.minimize();
       break;
-    case MenuAction::hideOtherApplications:
+    case PlatformAction::hideOtherApplications:
       hideOtherApplications();
       break;
-    case MenuAction::performZoom:
+    case PlatformAction::performZoom:
       if (window_.is_maximized()) {
         window_.unmaximize();
       } else {
         window_.maximize();
       }
       break;
-    case MenuAction::performClose:
+    case PlatformAction::performClose:
       window_.close();
       break;
     default:

@@ -48,8 +48,8 @@ class GtkHostWindow final : public Window, public Responder {
   std::shared_ptr<SavePanel> beginSheet(SavePanelConfiguration configuration,
                                         SavePanelCompletion completion) override;
 
-  bool canPerform(MenuAction action) const override;
-  void perform(MenuAction action) override;
+  bool canPerform(PlatformAction action) const override;
+  void perform(PlatformAction action) override;
   void focusContent() override;
 
  private:

@@ -3,51 +3,14 @@
 #include <giomm/menuitem.h>
 #include <glibmm/variant.h>
 
-#include <array>
 #include <utility>
 
 namespace quendo::gtk {
 namespace {
 
-struct ActionName {
-  MenuAction action;
-  const char* name;
-};
-
-constexpr std::array kActionNames = {
-    ActionName{MenuAction::checkForUpdates, "checkForUpdates"},
-    ActionName{MenuAction::changeLanguage, "changeLanguage"},
-    ActionName{MenuAction::newNote, "newNote"},
-    ActionName{MenuAction::quickCapture, "quickCapture"},
-    ActionName{MenuAction::exportMarkdown, "exportMarkdown"},
-    ActionName{MenuAction::importFiles, "importFiles"},
-    ActionName{MenuAction::saveNow, "saveNow"},
-    ActionName{MenuAction::saveAsCurrentNote, "saveAsCurrentNote"},
-    ActionName{MenuAction::copyForWhatsApp, "copyForWhatsApp"},
-    ActionName{MenuAction::searchNotes, "searchNotes"},
-    ActionName{MenuAction::showShortcutGuide, "showShortcutGuide"},
-    ActionName{MenuAction::previousTab, "previousTab"},
-    ActionName{MenuAction::nextTab, "nextTab"},
-    ActionName{MenuAction::showAllTabs, "showAllTabs"},
-    ActionName{MenuAction::reopenClosedTab, "reopenClosedTab"},
-    ActionName{MenuAction::closeCurrentTab, "closeCurrentTab"},
-    ActionName{MenuAction::closeOtherTabs, "closeOtherTabs"},
-    ActionName{MenuAction::closeTabsToRight, "closeTabsToRight"},
-    ActionName{MenuAction::closeAllTabs, "closeAllTabs"},
-    ActionName{MenuAction::orderFrontStandardAboutPanel, "orderFrontStandardAboutPanel"},
-    ActionName{MenuAction::hide, "hide"},
-    ActionName{MenuAction::hideOtherApplications, "hideOtherApplications"},
-    ActionName{MenuAction::terminate, "terminate"},
-    ActionName{MenuAction::undo, "undo"},
-    ActionName{MenuAction::redo, "redo"},
-    ActionName{MenuAction::cut, "cut"},
-    ActionName{MenuAction::copy, "copy"},
-    ActionName{MenuAction::paste, "paste"},
-    ActionName{MenuAction::selectAll, "selectAll"},
-    ActionName{MenuAction::performMiniaturize, "performMiniaturize"},
-    ActionName{MenuAction::performZoom, "performZoom"},
-    ActionName{MenuAction::performClose, "performClose"},
-};
+std::string detailedName(const MenuItem& item) {
+  return "app." + std::string(item.action);
+}
 
 Glib::RefPtr<Gio::Menu> modelOf(const Menu& menu);
 
@@ -56,12 +19,12 @@ Glib::RefPtr<Gio::MenuItem> modelItem(const MenuItem& item) {
     const std::string& title = item.title.empty() ? item.submenu->title : item.title;
     return Gio::MenuItem::create(title, modelOf(*item.submenu));
   }
-  auto entry = Gio::MenuItem::create(item.title, "app." + actionName(item.action));
+  auto entry = Gio::MenuItem::create(item.title, detailedName(item));
   if (!item.representedObject.empty()) {
-    entry->set_action_and_target("app." + actionName(item.action),
+    entry->set_action_and_target(detailedName(item),
                                  Glib::Variant<Glib::ustring>::create(item.representedObject));
   }
-  if (isEditingAction(item.action)) {
+  if (isEditing(item.platformAction)) {
     entry->set_attribute_value("accel", Glib::Variant<Glib::ustring>::create(acceleratorsFor(item).front()));
   }
   return entry;
@@ -86,26 +49,14 @@ Glib::RefPtr<Gio::Menu> modelOf(const Menu& menu) {
 void collectEntries(const Menu& menu, std::vector<MenuEntry>& entries) {
   for (const MenuItem& item : menu.items) {
     if (item.submenu) collectEntries(*item.submenu, entries);
-    if (item.action != MenuAction::none) {
-      entries.push_back(
-          MenuEntry{item, actionName(item.action),
-                    isEditingAction(item.action) ? std::vector<std::string>() : acceleratorsFor(item)});
-    }
+    if (item.action.empty()) continue;
+    entries.push_back(
+        MenuEntry{item, std::string(item.action),
+                  isEditing(item.platformAction) ? std::vector<std::string>() : acceleratorsFor(item)});
   }
 }
 
 }  // namespace
-
-std::string actionName(MenuAction action) {
-  for (const ActionName& row : kActionNames) {
-    if (row.action == action) return row.name;
-  }
-  return {};
-}
-
-bool isEditingAction(MenuAction action) {
-  return action >= MenuAction::undo && action <= MenuAction::selectAll;
-}
 
 // With Shift held a bracket key gives a brace on some keyboards and stays a bracket on others.
 std::vector<std::string> acceleratorsFor(const MenuItem& item) {

@@ -1,6 +1,6 @@
 import type { Key } from '../i18n/catalogue';
 import { closeDialog, openDialog } from './dialog';
-import { h } from './dom';
+import { h } from '../dom/elements';
 
 /** Asks before something is done that is not easily undone. */
 export function confirmDialog(options: {

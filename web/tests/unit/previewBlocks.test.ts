@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { safeAddress } from '../../src/text/address';
-import { blocksOf, type Piece, previewGrammar } from '../../src/text/preview';
+import { blocksOf, type Piece, previewGrammar } from '../../src/text/previewBlocks';
 
 function read(source: string): Piece[] {
   return blocksOf(source, previewGrammar.parse(source)).map((block) => block.make());

@@ -1,7 +1,7 @@
 import { syntaxTree } from '@codemirror/language';
 import { EditorSelection, type EditorState } from '@codemirror/state';
 import type { Command } from '@codemirror/view';
-import { columnAt, readTable, writeTable } from '../text/table';
+import { columnAt, readTable, writeTable } from '../text/tableText';
 
 /** A longer table is left as it is: putting it in order would be felt. */
 const MOST_CHARACTERS = 50_000;

@@ -1,9 +1,10 @@
 import type { Text } from '@codemirror/state';
-import type { Tree } from '@lezer/common';
+import type { PartialParse, Tree } from '@lezer/common';
 import { withoutLongGaps } from '../text/markdown';
 import { hasLongParagraph } from '../text/paragraphs';
-import { type Block, blocksOf, previewGrammar } from '../text/preview';
-import { h } from './dom';
+import { type Block, blocksOf, previewGrammar } from '../text/previewBlocks';
+import { h } from '../dom/elements';
+import { inSlices } from '../time/slices';
 import { drawPiece } from './previewDom';
 
 export type PreviewMode = 'beside' | 'instead';
@@ -42,7 +43,7 @@ export class Preview {
   #drawn: Drawn[] = [];
   #text: Text | null = null;
   #from = 0;
-  #timer: ReturnType<typeof setTimeout> | undefined;
+  #cancel = (): void => undefined;
 
   constructor(options: PreviewOptions) {
     this.#options = options;
@@ -83,8 +84,9 @@ export class Preview {
   /** The text or the place in it may be another. */
   changed(): void {
     if (!this.#mode) return;
-    clearTimeout(this.#timer);
-    this.#timer = setTimeout(() => this.#begin(), PAUSE_MS);
+    this.#cancel();
+    const timer = setTimeout(() => this.#begin(), PAUSE_MS);
+    this.#cancel = () => clearTimeout(timer);
   }
 
   /** Draws everything again, as when its words or colours are others. */
@@ -102,14 +104,14 @@ export class Preview {
   }
 
   #forget(): void {
-    clearTimeout(this.#timer);
+    this.#cancel();
     this.#drawn = [];
     this.#text = null;
     this.#page.replaceChildren();
   }
 
   #begin(): void {
-    clearTimeout(this.#timer);
+    this.#cancel();
     const source = this.#options.source();
     this.element.hidden = source === null;
     if (!source) {
@@ -138,17 +140,13 @@ export class Preview {
     if (this.#mode) this.#scrollTo(source.top);
   }
 
-  /** Parses in slices. A change meanwhile starts over, because it takes the timer. */
+  /** Parses in slices. A change meanwhile starts over, because it cancels this. */
   #parse(part: string, done: (blocks: ReadonlyArray<Block>) => void): void {
     const parse = previewGrammar.startParse(withoutLongGaps(part));
-    const step = () => {
-      const until = performance.now() + SLICE_MS;
-      let tree: Tree | null = null;
-      while (!tree && performance.now() < until) tree = parse.advance();
-      if (tree) done(blocksOf(part, tree));
-      else this.#timer = setTimeout(step);
-    };
-    step();
+    this.#cancel = inSlices(stepsOf(parse), {
+      slice: SLICE_MS,
+      onDone: (tree) => done(blocksOf(part, tree)),
+    });
   }
 
   /** Keeps what is alike at the beginning and at the end, and makes anew what lies between. */
@@ -185,6 +183,14 @@ export class Preview {
     const { block, element } = last;
     const share = Math.min(1, (at - block.from) / Math.max(1, block.to - block.from));
     this.element.scrollTop = element.offsetTop + share * element.offsetHeight - 24;
+  }
+}
+
+function* stepsOf(parse: PartialParse): Generator<undefined, Tree> {
+  for (;;) {
+    const tree = parse.advance();
+    if (tree) return tree;
+    yield;
   }
 }
 

@@ -6,38 +6,37 @@
 
 namespace quendo {
 
-/// Those whom the dispatcher hands the page's requests to. Each is told only of requests whose form and
-/// limits were found right. Main thread.
+// What the dispatcher passes the page's requests to. A handler is called only with requests whose form and
+// limits were checked. Main thread.
 
-class ExportOwner {
+class ExportHandler {
  public:
-  virtual ~ExportOwner() = default;
+  virtual ~ExportHandler() = default;
   virtual void presentExportPanel(std::string filename, std::string content, std::string format) = 0;
   virtual void presentSaveAsPanel(std::string noteId, std::string filename, std::string content) = 0;
 };
 
-class ShareOwner {
+class ShareHandler {
  public:
-  virtual ~ShareOwner() = default;
+  virtual ~ShareHandler() = default;
   /// A share picker is on screen, or a service that the user chose has not finished.
   virtual bool shareIsUnderWay() const = 0;
   virtual void presentSharePicker(std::string attemptId, std::string title, std::string filename,
                                   std::string content, std::string urlString) = 0;
 };
 
-class LanguageOwner {
+class LanguageHandler {
  public:
-  virtual ~LanguageOwner() = default;
-  /// The page changed the language; `body` is its message as it came.
+  virtual ~LanguageHandler() = default;
+  /// The page changed the language. `body` is its message, unchecked.
   virtual void changeLanguageFromPage(const Value& body) = 0;
 };
 
-/// An owner that is absent takes nothing: its requests are dropped, so that the page is never told of
-/// something that has not happened.
-struct MessageOwners {
-  ExportOwner* exporter = nullptr;
-  ShareOwner* sharing = nullptr;
-  LanguageOwner* language = nullptr;
+/// All of them; each must outlive the dispatcher.
+struct MessageHandlers {
+  ExportHandler& exporter;
+  ShareHandler& sharing;
+  LanguageHandler& language;
 };
 
 }  // namespace quendo

@@ -7,19 +7,19 @@ import { QuietTime } from '../state/quiet';
 import { type Clock, Saver, type SaveStatus } from '../state/saver';
 import { type Change, Workspace } from '../state/workspace';
 import { makePieces } from '../state/write';
-import { applyAppearance, followDesktop } from '../views/appearance';
+import { applyAppearance, followDesktop } from '../views/rootStyle';
 import { Shell } from '../views/shell';
-import { type Context, focusMain, rememberPlace } from './context';
-import { showCount } from './count';
-import * as notes from './notes';
-import { chooseTheme } from './appearance';
-import { toggleSidebar } from './panels';
-import type { HostPort } from './port';
-import { closePreview, previewSource } from './preview';
-import { PendingCopies, PendingShare } from './requests';
-import { commands, noteMenu, reservedKeys } from './table';
-import { closeTab } from './tabs';
-import { currentState } from './termination';
+import { type Context, focusMain, rememberPlace } from '../commands/context';
+import { showCount } from './wordCount';
+import * as notes from '../commands/notes';
+import { chooseTheme } from '../commands/appearance';
+import { toggleSidebar } from '../commands/panels';
+import type { HostPort } from '../commands/port';
+import { closePreview, previewSource } from '../commands/preview';
+import { PendingCopies, PendingShare } from '../commands/requests';
+import { commands, noteMenu, reservedKeys } from '../commands/table';
+import { closeTab } from '../commands/tabs';
+import { currentState } from '../commands/termination';
 
 const clock: Clock = {
   now: Date.now,

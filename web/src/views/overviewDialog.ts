@@ -1,65 +1,8 @@
-import type { Key } from '../i18n/catalogue';
+import { h } from '../dom/elements';
 import { t } from '../i18n/language';
-import { headOf } from '../text/title';
 import { titleOf, type Workspace } from '../state/workspace';
+import { headOf } from '../text/title';
 import { closeDialog, openDialog } from './dialog';
-import { h } from './dom';
-import type { Practice } from './practice';
-
-/** The panel that takes a thought. What is typed is kept in the workspace at once. */
-export function captureDialog(options: {
-  readonly workspace: Workspace;
-  readonly saveKey: string;
-  readonly onSave: () => void;
-  readonly onClose: () => void;
-}): void {
-  const { workspace } = options;
-  const save = () => {
-    workspace.setCaptureDraft(field.value);
-    if (!field.value.trim()) {
-      field.focus();
-      return;
-    }
-    options.onSave();
-    closeDialog();
-  };
-  const field = h('textarea', {
-    class: 'capture-field',
-    tLabel: 'capture.title',
-    tPlaceholder: 'capture.placeholder',
-    attrs: { rows: '6', spellcheck: 'true' },
-    on: {
-      input: () => workspace.setCaptureDraft(field.value),
-      keydown: (event) => {
-        if (event.key !== 'Enter' || !(event.ctrlKey || event.metaKey)) return;
-        event.preventDefault();
-        save();
-      },
-    },
-  });
-  field.value = workspace.captureDraft;
-  openDialog({
-    title: 'capture.title',
-    class: 'capture',
-    content: [
-      field,
-      h(
-        'div',
-        { class: 'dialog-foot' },
-        h('span', { class: 'quiet' }, t('capture.hint', { key: options.saveKey })),
-        h('button', {
-          class: 'button primary',
-          t: 'capture.save',
-          attrs: { type: 'button' },
-          on: { click: save },
-        }),
-      ),
-    ],
-    focus: field,
-    onClose: options.onClose,
-  });
-  field.setSelectionRange(field.value.length, field.value.length);
-}
 
 export interface OverviewActions {
   activate(id: string): void;
@@ -137,56 +80,4 @@ function cardOf(event: Event): HTMLElement | null {
 function moveFocus(cards: ReadonlyArray<HTMLElement>, next: HTMLElement): void {
   for (const element of cards) element.tabIndex = element === next ? 0 : -1;
   next.focus();
-}
-
-export interface GuideSection {
-  readonly title: Key;
-  readonly rows: ReadonlyArray<GuideRow>;
-}
-
-/** What can be done, with its keys or with the word where else it is. */
-export type GuideRow =
-  | { readonly label: Key; readonly keys: string }
-  | { readonly label: Key; readonly elsewhere: Key };
-
-/** A sheet to practice on, and the table of keys. */
-export function guideDialog(
-  sheet: Practice,
-  sections: ReadonlyArray<GuideSection>,
-  onClose: () => void,
-): void {
-  const blocks = sections.map(({ title, rows }) =>
-    h(
-      'section',
-      {},
-      h('h3', { t: title }),
-      h(
-        'dl',
-        {},
-        ...rows.map((row) =>
-          h(
-            'div',
-            { class: 'guide-row' },
-            h('dt', { t: row.label }),
-            h('dd', {}, 'keys' in row ? h('kbd', {}, row.keys) : h('kbd', { t: row.elsewhere })),
-          ),
-        ),
-      ),
-    ),
-  );
-  openDialog({
-    title: 'cmd.guide',
-    class: 'wide',
-    content: [
-      h(
-        'div',
-        { class: 'guide', tLabel: 'cmd.guide', attrs: { role: 'group', tabindex: '0' } },
-        sheet.element,
-        ...blocks,
-        h('p', { class: 'quiet', t: 'guide.bin' }),
-      ),
-    ],
-    onClose,
-  });
-  sheet.focus();
 }

@@ -3,8 +3,8 @@ import type { BinnedNote } from '../state/model';
 import { titleOf, type Workspace } from '../state/workspace';
 import { headOf } from '../text/title';
 import { closeDialog, openDialog } from './dialog';
-import { h } from './dom';
-import { rootPixels } from './appearance';
+import { h } from '../dom/elements';
+import { rootPixels } from './rootStyle';
 import { WindowedList } from './windowedList';
 
 const ROW_REMS = 3.875;

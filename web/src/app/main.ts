@@ -1,5 +1,5 @@
-import { hostAnswers } from '../commands/answers';
-import { startApp } from '../commands/app';
+import { hostAnswers } from './answers';
+import { startApp } from './startApp';
 import { pressedCommand } from '../commands/command';
 import { rememberPlace } from '../commands/context';
 import { matchesKey } from '../commands/keys';
@@ -8,10 +8,10 @@ import { commands } from '../commands/table';
 import { setLanguage } from '../i18n/language';
 import { readContents } from '../state/read';
 import '../styles/main.css';
-import { readBootstrap, startLanguage } from './bootstrap';
-import { browserPort, storedDocument } from './browserPort';
-import { pageGlobals } from './globals';
-import { hasHost, nativePort, type WebKitWindow } from './nativePort';
+import { readBootstrap, startLanguage } from '../host/bootstrap';
+import { browserPort, storedDocument } from '../host/browserPort';
+import { pageGlobals } from '../host/globals';
+import { hasHost, nativePort, type WebKitWindow } from '../host/nativePort';
 
 const nonce = document.currentScript?.nonce ?? '';
 const bootstrap = readBootstrap(window as object);

@@ -1,7 +1,7 @@
-import type { Context } from './context';
-import { exported, savedAs } from './files';
-import type { HostAnswers } from './port';
-import { shared } from './share';
+import type { Context } from '../commands/context';
+import { exported, savedAs } from '../commands/files';
+import type { HostAnswers } from '../commands/port';
+import { shared } from '../commands/share';
 
 /** What is done when the host answers. */
 export function hostAnswers(context: Context): HostAnswers {

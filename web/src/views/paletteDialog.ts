@@ -1,6 +1,6 @@
 import { counted, t } from '../i18n/language';
 import { closeDialog, openDialog } from './dialog';
-import { h } from './dom';
+import { h } from '../dom/elements';
 
 export interface PaletteEntry {
   readonly name: string;

@@ -1,35 +1,29 @@
 import type { Text } from '@codemirror/state';
 import { counted, htmlTag, t } from '../i18n/language';
 import { type Count, countText } from '../text/count';
-import type { Context } from './context';
+import { inSlices } from '../time/slices';
+import type { Context } from '../commands/context';
 
 const PAUSE_MS = 120;
 const SLICE_MS = 5;
-let timer: ReturnType<typeof setTimeout> | undefined;
+let cancel = (): void => undefined;
 
 /** Brings the count of words to what is on show, soon and in slices, so that no key press waits. */
 export function showCount(context: Context): void {
-  clearTimeout(timer);
-  timer = setTimeout(() => countNow(context), PAUSE_MS);
-}
-
-function countNow({ editor, shell, workspace }: Context): void {
-  const state = workspace.activeNote ? editor.onShow?.state : undefined;
-  if (!state) {
-    shell.status.showCount('');
-    return;
-  }
-  const selected = state.selection.ranges.filter((range) => !range.empty);
-  const texts = selected.length ? selected.map(({ from, to }) => state.doc.slice(from, to)) : [state.doc];
-  const counting = countAll(texts);
-  const step = () => {
-    const until = performance.now() + SLICE_MS;
-    let result = counting.next();
-    while (!result.done && performance.now() < until) result = counting.next();
-    if (!result.done) timer = setTimeout(step);
-    else shell.status.showCount(worded(result.value, selected.length > 0));
+  cancel();
+  let isSelection = false;
+  const work = function* () {
+    const state = context.workspace.activeNote ? context.editor.onShow?.state : undefined;
+    if (!state) return null;
+    const selected = state.selection.ranges.filter((range) => !range.empty);
+    isSelection = selected.length > 0;
+    return yield* countAll(isSelection ? selected.map(({ from, to }) => state.doc.slice(from, to)) : [state.doc]);
   };
-  step();
+  cancel = inSlices(work(), {
+    slice: SLICE_MS,
+    delay: PAUSE_MS,
+    onDone: (count) => context.shell.status.showCount(count ? worded(count, isSelection) : ''),
+  });
 }
 
 function* countAll(texts: ReadonlyArray<Text>): Generator<undefined, Count> {
