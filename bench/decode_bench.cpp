@@ -14,7 +14,7 @@
 #include <string_view>
 #include <utility>
 
-#include "PairedRatio.h"
+#include "InTurns.h"
 #include "StateDocuments.h"
 #include "import/QuendoTextFileReader.h"
 #include "import/TextDecoders.h"
@@ -98,15 +98,11 @@ void compare(const char* encoding, const char* script, const std::string& file, 
     text.reset();
   };
   const auto ours = [&] { text = decode(std::move(handedOver)); };
-  const auto report = [&](const char* peer, const quendo::bench::PairedRatio& result) {
-    require(text.has_value(), name.c_str());
-    std::printf("decode/%-5s %-24s %.3f  (%.1f ms against %.1f ms)\n", peer, name.c_str(), result.ratio,
-                result.firstMedian * 1e3, result.secondMedian * 1e3);
-  };
-  report("iconv", quendo::bench::measurePairs(pairs, prepare, ours,
-                                              [&] { convertWithIconv("UTF-8", encoding, file, out); }));
-  report("icu",
-         quendo::bench::measurePairs(pairs, prepare, ours, [&] { convertWithIcu(encoding, file, out); }));
+  quendo::bench::measureInTurns("decode/iconv " + name, pairs, prepare, ours,
+                                [&] { convertWithIconv("UTF-8", encoding, file, out); });
+  quendo::bench::measureInTurns("decode/icu " + name, pairs, prepare, ours,
+                                [&] { convertWithIcu(encoding, file, out); });
+  require(text.has_value(), name.c_str());
 }
 
 void compareFile(const char* encoding, const char* script, const std::string& file) {

@@ -1,5 +1,10 @@
-"""What two ways of doing the same thing cost, measured in turns, and the one line that says so."""
+"""What two ways of doing the same thing cost, measured in turns, and the one line that says so.
 
+As a program: makes one line of the pairs of each name that the plain benchmarks print (bench/InTurns.h).
+"""
+
+import sys
+from itertools import groupby
 from statistics import mean, median, quantiles
 
 # A page's clock counts in milliseconds. What it takes for no time took half of one, for all that is known.
@@ -28,7 +33,8 @@ def line(name, pairs):
     first, second = median(one for one, _ in pairs), median(other for _, other in pairs)
     singles = [one / (other or _SHORTEST) for one, other in pairs]
     low, _, high = quantiles(singles, n=4) if len(singles) > 1 else (singles[0],) * 3
-    return (f"{name} {first / (second or _SHORTEST):.2f}  ({first * 1e3:.1f} ms against {second * 1e3:.1f} ms, "
+    ratio = first / (second or _SHORTEST)
+    return (f"{name} {ratio:.{2 if ratio >= 0.1 else 3}f}  ({first * 1e3:.1f} ms against {second * 1e3:.1f} ms, "
             f"{len(pairs)} pairs, middle half {low:.2f} to {high:.2f})")
 
 
@@ -55,3 +61,13 @@ def limit_line(name, values, limit, share=0.99):
     over = sum(one > limit for one in values)
     return (f"{name} {part(values, share) / limit:.2f}  ({_described(values)}; {over} of {len(values)} times over "
             f"{limit * 1e3:.0f} ms)")
+
+
+def main():
+    pairs = (row.rstrip("\n").split("\t") for row in sys.stdin)
+    for name, several in groupby(pairs, lambda pair: pair[0]):
+        print(line(name, [(float(first), float(second)) for _, first, second in several]), flush=True)
+
+
+if __name__ == "__main__":
+    main()

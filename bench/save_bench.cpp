@@ -14,7 +14,7 @@
 #include <string>
 #include <utility>
 
-#include "PairedRatio.h"
+#include "InTurns.h"
 #include "StateDocuments.h"
 #include "platform/MainQueue.h"
 #include "platform/posix/PosixFileManager.h"
@@ -64,20 +64,16 @@ class SaveBench {
 
   void compare(const char* name, std::size_t bytes, std::size_t pairs) {
     const std::string document = quendo::bench::notesDocument(bytes, 1);
-    const auto againstPlain = measure(document, pairs, false);
-    const auto againstDurable = measure(document, pairs, true);
-    std::printf("save/write+flush+rename %-6s %.2f  (%.2f ms against %.2f ms)\n", name, againstPlain.ratio,
-                againstPlain.firstMedian * 1e3, againstPlain.secondMedian * 1e3);
-    std::printf("save/the-same+directory-flush %-6s %.2f  (%.2f ms against %.2f ms)\n", name,
-                againstDurable.ratio, againstDurable.firstMedian * 1e3, againstDurable.secondMedian * 1e3);
+    measure(std::string("save/write+flush+rename ") + name, document, pairs, false);
+    measure(std::string("save/the-same+directory-flush ") + name, document, pairs, true);
   }
 
  private:
-  quendo::bench::PairedRatio measure(const std::string& document, std::size_t pairs, bool flushDirectory) {
+  void measure(const std::string& name, const std::string& document, std::size_t pairs, bool flushDirectory) {
     std::string handedOver;
     std::binary_semaphore done(0);
-    return quendo::bench::measurePairs(
-        pairs, [&] { handedOver = document; },
+    quendo::bench::measureInTurns(
+        name, pairs, [&] { handedOver = document; },
         [&] {
           store_.save(std::move(handedOver), 1, [&](bool success) {
             require(success, "save");

@@ -3,11 +3,10 @@
 
 #include <simdjson.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 
-#include "PairedRatio.h"
+#include "InTurns.h"
 #include "StateDocuments.h"
 #include "store/StateScanner.h"
 
@@ -23,11 +22,8 @@ void compare(const char* name, const std::string& document) {
   const auto parse = [&] {
     if (parser.parse(padded).error() != simdjson::SUCCESS) std::abort();
   };
-  const auto result = quendo::bench::measurePairs(
-      pairs, [] {}, scan, parse);
-  const double gigabytes = static_cast<double>(document.size()) / 1e9;
-  std::printf("scanner/simdjson-dom %-11s %.2f  (%.2f GB/s against %.2f GB/s, %.0f MB)\n", name, result.ratio,
-              gigabytes / result.firstMedian, gigabytes / result.secondMedian, gigabytes * 1000);
+  quendo::bench::measureInTurns(
+      std::string("scanner/simdjson-dom ") + name, pairs, [] {}, scan, parse);
 }
 
 }  // namespace

@@ -1,5 +1,8 @@
 # Sourced. Configures and builds.
 
+# ./test sets this to -Werror; see cmake/QuendoWarnings.cmake.
+warning_options=
+
 # Builds targets of a preset (everything when none is named). One line when there is work, none when
 # there is nothing to do; the whole output when something fails.
 build_preset() {
@@ -9,7 +12,13 @@ build_preset() {
   local -a targets=()
   (($#)) && targets=(--target "$@")
   hold_lock "$preset"
-  if [[ ! -f $directory/build.ninja ]]; then
+  if [[ $preset == release ]]; then
+    mkdir -p "$directory"
+    [[ -f $directory/warning-options && $(<"$directory/warning-options") == "$warning_options" ]] ||
+      printf '%s\n' "$warning_options" >"$directory/warning-options"
+  fi
+  # Only configuring by name applies a preset that has changed.
+  if [[ ! -f $directory/build.ninja || $root/CMakePresets.json -nt $directory/build.ninja ]]; then
     say "Configuring $preset."
     if ! (cd "$root" && cmake --preset "$preset") >"$log" 2>&1; then
       cat "$log" >&2

@@ -3,11 +3,12 @@
 
     scripts/lib/desktop-suite.py DISPLAYS RESULTS
 
-Writes one JUnit file for each into RESULTS. A test that fails is run again by itself, and once more when all
-others have ended, and said so: windows and keys depend on how busy the machine is. What fails each time has
-failed.
+Writes one JUnit file for each into RESULTS. When all files have ended, a test that failed is run once more, and
+a line that begins with "retried: " says so: windows and keys depend on how busy the machine is. Tests marked
+`never_retried` are about losing text; their first failure is final.
 """
 
+import json
 import subprocess
 import sys
 import xml.etree.ElementTree as ElementTree
@@ -16,8 +17,25 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 TESTS = ROOT / "tests" / "desktop"
-# These take longest and come first, so that no display is left with one of them at the end.
-LONGEST = ("kill_test.py", "language_test.py", "real_page_test.py", "window_test.py", "quit_handshake_test.py")
+# Seconds that each file took the last time it ran here. The longest come first: no display is left with one of them
+# at the end.
+DURATIONS = ROOT / "build" / "desktop-durations.json"
+# Without a record, in a fresh clone, these do.
+LONGEST = ("kill_test", "language_test", "real_page_test", "window_test", "quit_handshake_test")
+
+
+def durations():
+    try:
+        return json.loads(DURATIONS.read_text())
+    except (OSError, ValueError):
+        return {}
+
+
+def in_order(files, known):
+    def rank(path):
+        return -known.get(path.stem, 1e6 if path.stem in LONGEST else 0), path.stem
+
+    return sorted(files, key=rank)
 
 
 def pytest(results, name, attempt, *arguments):
@@ -26,7 +44,7 @@ def pytest(results, name, attempt, *arguments):
     report.unlink(missing_ok=True)
     with open(results / f"desktop-{name}-{attempt}.log", "wb") as log:
         subprocess.run([ROOT / "scripts" / "with-desktop", "/usr/bin/python3", "-m", "pytest", "-c",
-                        TESTS / "pytest.ini", "-q", "-o", f"cache_dir={results / 'cache' / name}",
+                        TESTS / "pytest.ini", "-q", "--durations=5", "-o", f"cache_dir={results / 'cache' / name}",
                         f"--junitxml={report}", *arguments], stdin=subprocess.DEVNULL, stdout=log, stderr=log)
     try:
         tree = ElementTree.parse(report)
@@ -49,45 +67,68 @@ def wrong(tree):
     return {key for key, case in cases(tree).items() if failed(case)}
 
 
-def mend(results, path, tree, attempt):
-    """Runs what failed once more, and lets those pass that do so now."""
-    before = wrong(tree)
-    print(f"desktop: {path.stem}: {len(before)} failed; once more.", flush=True)
-    again = pytest(results, path.stem, attempt, "--last-failed", path)
-    mended = before & {key for key, case in cases(again).items() if not failed(case)} if again else set()
-    for key in mended:
+def never_retried(case):
+    return case.find("properties/property[@name='never_retried']") is not None
+
+
+def say_failures(path, tree):
+    """Names what has failed for good, with the seed of a test that uses chance."""
+    for key in sorted(wrong(tree)):
+        seed = cases(tree)[key].find("properties/property[@name='seed']")
+        again = f" (QUENDO_TEST_SEED={seed.get('value')})" if seed is not None else ""
+        print(f"desktop: {path.stem}: {key[1]} failed{again}", flush=True)
+
+
+def without_result(name):
+    suite = ElementTree.Element("testsuite")
+    case = ElementTree.SubElement(suite, "testcase", classname=name, name="the file as a whole")
+    ElementTree.SubElement(case, "error", message="it ended without a result")
+    return ElementTree.ElementTree(suite)
+
+
+def retry(results, path, tree):
+    """Runs once more what failed and may be, and lets those tests pass that do so now."""
+    before = {key for key in wrong(tree) if not never_retried(cases(tree)[key])}
+    if not before:
+        return
+    again = pytest(results, path.stem, 2, "--last-failed", "-m", "not never_retried", path)
+    passed = {key for key, case in cases(again).items() if not failed(case)} if again else set()
+    for key in sorted(before):
+        print(f"retried: desktop, {path.stem}: {key[1]} ({'passed' if key in passed else 'failed again'})", flush=True)
         case = cases(tree)[key]
-        for result in [*case.findall("failure"), *case.findall("error")]:
-            case.remove(result)
-        print(f"desktop: {path.stem}: {key[1]} passed at attempt {attempt}.", flush=True)
+        if key in passed:
+            for result in [*case.findall("failure"), *case.findall("error")]:
+                case.remove(result)
 
 
-def run(results, path):
-    name = path.stem
-    tree = pytest(results, name, 1, path)
-    if tree is None:
-        print(f"desktop: {name} ended without a result; once more.", flush=True)
-        tree = pytest(results, name, 1, path)
-    if tree is None:
-        suite = ElementTree.Element("testsuite")
-        case = ElementTree.SubElement(suite, "testcase", classname=name, name="the file as a whole")
-        ElementTree.SubElement(case, "error", message="it ended without a result, twice")
-        return ElementTree.ElementTree(suite)
-    if wrong(tree):
-        mend(results, path, tree, 2)
-    return tree
+def run_again(results, path):
+    """Once more for a file that ended without a result, unless a test in it is never retried."""
+    if "never_retried" in path.read_text(encoding="utf-8"):
+        return without_result(path.stem)
+    tree = pytest(results, path.stem, 2, path)
+    print(f"retried: desktop, {path.stem}: the file as a whole ({'ran' if tree else 'failed again'})", flush=True)
+    return tree or without_result(path.stem)
 
 
 def main():
     displays, results = int(sys.argv[1]), Path(sys.argv[2])
-    files = sorted(TESTS.glob("*_test.py"), key=lambda one: (one.name not in LONGEST, one.name))
+    known = durations()
+    files = in_order(TESTS.glob("*_test.py"), known)
     with ThreadPoolExecutor(displays) as pool:
-        trees = list(pool.map(lambda path: run(results, path), files))
-    for path, tree in zip(files, trees):
-        if wrong(tree):
-            mend(results, path, tree, 3)
+        trees = dict(zip(files, pool.map(lambda path: pytest(results, path.stem, 1, path), files)))
+    for path, tree in trees.items():
+        if tree is None:
+            trees[path] = run_again(results, path)
+            continue
+        known[path.stem] = round(sum(float(one.get("time", 0)) for one in tree.iter("testcase")), 1)
+        retry(results, path, tree)
+    for path, tree in trees.items():
+        say_failures(path, tree)
         tree.write(results / f"desktop-{path.stem}.xml")
-    return 1 if any(map(wrong, trees)) else 0
+    DURATIONS.write_text(json.dumps(known, indent=1, sort_keys=True) + "\n")
+    slowest = sorted(files, key=lambda one: -known.get(one.stem, 0))[:5]
+    print("desktop: slowest:", ", ".join(f"{one.stem} {known.get(one.stem, 0):.0f} s" for one in slowest), flush=True)
+    return 1 if any(map(wrong, trees.values())) else 0
 
 
 if __name__ == "__main__":

@@ -7,6 +7,7 @@ results=
 passed=0
 failed=0
 failed_suites=()
+retried=()
 
 # start_part PART: its results are its own, and two runs of one part in one tree follow each other.
 start_part() {
@@ -21,8 +22,10 @@ finish_suites() {
   local status=$?
   local one
   for one in "${failed_suites[@]}"; do say "FAILED: $one"; done
+  for one in "${retried[@]}"; do say "Retried: $one"; done
   # Ending early is a failure also where no suite had the time to say so.
   if ((status != 0 && failed == 0)); then failed=1; fi
+  say "retried: ${#retried[@]}"
   say "$passed passed, $failed failed"
   ((failed == 0)) || exit 1
   exit 0
@@ -62,6 +65,13 @@ suite_check() {
   fi
 }
 
+# Notes the tests that a suite ran a second time; the lines of its log that begin with "retried: " name them.
+note_retries() {
+  local -a lines=()
+  mapfile -t lines < <(sed -n 's/^retried: //p' "$1")
+  retried+=("${lines[@]}")
+}
+
 # Counts from JUnit files. Sets counted=(passed failed skipped).
 count_junit() {
   read -r -a counted < <(/usr/bin/python3 "$root/scripts/lib/count-junit.py" "$@")
@@ -89,7 +99,7 @@ suite_junit() {
   base=$results/$(file_name "$name")
   "${@//JUNIT/$base.xml}" >"$base.log" 2>&1 || status=$?
   ((status == 0)) || show_log "$base.log"
-  grep 'passed at attempt' "$base.log" || true
+  note_retries "$base.log"
   count_junit "$base.xml"
   settle "$name" "$status" $((SECONDS - started))
 }
@@ -126,7 +136,8 @@ suite_desktop() {
   displays=${QUENDO_DESKTOP_PARTS:-$displays}
   say "Running the desktop tests on $displays displays."
   export QUENDO_TEST_PICTURES=$results/pictures
-  "$root/scripts/lib/desktop-suite.py" "$displays" "$results" || status=$?
+  "$root/scripts/lib/desktop-suite.py" "$displays" "$results" | tee "$results/desktop.out" || status=$?
+  note_retries "$results/desktop.out"
   local -a files=()
   mapfile -t files < <(find "$results" -maxdepth 1 -name 'desktop-*.xml' | sort)
   if ((status != 0)); then

@@ -12,6 +12,8 @@ from harness.program import Quendo
 from harness.reporter import Reporter
 from harness.waiting import wait_until
 
+pytestmark = pytest.mark.never_retried
+
 KILLS = 100
 KILLS_OF_THE_PAGE = 10
 LONGEST_DELAY = 0.25
@@ -30,9 +32,15 @@ _SCRIPT = """
     const count = Math.ceil(size / word.length);
     return `{"revision":${number},"count":${count},"filler":"${word.repeat(count)}","end":${number}}`;
   };
+  let random = 0;
+  // A linear congruential generator: the page's choices follow from the test's seed too.
+  const below = (limit) => {
+    random = (Math.imul(random, 1664525) + 1013904223) >>> 0;
+    return Math.floor(random / 2 ** 32 * limit);
+  };
   const save = () => {
     revision++;
-    const size = sizes[Math.floor(Math.random() * sizes.length)];
+    const size = sizes[below(sizes.length)];
     webkit.messageHandlers.quendoState.postMessage({ serialized: documentOf(revision, size), revision });
   };
   let answers = 0;
@@ -42,9 +50,10 @@ _SCRIPT = """
     heard();
   };
   // Bursts of different lengths without waiting in between: one save runs, another waits and is replaced.
-  window.burst = async () => {
+  window.burst = async (seed) => {
+    random = seed;
     for (;;) {
-      const count = 1 + Math.floor(Math.random() * 5);
+      const count = 1 + below(5);
       answers = 0;
       for (let i = 0; i < count; i++) save();
       while (answers < count) await new Promise((resolve) => { heard = resolve; });
@@ -77,6 +86,10 @@ class Burst:
     def close(self):
         self.program.stop()
         self.server.close()
+
+    def begin(self, moments):
+        """Lets the page save without end."""
+        self.server.post(f"burst({moments.randrange(1 << 32)});")
 
     def kept(self):
         """The highest revision that the page was answered for with true; 0 before the first."""
@@ -122,9 +135,10 @@ def burst(tmp_path, installation, program_arguments):
 
 
 @pytest.fixture
-def moments():
+def moments(request):
     """Random moments; a run that failed can be repeated with the number that it prints."""
     seed = int(os.environ.get("QUENDO_TEST_SEED") or random.randrange(1 << 32))
+    request.node.user_properties.append(("seed", str(seed)))
     print(f"QUENDO_TEST_SEED={seed}")
     return random.Random(seed)
 
@@ -135,7 +149,7 @@ def test_a_kill_at_any_moment_of_saving_loses_nothing_that_was_answered(burst, m
         kept = burst.kept()
         burst.start()
         burst.check_start(kept)
-        burst.server.post("burst();")
+        burst.begin(moments)
         time.sleep(moments.uniform(0, LONGEST_DELAY))
         if number % 2:
             # A write takes less time than everything around it, so that chance alone would seldom meet one.
@@ -157,7 +171,7 @@ def test_a_kill_of_the_pages_process_loses_nothing_that_was_answered(burst, mome
     burst.start()
     host = burst.program.pid
     for _ in range(KILLS_OF_THE_PAGE):
-        burst.server.post("burst();")
+        burst.begin(moments)
         time.sleep(moments.uniform(0.05, 3 * LONGEST_DELAY))
         pages = wait_until(burst.program.web_processes, 10, "the page's process")
         loads, kept = burst.server.loads, burst.kept()
@@ -169,7 +183,7 @@ def test_a_kill_of_the_pages_process_loses_nothing_that_was_answered(burst, mome
         assert burst.program.running and burst.program.pid == host
     # A page that has come back goes on saving.
     kept = burst.kept()
-    burst.server.post("burst();")
+    burst.begin(moments)
     wait_until(lambda: burst.kept() > kept, 15, "the page to save again")
     assert burst.program.terminate(timeout=30) == 0
     burst.check_files(burst.kept())

@@ -9,6 +9,8 @@ import pytest
 from harness import process
 from harness.waiting import stays, wait_until
 
+pytestmark = pytest.mark.never_retried
+
 READ_FAULT = Path(__file__).parent / "tools" / "read_fault.c"
 RECOVERED = "Interface recuperada · suas notas foram restauradas"
 DELIVERY_FAILED = "A interface não conseguiu criar as abas. Os arquivos continuam aguardando no Quendo."

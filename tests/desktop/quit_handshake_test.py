@@ -8,6 +8,8 @@ import pytest
 from harness import desktop, process
 from harness.waiting import stays, wait_until
 
+pytestmark = pytest.mark.never_retried
+
 PAGE_TOO_SLOW = "O editor não respondeu a tempo. O Quendo permaneceu aberto para não perder seu texto."
 PAGE_FAILED = "Não foi possível preparar o rascunho para gravação. Nada foi fechado."
 STORE_FAILED = "Não foi possível gravar o rascunho no disco. Libere espaço e tente novamente."

@@ -9,6 +9,8 @@ from harness import process
 from harness.bridge import bridge_page
 from harness.waiting import wait_until
 
+pytestmark = pytest.mark.never_retried
+
 SIZE = 100_000_000
 
 _DOCUMENT = "'{\"revision\":%d,\"text\":\"' + 'quit '.repeat(" + str(SIZE // 5) + ") + '\",\"end\":%d}'"

@@ -2,10 +2,14 @@
 
 import json
 
+import pytest
+
 from harness import process
 from harness.waiting import wait_until
 from harness.writing import (draft, paste_note, restart, start_again, stored_state, texts, wait_for_active_text,
                              write)
+
+pytestmark = pytest.mark.never_retried
 
 LINES = "\n".join(f"line {number}" for number in range(400))
 # The first line that is on the screen as a whole, once nothing has scrolled for ten pictures.

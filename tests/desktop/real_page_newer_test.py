@@ -10,6 +10,8 @@ from harness import desktop, process
 from harness.waiting import stays, wait_until
 from harness.writing import start_again
 
+pytestmark = pytest.mark.never_retried
+
 QUITS = {
     "key": lambda quendo: quendo.press("ctrl+q"),
     "window": lambda quendo: subprocess.run(["wmctrl", "-i", "-c", hex(quendo.window.id)], check=True),

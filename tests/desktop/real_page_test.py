@@ -143,6 +143,7 @@ def test_the_status_says_saved_and_failed_and_saved_again(opened):
     quendo.state.wait_for_text("Safe no more")
 
 
+@pytest.mark.never_retried
 def test_the_first_keys_after_the_page_has_come_are_not_lost(opened):
     quendo, page = opened
     write(quendo, page, "# Kept")

@@ -10,6 +10,8 @@ import pytest
 
 from harness.waiting import stays
 
+pytestmark = pytest.mark.never_retried
+
 TOOL = Path(__file__).parent / "tools" / "session_manager.py"
 LOGOUT = 1
 

@@ -6,6 +6,8 @@ import pytest
 
 from harness.bridge import Bridge, bridge_page
 
+pytestmark = pytest.mark.never_retried
+
 # Each as JSON text that JSON.stringify gives back unchanged, so that the page can compare.
 DOCUMENTS = {
     "empty": "{}",

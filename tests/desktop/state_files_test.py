@@ -10,6 +10,8 @@ import pytest
 from harness.bridge import Bridge, bridge_page
 from harness.waiting import wait_until
 
+pytestmark = pytest.mark.never_retried
+
 NOTE = "A note that was there"
 
 

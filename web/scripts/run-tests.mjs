@@ -48,19 +48,24 @@ const key = ({ file, name }) => JSON.stringify([fileOf(file), name]);
 const { status, results } = await attempt(built);
 const all = new Map(results.map((result) => [key(result), result]));
 const failing = () => [...all.values()].filter((result) => result.state === 'fail');
-// A browser's test depends on how busy the machine is: what fails is run again, and said so.
-for (let count = 2; count <= attempts && failing().length > 0; count++) {
-  const wrong = new Set(failing().map(({ file }) => fileOf(file)));
-  console.log(`${failing().length} failed; attempt ${count} of ${attempts}.`);
+// A browser's test depends on how busy the machine is: what fails is run again, counted and named. Files that say
+// "Never retried" in a line of their own are about losing text; their first failure is final.
+const neverRetried = new Set();
+for (const name of files) {
+  const text = await readFile(path.join(root, folder, name), 'utf8');
+  if (/^\/\/ Never retried\b/m.test(text)) neverRetried.add(fileOf(name));
+}
+const retriable = () => failing().filter(({ file }) => !neverRetried.has(fileOf(file)));
+for (let count = 2; count <= attempts && retriable().length > 0; count++) {
+  const wrong = new Set(retriable().map(({ file }) => fileOf(file)));
   const again = await attempt(built.filter((file) => wrong.has(fileOf(file))));
   const passedNow = new Set(again.results.filter(({ state }) => state === 'pass').map(key));
   const failedNow = new Set(again.results.filter(({ state }) => state === 'fail').map(({ file }) => fileOf(file)));
-  for (const result of failing()) {
+  for (const result of retriable()) {
     // A file that ended before it told of its tests is as good as what it tells now.
     const mended = result.name ? passedNow.has(key(result)) : !failedNow.has(fileOf(result.file));
-    if (!mended) continue;
-    console.log(`"${result.name ?? result.file}" passed at attempt ${count}.`);
-    all.delete(key(result));
+    console.log(`retried: ${fileOf(result.file)}: ${result.name ?? 'the file as a whole'} (${mended ? 'passed' : 'failed again'})`);
+    if (mended) all.delete(key(result));
   }
   for (const result of again.results) if (!all.has(key(result))) all.set(key(result), result);
 }

@@ -10,9 +10,9 @@ ROOT = Path(__file__).resolve().parents[3]
 
 def sandbox_arguments():
     """What the program needs on this machine to run: the option to go without the web view's sandbox where
-    the kernel does not allow one. The scripts' own probe answers, so that there is one answer."""
-    probe = 'source "$1/scripts/lib/sandbox.sh"; web_sandbox_works'
-    works = subprocess.run(["bash", "-c", probe, "probe", str(ROOT)]).returncode == 0
+    the kernel does not allow one. The program's own trial answers, so there is one answer."""
+    build = Path(os.environ.get("QUENDO_BUILD", ROOT / "build" / "release"))
+    works = subprocess.run([build / "bin" / "sandbox_check"], timeout=10).returncode == 0
     return [] if works else ["--without-web-sandbox"]
 
 
