@@ -124,13 +124,13 @@ void showAlert(Gtk::Window* parent, const Alert& alert, std::function<void(Alert
   if (parent) dialog->set_transient_for(*parent);
   Gtk::Entry* entry = alert.accessory ? addTextField(*dialog, *alert.accessory) : nullptr;
   // A field of the toolkit holds 65,534 characters; a longer text that nobody changed is answered whole.
-  const Glib::ustring shown = entry ? entry->get_text() : Glib::ustring();
+  const std::string shown = entry ? entry->get_text().raw() : std::string();
   const std::string given = alert.accessory ? alert.accessory->text : std::string();
   // The handler keeps the dialog alive until it has run.
   dialog->signal_response().connect(
       [dialog, entry, shown, given, completion = std::move(completion)](int response) mutable {
         AlertResult result{response >= 0 ? response : -1, given};
-        if (entry && entry->get_text() != shown) result.text = entry->get_text().raw();
+        if (entry && entry->get_text().raw() != shown) result.text = entry->get_text().raw();
         dialog->hide();
         const auto finish = std::exchange(completion, {});
         Glib::signal_idle().connect_once([dialog = std::move(dialog)] {});
