@@ -192,6 +192,13 @@ def test_a_prompt_with_a_long_text_fits_on_the_screen_with_its_buttons(dialogs, 
     dialogs.wait_until_gone()
 
 
+def test_a_long_default_that_nobody_changed_is_answered_whole(dialogs):
+    dialogs.start("prompt", "prompt('Question', 'x'.repeat(100000)).length")
+    dialogs.wait_for_dialog()
+    desktop.press("Return")
+    assert dialogs.result("prompt") == 100000
+
+
 def test_a_file_input_clicked_in_a_loop_opens_one_panel(dialogs):
     dialogs.server.run("const input = document.getElementById('files'); const once = input.onclick;"
                        "input.onclick = () => { input.onclick = once; once();"

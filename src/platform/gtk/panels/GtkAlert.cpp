@@ -123,10 +123,14 @@ void showAlert(Gtk::Window* parent, const Alert& alert, std::function<void(Alert
   dialog->get_message_area()->set_margin_top(kTextMargin);
   if (parent) dialog->set_transient_for(*parent);
   Gtk::Entry* entry = alert.accessory ? addTextField(*dialog, *alert.accessory) : nullptr;
+  // A field of the toolkit holds 65,534 characters; a longer text that nobody changed is answered whole.
+  const std::string shown = entry ? entry->get_text().raw() : std::string();
+  const std::string given = alert.accessory ? alert.accessory->text : std::string();
   // The handler keeps the dialog alive until it has run.
   dialog->signal_response().connect(
-      [dialog, entry, completion = std::move(completion)](int response) mutable {
-        AlertResult result{response >= 0 ? response : -1, entry ? entry->get_text().raw() : std::string()};
+      [dialog, entry, shown, given, completion = std::move(completion)](int response) mutable {
+        AlertResult result{response >= 0 ? response : -1, given};
+        if (entry && entry->get_text().raw() != shown) result.text = entry->get_text().raw();
         dialog->hide();
         const auto finish = std::exchange(completion, {});
         Glib::signal_idle().connect_once([dialog = std::move(dialog)] {});

@@ -34,6 +34,7 @@ void startPageProcess(WebKitWebView* view) {
 void loadDictionaries(WebKitWebContext* context, const std::vector<std::vector<std::string>>& choices) {
   for (const std::vector<std::string>& languages : choices) {
     std::vector<const char*> names;
+    names.reserve(languages.size() + 1);
     for (const std::string& name : languages) names.push_back(name.c_str());
     names.push_back(nullptr);
     webkit_web_context_set_spell_checking_languages(context, names.data());
