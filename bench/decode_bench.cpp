@@ -21,8 +21,8 @@
 
 namespace {
 
-constexpr std::size_t fileBytes = 20'000'000;
-constexpr std::size_t pairs = 11;
+constexpr std::size_t kFileBytes = 20'000'000;
+constexpr std::size_t kPairs = 11;
 
 void require(bool condition, const char* what) {
   if (condition) return;
@@ -60,7 +60,7 @@ std::size_t convertWithIcu(const char* from, std::string_view bytes, std::string
 std::string textOf(std::initializer_list<const char*> words) {
   quendo::bench::Sequence sequence;
   std::string text;
-  while (text.size() < 2 * fileBytes)
+  while (text.size() < 2 * kFileBytes)
     text += words.begin()[sequence.next(static_cast<std::uint32_t>(words.size()))];
   return text;
 }
@@ -71,7 +71,7 @@ std::string encoded(const std::string& text, const char* encoding, std::string_v
   bytes.resize(convertWithIconv(encoding, "UTF-8", text, bytes));
   bytes.insert(0, mark);
   // All units of the texts have a length that divides this, except where UTF-8 mixes them.
-  std::size_t end = fileBytes / 4 * 4;
+  std::size_t end = kFileBytes / 4 * 4;
   if (std::string_view(encoding) == "UTF-8") {
     while ((static_cast<unsigned char>(bytes[end]) & 0xC0U) == 0x80U) --end;
   }
@@ -92,15 +92,15 @@ void compare(const char* encoding, const char* script, const std::string& file, 
   const std::string name = std::string(encoding) + " " + script;
   std::string handedOver;
   std::optional<std::string> text;
-  std::string out(fileBytes * 4, '\0');
+  std::string out(kFileBytes * 4, '\0');
   const auto prepare = [&] {
     handedOver = file;
     text.reset();
   };
   const auto ours = [&] { text = decode(std::move(handedOver)); };
-  quendo::bench::measureInTurns("decode/iconv " + name, pairs, prepare, ours,
+  quendo::bench::measureInTurns("decode/iconv " + name, kPairs, prepare, ours,
                                 [&] { convertWithIconv("UTF-8", encoding, file, out); });
-  quendo::bench::measureInTurns("decode/icu " + name, pairs, prepare, ours,
+  quendo::bench::measureInTurns("decode/icu " + name, kPairs, prepare, ours,
                                 [&] { convertWithIcu(encoding, file, out); });
   require(text.has_value(), name.c_str());
 }

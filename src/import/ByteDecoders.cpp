@@ -29,7 +29,7 @@ constexpr UpperHalf windows1252UpperHalf() {
   return scalars;
 }
 
-constexpr UpperHalf macRomanUpperHalf = {
+constexpr UpperHalf kMacRomanUpperHalf = {
     0x00C4, 0x00C5, 0x00C7, 0x00C9, 0x00D1, 0x00D6, 0x00DC, 0x00E1, 0x00E0, 0x00E2, 0x00E4, 0x00E3, 0x00E5,
     0x00E7, 0x00E9, 0x00E8, 0x00EA, 0x00EB, 0x00ED, 0x00EC, 0x00EE, 0x00EF, 0x00F1, 0x00F3, 0x00F2, 0x00F4,
     0x00F6, 0x00F5, 0x00FA, 0x00F9, 0x00FB, 0x00FC, 0x2020, 0x00B0, 0x00A2, 0x00A3, 0x00A7, 0x2022, 0x00B6,
@@ -50,12 +50,12 @@ constexpr CodePage codePage(const UpperHalf& upperHalf) {
   return page;
 }
 
-constexpr CodePage windows1252 = codePage(windows1252UpperHalf());
-constexpr CodePage latin1 = codePage(latin1UpperHalf());
-constexpr CodePage macRoman = codePage(macRomanUpperHalf);
+constexpr CodePage kWindows1252 = codePage(windows1252UpperHalf());
+constexpr CodePage kLatin1 = codePage(latin1UpperHalf());
+constexpr CodePage kMacRoman = codePage(kMacRomanUpperHalf);
 
-constexpr std::size_t longestInCodePage = 3;
-constexpr std::size_t blockSize = 16;
+constexpr std::size_t kLongestInCodePage = 3;
+constexpr std::size_t kBlockSize = 16;
 
 char* putBytes(const CodePage& page, const char* bytes, std::size_t count, char* out) {
   for (std::size_t at = 0; at < count; ++at) {
@@ -65,16 +65,16 @@ char* putBytes(const CodePage& page, const char* bytes, std::size_t count, char*
 }
 
 bool isAsciiBlock(const char* bytes) {
-  std::array<std::uint64_t, blockSize / sizeof(std::uint64_t)> words;
-  std::memcpy(words.data(), bytes, blockSize);
+  std::array<std::uint64_t, kBlockSize / sizeof(std::uint64_t)> words;
+  std::memcpy(words.data(), bytes, kBlockSize);
   return ((words[0] | words[1]) & 0x8080808080808080U) == 0;
 }
 
 std::optional<std::string> decodeWith(const CodePage& page, std::string_view bytes) {
-  return writeUtf8(bytes.size() * longestInCodePage, [&](char* out) {
-    for (; bytes.size() >= blockSize; bytes.remove_prefix(blockSize)) {
-      out = isAsciiBlock(bytes.data()) ? putAscii<blockSize>(out, bytes.data())
-                                       : putBytes(page, bytes.data(), blockSize, out);
+  return writeUtf8(bytes.size() * kLongestInCodePage, [&](char* out) {
+    for (; bytes.size() >= kBlockSize; bytes.remove_prefix(kBlockSize)) {
+      out = isAsciiBlock(bytes.data()) ? putAscii<kBlockSize>(out, bytes.data())
+                                       : putBytes(page, bytes.data(), kBlockSize, out);
     }
     return putBytes(page, bytes.data(), bytes.size(), out);
   });
@@ -108,15 +108,15 @@ bool isDefinedInWindows1252(std::string_view bytes) {
 
 std::optional<std::string> decodeWindows1252(std::string_view bytes) {
   if (!isDefinedInWindows1252(bytes)) return std::nullopt;
-  return decodeWith(windows1252, bytes);
+  return decodeWith(kWindows1252, bytes);
 }
 
 std::optional<std::string> decodeLatin1(std::string_view bytes) {
-  return decodeWith(latin1, bytes);
+  return decodeWith(kLatin1, bytes);
 }
 
 std::optional<std::string> decodeMacRoman(std::string_view bytes) {
-  return decodeWith(macRoman, bytes);
+  return decodeWith(kMacRoman, bytes);
 }
 
 }  // namespace quendo

@@ -15,9 +15,9 @@
 namespace quendo::QuendoTextFileReader {
 namespace {
 
-constexpr std::size_t maximumNameCharacters = 240;
+constexpr std::size_t kMaximumNameCharacters = 240;
 /// Stands for a name that is none. The same in every language of the interface.
-constexpr std::string_view unnamed = "Arquivo sem nome";
+constexpr std::string_view kUnnamed = "Arquivo sem nome";
 
 /// Gives back, at its end, what the sandbox granted at its beginning.
 class SecurityScope {
@@ -86,7 +86,7 @@ Result read(DocumentFiles& files, const std::string& url) {
 std::string cleanFilename(std::string_view name) {
   const std::string text = repairedUtf8(name);
   const std::string_view kept = trimmed(text);
-  return std::string(kept.empty() ? unnamed : firstCharacters(kept, maximumNameCharacters));
+  return std::string(kept.empty() ? kUnnamed : firstCharacters(kept, kMaximumNameCharacters));
 }
 
 }  // namespace quendo::QuendoTextFileReader

@@ -16,12 +16,12 @@ namespace {
 using namespace std::string_view_literals;
 using Decoded = std::optional<std::string>;
 
-constexpr std::size_t guessBytes = 4096;
-constexpr std::size_t sampleLength = 16'384;
+constexpr std::size_t kGuessBytes = 4096;
+constexpr std::size_t kSampleLength = 16'384;
 /// One control character is forgiven among so many characters.
-constexpr std::size_t charactersPerControl = 100;
+constexpr std::size_t kCharactersPerControl = 100;
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 struct WideMark {
   std::string_view bytes;
@@ -30,24 +30,24 @@ struct WideMark {
 };
 
 /// UTF-32 before UTF-16, one of whose marks begins one of UTF-32's.
-constexpr std::array wideMarks = {WideMark{"\xFF\xFE\x00\x00"sv, decodeUtf32, std::endian::little},
-                                  WideMark{"\x00\x00\xFE\xFF"sv, decodeUtf32, std::endian::big},
-                                  WideMark{"\xFF\xFE"sv, decodeUtf16, std::endian::little},
-                                  WideMark{"\xFE\xFF"sv, decodeUtf16, std::endian::big}};
+constexpr std::array kWideMarks = {WideMark{"\xFF\xFE\x00\x00"sv, decodeUtf32, std::endian::little},
+                                   WideMark{"\x00\x00\xFE\xFF"sv, decodeUtf32, std::endian::big},
+                                   WideMark{"\xFF\xFE"sv, decodeUtf16, std::endian::little},
+                                   WideMark{"\xFE\xFF"sv, decodeUtf16, std::endian::big}};
 
 /// What files that hold no text begin with: images, documents, archives and programs.
-constexpr std::array binarySignatures = {"\x89PNG"sv,
-                                         "\xFF\xD8\xFF"sv,
-                                         "GIF8"sv,
-                                         "%PDF-"sv,
-                                         "PK\x03\x04"sv,
-                                         "\x1F\x8B"sv,
-                                         "\x7F\x45LF"sv,
-                                         "\xCA\xFE\xBA\xBE"sv,
-                                         "\xFE\xED\xFA\xCE"sv,
-                                         "\xFE\xED\xFA\xCF"sv,
-                                         "\xCE\xFA\xED\xFE"sv,
-                                         "\xCF\xFA\xED\xFE"sv};
+constexpr std::array kBinarySignatures = {"\x89PNG"sv,
+                                          "\xFF\xD8\xFF"sv,
+                                          "GIF8"sv,
+                                          "%PDF-"sv,
+                                          "PK\x03\x04"sv,
+                                          "\x1F\x8B"sv,
+                                          "\x7F\x45LF"sv,
+                                          "\xCA\xFE\xBA\xBE"sv,
+                                          "\xFE\xED\xFA\xCE"sv,
+                                          "\xFE\xED\xFA\xCF"sv,
+                                          "\xCE\xFA\xED\xFE"sv,
+                                          "\xCF\xFA\xED\xFE"sv};
 
 bool isControl(unsigned char byte) {
   return byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\f' && byte != '\r';
@@ -57,19 +57,19 @@ bool isContinuation(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-/// Judges the first `sampleLength` bytes for which `counts` holds.
+/// Judges the first `kSampleLength` bytes for which `counts` holds.
 template <typename Counts>
 bool hasFewControls(std::string_view bytes, Counts counts) {
   std::size_t total = 0;
   std::size_t controls = 0;
   for (const char byte : bytes) {
     if (!counts(byte)) continue;
-    if (total == sampleLength) break;
+    if (total == kSampleLength) break;
     if (byte == '\0') return false;
     ++total;
     if (isControl(static_cast<unsigned char>(byte))) ++controls;
   }
-  return total >= controls * charactersPerControl;
+  return total >= controls * kCharactersPerControl;
 }
 
 bool isAcceptable(const Decoded& text) {
@@ -79,7 +79,7 @@ bool isAcceptable(const Decoded& text) {
 /// The byte order of UTF-16 without a mark, by where the zeros of its ASCII characters lie; absent when
 /// they lie nowhere in particular.
 std::optional<std::endian> guessUtf16Order(std::string_view data) {
-  const std::string_view sample = data.substr(0, guessBytes);
+  const std::string_view sample = data.substr(0, kGuessBytes);
   if (sample.size() < 4 || sample.size() % 2 != 0) return std::nullopt;
   std::size_t evenZeros = 0;
   std::size_t oddZeros = 0;
@@ -94,7 +94,7 @@ std::optional<std::endian> guessUtf16Order(std::string_view data) {
 }
 
 Decoded decodeMarkedWide(std::string_view data) {
-  for (const WideMark& mark : wideMarks) {
+  for (const WideMark& mark : kWideMarks) {
     if (!data.starts_with(mark.bytes)) continue;
     // The mark is counted as a character when the text is judged, and goes only then.
     Decoded text = mark.decode(data, mark.order);
@@ -119,7 +119,7 @@ Decoded decodeCodePage(std::string_view data) {
 }
 
 bool hasBinarySignature(std::string_view data) {
-  return std::any_of(binarySignatures.begin(), binarySignatures.end(),
+  return std::any_of(kBinarySignatures.begin(), kBinarySignatures.end(),
                      [data](std::string_view signature) { return data.starts_with(signature); });
 }
 
@@ -134,7 +134,7 @@ bool bytesLookTextual(std::string_view data) {
 }
 
 std::string removingByteOrderMark(std::string text) {
-  if (text.starts_with(byteOrderMark)) text.erase(0, byteOrderMark.size());
+  if (text.starts_with(kByteOrderMark)) text.erase(0, kByteOrderMark.size());
   return text;
 }
 

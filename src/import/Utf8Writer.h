@@ -14,7 +14,7 @@
 namespace quendo {
 
 /// What a function may write beyond the bytes that count, so that it need not look how many there are.
-constexpr std::size_t utf8WriterSlack = 4;
+constexpr std::size_t kUtf8WriterSlack = 4;
 
 static_assert(std::endian::native == std::endian::little,
               "the first byte of a scalar is taken to be the lowest");
@@ -62,7 +62,7 @@ template <typename Decode>
 std::optional<std::string> writeUtf8(std::size_t most, Decode&& decode) {
   std::string text;
   bool valid = false;
-  text.resize_and_overwrite(most + utf8WriterSlack, [&](char* begin, std::size_t) {
+  text.resize_and_overwrite(most + kUtf8WriterSlack, [&](char* begin, std::size_t) {
     const char* const end = decode(begin);
     valid = end != nullptr;
     return valid ? static_cast<std::size_t>(end - begin) : 0;

@@ -10,11 +10,11 @@
 namespace quendo {
 namespace {
 
-constexpr std::size_t blockSize = 16;
-constexpr std::uint32_t firstBeyondAscii = 0x80;
-constexpr std::uint32_t firstOfThreeBytes = 0x800;
-constexpr std::uint32_t firstBeyondBmp = 0x10000;
-constexpr std::uint32_t lastScalar = 0x10FFFF;
+constexpr std::size_t kBlockSize = 16;
+constexpr std::uint32_t kFirstBeyondAscii = 0x80;
+constexpr std::uint32_t kFirstOfThreeBytes = 0x800;
+constexpr std::uint32_t kFirstBeyondBmp = 0x10000;
+constexpr std::uint32_t kLastScalar = 0x10FFFF;
 
 constexpr std::uint16_t swapped(std::uint16_t unit) {
   return static_cast<std::uint16_t>(unit << 8U | unit >> 8U);
@@ -65,13 +65,13 @@ constexpr bool isLowSurrogate(std::uint32_t unit) {
 }
 
 constexpr bool isScalar(std::uint32_t unit) {
-  return unit <= lastScalar && !isSurrogate(unit);
+  return unit <= kLastScalar && !isSurrogate(unit);
 }
 
 /// The scalars of one and two bytes, which is all that most alphabets have. Looking one up takes half the
 /// time of putting it together.
-constexpr auto shortestUtf8Bytes = [] {
-  std::array<Utf8Bytes, firstOfThreeBytes> table{};
+constexpr auto kShortestUtf8Bytes = [] {
+  std::array<Utf8Bytes, kFirstOfThreeBytes> table{};
   for (std::uint32_t scalar = 0; scalar < table.size(); ++scalar) table[scalar] = shortUtf8Bytes(scalar);
   return table;
 }();
@@ -93,9 +93,9 @@ bool hasSurrogate(const Block& block) {
 /// Writes a block whose units are scalars below U+10000; `bits` are all that are set in any of them.
 template <typename Block>
 char* putShortBlock(const Block& block, std::uint32_t bits, char* out) {
-  if (bits < firstBeyondAscii) return putAscii<blockSize>(out, block.data());
-  if (bits < firstOfThreeBytes) {
-    for (const auto unit : block) out = putUtf8(out, shortestUtf8Bytes[unit]);
+  if (bits < kFirstBeyondAscii) return putAscii<kBlockSize>(out, block.data());
+  if (bits < kFirstOfThreeBytes) {
+    for (const auto unit : block) out = putUtf8(out, kShortestUtf8Bytes[unit]);
   } else {
     for (const auto unit : block) out = putUtf8(out, shortUtf8Bytes(unit));
   }
@@ -114,7 +114,7 @@ char* putUnits(Source& units, std::size_t count, char* out) {
     if (!isHighSurrogate(unit) || units.left() == 0) return nullptr;
     const std::uint32_t low = units.next();
     if (!isLowSurrogate(low)) return nullptr;
-    out = putUtf8(out, longUtf8Bytes(firstBeyondBmp + ((unit & 0x3FFU) << 10U | (low & 0x3FFU))));
+    out = putUtf8(out, longUtf8Bytes(kFirstBeyondBmp + ((unit & 0x3FFU) << 10U | (low & 0x3FFU))));
   }
   return out;
 }
@@ -122,35 +122,35 @@ char* putUnits(Source& units, std::size_t count, char* out) {
 template <std::endian Order>
 char* putUtf16(std::string_view bytes, char* out) {
   Units<std::uint16_t, Order> units(bytes);
-  while (out != nullptr && units.left() >= blockSize) {
-    const auto block = units.template peek<blockSize>();
+  while (out != nullptr && units.left() >= kBlockSize) {
+    const auto block = units.template peek<kBlockSize>();
     const std::uint32_t bits = allBits(block);
-    if (bits < firstOfThreeBytes || !hasSurrogate(block)) {
+    if (bits < kFirstOfThreeBytes || !hasSurrogate(block)) {
       out = putShortBlock(block, bits, out);
-      units.skip(blockSize);
+      units.skip(kBlockSize);
     } else {
-      out = putUnits(units, blockSize, out);
+      out = putUnits(units, kBlockSize, out);
     }
   }
   return out == nullptr ? nullptr : putUnits(units, units.left(), out);
 }
 
 char* putScalar(char* out, std::uint32_t scalar) {
-  return putUtf8(out, scalar < firstBeyondBmp ? shortUtf8Bytes(scalar) : longUtf8Bytes(scalar));
+  return putUtf8(out, scalar < kFirstBeyondBmp ? shortUtf8Bytes(scalar) : longUtf8Bytes(scalar));
 }
 
 template <std::endian Order>
 char* putUtf32(std::string_view bytes, char* out) {
   Units<std::uint32_t, Order> units(bytes);
-  for (; units.left() >= blockSize; units.skip(blockSize)) {
-    const auto block = units.template peek<blockSize>();
+  for (; units.left() >= kBlockSize; units.skip(kBlockSize)) {
+    const auto block = units.template peek<kBlockSize>();
     const std::uint32_t bits = allBits(block);
-    if (bits >= firstOfThreeBytes) {
+    if (bits >= kFirstOfThreeBytes) {
       bool known = true;
       for (const std::uint32_t unit : block) known &= isScalar(unit);
       if (!known) return nullptr;
     }
-    if (bits < firstBeyondBmp) {
+    if (bits < kFirstBeyondBmp) {
       out = putShortBlock(block, bits, out);
     } else {
       for (const std::uint32_t scalar : block) out = putScalar(out, scalar);

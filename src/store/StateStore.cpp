@@ -13,10 +13,10 @@
 namespace quendo {
 namespace {
 
-constexpr const char* primaryName = "/state-v1.json";
-constexpr const char* backupName = "/state-v1.backup.json";
+constexpr const char* kPrimaryName = "/state-v1.json";
+constexpr const char* kBackupName = "/state-v1.backup.json";
 // A process that is ending may have 140 MB to flush.
-constexpr std::chrono::milliseconds claimPatience{5000};
+constexpr std::chrono::milliseconds kClaimPatience{5000};
 
 bool isWithinLimit(std::int64_t bytes) {
   return bytes <= StateStore::maximumStateBytes;
@@ -63,7 +63,7 @@ StateStore::Paths StateStore::paths() const {
   }
   const std::string directory =
       *applicationSupport + (persistenceTestMode_ ? "/Quendo-Persistence-Test" : "/Quendo");
-  return {directory, directory + primaryName, directory + backupName};
+  return {directory, directory + kPrimaryName, directory + kBackupName};
 }
 
 bool StateStore::claimDirectory() {
@@ -71,7 +71,7 @@ bool StateStore::claimDirectory() {
   queue_.sync([this, &result] {
     const std::string directory = paths().directory;
     if (fileManager_.createDirectory(directory))
-      result = fileManager_.claimDirectory(directory, claimPatience);
+      result = fileManager_.claimDirectory(directory, kClaimPatience);
     directoryClaim_ = std::move(result.claim);
   });
   return !result.takenByAnother;

@@ -11,23 +11,23 @@ namespace quendo {
 namespace {
 
 /// In bytes.
-constexpr std::size_t longestScalar = 4;
-constexpr UChar32 zeroWidthSpace = 0x200B;
+constexpr std::size_t kLongestScalar = 4;
+constexpr UChar32 kZeroWidthSpace = 0x200B;
 
 /// How many bytes the white space takes that a text begins with; 0 when it begins with none.
 std::size_t leadingWhiteSpaceLength(std::string_view text) {
   std::int32_t length = 0;
   UChar32 scalar = 0;
   U8_NEXT(reinterpret_cast<const std::uint8_t*>(text.data()), length,
-          static_cast<std::int32_t>(std::min(text.size(), longestScalar)), scalar);
-  const bool isWhiteSpace = scalar >= 0 && (u_isUWhiteSpace(scalar) != 0 || scalar == zeroWidthSpace);
+          static_cast<std::int32_t>(std::min(text.size(), kLongestScalar)), scalar);
+  const bool isWhiteSpace = scalar >= 0 && (u_isUWhiteSpace(scalar) != 0 || scalar == kZeroWidthSpace);
   return isWhiteSpace ? static_cast<std::size_t>(length) : 0;
 }
 
 /// The same of the end of a text.
 std::size_t trailingWhiteSpaceLength(std::string_view text) {
   std::size_t length = 1;
-  while (length < std::min(text.size(), longestScalar) && U8_IS_TRAIL(text[text.size() - length])) ++length;
+  while (length < std::min(text.size(), kLongestScalar) && U8_IS_TRAIL(text[text.size() - length])) ++length;
   return leadingWhiteSpaceLength(text.substr(text.size() - length)) == length ? length : 0;
 }
 

@@ -45,10 +45,10 @@ bool handPermissionsOn(const std::string& from, const FileDescriptor& to) {
   if (::stat(from.c_str(), &old) != 0 || ::fstat(to.get(), &now) != 0) return false;
   // One call each: only an administrator may give a file to somebody else, but members of a group may give
   // it to the group. A refusal is no failure; what counts is the result.
-  constexpr auto unchangedGroup = static_cast<gid_t>(-1);
-  constexpr auto unchangedOwner = static_cast<uid_t>(-1);
-  if (now.st_uid != old.st_uid && ::fchown(to.get(), old.st_uid, unchangedGroup) != 0) errno = 0;
-  if (now.st_gid != old.st_gid && ::fchown(to.get(), unchangedOwner, old.st_gid) != 0) errno = 0;
+  constexpr auto kUnchangedGroup = static_cast<gid_t>(-1);
+  constexpr auto kUnchangedOwner = static_cast<uid_t>(-1);
+  if (now.st_uid != old.st_uid && ::fchown(to.get(), old.st_uid, kUnchangedGroup) != 0) errno = 0;
+  if (now.st_gid != old.st_gid && ::fchown(to.get(), kUnchangedOwner, old.st_gid) != 0) errno = 0;
   if (::fstat(to.get(), &now) != 0) return false;
 
   mode_t permissions = old.st_mode & kPermissions;

@@ -131,13 +131,13 @@ std::optional<std::string> PosixFileManager::contents(const std::string& path, s
   if (!file.isOpen() || !isRegularFile(file, attributes)) return std::nullopt;
 
   // Files that the kernel makes up while they are read have no size, and some of them answer one read only.
-  constexpr std::size_t roomForUnknownSize = std::size_t{1} << 16U;
+  constexpr std::size_t kRoomForUnknownSize = std::size_t{1} << 16U;
   const auto most =
       static_cast<std::size_t>(std::min(limit, std::numeric_limits<std::int64_t>::max() - 1)) + 1;
   // One byte more than the recorded size, to meet the end without a second round; a file that grows takes
   // more rounds.
   std::size_t room = std::min(
-      most, attributes.st_size == 0 ? roomForUnknownSize : static_cast<std::size_t>(attributes.st_size) + 1);
+      most, attributes.st_size == 0 ? kRoomForUnknownSize : static_cast<std::size_t>(attributes.st_size) + 1);
   std::string bytes;
   for (;;) {
     const std::size_t before = bytes.size();
