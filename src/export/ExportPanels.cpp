@@ -28,6 +28,10 @@ std::string saveAsPath(const SavePanel& panel, std::string path) {
 }  // namespace
 
 void ExportPanels::presentExportPanel(std::string filename, std::string content, std::string format) {
+  if (!surface_.window) {
+    finishNativeExport(false, "Exportação cancelada");
+    return;
+  }
   const bool plain = format == "plain";
   SavePanelConfiguration panel;
   panel.nameFieldStringValue = safeFilename(filename);
@@ -71,6 +75,10 @@ void ExportPanels::finishNativeExport(bool success, std::string_view message) {
 }
 
 void ExportPanels::presentSaveAsPanel(std::string noteId, std::string filename, std::string content) {
+  if (!surface_.window) {
+    pageCalls_.nativeSaveAsDidFinish(false, noteId, "", kSaveCancelled);
+    return;
+  }
   SavePanelConfiguration panel;
   panel.nameFieldStringValue = safeFilename(filename);
   panel.title = localization_.tr("Salvar nota como");

@@ -54,7 +54,7 @@ NoteSharing::~NoteSharing() {
 
 void NoteSharing::presentSharePicker(std::string attemptId, std::string title, std::string filename,
                                      std::string content, std::string urlString) {
-  if (shareIsUnderWay()) {
+  if (shareIsUnderWay() || !surface_.window) {
     pageCalls_.nativeShareDidFinish(false, attemptId);
     return;
   }

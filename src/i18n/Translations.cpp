@@ -78,17 +78,30 @@ constexpr std::array kTranslations = {
                 "No se pudo completar la acción"},
 };
 
+// Texts that only some hosts need.
+constexpr std::array kHostTexts = {
+    Translation{"O Quendo está aberto em outra sessão", "Quendo Is Open in Another Session",
+                "Quendo está abierto en otra sesión"},
+    Translation{"Feche-o lá. Suas notas serão abertas aqui em seguida.",
+                "Close it there. Your notes will then open here.",
+                "Ciérralo allí. Tus notas se abrirán aquí a continuación."},
+};
+
+const Translation* find(std::span<const Translation> rows, std::string_view portuguese) {
+  const auto row = std::ranges::find(rows, portuguese, &Translation::portuguese);
+  return row == rows.end() ? nullptr : &*row;
+}
+
 }  // namespace
 
 std::span<const Translation> allTranslations() {
   return kTranslations;
 }
 
-// Sixty short rows are found by a walk: texts are looked up when a menu or a panel is built, not more.
+// Linear search is enough: texts are looked up when a menu or a panel is built.
 const Translation* findTranslation(std::string_view portuguese) {
-  const auto row = std::find_if(kTranslations.begin(), kTranslations.end(),
-                                [&](const Translation& t) { return t.portuguese == portuguese; });
-  return row == kTranslations.end() ? nullptr : &*row;
+  const Translation* row = find(kTranslations, portuguese);
+  return row ? row : find(kHostTexts, portuguese);
 }
 
 }  // namespace quendo

@@ -14,8 +14,6 @@ namespace quendo {
 namespace {
 
 constexpr const char* primaryName = "/state-v1.json";
-// A process that is ending may have 140 MB to bring to the device.
-constexpr std::chrono::milliseconds claimPatience{5000};
 constexpr const char* backupName = "/state-v1.backup.json";
 
 bool isWithinLimit(std::int64_t bytes) {
@@ -58,15 +56,14 @@ std::string StateStore::directoryPath() const {
   return *applicationSupport + (persistenceTestMode_ ? "/Quendo-Persistence-Test" : "/Quendo");
 }
 
-bool StateStore::claimDirectory() {
-  DirectoryClaimResult result;
+bool StateStore::lockDirectory() {
+  DirectoryLockResult result;
   queue_.sync([this, &result] {
     const std::string directory = directoryPath();
-    if (fileManager_.createDirectory(directory))
-      result = fileManager_.claimDirectory(directory, claimPatience);
-    directoryClaim_ = std::move(result.claim);
+    if (fileManager_.createDirectory(directory)) result = fileManager_.lockDirectory(directory);
+    directoryLock_ = std::move(result.lock);
   });
-  return !result.takenByAnother;
+  return !result.heldByAnother;
 }
 
 std::optional<std::string> StateStore::load() {

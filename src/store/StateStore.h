@@ -37,11 +37,11 @@ class StateStore {
   StateStore(const StateStore&) = delete;
   StateStore& operator=(const StateStore&) = delete;
 
-  /// Claims the directory of the state for this process until the store ends, so that no second process
-  /// replaces its documents or removes what it is writing. False when another process has it; where nothing
-  /// can be claimed, on a file system without locks for instance, the store goes on without. Waits a few
-  /// seconds for a process that is about to end. Any thread but the queue's own.
-  bool claimDirectory();
+  /// Locks the state's directory for this process until the store ends: no second process replaces its
+  /// documents or removes what it is writing. False when another process holds the lock; where there are no
+  /// locks, on some network file systems, the store goes on without. Does not wait for the lock. Any thread
+  /// but the queue's own.
+  bool lockDirectory();
 
   /// The text of the primary document or, when that is missing or damaged, of the backup; absent when
   /// neither is a valid document. Waits for the writes that were handed over before. Any thread but the
@@ -82,7 +82,7 @@ class StateStore {
   const bool persistenceTestMode_;
 
   // Read and written only on the queue.
-  std::unique_ptr<DirectoryClaim> directoryClaim_;
+  std::unique_ptr<DirectoryLock> directoryLock_;
   std::int64_t latestRevision_ = 0;
   bool abandonedFilesRemoved_ = false;
 

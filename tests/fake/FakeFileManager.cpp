@@ -186,11 +186,10 @@ bool FakeFileManager::renameItem(const std::string& from, const std::string& to)
   return true;
 }
 
-DirectoryClaimResult FakeFileManager::claimDirectory(const std::string& path,
-                                                     std::chrono::milliseconds /*patience*/) {
-  if (!begin("claimDirectory " + path) || !hasDirectory(path)) return {};
-  if (claimedByAnother.contains(path)) return {nullptr, true};
-  return {std::make_unique<DirectoryClaim>()};
+DirectoryLockResult FakeFileManager::lockDirectory(const std::string& path) {
+  if (!begin("lockDirectory " + path) || !hasDirectory(path)) return {};
+  if (lockedByAnother.contains(path)) return {nullptr, true};
+  return {std::make_unique<DirectoryLock>()};
 }
 
 bool FakeFileManager::synchronizeDirectory(const std::string& path) {

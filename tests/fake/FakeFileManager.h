@@ -27,8 +27,8 @@ class FakeFileManager final : public FileManager {
 
   /// Symbolic links: path -> target.
   std::map<std::string, std::string> links;
-  /// Directories that another process has claimed.
-  std::set<std::string> claimedByAnother;
+  /// Directories that another process has locked.
+  std::set<std::string> lockedByAnother;
   /// Names that the file system does not take.
   std::set<std::string> refusedNames;
 
@@ -88,7 +88,7 @@ class FakeFileManager final : public FileManager {
   std::unique_ptr<WritableFile> createFile(const std::string& path, FileAccess access) override;
   bool copyPermissions(const std::string& from, const std::string& to) override;
   bool renameItem(const std::string& from, const std::string& to) override;
-  DirectoryClaimResult claimDirectory(const std::string& path, std::chrono::milliseconds patience) override;
+  DirectoryLockResult lockDirectory(const std::string& path) override;
   bool synchronizeDirectory(const std::string& path) override;
 
  private:

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/gtk/GObjectPtr.h"
+#include "platform/gtk/application/QuitSignals.h"
 #include "platform/gtk/sharing/SharedCopies.h"
 #include "platform/posix/FileDescriptor.h"
 
@@ -116,7 +117,9 @@ class EmailService final : public GtkSharingService {
     }
     if (attachment_) command.insert(command.end(), {"--attach", attachment_->c_str()});
     command.push_back(nullptr);
-    auto* process = g_subprocess_newv(command.data(), G_SUBPROCESS_FLAGS_NONE, nullptr);
+    const auto launcher = adoptReference(g_subprocess_launcher_new(G_SUBPROCESS_FLAGS_NONE));
+    g_subprocess_launcher_set_child_setup(launcher.get(), restoreQuitSignals, nullptr, nullptr);
+    auto* process = g_subprocess_launcher_spawnv(launcher.get(), command.data(), nullptr);
     if (!process) {
       report(false);
       return;
