@@ -128,9 +128,9 @@ int AppController::applicationWasStarted(StartKind kind, const std::vector<std::
   return kExitSuccess;
 }
 
-// The language is offered in every state. Without a window there is nothing to do the rest with.
+// A found update is offered in a sheet of the window.
 void AppController::performMenuItem(const MenuItem& item) {
-  if (surface_.window || item.action == "changeLanguage") menu_.performMenuItem(item);
+  if (surface_.window || item.action != "checkForUpdates") menu_.performMenuItem(item);
 }
 
 bool AppController::decidePolicyForNavigation(const NavigationAction& action) {
