@@ -24,17 +24,20 @@ export function bundledPackages(metafile) {
  */
 export async function noticesOf(metafile, root) {
   const notices = await Promise.all(bundledPackages(metafile).map((folder) => noticeOf(path.join(root, folder))));
-  return [
-    'This program contains the packages below, under the licences that follow each of them.\n',
-    ...notices,
-  ].join(`\n${'-'.repeat(80)}\n\n`);
+  return ['This program contains the packages below, under the licences that follow each of them.\n', ...notices].join(
+    `\n${'-'.repeat(80)}\n\n`,
+  );
 }
 
 async function noticeOf(folder) {
   const { name, version, license } = JSON.parse(await readFile(path.join(folder, 'package.json'), 'utf8'));
   const files = (await readdir(folder)).filter((file) => /^(?:licen[cs]e|copying|notice)\b/i.test(file)).sort();
   const texts = await Promise.all(files.map((file) => readFile(path.join(folder, file), 'utf8')));
-  const whole = texts.map((text) => text.replaceAll('\r\n', '\n').trim()).filter(Boolean).join('\n\n');
-  if (!license || !/licen[cs]e|permission/i.test(whole)) throw new Error(`${name} ${version} comes without the text of its licence.`);
+  const whole = texts
+    .map((text) => text.replaceAll('\r\n', '\n').trim())
+    .filter(Boolean)
+    .join('\n\n');
+  if (!license || !/licen[cs]e|permission/i.test(whole))
+    throw new Error(`${name} ${version} comes without the text of its licence.`);
   return `${name} ${version} (${license})\n\n${whole}\n`;
 }

@@ -38,7 +38,10 @@ async function attempt(chosen) {
   );
   const status = await new Promise((resolve) => runner.on('exit', (code) => resolve(code ?? 1)));
   const lines = await readFile(told, 'utf8').catch(() => '');
-  const results = lines.split('\n').filter(Boolean).map((line) => JSON.parse(line));
+  const results = lines
+    .split('\n')
+    .filter(Boolean)
+    .map((line) => JSON.parse(line));
   return { status, results };
 }
 
@@ -64,7 +67,9 @@ for (let count = 2; count <= attempts && retriable().length > 0; count++) {
   for (const result of retriable()) {
     // A file that ended before it told of its tests is as good as what it tells now.
     const mended = result.name ? passedNow.has(key(result)) : !failedNow.has(fileOf(result.file));
-    console.log(`retried: ${fileOf(result.file)}: ${result.name ?? 'the file as a whole'} (${mended ? 'passed' : 'failed again'})`);
+    console.log(
+      `retried: ${fileOf(result.file)}: ${result.name ?? 'the file as a whole'} (${mended ? 'passed' : 'failed again'})`,
+    );
     if (mended) all.delete(key(result));
   }
   for (const result of again.results) if (!all.has(key(result))) all.set(key(result), result);

@@ -32,8 +32,6 @@ window.addEventListener('DOMContentLoaded', () => {
     if (!search) return;
     typed = null;
     const found = performance.now() - search.began;
-    nextFrame(({ ended }) =>
-      searches.add({ query: search.query, found, shown: ended - search.began }),
-    );
+    nextFrame(({ ended }) => searches.add({ query: search.query, found, shown: ended - search.began }));
   }).observe(outcome, { childList: true, characterData: true, subtree: true });
 });

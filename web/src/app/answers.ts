@@ -8,10 +8,8 @@ export function hostAnswers(context: Context): HostAnswers {
   return {
     saved: (success, revision) => context.saver.answered(success, revision),
     exported: (success, message) => exported(context, success, message),
-    savedAs: (success, noteId, fileName, message) =>
-      savedAs(context, success, noteId, fileName, message),
-    copied: (success, message, requestId) =>
-      context.copies.settle(requestId, success ? message : null),
+    savedAs: (success, noteId, fileName, message) => savedAs(context, success, noteId, fileName, message),
+    copied: (success, message, requestId) => context.copies.settle(requestId, success ? message : null),
     shared: (success, attemptId) => shared(context, success, attemptId),
   };
 }

@@ -70,10 +70,7 @@ function exportNote(context: Context, format: Format, textOf: (note: Note) => st
   const content = withLineBreaks(note, textOf(note));
   if (!fits(context, 'file', content)) return;
   const known = note.fileName ?? note.name;
-  const filename =
-    known === null
-      ? fileNameFor(titleOf(note), format)
-      : shortFileName(inFormat(known, format));
+  const filename = known === null ? fileNameFor(titleOf(note), format) : shortFileName(inFormat(known, format));
   if (context.port.exportFile({ filename, content, format })) return;
   context.shell.toasts.show(t('export.failed'));
 }

@@ -10,11 +10,7 @@ import { lessonKeys, lessons } from './lessons';
 const writingNames: ReadonlyArray<string> = ['find', 'replace', 'goToLine'];
 
 /** Lessons first, then every command with its key or with where else it is found. */
-export function showGuide(
-  context: Context,
-  table: CommandTable,
-  inMenu: ReadonlyArray<ReadonlyArray<string>>,
-): void {
+export function showGuide(context: Context, table: CommandTable, inMenu: ReadonlyArray<ReadonlyArray<string>>): void {
   const sheet = practice(lessons, context.practice);
   guideDialog(sheet, guideSections(context, table, inMenu), () => {
     sheet.destroy();

@@ -50,7 +50,11 @@ const signs: Record<string, string> = { plus: '+=', minus: '-' };
 const names: Record<string, string> = {
   plus: '+',
   minus: '−',
-  up: '↑', enter: 'Enter', tab: 'Tab', escape: 'Esc' };
+  up: '↑',
+  enter: 'Enter',
+  tab: 'Tab',
+  escape: 'Esc',
+};
 
 /** Where a key lies on the keyboard, for those whose letters are not Latin ones. */
 function codesOf(name: string): string[] {

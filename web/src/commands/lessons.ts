@@ -32,7 +32,11 @@ export const lessons: ReadonlyArray<Lesson> = [
     keys: `${keyLabel('Mod-Alt-up')} ↓`,
     hint: 'practice.cursors',
     text: 'practice.cursors.text',
-    isDone: (text, start) => text === lines(start).map((line) => `- ${line}`).join('\n'),
+    isDone: (text, start) =>
+      text ===
+      lines(start)
+        .map((line) => `- ${line}`)
+        .join('\n'),
   },
   {
     label: 'guide.moveLine',

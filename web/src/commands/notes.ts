@@ -136,9 +136,7 @@ function addFiles(
   const ids = files.map(({ name, content, format }) => {
     const text = toText(content);
     const lineBreak = isWindowsText(content) ? '\r\n' : '\n';
-    const at = before.findIndex(
-      (one) => one.name === name && one.lineBreak === lineBreak && one.text.eq(text),
-    );
+    const at = before.findIndex((one) => one.name === name && one.lineBreak === lineBreak && one.text.eq(text));
     const [known] = at < 0 ? [] : before.splice(at, 1);
     const { id } = known ?? workspace.addNote({ text, name, format, lineBreak });
     workspace.openTab(id);

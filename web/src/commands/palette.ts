@@ -6,15 +6,14 @@ import { type Context, focusMain } from './context';
 
 /** Every command that can be run now, by its name. */
 export function showPalette(context: Context, table: CommandTable): void {
-  paletteDialog((query) => paletteEntries(context, table, query), () => focusMain(context));
+  paletteDialog(
+    (query) => paletteEntries(context, table, query),
+    () => focusMain(context),
+  );
 }
 
 /** The commands whose names match, the best first; all of them, in their order, for no query. */
-export function paletteEntries(
-  context: Context,
-  table: CommandTable,
-  query: string,
-): ReadonlyArray<PaletteEntry> {
+export function paletteEntries(context: Context, table: CommandTable, query: string): ReadonlyArray<PaletteEntry> {
   return Object.entries(table)
     .filter(([name, command]) => name !== 'palette' && isAvailable(command, context))
     .flatMap(([name, command]) => {

@@ -21,10 +21,7 @@ export class PendingCopies {
   /** Settles with the host's word about a copy that was made, else with null. */
   open(requestId: string): Promise<string | null> {
     return new Promise((resolve) => {
-      const timer = this.#clock.setTimer(
-        () => this.settle(requestId, null),
-        COPY_ANSWER_LIMIT_MS,
-      );
+      const timer = this.#clock.setTimer(() => this.settle(requestId, null), COPY_ANSWER_LIMIT_MS);
       this.#settlers.set(requestId, (message) => {
         this.#clock.clearTimer(timer);
         resolve(message);

@@ -36,9 +36,7 @@ export function h<K extends keyof HTMLElementTagNameMap>(
 
 /** Brings all texts below `root` to the current language. */
 export function relabel(root: ParentNode): void {
-  for (const element of root.querySelectorAll<HTMLElement>(
-    '[data-t],[data-t-label],[data-t-placeholder]',
-  )) {
+  for (const element of root.querySelectorAll<HTMLElement>('[data-t],[data-t-label],[data-t-placeholder]')) {
     label(element);
   }
 }
@@ -55,11 +53,7 @@ function label(element: HTMLElement): void {
 
 /** An icon button; its name comes from the catalogue. */
 export function iconButton(icon: Icon, tLabel: Key, run: () => void): HTMLButtonElement {
-  return h(
-    'button',
-    { class: 'icon-button', tLabel, attrs: { type: 'button' }, on: { click: run } },
-    drawIcon(icon),
-  );
+  return h('button', { class: 'icon-button', tLabel, attrs: { type: 'button' }, on: { click: run } }, drawIcon(icon));
 }
 
 const icons = {

@@ -3,7 +3,8 @@ import { Decoration, type DecorationSet, EditorView, ViewPlugin } from '@codemir
 
 const LOOKED_AT = 400;
 const firstLetter = /\p{L}/u;
-const rightToLeft = /[\p{Script=Hebrew}\p{Script=Arabic}\p{Script=Syriac}\p{Script=Thaana}\p{Script=Nko}\p{Script=Adlam}]/u;
+const rightToLeft =
+  /[\p{Script=Hebrew}\p{Script=Arabic}\p{Script=Syriac}\p{Script=Thaana}\p{Script=Nko}\p{Script=Adlam}]/u;
 const reversed = Decoration.line({ attributes: { dir: 'rtl' } });
 
 /** Whether the first letter of a line is of a script that runs from right to left. */

@@ -66,9 +66,7 @@ export function readOnlyExtensions(readOnly: boolean): Extension {
 }
 
 function isReserved(binding: KeyBinding, taken: ReadonlySet<string>): boolean {
-  return [binding.key, binding.linux, binding.mac].some(
-    (key) => key !== undefined && taken.has(canonical(key)),
-  );
+  return [binding.key, binding.linux, binding.mac].some((key) => key !== undefined && taken.has(canonical(key)));
 }
 
 /** One spelling for a key: modifiers in a fixed order, Control counted as the platform's Mod. */

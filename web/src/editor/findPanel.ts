@@ -114,7 +114,14 @@ class FindPanel implements Panel {
   #commit(change: Partial<Record<Option, boolean>> = {}): void {
     const { caseSensitive, wholeWord, regexp } = { ...pick(this.#query), ...change };
     const search = this.#what.value;
-    const query = new SearchQuery({ search, replace: this.#with.value, caseSensitive, wholeWord, regexp, literal: !regexp });
+    const query = new SearchQuery({
+      search,
+      replace: this.#with.value,
+      caseSensitive,
+      wholeWord,
+      regexp,
+      literal: !regexp,
+    });
     if (!query.eq(this.#query)) this.#view.dispatch({ effects: setSearchQuery.of(query) });
   }
 
@@ -203,10 +210,9 @@ class FindPanel implements Panel {
   }
 
   #replacements(): HTMLElement[] {
-    return [
-      ['find.replace', replaceNext] as const,
-      ['find.replaceAll', replaceAll] as const,
-    ].map(([label, command]) => press({ class: 'find-button', t: label }, () => this.#run(command, false)));
+    return [['find.replace', replaceNext] as const, ['find.replaceAll', replaceAll] as const].map(([label, command]) =>
+      press({ class: 'find-button', t: label }, () => this.#run(command, false)),
+    );
   }
 }
 

@@ -16,10 +16,15 @@ const tokenTable = { property: tags.propertyName };
 const stream = async (parser: Promise<StreamParser<unknown>>): Promise<LanguageSupport> =>
   new LanguageSupport(StreamLanguage.define({ ...(await parser), tokenTable }));
 
-const clike = (name: 'c' | 'cpp' | 'csharp' | 'java' | 'kotlin'): Loader => () =>
-  stream(import('@codemirror/legacy-modes/mode/clike').then((modes) => modes[name]));
+const clike =
+  (name: 'c' | 'cpp' | 'csharp' | 'java' | 'kotlin'): Loader =>
+  () =>
+    stream(import('@codemirror/legacy-modes/mode/clike').then((modes) => modes[name]));
 
-const script = (typescript: boolean): Loader => async () => javascript({ typescript, jsx: !typescript });
+const script =
+  (typescript: boolean): Loader =>
+  async () =>
+    javascript({ typescript, jsx: !typescript });
 
 /**
  * Each language by its file name extension, with the other names it goes by in code blocks. What is
@@ -36,7 +41,10 @@ const rows: ReadonlyArray<readonly [names: string, load: Loader]> = [
   ['csv tsv', async () => new LanguageSupport(csvLanguage)],
   ['json jsonc json5 geojson', () => stream(import('@codemirror/legacy-modes/mode/javascript').then((m) => m.json))],
   ['py python pyw', () => stream(import('@codemirror/legacy-modes/mode/python').then((m) => m.python))],
-  ['sql mysql postgres postgresql sqlite', () => stream(import('@codemirror/legacy-modes/mode/sql').then((m) => m.standardSQL))],
+  [
+    'sql mysql postgres postgresql sqlite',
+    () => stream(import('@codemirror/legacy-modes/mode/sql').then((m) => m.standardSQL)),
+  ],
   ['yaml yml', () => stream(import('@codemirror/legacy-modes/mode/yaml').then((m) => m.yaml))],
   ['xml svg xsd xsl rss', () => stream(import('@codemirror/legacy-modes/mode/xml').then((m) => m.xml))],
   ['sh bash zsh shell console', () => stream(import('@codemirror/legacy-modes/mode/shell').then((m) => m.shell))],

@@ -14,8 +14,14 @@ export function toggleMark(mark: string): Command {
       const { from, to } = range.empty ? (state.wordAt(range.head) ?? range) : range;
       const marked = isMarked(state, from, to, mark);
       const changes: ChangeSpec[] = marked
-        ? [{ from: from - length, to: from }, { from: to, to: to + length }]
-        : [{ from, insert: mark }, { from: to, insert: mark }];
+        ? [
+            { from: from - length, to: from },
+            { from: to, to: to + length },
+          ]
+        : [
+            { from, insert: mark },
+            { from: to, insert: mark },
+          ];
       const shift = marked ? -length : length;
       return { changes, range: EditorSelection.range(range.anchor + shift, range.head + shift) };
     });

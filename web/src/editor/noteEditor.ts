@@ -1,11 +1,7 @@
 import { Compartment, EditorState, type StateEffect, type Text } from '@codemirror/state';
 import { EditorView } from '@codemirror/view';
 import type { Note, Place } from '../state/model';
-import {
-  baseExtensions,
-  languageExtensions,
-  readOnlyExtensions,
-} from './extensions';
+import { baseExtensions, languageExtensions, readOnlyExtensions } from './extensions';
 import { folding } from './folding';
 import { syntaxOf } from './languages';
 import { placeOf, scrollTo, selectionAt } from './place';

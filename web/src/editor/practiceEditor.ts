@@ -34,18 +34,20 @@ export class PracticeEditor {
       lang: htmlTag(),
       tabindex: '0',
     });
-    this.#view.setState(EditorState.create({
-      doc: text,
-      selection: EditorSelection.single(from, to),
-      extensions: [
-        baseExtensions(reservedKeys, nonce),
-        syntaxExtensions('markdown', Text.of(text.split('\n'))),
-        labels,
-        EditorView.updateListener.of((update) => {
-          if (update.docChanged) onText(update.state.doc.toString());
-        }),
-      ],
-    }));
+    this.#view.setState(
+      EditorState.create({
+        doc: text,
+        selection: EditorSelection.single(from, to),
+        extensions: [
+          baseExtensions(reservedKeys, nonce),
+          syntaxExtensions('markdown', Text.of(text.split('\n'))),
+          labels,
+          EditorView.updateListener.of((update) => {
+            if (update.docChanged) onText(update.state.doc.toString());
+          }),
+        ],
+      }),
+    );
     // Tab goes on to what stands beside the text.
     this.#view.setTabFocusMode(true);
   }

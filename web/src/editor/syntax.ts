@@ -45,10 +45,4 @@ const { language, support } = markdown({
   extensions: { props: [styleTags({ TaskMarker: taskTag })] },
 });
 
-const markdownSyntax: Extension = [
-  markdownKeys,
-  windowed(language),
-  support,
-  markdownLook,
-  taskClicks,
-];
+const markdownSyntax: Extension = [markdownKeys, windowed(language), support, markdownLook, taskClicks];

@@ -29,7 +29,10 @@ export function browserPort(publicUrl: string, answers: () => HostAnswers): Host
     share: ({ attemptId, title, content }) => {
       if (typeof navigator.share !== 'function') return false;
       const report = (success: boolean) => answers().shared(success, attemptId);
-      navigator.share({ title, text: content }).then(() => report(true), () => report(false));
+      navigator.share({ title, text: content }).then(
+        () => report(true),
+        () => report(false),
+      );
       return true;
     },
     rememberLanguage: () => undefined,

@@ -14,11 +14,7 @@ export function hasHost(target: WebKitWindow): boolean {
 }
 
 /** Requests to the native host, each a message by its name. */
-export function nativePort(
-  target: WebKitWindow,
-  publicUrl: string,
-  answers: () => HostAnswers,
-): HostPort {
+export function nativePort(target: WebKitWindow, publicUrl: string, answers: () => HostAnswers): HostPort {
   /** False when the message could not be posted at all, so that no answer will come. */
   const post = (name: string, body: unknown): boolean => {
     try {

@@ -5,6 +5,10 @@ export function webCopy(answers: () => HostAnswers): HostPort['copy'] {
   return ({ text, successMessage, requestId }) => {
     const report = (success: boolean) => answers().copied(success, successMessage, requestId);
     if (!navigator.clipboard) report(false);
-    else navigator.clipboard.writeText(text).then(() => report(true), () => report(false));
+    else
+      navigator.clipboard.writeText(text).then(
+        () => report(true),
+        () => report(false),
+      );
   };
 }

@@ -15,10 +15,7 @@ export type Migration = (document: Members) => Members;
 export const migrations: ReadonlyArray<Migration> = [listNotes];
 
 /** Takes a document through the steps that its version has before it. */
-export function migrate(
-  document: Members,
-  steps: ReadonlyArray<Migration> = migrations,
-): Members {
+export function migrate(document: Members, steps: ReadonlyArray<Migration> = migrations): Members {
   let current = document;
   for (let version = versionOf(document); version < steps.length; version++) {
     const step = steps[version];

@@ -142,11 +142,7 @@ function readTime(value: unknown, otherwise: number): number {
   return typeof value === 'number' && value >= 0 && value <= CLOCK_LIMIT ? value : otherwise;
 }
 
-function readTabs(
-  value: unknown,
-  notes: ReadonlyArray<Note>,
-  bin: ReadonlyArray<BinnedNote>,
-): Tabs {
+function readTabs(value: unknown, notes: ReadonlyArray<Note>, bin: ReadonlyArray<BinnedNote>): Tabs {
   const members = isMembers(value) ? value : {};
   const tabs: Tabs = {
     open: texts(members.open),
@@ -154,11 +150,7 @@ function readTabs(
     closed: entries(members.closed).flatMap(readClosedTab),
     extra: unknownMembers(members, TABS_MEMBERS),
   };
-  return soundTabs(
-    tabs,
-    new Set(notes.map((note) => note.id)),
-    new Set(bin.map(({ note }) => note.id)),
-  );
+  return soundTabs(tabs, new Set(notes.map((note) => note.id)), new Set(bin.map(({ note }) => note.id)));
 }
 
 function readClosedTab(value: unknown): ClosedTab[] {

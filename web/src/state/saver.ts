@@ -193,14 +193,17 @@ export class Saver {
 
   #schedule(delay: number): void {
     this.#clearTimer();
-    this.#timer = this.#options.clock.setTimer(() => {
-      this.#timer = null;
-      const longest = Math.min(PATIENCE_MS + PATIENCE_PER_COST * this.#cost, LONGEST_PATIENCE_MS);
-      this.#cancelIdle = this.#options.whenIdle(() => {
-        this.#cancelIdle = null;
-        if (this.#changes !== this.#savedChanges) this.#attempt(false);
-      }, longest);
-    }, Math.max(0, delay));
+    this.#timer = this.#options.clock.setTimer(
+      () => {
+        this.#timer = null;
+        const longest = Math.min(PATIENCE_MS + PATIENCE_PER_COST * this.#cost, LONGEST_PATIENCE_MS);
+        this.#cancelIdle = this.#options.whenIdle(() => {
+          this.#cancelIdle = null;
+          if (this.#changes !== this.#savedChanges) this.#attempt(false);
+        }, longest);
+      },
+      Math.max(0, delay),
+    );
   }
 
   #clearTimer(): void {

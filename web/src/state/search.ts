@@ -35,10 +35,7 @@ const foldedNotes = new WeakMap<Note, Folded>();
  * Looks through the notes in the given order and yields every find, and null now and then, so that
  * the caller can stop for a key press. The query is a line, which has no break in it.
  */
-export function* searchNotes(
-  notes: Iterable<Note>,
-  query: string,
-): Generator<Found | null, void> {
+export function* searchNotes(notes: Iterable<Note>, query: string): Generator<Found | null, void> {
   const wanted = fold(query.trim());
   let work = 0;
   for (const note of notes) {

@@ -35,7 +35,14 @@ function heir(tabs: Tabs, leaving: ReadonlySet<string>): string | null {
   if (tabs.active !== null && !leaving.has(tabs.active)) return tabs.active;
   const at = tabs.active === null ? 0 : tabs.open.indexOf(tabs.active);
   const right = tabs.open.slice(at).find((id) => !leaving.has(id));
-  return right ?? tabs.open.slice(0, at).reverse().find((id) => !leaving.has(id)) ?? null;
+  return (
+    right ??
+    tabs.open
+      .slice(0, at)
+      .reverse()
+      .find((id) => !leaving.has(id)) ??
+    null
+  );
 }
 
 /** Forgets tabs whose notes are gone for good, in the row and in the history. */
@@ -62,9 +69,7 @@ export function neighbour(tabs: Tabs, step: number): string | null {
 /** Tabs as read from a document, cut down to what the notes can bear. */
 export function soundTabs(tabs: Tabs, notes: ReadonlySet<string>, bin: ReadonlySet<string>): Tabs {
   const open = [...new Set(tabs.open)].filter((id) => notes.has(id));
-  const closed = tabs.closed.filter(
-    (tab) => (notes.has(tab.id) || bin.has(tab.id)) && !open.includes(tab.id),
-  );
+  const closed = tabs.closed.filter((tab) => (notes.has(tab.id) || bin.has(tab.id)) && !open.includes(tab.id));
   const active = tabs.active !== null && open.includes(tabs.active) ? tabs.active : (open[0] ?? null);
   return { ...tabs, open, active, closed: closed.slice(-HISTORY) };
 }

@@ -71,8 +71,7 @@ export class Workspace {
   /** All notes, the pinned ones first, else the latest changed first. */
   notesInOrder(): ReadonlyArray<Note> {
     this.#order ??= [...this.#notes.values()].sort(
-      (a, b) =>
-        Number(b.pinned) - Number(a.pinned) || b.updated - a.updated || b.created - a.created,
+      (a, b) => Number(b.pinned) - Number(a.pinned) || b.updated - a.updated || b.created - a.created,
     );
     return this.#order;
   }
@@ -85,8 +84,7 @@ export class Workspace {
   /** Remembers where a note is left; tells whether it was elsewhere before. */
   setPlace(id: string, place: Place): boolean {
     const before = this.place(id);
-    const same =
-      before?.anchor === place.anchor && before.head === place.head && before.top === place.top;
+    const same = before?.anchor === place.anchor && before.head === place.head && before.top === place.top;
     if (same || !this.#notes.has(id)) return false;
     const places = new Map(this.#contents.places);
     places.delete(id);

@@ -1,12 +1,5 @@
 import type { Text } from '@codemirror/state';
-import {
-  type BinnedNote,
-  type Contents,
-  DOCUMENT_VERSION,
-  type Extra,
-  type Note,
-  type Place,
-} from './model';
+import { type BinnedNote, type Contents, DOCUMENT_VERSION, type Extra, type Note, type Place } from './model';
 
 /**
  * Serialising costs what changed. Note records and the nodes of a text's tree never change, so
@@ -108,9 +101,7 @@ function noteJson(note: Note): string {
 
 function binnedJson(entry: BinnedNote): string {
   const { note, deleted } = entry;
-  return kept(binPieces, entry, () =>
-    object([...noteMembers(note), ['deleted', JSON.stringify(deleted)]], note.extra),
-  );
+  return kept(binPieces, entry, () => object([...noteMembers(note), ['deleted', JSON.stringify(deleted)]], note.extra));
 }
 
 function placeJson(place: Place): string {
@@ -155,9 +146,7 @@ function settingsJson({ settings }: Contents): string {
  */
 function textJson(text: Text): string {
   return kept(textPieces, text, () =>
-    text.children
-      ? chain(text.children.map(textJson), '\\n')
-      : JSON.stringify(text.toString()).slice(1, -1),
+    text.children ? chain(text.children.map(textJson), '\\n') : JSON.stringify(text.toString()).slice(1, -1),
   );
 }
 

@@ -9,7 +9,6 @@ export function readZoom(value: unknown): number {
 
 /** The next larger size for 1, the next smaller for -1; the size itself at the end of the row. */
 export function zoomStep(zoom: number, direction: 1 | -1): number {
-  const next =
-    direction > 0 ? STEPS.find((step) => step > zoom) : [...STEPS].reverse().find((step) => step < zoom);
+  const next = direction > 0 ? STEPS.find((step) => step > zoom) : [...STEPS].reverse().find((step) => step < zoom);
   return next ?? zoom;
 }

@@ -17,7 +17,11 @@ export function addressOf(written: string): string {
 
 /** The name under which a reference and its definition find each other; null for footnotes. */
 export function referenceName(label: string): string | null {
-  const name = label.replace(/^\[|\]$/g, '').trim().replace(/\s+/g, ' ').toLowerCase();
+  const name = label
+    .replace(/^\[|\]$/g, '')
+    .trim()
+    .replace(/\s+/g, ' ')
+    .toLowerCase();
   return name === '' || name.startsWith('^') ? null : name;
 }
 

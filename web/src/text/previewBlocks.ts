@@ -7,6 +7,7 @@ import { addressOf, referenceName } from './links';
 export const previewGrammar = parser.configure(GFM);
 
 /** Every kind of element that a preview can have. */
+// biome-ignore format: readable as a block
 export type Tag =
   | 'h1' | 'h2' | 'h3' | 'h4' | 'h5' | 'h6' | 'p' | 'blockquote' | 'ul' | 'ol' | 'li' | 'pre' | 'hr' | 'div'
   | 'table' | 'thead' | 'tbody' | 'tr' | 'th' | 'td' | 'em' | 'strong' | 's' | 'code' | 'a' | 'br' | 'span';
@@ -125,7 +126,12 @@ class Maker {
 
   table(node: SyntaxNode, depth: number): Piece {
     const delimiter = node.getChild('TableDelimiter');
-    const sides = delimiter ? this.text(delimiter).replace(/^\s*\||\|\s*$/g, '').split('|').map(sideOf) : [];
+    const sides = delimiter
+      ? this.text(delimiter)
+          .replace(/^\s*\||\|\s*$/g, '')
+          .split('|')
+          .map(sideOf)
+      : [];
     const row = (line: SyntaxNode, tag: Tag): Piece => ({
       tag: 'tr',
       children: sides.map((side, index) => {
@@ -135,7 +141,13 @@ class Maker {
     });
     const head = node.getChildren('TableHeader').map((line) => row(line, 'th'));
     const body = node.getChildren('TableRow').map((line) => row(line, 'td'));
-    return { tag: 'table', children: [{ tag: 'thead', children: head }, { tag: 'tbody', children: body }] };
+    return {
+      tag: 'table',
+      children: [
+        { tag: 'thead', children: head },
+        { tag: 'tbody', children: body },
+      ],
+    };
   }
 
   inline(node: SyntaxNode, depth: number, from = node.from, to = node.to): Array<Piece | string> {

@@ -45,7 +45,12 @@ export function stripMarks(line: string): string {
   // The edge of a code block, or the dashes of a table.
   if (/^\s*(?:`{3,}|~{3,})[^`]*$/.test(line) || /^\s*\|[-|:\s]+$/.test(line)) return '';
   const row = /^\s*\|(.*)\|\s*$/.exec(line)?.[1];
-  const bare = (row?.split('|').map((cell) => cell.trim()).join(' · ') ?? line)
+  const bare = (
+    row
+      ?.split('|')
+      .map((cell) => cell.trim())
+      .join(' · ') ?? line
+  )
     .replace(/^\s*(?:>\s*)*/, '')
     .replace(/^(?:#{1,6}\s+|[-*+]\s+\[[ xX]\]\s+|[-*+]\s+|\d{1,9}[.)]\s+)/, '')
     .replace(/\s+#+\s*$/, '')

@@ -14,11 +14,7 @@ export type GuideRow =
   | { readonly label: Key; readonly elsewhere: Key };
 
 /** A sheet to practice on, and the table of keys. */
-export function guideDialog(
-  sheet: Practice,
-  sections: ReadonlyArray<GuideSection>,
-  onClose: () => void,
-): void {
+export function guideDialog(sheet: Practice, sections: ReadonlyArray<GuideSection>, onClose: () => void): void {
   const blocks = sections.map(({ title, rows }) =>
     h(
       'section',

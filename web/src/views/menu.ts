@@ -14,12 +14,7 @@ export interface MenuItem {
 export type MenuGroups = ReadonlyArray<ReadonlyArray<MenuItem>>;
 
 /** A button with a menu below it. `onLeave` puts the focus where it belongs afterwards. */
-export function menuButton(
-  id: string,
-  label: Key,
-  groups: () => MenuGroups,
-  onLeave: () => void,
-): HTMLElement {
+export function menuButton(id: string, label: Key, groups: () => MenuGroups, onLeave: () => void): HTMLElement {
   const menu = h('div', {
     class: 'menu',
     tLabel: label,

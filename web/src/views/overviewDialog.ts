@@ -10,11 +10,7 @@ export interface OverviewActions {
 }
 
 /** All open tabs with the beginning of each note. */
-export function overviewDialog(
-  workspace: Workspace,
-  actions: OverviewActions,
-  onClose: () => void,
-): void {
+export function overviewDialog(workspace: Workspace, actions: OverviewActions, onClose: () => void): void {
   const grid = h('div', { class: 'overview', tLabel: 'overview.title', attrs: { role: 'listbox' } });
   const draw = (focusAt: number) => {
     const { open, active } = workspace.tabs;

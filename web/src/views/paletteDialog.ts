@@ -14,10 +14,7 @@ export interface PaletteEntry {
 const LIST_ID = 'paletteList';
 
 /** A field that narrows down what can be done, and Enter does it. The focus stays in the field. */
-export function paletteDialog(
-  find: (query: string) => ReadonlyArray<PaletteEntry>,
-  onClose: () => void,
-): void {
+export function paletteDialog(find: (query: string) => ReadonlyArray<PaletteEntry>, onClose: () => void): void {
   let entries: ReadonlyArray<PaletteEntry> = [];
   let current = 0;
   const field = h('input', {

@@ -39,7 +39,10 @@ export function practice(
       attrs: { type: 'button' },
       on: { click: () => show(index) },
     });
-    step.append(h('span', { class: 'practice-tick', attrs: { 'aria-hidden': 'true' } }), h('span', { t: lesson.label }));
+    step.append(
+      h('span', { class: 'practice-tick', attrs: { 'aria-hidden': 'true' } }),
+      h('span', { t: lesson.label }),
+    );
     return step;
   });
   const element = h(
@@ -52,7 +55,13 @@ export function practice(
       { class: 'practice-sheet' },
       h('p', { class: 'practice-hint', attrs: { id: 'practiceHint' } }, keys, hint),
       paper,
-      h('div', { class: 'practice-foot' }, outcome, button('practice.again', () => show(current)), next),
+      h(
+        'div',
+        { class: 'practice-foot' },
+        outcome,
+        button('practice.again', () => show(current)),
+        next,
+      ),
     ),
   );
   const editor = new PracticeEditor({
@@ -79,7 +88,7 @@ export function practice(
     keys.textContent = lesson.keys;
     delete outcome.dataset.t;
     outcome.textContent = '';
-    editor.show(start, ...(lesson.select?.(start) ?? [0, 0] as const));
+    editor.show(start, ...(lesson.select?.(start) ?? ([0, 0] as const)));
     mark();
     editor.focus();
   }

@@ -204,5 +204,10 @@ function partOf({ text, top }: PreviewSource): number {
 
 function plainBlock(part: string, { markdown, label }: PreviewSource): Block {
   const language = markdown ? {} : { language: label };
-  return { from: 0, to: part.length, key: `\u0000${part}`, make: () => ({ tag: 'pre', children: [part], ...language }) };
+  return {
+    from: 0,
+    to: part.length,
+    key: `\u0000${part}`,
+    make: () => ({ tag: 'pre', children: [part], ...language }),
+  };
 }

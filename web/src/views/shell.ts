@@ -95,7 +95,12 @@ export class Shell {
       'div',
       { class: 'top-end' },
       iconButton('grid', 'cmd.overview', () => actions.showOverview()),
-      menuButton('noteMenu', 'actions.label', () => actions.noteMenu(), () => actions.focusEditor()),
+      menuButton(
+        'noteMenu',
+        'actions.label',
+        () => actions.noteMenu(),
+        () => actions.focusEditor(),
+      ),
     );
     const top = h('header', { class: 'top' }, this.#toggle, this.tabBar.element, this.#topEnd);
     const main = h('main', { class: 'main' }, h('h1', { class: 'unseen' }, 'Quendo'), top);

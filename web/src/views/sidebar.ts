@@ -94,7 +94,10 @@ export class Sidebar {
     this.#query = fold(this.#input.value.trim());
     const notes = this.#workspace.notesInOrder();
     if (!this.#query) {
-      this.#show(notes.map((note) => ({ note, inTitle: true, near: 0 })), true);
+      this.#show(
+        notes.map((note) => ({ note, inTitle: true, near: 0 })),
+        true,
+      );
       return;
     }
     const found: Found[] = [];
@@ -155,9 +158,7 @@ export class Sidebar {
     if (!complete) return;
     const query = this.#input.value.trim();
     if (query) {
-      this.#outcome.textContent = found.length
-        ? counted('search.count', found.length)
-        : t('search.none', { query });
+      this.#outcome.textContent = found.length ? counted('search.count', found.length) : t('search.none', { query });
     } else {
       this.#outcome.textContent = found.length ? '' : t('sidebar.empty');
     }
@@ -220,9 +221,5 @@ function pinMark(): HTMLElement {
 function marked(text: string, query: string): Array<Node | string> {
   const match = findFolded(text, query);
   if (!match) return [text];
-  return [
-    text.slice(0, match.from),
-    h('mark', {}, text.slice(match.from, match.to)),
-    text.slice(match.to),
-  ];
+  return [text.slice(0, match.from), h('mark', {}, text.slice(match.from, match.to)), text.slice(match.to)];
 }

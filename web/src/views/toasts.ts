@@ -37,9 +37,7 @@ export class Toasts {
         toast.remove();
         action.run();
       };
-      toast.append(
-        h('button', { t: action.label, attrs: { type: 'button' }, on: { click: run } }),
-      );
+      toast.append(h('button', { t: action.label, attrs: { type: 'button' }, on: { click: run } }));
     }
     // Shown anew, the region comes to lie above a dialog that was opened since.
     if (document.querySelector('dialog[open]')) {

@@ -83,10 +83,7 @@ export class WindowedList<Item> {
     const rowHeight = this.#options.rowHeight();
     const { scrollTop, clientHeight } = this.element;
     const first = Math.max(0, Math.floor(scrollTop / rowHeight) - MARGIN_ROWS);
-    const last = Math.min(
-      this.#items.length,
-      Math.ceil((scrollTop + clientHeight) / rowHeight) + MARGIN_ROWS,
-    );
+    const last = Math.min(this.#items.length, Math.ceil((scrollTop + clientHeight) / rowHeight) + MARGIN_ROWS);
     this.#space.style.height = `${this.#items.length * rowHeight}px`;
     const rows = [...this.#space.children] as HTMLElement[];
     for (let index = first; index < last; index++) {

@@ -67,9 +67,23 @@ async function tryEverything(page: Page): Promise<void> {
     await page.keyboard.type('q');
   }
   for (const key of KEYS) await page.keyboard.press(key);
-  for (const [x, y] of [[20, 300], [660, 20], [660, 300], [1300, 20], [1200, 765]] as const) await page.mouse.click(x, y);
+  for (const [x, y] of [
+    [20, 300],
+    [660, 20],
+    [660, 300],
+    [1300, 20],
+    [1200, 765],
+  ] as const)
+    await page.mouse.click(x, y);
   await page.mouse.click(660, 300, { button: 'middle' });
-  for (const selector of ['.toast button', '.palette-row', '.capture .button', '.bin-button', '.tab-close', '.practice-step']) {
+  for (const selector of [
+    '.toast button',
+    '.palette-row',
+    '.capture .button',
+    '.bin-button',
+    '.tab-close',
+    '.practice-step',
+  ]) {
     await page.evaluate((one) => document.querySelector<HTMLElement>(one)?.click(), selector);
   }
   await page.evaluate("document.activeElement && document.execCommand('insertText', false, 'q')");
@@ -176,7 +190,7 @@ test("a toast's button waits for the end of the quit", async () => {
   const final = await close(page);
   assert.equal((content(final).bin as unknown[]).length, 1);
   await page.keyboard.press('Enter');
-  await page.mouse.click(...await centre(page, '.toast button'));
+  await page.mouse.click(...(await centre(page, '.toast button')));
   await page.evaluate("document.querySelector('.toast button').click()");
   assert.deepEqual(content(await close(page)), content(final));
   // The way back is not lost over a long quit.
@@ -214,8 +228,10 @@ test('answers of the host count and its language arrives, though the window was 
   await close(page);
   await page.evaluate("quendoSetLanguage('es'); showToast('Listo')");
   await page.evaluate((revision) => {
-    (window as unknown as { quendoNativeSaveDidFinish(...values: unknown[]): void })
-      .quendoNativeSaveDidFinish(true, revision);
+    (window as unknown as { quendoNativeSaveDidFinish(...values: unknown[]): void }).quendoNativeSaveDidFinish(
+      true,
+      revision,
+    );
   }, first?.body.revision);
   assert.equal(await page.innerText('.toast'), 'Listo');
   assert.equal(await page.getAttribute('html', 'lang'), 'en');

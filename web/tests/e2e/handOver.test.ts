@@ -21,7 +21,7 @@ test('files handed over are sent for saving at once, and what is handed over aga
     const n = quendoOpenNativeFiles(${files});
     return { n, bodies: host.messages.slice(before).map(({ body }) => body.serialized) };
   })()`;
-  const { n, bodies } = await page.evaluate(sent) as { n: number; bodies: string[] };
+  const { n, bodies } = (await page.evaluate(sent)) as { n: number; bodies: string[] };
   assert.deepEqual([n, bodies.length], [3, 1]);
   assert.deepEqual((await noteTexts(page)).sort(), ['# B', 'igual', 'igual']);
   await context.close();
@@ -57,15 +57,18 @@ test('files handed over are sent before the call returns, whatever save is still
   await page.evaluate('createNote()');
   await page.keyboard.type('x');
   await page.waitForSelector('#saveState[data-state="saving"]');
-  const sent = (name: string) => page.evaluate((file) => {
-    const host = window as unknown as {
-      host: { messages: Array<{ body: { serialized: string; revision: number } }> };
-      quendoOpenNativeFiles(files: unknown): number;
-    };
-    const before = host.host.messages.length;
-    const count = host.quendoOpenNativeFiles([{ name: file, content: `# ${file}`, format: 'markdown', byteCount: 6 }]);
-    return { count, bodies: host.host.messages.slice(before).map(({ body }) => body) };
-  }, name);
+  const sent = (name: string) =>
+    page.evaluate((file) => {
+      const host = window as unknown as {
+        host: { messages: Array<{ body: { serialized: string; revision: number } }> };
+        quendoOpenNativeFiles(files: unknown): number;
+      };
+      const before = host.host.messages.length;
+      const count = host.quendoOpenNativeFiles([
+        { name: file, content: `# ${file}`, format: 'markdown', byteCount: 6 },
+      ]);
+      return { count, bodies: host.host.messages.slice(before).map(({ body }) => body) };
+    }, name);
   const first = await sent('a.md');
   const second = await sent('b.md');
   for (const { count, bodies } of [first, second]) {
@@ -86,14 +89,16 @@ test('files handed over are sent before the call returns, whatever save is still
 test('files that cannot be handed over are not taken', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.waitForSelector(saved);
-  await page.evaluate("window.posting = webkit.messageHandlers.quendoState.postMessage; webkit.messageHandlers.quendoState.postMessage = () => { throw new Error('gone'); }");
+  await page.evaluate(
+    "window.posting = webkit.messageHandlers.quendoState.postMessage; webkit.messageHandlers.quendoState.postMessage = () => { throw new Error('gone'); }",
+  );
   const outcome = await page.evaluate(
     "(() => { try { return quendoOpenNativeFiles([{ name: 'a.md', content: 'a' }]); } catch { return 'refused'; } })()",
   );
   assert.equal(outcome, 'refused');
   await page.waitForSelector('#saveState[data-state="failed"]');
   // Handed over again, they are the notes that are there already.
-  await page.evaluate("webkit.messageHandlers.quendoState.postMessage = posting");
+  await page.evaluate('webkit.messageHandlers.quendoState.postMessage = posting');
   assert.equal(await page.evaluate("quendoOpenNativeFiles([{ name: 'a.md', content: 'a' }])"), 1);
   assert.deepEqual(await noteTexts(page), ['a']);
   await context.close();

@@ -72,7 +72,10 @@ test('saves carry rising revisions and are shown for what they are', async () =>
   await page.waitForSelector(saved);
   const sent = await messages(page, 'quendoState');
   const revisions = sent.map(({ body }) => Number(body.revision));
-  assert.ok(revisions.every((revision, i) => revision > (revisions[i - 1] ?? 9e15)), revisions.join());
+  assert.ok(
+    revisions.every((revision, i) => revision > (revisions[i - 1] ?? 9e15)),
+    revisions.join(),
+  );
   const state = await lastState(page);
   assert.equal(state.revision, revisions.at(-1));
   await context.close();
@@ -99,7 +102,7 @@ test('the last state is whole in the middle of a composition and of a capture', 
   assert.deepEqual(await noteTexts(page), ['aにほ']);
   await page.evaluate('openCapture()');
   await page.keyboard.type('pensamento');
-  const final = await page.evaluate('quendoPrepareForTermination()') as { serialized: string; revision: number };
+  const final = (await page.evaluate('quendoPrepareForTermination()')) as { serialized: string; revision: number };
   const state = JSON.parse(final.serialized) as Record<string, unknown>;
   assert.equal(state.captureDraft, 'pensamento');
   assert.equal(state.revision, final.revision);
@@ -117,10 +120,12 @@ test('a newer document opens read-only and is never written', async () => {
   assert.match(await page.innerText('[role=alert]'), /newer version/);
   await page.click('.cm-content');
   await page.keyboard.type('x');
-  await page.evaluate("createNote(); openCapture(); quendoCloseCurrentTab(); quendoReopenClosedTab(); flushPendingSave(); quendoOpenNativeFiles([{name:'a',content:'b'}])");
+  await page.evaluate(
+    "createNote(); openCapture(); quendoCloseCurrentTab(); quendoReopenClosedTab(); flushPendingSave(); quendoOpenNativeFiles([{name:'a',content:'b'}])",
+  );
   await page.waitForTimeout(500);
   assert.deepEqual(await messages(page, 'quendoState'), []);
-  const final = await page.evaluate('quendoPrepareForTermination()') as { serialized: string; revision: number };
+  const final = (await page.evaluate('quendoPrepareForTermination()')) as { serialized: string; revision: number };
   assert.deepEqual(JSON.parse(final.serialized), stored);
   assert.equal(final.revision, 1);
   await context.close();
@@ -200,8 +205,10 @@ test('native editing commands reach the whole note', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   const content = Array.from({ length: 5000 }, (_, i) => `linha ${i}`).join('\n');
   await page.evaluate(
-    (text) => (window as unknown as { quendoOpenNativeFiles(files: unknown): number })
-      .quendoOpenNativeFiles([{ name: 'longo.txt', content: text, format: 'plain', byteCount: 1 }]),
+    (text) =>
+      (window as unknown as { quendoOpenNativeFiles(files: unknown): number }).quendoOpenNativeFiles([
+        { name: 'longo.txt', content: text, format: 'plain', byteCount: 1 },
+      ]),
     content,
   );
   await page.focus('.cm-content');
@@ -246,7 +253,12 @@ test('the policy refuses inline scripts and connections', async () => {
     document.body.append(script);
   });
   assert.equal(await page.evaluate('window.evil'), undefined);
-  const refused = await page.evaluate(() => fetch('data:,x').then(() => false, () => true));
+  const refused = await page.evaluate(() =>
+    fetch('data:,x').then(
+      () => false,
+      () => true,
+    ),
+  );
   assert.equal(refused, true);
   await context.close();
 });

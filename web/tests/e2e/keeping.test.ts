@@ -39,9 +39,14 @@ const rows = (page: Page) => page.locator('#sidebar .row-title').allInnerTexts()
 
 test('caret and scroll position outlive tab switches and a restart', async () => {
   const lines = Array.from({ length: 400 }, (_, i) => `linha ${i}`).join('\n');
-  const notes = [{ id: 'long', text: lines }, { id: 'other', text: 'outra' }];
+  const notes = [
+    { id: 'long', text: lines },
+    { id: 'other', text: 'outra' },
+  ];
   const state = { version: 1, notes, tabs: { open: ['long', 'other'], active: 'long' } };
-  const { page, context } = await open(browser, { before: `localStorage['quendo-state'] ??= ${JSON.stringify(JSON.stringify(state))};` });
+  const { page, context } = await open(browser, {
+    before: `localStorage['quendo-state'] ??= ${JSON.stringify(JSON.stringify(state))};`,
+  });
   await page.focus('.cm-content');
   for (let i = 0; i < 6; i++) await page.keyboard.press('PageDown');
   await page.keyboard.press('ArrowRight');
@@ -61,7 +66,10 @@ test('caret and scroll position outlive tab switches and a restart', async () =>
   assert.equal(await visible(), first);
   for (let i = 0; i < 3; i++) {
     await restart(page);
-    await page.waitForFunction((wanted) => document.querySelector('.cm-content')?.textContent?.includes(wanted ?? ''), first);
+    await page.waitForFunction(
+      (wanted) => document.querySelector('.cm-content')?.textContent?.includes(wanted ?? ''),
+      first,
+    );
     await settled(page);
     assert.equal(await visible(), first, `restart ${i}`);
   }
@@ -76,7 +84,7 @@ test('closed tabs come back after a restart, deleted notes too', async () => {
   const { page, context } = await open(browser);
   await write(page, 'um', 'dois', 'tres');
   await page.keyboard.press('Alt+w');
-  await page.evaluate("quendoSwitchOpenTab(-1)");
+  await page.evaluate('quendoSwitchOpenTab(-1)');
   await page.keyboard.press('Control+Shift+p');
   await page.keyboard.type('delete note');
   await page.keyboard.press('Enter');
@@ -226,7 +234,9 @@ test('quick capture leaves caret, selection and scroll of the note alone', async
   await page.evaluate("quendoOpenNativeFiles([{name:'a.md',content:'chegou'}])");
   await page.evaluate('quendoSwitchOpenTab(-1)');
   await page.keyboard.type('X');
-  const state = await page.evaluate('JSON.parse(quendoPrepareForTermination().serialized)') as Awaited<ReturnType<typeof lastState>>;
+  const state = (await page.evaluate('JSON.parse(quendoPrepareForTermination().serialized)')) as Awaited<
+    ReturnType<typeof lastState>
+  >;
   assert.equal(state.captureDraft, 'uma ideia');
   assert.equal((state.notes as Array<{ text: string }>)[0]?.text, 'Xs meio depois');
   await context.close();
@@ -235,11 +245,12 @@ test('quick capture leaves caret, selection and scroll of the note alone', async
 test('motion stops where the system asks for that', async () => {
   const { page, context } = await open(browser);
   const moving = () =>
-    page.evaluate(() =>
-      [...document.querySelectorAll('*')].filter((element) => {
-        const { animationName, transitionDuration } = getComputedStyle(element);
-        return animationName !== 'none' || !/^0s(, 0s)*$/.test(transitionDuration);
-      }).length,
+    page.evaluate(
+      () =>
+        [...document.querySelectorAll('*')].filter((element) => {
+          const { animationName, transitionDuration } = getComputedStyle(element);
+          return animationName !== 'none' || !/^0s(, 0s)*$/.test(transitionDuration);
+        }).length,
     );
   await page.keyboard.press('Control+k');
   assert.ok((await moving()) > 0);

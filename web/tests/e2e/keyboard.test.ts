@@ -10,7 +10,9 @@ before(async () => {
 after(() => browser.close());
 
 const inEditor = (page: Page) =>
-  page.evaluate(() => document.activeElement?.matches('.cm-content') === true && !document.activeElement.closest('dialog'));
+  page.evaluate(
+    () => document.activeElement?.matches('.cm-content') === true && !document.activeElement.closest('dialog'),
+  );
 
 async function write(page: Page, ...texts: string[]): Promise<void> {
   for (const text of texts) {
@@ -48,7 +50,9 @@ test('Escape leaves every panel for the text', async () => {
     await show();
     assert.equal(await inEditor(page), false, `panel ${index} takes the focus`);
     await page.keyboard.press('Escape');
-    await page.waitForFunction(() => document.activeElement?.matches('.cm-content') && !document.querySelector('dialog'));
+    await page.waitForFunction(
+      () => document.activeElement?.matches('.cm-content') && !document.querySelector('dialog'),
+    );
   }
   assert.equal(await page.locator('dialog').count(), 0);
   await context.close();

@@ -15,12 +15,17 @@ const withState = (notes: ReadonlyArray<Record<string, unknown>>) =>
 test('Markdown shows what it means while it is written', async () => {
   const { page, context, trouble } = await open(browser);
   await page.keyboard.press('Alt+n');
-  await page.keyboard.insertText('# Um\n\na **b** ~~c~~ `d`\n\n> e\n\n---\n\n| f | g |\n|---|---|\n| 1 | 2 |\n\n```js\nconst h = 1;\n```\n');
+  await page.keyboard.insertText(
+    '# Um\n\na **b** ~~c~~ `d`\n\n> e\n\n---\n\n| f | g |\n|---|---|\n| 1 | 2 |\n\n```js\nconst h = 1;\n```\n',
+  );
   const classes = ['md-heading-1', 'md-strong', 'md-struck', 'md-inline-code', 'md-line-quote', 'md-line-rule'];
   for (const name of [...classes, 'md-line-table', 'md-line-code']) await page.waitForSelector(`.${name}`);
   assert.equal(await page.innerText('.md-line-code .tok-keyword'), 'const');
   const size = (selector: string) =>
-    page.evaluate((wanted) => Number.parseFloat(getComputedStyle(document.querySelector(wanted) as Element).fontSize), selector);
+    page.evaluate(
+      (wanted) => Number.parseFloat(getComputedStyle(document.querySelector(wanted) as Element).fontSize),
+      selector,
+    );
   assert.ok((await size('.md-heading-1')) > (await size('.md-strong')) * 1.3);
   assert.deepEqual(trouble, []);
   await context.close();
@@ -93,7 +98,8 @@ test('each line runs the way it is written', async () => {
 });
 
 test('typing stays quick in a text of twenty megabytes with everything in it', async () => {
-  const section = '## Título\n\nTexto com **negrito** e [um](http://b.c).\n\n- [ ] tarefa\n- [x] feita\n\n```js\nlet a = 1;\n```\n\n';
+  const section =
+    '## Título\n\nTexto com **negrito** e [um](http://b.c).\n\n- [ ] tarefa\n- [x] feita\n\n```js\nlet a = 1;\n```\n\n';
   const long = section.repeat(Math.ceil(20_000_000 / section.length));
   const before = `window.__QUENDO_IS_MAC__ = true; window.__QUENDO_NATIVE_STATE__ = { version: 1,
     notes: [{ id: 'a', text: ${JSON.stringify(section)}.repeat(${long.length / section.length}), updated: 1 }],
@@ -119,7 +125,12 @@ test('a table is written from cell to cell', async () => {
   await page.keyboard.type('12,50');
   await page.keyboard.press('Tab');
   await page.keyboard.press('Shift+Tab');
-  const table = ['| Nome          | Preço |', '| ------------- | ----: |', '| pão de queijo | 12,50 |', '|               |       |'];
+  const table = [
+    '| Nome          | Preço |',
+    '| ------------- | ----: |',
+    '| pão de queijo | 12,50 |',
+    '|               |       |',
+  ];
   assert.deepEqual((await noteTexts(page))[0]?.split('\n'), table);
   assert.equal(await page.evaluate('getSelection().toString()'), '12,50');
   await page.keyboard.press('Control+z');
@@ -129,7 +140,8 @@ test('a table is written from cell to cell', async () => {
 });
 
 test('a long text looks the same wherever one scrolls to, in the frame in which it comes', async () => {
-  const section = '## Título\n\nTexto com **negrito** e [um](http://b.c).\n\n- [ ] tarefa\n- [x] feita\n\n```js\nlet a = 1;\n```\n\n';
+  const section =
+    '## Título\n\nTexto com **negrito** e [um](http://b.c).\n\n- [ ] tarefa\n- [x] feita\n\n```js\nlet a = 1;\n```\n\n';
   const stored = { version: 1, notes: [{ id: 'a', text: section.repeat(20_000) }], tabs: { open: ['a'] } };
   const { page, context } = await open(browser, { before: fakeHost(stored) });
   await page.waitForSelector('.md-task');
@@ -158,6 +170,7 @@ test('a long text looks the same wherever one scrolls to, in the frame in which 
   await page.keyboard.press('Control+End');
   await page.keyboard.type('## fim');
   await page.waitForFunction(() =>
-    [...document.querySelectorAll('.md-line-heading-2')].some((line) => line.textContent === '## fim'));
+    [...document.querySelectorAll('.md-line-heading-2')].some((line) => line.textContent === '## fim'),
+  );
   await context.close();
 });

@@ -123,7 +123,10 @@ test('the preview follows the text and keeps what has not changed', async () => 
 });
 
 test('the preview scrolls with the text, also in a long one', async () => {
-  const sections = Array.from({ length: 4000 }, (_, i) => `## Parte ${i}\n\nUm texto que diz alguma coisa, e mais outra.`);
+  const sections = Array.from(
+    { length: 4000 },
+    (_, i) => `## Parte ${i}\n\nUm texto que diz alguma coisa, e mais outra.`,
+  );
   const notes = [{ id: 'a', text: sections.join('\n\n'), updated: 1 }];
   const before = fakeHost({ version: 1, notes, tabs: { open: ['a'], active: 'a' } });
   const { page, context } = await open(browser, { before });
@@ -165,7 +168,12 @@ test('a preview beside the text is there again after a restart, one in its place
   const { page, context } = await open(browser);
   await page.keyboard.press('Alt+n');
   await page.keyboard.type('# Título');
-  for (const [key, stays] of [['p', true], ['r', false], ['p', true], ['p', false]] as const) {
+  for (const [key, stays] of [
+    ['p', true],
+    ['r', false],
+    ['p', true],
+    ['p', false],
+  ] as const) {
     await page.keyboard.press(`Control+Alt+${key}`);
     await page.waitForSelector(saved);
     await page.reload();

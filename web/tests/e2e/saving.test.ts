@@ -20,7 +20,7 @@ test('quitting never replaces a newer document, even one without a revision to s
     await page.keyboard.press('Enter');
     await page.click('#sidebar');
     await page.evaluate("window.dispatchEvent(new Event('blur')); window.dispatchEvent(new Event('pagehide'))");
-    const final = await page.evaluate('quendoPrepareForTermination()') as { serialized: string; revision: number };
+    const final = (await page.evaluate('quendoPrepareForTermination()')) as { serialized: string; revision: number };
     const document = JSON.parse(final.serialized) as Record<string, unknown>;
     // The host goes by the revision beside the document from 1 on, else by the document's own.
     assert.ok(final.revision < 1 && Number(document.revision) < 0, final.serialized);
@@ -38,17 +38,21 @@ test('a key that saves tries again at once after a failure', async () => {
   await page.keyboard.type('x');
   await page.waitForSelector('#saveState[data-state="failed"]');
   // In one turn of the page, and between two tries: a try of the page's own must not come first.
-  const sent = await page.waitForFunction(() => {
-    const { host } = window as unknown as { host: { answer: boolean; messages: unknown[]; seen?: number } };
-    const before = host.messages.length;
-    const quiet = host.seen === before;
-    host.seen = before;
-    if (!quiet || before < 3) return undefined;
-    host.answer = true;
-    (window as unknown as { flushPendingSave(): void }).flushPendingSave();
-    return [before, host.messages.length];
-  }, undefined, { polling: 100 });
-  const [first, then] = await sent.jsonValue() as [number, number];
+  const sent = await page.waitForFunction(
+    () => {
+      const { host } = window as unknown as { host: { answer: boolean; messages: unknown[]; seen?: number } };
+      const before = host.messages.length;
+      const quiet = host.seen === before;
+      host.seen = before;
+      if (!quiet || before < 3) return undefined;
+      host.answer = true;
+      (window as unknown as { flushPendingSave(): void }).flushPendingSave();
+      return [before, host.messages.length];
+    },
+    undefined,
+    { polling: 100 },
+  );
+  const [first, then] = (await sent.jsonValue()) as [number, number];
   assert.equal(then, first + 1);
   await page.waitForSelector(saved);
   assert.match((await page.locator('.toast').allInnerTexts()).join(), /Everything is saved again/);

@@ -81,7 +81,10 @@ testWithSteps('typing on is saved every two seconds', (step) => {
     const last = sent.at(-1);
     if (last) saver.answered(true, last.revision);
   }
-  assert.deepEqual(sent.map(({ at }) => at - began), [2000, 4000]);
+  assert.deepEqual(
+    sent.map(({ at }) => at - began),
+    [2000, 4000],
+  );
 });
 
 testWithSteps('after a failure a change waits five seconds', (step) => {

@@ -9,13 +9,19 @@ import { currentLanguage, setLanguage } from '../../src/i18n/language';
 /** A page in which whatever a command touches throws. */
 function closingPage() {
   const waiting: Array<() => void> = [];
-  const untouchable = new Proxy({}, {
-    get: (_, name) => assert.fail(`${String(name)} was touched`),
-    set: (_, name) => assert.fail(`${String(name)} was changed`),
-  });
-  const shell = new Proxy({ closing: { begun: true, after: (run: () => void) => waiting.push(run) } }, {
-    get: (target, name) => (name === 'closing' ? target.closing : assert.fail(`${String(name)} was touched`)),
-  });
+  const untouchable = new Proxy(
+    {},
+    {
+      get: (_, name) => assert.fail(`${String(name)} was touched`),
+      set: (_, name) => assert.fail(`${String(name)} was changed`),
+    },
+  );
+  const shell = new Proxy(
+    { closing: { begun: true, after: (run: () => void) => waiting.push(run) } },
+    {
+      get: (target, name) => (name === 'closing' ? target.closing : assert.fail(`${String(name)} was touched`)),
+    },
+  );
   const members = Object.fromEntries(
     ['workspace', 'editor', 'saver', 'port', 'copies', 'share', 'practice'].map((name) => [name, untouchable]),
   );

@@ -71,7 +71,10 @@ test('the palette has every command that can be run, and the menu those of the n
     assert.equal(keys, shownKey(command, here));
   }
   const items = noteMenu(here).flat();
-  assert.deepEqual(items.map(({ name }) => name), noteCommands.flat());
+  assert.deepEqual(
+    items.map(({ name }) => name),
+    noteCommands.flat(),
+  );
   for (const { name, label, keys } of items) {
     assert.equal(label, table[name]?.label);
     assert.equal(keys, entries.find((entry) => entry.name === name)?.keys);
@@ -81,7 +84,11 @@ test('the palette has every command that can be run, and the menu those of the n
 test('what makes no sense now is left out of the palette, and greyed in the menu', () => {
   const none = paletteEntries(context(true, null), table, '').map(({ name }) => name);
   assert.ok(!none.includes('saveAs') && !none.includes('pin') && none.includes('newNote'));
-  assert.ok(noteMenu(context(true, null)).flat().find(({ name }) => name === 'pin')?.disabled);
+  assert.ok(
+    noteMenu(context(true, null))
+      .flat()
+      .find(({ name }) => name === 'pin')?.disabled,
+  );
   const pinned = paletteEntries(context(true, { pinned: true }), table, '');
   assert.equal(pinned.find(({ name }) => name === 'pin')?.label, t('cmd.unpin'));
 });

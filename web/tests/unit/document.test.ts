@@ -46,7 +46,10 @@ test('every text survives', () => {
   const json = serialize(contents, 1);
   assert.doesNotMatch(json, /[\ud800-\udbff](?![\udc00-\udfff])/);
   const back = JSON.parse(json) as { notes: Array<{ text: string }> };
-  assert.deepEqual(back.notes.map((note) => note.text), texts);
+  assert.deepEqual(
+    back.notes.map((note) => note.text),
+    texts,
+  );
 });
 
 test('unknown members and unreadable entries come back as they were', () => {
@@ -78,7 +81,15 @@ test('a member named __proto__ is data like any other', () => {
 });
 
 test('notes with the same id become notes of their own', () => {
-  const { contents } = readContents({ notes: [{ id: 'a', text: '1' }, { id: 'a', text: '2' }] }, NOW);
+  const { contents } = readContents(
+    {
+      notes: [
+        { id: 'a', text: '1' },
+        { id: 'a', text: '2' },
+      ],
+    },
+    NOW,
+  );
   assert.equal(new Set(contents.notes.map((note) => note.id)).size, 2);
 });
 
@@ -88,7 +99,10 @@ test('notes given as an object are read too', () => {
 });
 
 test('tabs hold only what is there', () => {
-  const notes = [{ id: 'a', text: '' }, { id: 'b', text: '' }];
+  const notes = [
+    { id: 'a', text: '' },
+    { id: 'b', text: '' },
+  ];
   const tabs = { open: ['b', 'x', 'b', 'a'], active: 'x', closed: [{ id: 'a' }, { id: 'gone' }] };
   const { contents } = readContents({ notes, tabs }, NOW);
   assert.deepEqual(contents.tabs, { open: ['b', 'a'], active: 'b', closed: [], extra: [] });
@@ -100,7 +114,10 @@ test('the bin lets go after thirty days', () => {
     { id: 'new', text: '2', deleted: NOW - DAY },
   ];
   const { contents } = readContents({ bin }, NOW);
-  assert.deepEqual(contents.bin.map(({ note }) => note.id), ['new']);
+  assert.deepEqual(
+    contents.bin.map(({ note }) => note.id),
+    ['new'],
+  );
 });
 
 test('a newer version is told, an unknown kind of version is not newer', () => {

@@ -85,7 +85,10 @@ test('every kind of file has its language', async () => {
     assert.ok(support, extension);
     const marked: string[] = [];
     highlightTree(support.language.parser.parse(code), classNames, (from, to) => marked.push(code.slice(from, to)));
-    assert.ok(marked.some((part) => part.trim() === text), `${extension}: ${JSON.stringify(marked)}`);
+    assert.ok(
+      marked.some((part) => part.trim() === text),
+      `${extension}: ${JSON.stringify(marked)}`,
+    );
   }
 });
 

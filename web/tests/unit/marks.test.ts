@@ -46,11 +46,19 @@ test('code comes through letter by letter', () => {
     ['**`x_y_z`**', '*`x_y_z`*', 'x_y_z'],
     ['`` a`b ``', '`` a`b ``', 'a`b'],
     ['``dois``', '`dois`', 'dois'],
-    ['```js\nlet **x** = `1`\n  _y_\n\n# z\n```', '```\nlet **x** = `1`\n  _y_\n\n# z\n```', 'let **x** = `1`\n  _y_\n\n# z'],
+    [
+      '```js\nlet **x** = `1`\n  _y_\n\n# z\n```',
+      '```\nlet **x** = `1`\n  _y_\n\n# z\n```',
+      'let **x** = `1`\n  _y_\n\n# z',
+    ],
     ['~~~\n*a*\n~~~', '```\n*a*\n```', '*a*'],
     ['```\naberto', '```\naberto\n```', 'aberto'],
     ['```\n```', '```\n```', ''],
-    ['a\n\n    *dentro*\n      mais\n\nb', 'a\n\n    ```\n*dentro*\n  mais\n```\n\nb', 'a\n\n    *dentro*\n      mais\n\nb'],
+    [
+      'a\n\n    *dentro*\n      mais\n\nb',
+      'a\n\n    ```\n*dentro*\n  mais\n```\n\nb',
+      'a\n\n    *dentro*\n      mais\n\nb',
+    ],
     ['- x\n  ```\n  **y**\n  ```', '- x\n  ```\n**y**\n```', '- x\n  **y**'],
     ['> ```\n> > a\n> b\n> ```', '> ```\n> > a\n> b\n> ```', '> > a\n> b'],
     ['\\`não\\` \\# \\> \\\\', '`não` # > \\', '`não` # > \\'],
@@ -78,7 +86,11 @@ test('lists, tasks and quotes', () => {
     ['3) um\n4) dois', '3. um\n4. dois', '3. um\n4. dois'],
     ['- [ ] um\n- [x] **dois**\n* [X] três', '☐ um\n☑ *dois*\n☑ três', '☐ um\n☑ dois\n☑ três'],
     ['1. [ ] um\n   - [x] dois', '1. ☐ um\n   ☑ dois', '1. ☐ um\n   ☑ dois'],
-    ['> citado **b**\n>sem espaço\n> > dois', '> citado *b*\n> sem espaço\n> > dois', '> citado b\n> sem espaço\n> > dois'],
+    [
+      '> citado **b**\n>sem espaço\n> > dois',
+      '> citado *b*\n> sem espaço\n> > dois',
+      '> citado b\n> sem espaço\n> > dois',
+    ],
     ['> **a\n> b**', '> *a*\n> *b*', '> a\n> b'],
     ['a\n\n---\n\n* * *\n\nb', 'a\n\n———\n\n———\n\nb', 'a\n\n———\n\n———\n\nb'],
   ]);
@@ -96,8 +108,16 @@ test('links', () => {
     ['![foto](https://x.y/f.png) ![](f.png)', 'foto: https://x.y/f.png f.png', 'foto (https://x.y/f.png) f.png'],
     ['![foto](data:image/png;base64,AAAA) [topo](#topo)', 'foto topo', 'foto topo'],
     ['[a](<x y>) [b](x\\)y) [](z) [c]()', 'a: x y b: x)y z c', 'a (x y) b (x)y) z c'],
-    ['[um][1] e [Dois]\n\n[1]: https://x.y\n[dois]: https://z.w', 'um: https://x.y e Dois: https://z.w', 'um (https://x.y) e Dois (https://z.w)'],
-    ['[só] e nota[^1]\n\n[^1]: https://x.y', '[só] e nota[^1]\n\n[^1]: https://x.y', '[só] e nota[^1]\n\n[^1]: https://x.y'],
+    [
+      '[um][1] e [Dois]\n\n[1]: https://x.y\n[dois]: https://z.w',
+      'um: https://x.y e Dois: https://z.w',
+      'um (https://x.y) e Dois (https://z.w)',
+    ],
+    [
+      '[só] e nota[^1]\n\n[^1]: https://x.y',
+      '[só] e nota[^1]\n\n[^1]: https://x.y',
+      '[só] e nota[^1]\n\n[^1]: https://x.y',
+    ],
     ['[livre]: https://x.y', '[livre]: https://x.y', '[livre]: https://x.y'],
   ]);
 });

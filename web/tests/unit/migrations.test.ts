@@ -43,11 +43,11 @@ test('steps leave what they are given as it is, and what they do not know', () =
 });
 
 test('notes that stood under their ids keep them, and their tabs', () => {
-  const { contents } = readContents(
-    { notes: { x: { text: '1' }, y: { text: '2' } }, tabs: { open: ['y'] } },
-    NOW,
+  const { contents } = readContents({ notes: { x: { text: '1' }, y: { text: '2' } }, tabs: { open: ['y'] } }, NOW);
+  assert.deepEqual(
+    contents.notes.map((note) => note.id),
+    ['x', 'y'],
   );
-  assert.deepEqual(contents.notes.map((note) => note.id), ['x', 'y']);
   assert.equal(contents.tabs.active, 'y');
 });
 

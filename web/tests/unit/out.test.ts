@@ -157,13 +157,16 @@ test('one share at a time; only its own answer ends it', () => {
   write('# Um\r\n', { lineBreak: '\r\n' });
   shareNote(context);
   const first = last();
-  assert.deepEqual({ ...first, attemptId: '' }, {
-    attemptId: '',
-    title: 'Um',
-    filename: 'Um.md',
-    content: '# Um\r\n',
-    url: 'https://example.invalid/',
-  });
+  assert.deepEqual(
+    { ...first, attemptId: '' },
+    {
+      attemptId: '',
+      title: 'Um',
+      filename: 'Um.md',
+      content: '# Um\r\n',
+      url: 'https://example.invalid/',
+    },
+  );
   shareNote(context);
   assert.deepEqual([sent.length, toasts.pop()], [1, 'Something is being shared already']);
   answers.shared(true, 'other');
@@ -202,12 +205,14 @@ test('where nobody can be asked, the page says so', () => {
 test('each copy is answered once, by its own id, with the words that come back', async () => {
   write('# Um **b** [x](https://y.z)');
   const copies = [copyAsMarkdown(context), copyAsPlainText(context), copyForWhatsApp(context)];
-  assert.deepEqual(sent.map(([, body]) => body.text), [
-    '# Um **b** [x](https://y.z)',
-    'Um b x (https://y.z)',
-    '*Um b x*: https://y.z',
-  ]);
-  assert.deepEqual(sent.map(([, body]) => body.successMessage), ['Markdown copied', 'Text copied', 'Copied for WhatsApp']);
+  assert.deepEqual(
+    sent.map(([, body]) => body.text),
+    ['# Um **b** [x](https://y.z)', 'Um b x (https://y.z)', '*Um b x*: https://y.z'],
+  );
+  assert.deepEqual(
+    sent.map(([, body]) => body.successMessage),
+    ['Markdown copied', 'Text copied', 'Copied for WhatsApp'],
+  );
   const ids = sent.map(([, body]) => body.requestId ?? '');
   assert.equal(new Set(ids).size, 3);
   answers.copied(true, 'Of nobody', 'unknown');

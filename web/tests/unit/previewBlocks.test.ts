@@ -50,7 +50,10 @@ test('tables keep their columns, also empty ones', () => {
 });
 
 test('references are found wherever they stand', () => {
-  assert.equal(short('[a][x] e [x]\n\n[x]: https://exemplo.org/p'), 'p(a=https://exemplo.org/p(a) e a=https://exemplo.org/p(x))');
+  assert.equal(
+    short('[a][x] e [x]\n\n[x]: https://exemplo.org/p'),
+    'p(a=https://exemplo.org/p(a) e a=https://exemplo.org/p(x))',
+  );
   assert.equal(short('[sem alvo] e [a][nada]'), 'p([sem alvo] e [a][nada])');
 });
 

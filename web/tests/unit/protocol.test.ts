@@ -28,7 +28,12 @@ function rows(name: string): Record<string, string>[] {
   const [head = [], , ...body] = found
     .trim()
     .split('\n')
-    .map((line) => line.split('|').slice(1, -1).map((cell) => cell.trim().replace(/^`(.*)`$/, '$1')));
+    .map((line) =>
+      line
+        .split('|')
+        .slice(1, -1)
+        .map((cell) => cell.trim().replace(/^`(.*)`$/, '$1')),
+    );
   return body.map((cells) => Object.fromEntries(cells.map((cell, index) => [head[index] ?? '', cell])));
 }
 
@@ -93,10 +98,13 @@ test('the page has every function that the host calls, and no other', { skip }, 
 
 test('the page starts from the globals of the protocol', { skip }, () => {
   const read = new Set<string>();
-  readBootstrap(
-    new Proxy({}, { get: (_, name) => void read.add(`window.${String(name)}`) }),
+  readBootstrap(new Proxy({}, { get: (_, name) => void read.add(`window.${String(name)}`) }));
+  assert.deepEqual(
+    [...read].sort(),
+    rows('globals')
+      .map(({ Global = '' }) => Global)
+      .sort(),
   );
-  assert.deepEqual([...read].sort(), rows('globals').map(({ Global = '' }) => Global).sort());
 });
 
 test('each item of the menu has its command here, with its key', { skip }, () => {

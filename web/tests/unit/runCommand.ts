@@ -21,7 +21,12 @@ export function run(command: Command, marked: string, sign = '|'): string {
   const dispatch = (change: Transaction | Parameters<EditorState['update']>[0]) => {
     state = 'startState' in change ? change.state : state.update(change).state;
   };
-  command({ get state() { return state; }, dispatch } as unknown as EditorView);
+  command({
+    get state() {
+      return state;
+    },
+    dispatch,
+  } as unknown as EditorView);
   const out = state.doc.toString();
   return [...state.selection.ranges]
     .reverse()

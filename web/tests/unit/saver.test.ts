@@ -42,7 +42,10 @@ test('one save is out at a time, and the next carries the newest text', () => {
   saver.flush();
   assert.equal(sent.length, 1);
   saver.answered(true, 1);
-  assert.deepEqual(sent.map(({ serialized }) => serialized), ['text 1', 'text 3']);
+  assert.deepEqual(
+    sent.map(({ serialized }) => serialized),
+    ['text 1', 'text 3'],
+  );
   assert.equal(saver.status, 'saving');
   saver.answered(true, 2);
   assert.equal(saver.status, 'saved');
@@ -199,7 +202,12 @@ test('answers that nobody waits for change nothing', () => {
 });
 
 test('a save that was felt waits longer for a quiet moment, within a limit', () => {
-  for (const [cost, longest] of [[0, 1000], [30, 1300], [390, 4900], [3000, 5000]] as const) {
+  for (const [cost, longest] of [
+    [0, 1000],
+    [30, 1300],
+    [390, 4900],
+    [3000, 5000],
+  ] as const) {
     const { saver, sent, advance, type, idle } = saverBench();
     Object.assign(idle, { cost, hold: true });
     type();

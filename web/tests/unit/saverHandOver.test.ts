@@ -10,7 +10,10 @@ test('what is handed over does not wait for the answer to an earlier document', 
   saver.flush();
   assert.equal(sent.length, 1, 'a save as usual waits');
   assert.equal(saver.handOver(), true);
-  assert.deepEqual(sent.map(({ serialized }) => serialized), ['text 1', 'text 2']);
+  assert.deepEqual(
+    sent.map(({ serialized }) => serialized),
+    ['text 1', 'text 2'],
+  );
   saver.answered(true, 1);
   assert.equal(saver.status, 'saving');
   assert.equal(sent.length, 2, 'nothing is left that has not been sent');

@@ -24,7 +24,10 @@ test('of notes without a tab the last few dozen keep theirs', () => {
   sessions.keep('note 0', 'left again');
   sessions.release(['note 1'], exists);
   const kept = ids.filter((id) => sessions.take(id) !== null);
-  assert.deepEqual(kept, ids.filter((id) => id !== 'note 2' && id !== 'note 3'));
+  assert.deepEqual(
+    kept,
+    ids.filter((id) => id !== 'note 2' && id !== 'note 3'),
+  );
 });
 
 test('few notes are all kept', () => {

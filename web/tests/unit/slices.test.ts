@@ -15,16 +15,28 @@ test('a slice ends when its time is over, and does one step at least', () => {
   const work = steps(10, () => {
     now += 2;
   });
-  assert.deepEqual(workSlice(work, 5, () => now), { done: false, value: 3 });
-  assert.deepEqual(workSlice(work, 0, () => now), { done: false, value: 4 });
-  assert.deepEqual(workSlice(work, 100, () => now), { done: true, value: 'whole' });
+  assert.deepEqual(
+    workSlice(work, 5, () => now),
+    { done: false, value: 3 },
+  );
+  assert.deepEqual(
+    workSlice(work, 0, () => now),
+    { done: false, value: 4 },
+  );
+  assert.deepEqual(
+    workSlice(work, 100, () => now),
+    { done: true, value: 'whole' },
+  );
 });
 
 test('work without a delay begins at once, and short work ends at once', () => {
   let result = '';
-  inSlices(steps(3), { slice: 1000, onDone: (value) => {
-    result = value;
-  } });
+  inSlices(steps(3), {
+    slice: 1000,
+    onDone: (value) => {
+      result = value;
+    },
+  });
   assert.equal(result, 'whole');
 });
 

@@ -116,7 +116,10 @@ test('every text is there in every language, with the same holes', () => {
 });
 
 test('every text is used', () => {
-  const code = sources.filter((file) => !file.endsWith('catalogue.ts')).map((f) => readFileSync(f, 'utf8')).join();
+  const code = sources
+    .filter((file) => !file.endsWith('catalogue.ts'))
+    .map((f) => readFileSync(f, 'utf8'))
+    .join();
   for (const key of Object.keys(catalogue)) {
     const base = key.replace(/\.(one|many|none|some|pt|en|es|system|light|dark)$/, '');
     assert.ok(code.includes(`'${key}'`) || code.includes(`'${base}'`) || code.includes(`\`${base}.`), key);

@@ -39,8 +39,14 @@ test('lines that are no table are not read as one', () => {
 });
 
 test('the column of a place counts bars before it', () => {
-  assert.deepEqual([0, 1, 2, 3, 4, 7].map((at) => columnAt('|a|b\\||', at)), [0, 0, 0, 1, 1, 2]);
-  assert.deepEqual([0, 1, 2].map((at) => columnAt('a|b', at)), [0, 0, 1]);
+  assert.deepEqual(
+    [0, 1, 2, 3, 4, 7].map((at) => columnAt('|a|b\\||', at)),
+    [0, 0, 0, 1, 1, 2],
+  );
+  assert.deepEqual(
+    [0, 1, 2].map((at) => columnAt('a|b', at)),
+    [0, 0, 1],
+  );
 });
 
 test('Tab goes to the next cell, over the dashes, and adds a row at the end', () => {

@@ -11,7 +11,11 @@ test('folding drops case and accents', () => {
 });
 
 test('Latin letters are folded as others are', () => {
-  const slowly = (text: string) => text.normalize('NFD').replace(/\p{M}+/gu, '').toLowerCase();
+  const slowly = (text: string) =>
+    text
+      .normalize('NFD')
+      .replace(/\p{M}+/gu, '')
+      .toLowerCase();
   const latin = Array.from({ length: 256 }, (_, code) => String.fromCharCode(code));
   for (const letter of latin) assert.equal(fold(letter), slowly(letter), JSON.stringify(letter));
   assert.equal(fold(latin.join('')), slowly(latin.join('')));
@@ -115,8 +119,7 @@ test('lengths are counted in UTF-8', () => {
 });
 
 const bytes = (...values: number[]) => new Uint8Array(values);
-const utf16 = (text: string) =>
-  new Uint8Array([...text].flatMap((c) => [c.charCodeAt(0) & 255, c.charCodeAt(0) >> 8]));
+const utf16 = (text: string) => new Uint8Array([...text].flatMap((c) => [c.charCodeAt(0) & 255, c.charCodeAt(0) >> 8]));
 
 test('text files are decoded in the common encodings', () => {
   assert.equal(decodeText(bytes()), '');

@@ -269,7 +269,11 @@ test('the bin is emptied for good, with the ways back to it', () => {
   workspace.closeTabs([ids[1] ?? '']);
   workspace.deleteNote(ids[0] ?? '');
   workspace.deleteNote(ids[2] ?? '');
-  assert.deepEqual(workspace.bin.map(({ note }) => note.id), [ids[2], ids[0]], 'the latest first');
+  assert.deepEqual(
+    workspace.bin.map(({ note }) => note.id),
+    [ids[2], ids[0]],
+    'the latest first',
+  );
   workspace.emptyBin();
   assert.deepEqual(workspace.bin, []);
   assert.equal(workspace.restoreNote(ids[0] ?? ''), false);

@@ -51,8 +51,14 @@ test('only notes that changed are serialised', () => {
 test('what was made ready costs nothing when it is saved', () => {
   const { workspace, ids } = manyNotes(300);
   workspace.deleteNote(ids[9] ?? '');
-  assert.equal(countTexts(() => [...makePieces(workspace.contents)]), 300);
-  assert.equal(countTexts(() => serialize(workspace.contents, 1)), 0);
+  assert.equal(
+    countTexts(() => [...makePieces(workspace.contents)]),
+    300,
+  );
+  assert.equal(
+    countTexts(() => serialize(workspace.contents, 1)),
+    0,
+  );
 });
 
 test('grouping changes nothing in what is written', () => {
