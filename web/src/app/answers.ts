@@ -3,7 +3,7 @@ import { exported, savedAs } from '../commands/files';
 import type { HostAnswers } from '../commands/port';
 import { shared } from '../commands/share';
 
-/** What is done when the host answers. */
+/** Handlers for the host's answers. */
 export function hostAnswers(context: Context): HostAnswers {
   return {
     saved: (success, revision) => context.saver.answered(success, revision),

@@ -22,7 +22,7 @@ import { commands, noteMenu, reservedKeys } from '../commands/table';
 import { closeTab } from '../commands/tabs';
 import { currentState } from '../commands/termination';
 
-/** Builds the page on a document and joins its pieces: what changes is shown and saved. */
+/** Builds the page and wires it up: changes are shown and saved. */
 export function startApp(document: ReadResult, port: HostPort, nonce: string): Context {
   const { contents, newer } = document;
   const workspace = new Workspace(contents, newer, Date.now);
@@ -99,7 +99,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
   return context;
 }
 
-/** The user picked a language in the page: the host is told, so that its menus follow. */
+/** The user picked a language in the page; tell the host, whose menus follow it. */
 export function chooseLanguage({ port }: Context, language: Language): void {
   setLanguage(language);
   port.rememberLanguage(language);
@@ -130,7 +130,7 @@ function show(context: Context, change: Change, id?: string): void {
   }
 }
 
-/** Trouble and its end are said aloud once; the rest stands at the lower edge. */
+/** Errors and recovery are announced once, in a toast; everything else only shows in the status bar. */
 function reportStatus(shell: Shell): (status: SaveStatus) => void {
   let failed = false;
   return (status) => {

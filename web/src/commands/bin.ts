@@ -5,7 +5,7 @@ import { confirmDialog } from '../views/confirmDialog';
 import { type Context, focusMain, mayChange } from './context';
 import { openNote } from './notes';
 
-/** What was deleted, with the way back and the way out. */
+/** Lists deleted notes, to restore them or delete them for good. */
 export function showBin(context: Context): void {
   const { workspace } = context;
   binDialog({
@@ -24,7 +24,7 @@ function restore(context: Context, id: string): void {
   shell.toasts.show(t('bin.restored', { title: (note && titleOf(note)) || t('untitled') }));
 }
 
-/** Nothing brings back what was in the bin, so this asks, and Enter alone does not agree. */
+/** Emptying the bin cannot be undone, so this asks first, and Enter alone does not confirm. */
 function askToEmpty(context: Context): void {
   const { workspace, shell } = context;
   if (!mayChange(context)) return;

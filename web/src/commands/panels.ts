@@ -22,7 +22,7 @@ export function toggleSidebar(context: Context): void {
   setDrawer(context, context.workspace.settings.sidebarOpen ? null : 'sidebar');
 }
 
-/** Opens the sidebar, or with no name folds it. */
+/** Opens the sidebar; any other name closes it. */
 export function setDrawer(context: Context, name: unknown, options?: { focus?: boolean }): void {
   closeDialog();
   const { workspace, shell } = context;

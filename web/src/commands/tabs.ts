@@ -17,7 +17,7 @@ export function closeCurrentTab(context: Context): void {
   if (active !== null) closeTab(context, active);
 }
 
-/** Asks only before more tabs are closed than can be opened again. */
+/** Asks only when closing more tabs than can be reopened. */
 export function requestCloseTabs(context: Context, scope: CloseScope): void {
   const { workspace, shell } = context;
   const ids = tabsInScope(workspace.tabs, scope);

@@ -5,7 +5,7 @@ import { webCopy } from './webClipboard';
 
 const STORAGE_KEY = 'quendo-state';
 
-/** Stands in for the host in a plain browser: local storage, downloads, the web's clipboard. */
+/** Replaces the host in a plain browser: local storage, downloads, the web clipboard. */
 export function browserPort(publicUrl: string, answers: () => HostAnswers): HostPort {
   return {
     native: false,
@@ -39,7 +39,7 @@ export function browserPort(publicUrl: string, answers: () => HostAnswers): Host
   };
 }
 
-/** The document that an earlier visit left. A damaged one is put aside before it is replaced. */
+/** The document stored by an earlier visit. A damaged one is moved aside before it is overwritten. */
 export function storedDocument(): unknown {
   let text: string | null = null;
   try {

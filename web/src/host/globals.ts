@@ -9,9 +9,9 @@ import { prepareForTermination, terminationDidCancel } from '../commands/termina
 import { isLanguage, setLanguage } from '../i18n/language';
 
 /**
- * Every name that the host calls in the page. Functions of the menu give nothing back, because
- * the web view reports a promise, a function or an element as a failed script. While the window
- * closes, answers and messages arrive as ever, and what would act for the user does nothing.
+ * Every global the host calls. Menu functions return nothing, because the web view reports a returned
+ * promise, function or element as a script failure. While the window is closing, answers and messages are
+ * still handled, but functions that act for the user do nothing.
  */
 export function pageGlobals(context: Context, answers: HostAnswers, stored: unknown, table: CommandTable = commands) {
   const { workspace, shell } = context;

@@ -2,13 +2,13 @@ import { fold } from './fold';
 
 export interface FuzzyMatch {
   readonly score: number;
-  /** The characters of the text that stand for the query, as offsets in order. */
+  /** Offsets of the matched characters in the text, in order. */
   readonly at: ReadonlyArray<number>;
 }
 
 /**
- * Whether the characters of a query occur in a text in order, case and accents aside. Beginnings
- * of words and characters in a row count for more, so that "sc" finds "Salvar como" first.
+ * Whether a query's characters occur in a text in order, ignoring case and accents. Word starts and
+ * consecutive characters score higher, so "sc" finds "Salvar como" first.
  */
 export function fuzzyMatch(query: string, text: string): FuzzyMatch | null {
   const wanted = [...fold(query)].filter((char) => char.trim() !== '');
@@ -33,7 +33,7 @@ export function fuzzyMatch(query: string, text: string): FuzzyMatch | null {
   const match = best(0, 0, false);
   if (!match) return null;
   const offsets = offsetsOf(text);
-  // Of two texts that match alike, the shorter one is the better.
+  // Of two equal matches, the shorter text wins.
   return {
     score: match.score - chars.length / 100,
     at: match.at.map((index) => offsets[index] ?? 0),

@@ -6,7 +6,7 @@ import { addressOf, referenceName } from './links';
 
 export const previewGrammar = parser.configure(GFM);
 
-/** Every kind of element that a preview can have. */
+/** Every element a preview may contain. */
 // biome-ignore format: readable as a block
 export type Tag =
   | 'h1' | 'h2' | 'h3' | 'h4' | 'h5' | 'h6' | 'p' | 'blockquote' | 'ul' | 'ol' | 'li' | 'pre' | 'hr' | 'div'
@@ -16,26 +16,26 @@ export interface Piece {
   readonly tag: Tag;
   readonly children: ReadonlyArray<Piece | string>;
   readonly kind?: 'image' | 'done' | 'toDo' | 'raw' | 'end' | 'center';
-  /** Only for links, and only what may be followed. */
+  /** Links only, and only addresses that are safe to follow. */
   readonly href?: string;
-  /** The number that an ordered list begins with. */
+  /** The first number of an ordered list. */
   readonly start?: number;
-  /** The label of a block of code. */
+  /** The info string of a code block. */
   readonly language?: string;
 }
 
 export interface Block {
   readonly from: number;
   readonly to: number;
-  /** Blocks with the same key look the same. */
+  /** Blocks with equal keys render alike. */
   readonly key: string;
   readonly make: () => Piece;
 }
 
-/** Deeper nesting than anyone writes is shown as text, before it exhausts the stack. */
+/** Deeper nesting than anyone writes is shown as text instead of overflowing the stack. */
 const DEEPEST = 100;
 
-/** The blocks of a parsed text. What a block is made of is worked out only when it is asked for. */
+/** The blocks of a parsed text. A block's content is built only on demand. */
 export function blocksOf(source: string, tree: Tree): Block[] {
   const definitions = definitionsOf(source, tree);
   const context = [...definitions].join('\n');
@@ -116,7 +116,7 @@ class Maker {
     return out;
   }
 
-  /** Code letter by letter, without its fence and the marks of quotes and lists around it. */
+  /** Code verbatim, without its fence or the quote and list marks around it. */
   code(node: SyntaxNode): Piece {
     const info = node.getChild('CodeInfo');
     const lines = node.getChildren('CodeText').map((part) => this.text(part));
@@ -211,7 +211,7 @@ class Maker {
   link(node: SyntaxNode, depth: number): Array<Piece | string> {
     const url = node.getChild('URL');
     const target = url ? this.text(url) : this.definitions.get(this.reference(node) ?? '');
-    // A label in brackets that points nowhere is just that.
+    // A bracketed label without a target is plain text.
     if (target === undefined) return [this.text(node)];
     return [linkTo(addressOf(target), this.label(node, depth))];
   }
@@ -229,7 +229,7 @@ function linkTo(address: string, label: ReadonlyArray<Piece | string>): Piece {
   return href === null ? { tag: 'span', children: label } : { tag: 'a', href, children: label };
 }
 
-/** The cells of a row, also those between two bars that hold nothing. */
+/** The cells of a row, including empty ones between two bars. */
 function cellsOf(row: SyntaxNode): Array<SyntaxNode | null> {
   const cells: Array<SyntaxNode | null> = [];
   let cell: SyntaxNode | null = null;
@@ -250,7 +250,7 @@ function sideOf(dashes: string): { readonly kind?: 'end' | 'center' } {
   return { kind: text.startsWith(':') ? 'center' : 'end' };
 }
 
-/** Without the blanks that stood between the text and the marks around it. */
+/** Trims the blanks between the text and the surrounding marks. */
 function trimmed(pieces: ReadonlyArray<Piece | string>): Array<Piece | string> {
   const out = [...pieces];
   if (typeof out[0] === 'string') out[0] = out[0].trimStart();
