@@ -7,13 +7,13 @@ const rightToLeft =
   /[\p{Script=Hebrew}\p{Script=Arabic}\p{Script=Syriac}\p{Script=Thaana}\p{Script=Nko}\p{Script=Adlam}]/u;
 const reversed = Decoration.line({ attributes: { dir: 'rtl' } });
 
-/** Whether the first letter of a line is of a script that runs from right to left. */
+/** Whether a line's first letter belongs to a right-to-left script. */
 export function runsLeftwards(text: string): boolean {
   const letter = firstLetter.exec(text.slice(0, LOOKED_AT))?.[0];
   return letter !== undefined && rightToLeft.test(letter);
 }
 
-/** Each line runs the way its own first letter does. */
+/** Sets each line's direction by its first letter. */
 export const lineDirections = [
   EditorView.perLineTextDirection.of(true),
   ViewPlugin.fromClass(

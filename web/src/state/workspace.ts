@@ -5,7 +5,7 @@ import { closeTabs, forgetTabs, openTab } from './tabRow';
 
 /** What changed: one note's text; the set of notes or tabs; a setting; the capture draft. */
 export type Change = 'text' | 'notes' | 'tabs' | 'settings' | 'draft';
-/** Where so many notes were left is remembered; those left longest ago are forgotten first. */
+/** How many notes' places are remembered; the oldest are dropped first. */
 const PLACES = 1000;
 
 export type Listener = (change: Change, id?: string) => void;
@@ -17,12 +17,12 @@ export interface NewNote {
   readonly lineBreak?: Note['lineBreak'];
 }
 
-/** The notes and everything about them that outlives the page, with those who watch it. */
+/** The notes and all other persistent state, with change listeners. */
 export class Workspace {
   readonly #listeners: Listener[] = [];
   readonly #notes: Map<string, Note>;
   #contents: Contents;
-  /** The notes in the order of the list, until one of them changes. */
+  /** The notes in list order, cached until one of them changes. */
   #order: ReadonlyArray<Note> | null = null;
 
   constructor(
@@ -34,7 +34,7 @@ export class Workspace {
     this.#notes = new Map(contents.notes.map((note) => [note.id, note]));
   }
 
-  /** The document as of now, for serialising. */
+  /** The current document, for serialising. */
   get contents(): Contents {
     return { ...this.#contents, notes: [...this.#notes.values()] };
   }
@@ -63,12 +63,12 @@ export class Workspace {
     return this.#notes.get(id) ?? null;
   }
 
-  /** What was deleted, the latest first. */
+  /** Deleted notes, latest first. */
   get bin(): ReadonlyArray<BinnedNote> {
     return [...this.#contents.bin].sort((a, b) => b.deleted - a.deleted);
   }
 
-  /** All notes, the pinned ones first, else the latest changed first. */
+  /** All notes, pinned ones first, then by last change. */
   notesInOrder(): ReadonlyArray<Note> {
     this.#order ??= [...this.#notes.values()].sort(
       (a, b) => Number(b.pinned) - Number(a.pinned) || b.updated - a.updated || b.created - a.created,
@@ -76,12 +76,12 @@ export class Workspace {
     return this.#order;
   }
 
-  /** Where a note was left, if that is remembered. */
+  /** Where the user left a note, if remembered. */
   place(id: string): Place | null {
     return this.#contents.places.get(id) ?? null;
   }
 
-  /** Remembers where a note is left; tells whether it was elsewhere before. */
+  /** Remembers where the user left a note; returns whether that changed. */
   setPlace(id: string, place: Place): boolean {
     const before = this.place(id);
     const same = before?.anchor === place.anchor && before.head === place.head && before.top === place.top;
@@ -101,7 +101,7 @@ export class Workspace {
     return this.#contents.handedOver;
   }
 
-  /** Every save takes this along as it is by then; it is no reason for one. */
+  /** Saved along with the next change; not worth a save of its own. */
   setHandedOver(handedOver: ReadonlyArray<string>): void {
     this.#contents = { ...this.#contents, handedOver };
   }
@@ -132,7 +132,7 @@ export class Workspace {
   setText(id: string, text: Text): void {
     const note = this.#notes.get(id);
     if (!note || note.text === text) return;
-    // Later than its creation even if the clock was set back: isUntouched() goes by that.
+    // Later than its creation even if the clock was set back, because isUntouched() depends on it.
     this.#put({ ...note, text, updated: Math.max(this.now(), note.created + 1) });
     this.#tell('text', id);
   }
@@ -151,7 +151,7 @@ export class Workspace {
     this.#tell('notes', id);
   }
 
-  /** Moves a note to the bin and closes its tab; the closed tab remembers the way back. */
+  /** Moves a note to the bin and closes its tab; reopening the tab restores the note. */
   deleteNote(id: string): void {
     const note = this.#notes.get(id);
     if (!note) return;
@@ -166,7 +166,7 @@ export class Workspace {
     this.#tell('tabs');
   }
 
-  /** Takes a note back out of the bin. */
+  /** Restores a note from the bin. */
   restoreNote(id: string): boolean {
     const binned = this.#contents.bin.find(({ note }) => note.id === id);
     if (!binned) return false;
@@ -177,7 +177,7 @@ export class Workspace {
     return true;
   }
 
-  /** Lets go of what is in the bin, for good. */
+  /** Deletes the notes in the bin for good. */
   emptyBin(): void {
     const { bin } = this.#contents;
     if (!bin.length) return;
@@ -193,8 +193,8 @@ export class Workspace {
   }
 
   /**
-   * Closes tabs. Notes in which nothing was ever written go with their tabs; one that was emptied stays
-   * a note like any other, with its way back.
+   * Closes tabs. Notes that never had any text are removed with their tabs; one that was emptied stays a
+   * normal note and can be reopened.
    */
   closeTabs(ids: ReadonlyArray<string>): void {
     const untouched = this.readOnly ? [] : ids.filter((id) => this.#isUntouched(id));
@@ -203,7 +203,10 @@ export class Workspace {
     if (untouched.length) this.#tell('notes');
   }
 
-  /** Opens the tab closed last, out of the bin if need be; tells whether there was one. */
+  /**
+   * Reopens the tab closed last, restoring its note from the bin if necessary; returns the note's id, or null
+   * if there is none.
+   */
   reopenTab(): string | null {
     const last = this.tabs.closed.at(-1);
     if (!last) return null;
@@ -218,7 +221,7 @@ export class Workspace {
     return last.id;
   }
 
-  /** Puts closed tabs back where they stood, but for those whose notes are gone. */
+  /** Puts closed tabs back at their old positions, except those whose notes are gone. */
   reopenTabs(closed: ReadonlyArray<ClosedTab>, active: string | null): void {
     const known = closed.filter(({ id }) => this.#notes.has(id));
     const tabs = known.reduce((row, { id, index }) => openTab(row, id, index), this.tabs);
@@ -263,12 +266,12 @@ export class Workspace {
   }
 }
 
-/** What a note is called: the name it was imported with, else its first line. */
+/** A note's display title: the name it was imported with, otherwise its first line. */
 export function titleOf(note: Note): string {
   return note.name ?? headOf(note.text).title;
 }
 
-/** Whether nothing was ever written in it: every change of the text makes `updated` later than `created`. */
+/** Whether the note never had any text: every edit makes `updated` later than `created`. */
 function isUntouched({ text, created, updated }: Note): boolean {
   return text.length === 0 && updated === created;
 }

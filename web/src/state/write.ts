@@ -2,9 +2,9 @@ import type { Text } from '@codemirror/state';
 import { type BinnedNote, type Contents, DOCUMENT_VERSION, type Extra, type Note, type Place } from './model';
 
 /**
- * Serialising costs what changed. Note records and the nodes of a text's tree never change, so
- * the JSON of each is kept for as long as it lives: a key typed into a large note costs its leaf
- * and the path above it, and every other note is one string that exists already.
+ * The cost of serialising depends on what changed. Note records and the nodes of a text's tree are immutable,
+ * so the JSON of each is cached for its lifetime: a key typed into a large note costs its leaf and the path
+ * above it, and every other note is an existing string.
  */
 const notePieces = new WeakMap<Note, string>();
 const binPieces = new WeakMap<BinnedNote, string>();
@@ -12,8 +12,8 @@ const textPieces = new WeakMap<Text, string>();
 const placePieces = new WeakMap<Place, string>();
 
 /**
- * Neighbouring notes are kept as one string too, found by the first of them, so that the whole
- * document is put together from few long pieces instead of many short ones.
+ * Neighbouring notes are also cached as one string, keyed by the first of them, so the document is assembled
+ * from a few long strings instead of many short ones.
  */
 const groupPieces = new WeakMap<Note, { notes: ReadonlyArray<Note>; json: string }>();
 const GROUP_NOTES = 64;
@@ -21,7 +21,7 @@ const LONGEST_COPIED_GROUP = 2_000_000;
 
 type Members = ReadonlyArray<readonly [name: string, json: string]>;
 
-/** The document as JSON. Lone surrogates leave escaped, so the text is always well formed. */
+/** The document as JSON. Lone surrogates are escaped, so the result is always well-formed. */
 export function serialize(contents: Contents, revision: number): string {
   const { tabs, setAside, handedOver } = contents;
   const members: Array<readonly [string, string]> = [
@@ -50,8 +50,8 @@ export function serialize(contents: Contents, revision: number): string {
 }
 
 /**
- * Makes the pieces that `serialize` will need, one note at a time, so that the caller can let
- * keys and frames through in between.
+ * Builds what `serialize` will need, one note at a time, so the caller can let keys and frames through in
+ * between.
  */
 export function* makePieces({ notes, bin }: Contents): Generator<void, void> {
   for (const note of notes) {
@@ -85,7 +85,7 @@ function groupJson(notes: ReadonlyArray<Note>): string {
   if (known && isSame(known.notes, notes)) return known.json;
   const pieces = notes.map(noteJson);
   const length = pieces.reduce((sum, piece) => sum + piece.length, 0);
-  // A copy in one piece is quick to put into the document; of something long it is not quick to make.
+  // A flat copy is quick to insert into the document; a long one is not quick to make.
   const json = length <= LONGEST_COPIED_GROUP ? pieces.join(',') : chain(pieces, ',');
   groupPieces.set(first, { notes, json });
   return json;
@@ -141,8 +141,8 @@ function settingsJson({ settings }: Contents): string {
 }
 
 /**
- * The inside of a text's JSON string. Leaves are joined by line breaks, and no character spans
- * one, so each can be escaped by itself.
+ * A text as the inside of a JSON string. Leaves are joined by line breaks, and no character spans one, so
+ * each can be escaped separately.
  */
 function textJson(text: Text): string {
   return kept(textPieces, text, () =>
@@ -168,7 +168,7 @@ function array(parts: ReadonlyArray<string>): string {
   return `[${chain(parts, ',')}]`;
 }
 
-/** Joins by `+`, which engines do without copying; `join` copies all parts at every level. */
+/** Concatenates with `+`, which engines do without copying; `join` copies everything at every level. */
 function chain(parts: ReadonlyArray<string>, separator: string): string {
   let whole = parts[0] ?? '';
   for (let i = 1; i < parts.length; i++) whole += separator + parts[i];
