@@ -1,10 +1,10 @@
-// The notices that the licences of the bundled packages ask to be kept. The bundle itself has no comments.
+// The licence notices of the bundled packages. The bundle itself contains no comments.
 import { readdir, readFile } from 'node:fs/promises';
 import path from 'node:path';
 
 const FOLDER = 'node_modules/';
 
-/** Folders of the packages that a bundle has code of, from the root, sorted. `metafile` is esbuild's. */
+/** Sorted folders, relative to the root, of all packages with code in the bundle. `metafile` is esbuild's. */
 export function bundledPackages(metafile) {
   const packages = new Set();
   for (const { inputs } of Object.values(metafile.outputs)) {
@@ -19,8 +19,8 @@ export function bundledPackages(metafile) {
 }
 
 /**
- * Name, version and licence of each bundled package, with the text of the licence. Fails for a package that
- * does not come with one: such a page must not be shipped.
+ * Name, version, licence and licence text of each bundled package. Throws if a package has no licence text:
+ * such a page must not be shipped.
  */
 export async function noticesOf(metafile, root) {
   const notices = await Promise.all(bundledPackages(metafile).map((folder) => noticeOf(path.join(root, folder))));

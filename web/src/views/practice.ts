@@ -3,13 +3,13 @@ import type { Key } from '../i18n/catalogue';
 import { t } from '../i18n/language';
 import { h } from '../dom/elements';
 
-/** Something to be done with a text, by which a key is learned. */
+/** An exercise that teaches a key. */
 export interface Lesson {
   readonly label: Key;
   readonly keys: string;
   readonly hint: Key;
   readonly text: Key;
-  /** What is selected at the start; the caret is at the beginning otherwise. */
+  /** What is selected at the start; by default, the caret is at the beginning. */
   readonly select?: (start: string) => readonly [from: number, to: number];
   readonly isDone: (text: string, start: string) => boolean;
 }
@@ -20,7 +20,7 @@ export interface Practice {
   destroy(): void;
 }
 
-/** A sheet on which the lessons are done, in any order. */
+/** The exercises, which can be done in any order. */
 export function practice(
   lessons: ReadonlyArray<Lesson>,
   options: Pick<PracticeOptions, 'nonce' | 'reservedKeys'>,
@@ -93,7 +93,7 @@ export function practice(
     editor.focus();
   }
 
-  /** The next lesson that is not done, or simply the next. */
+  /** The next unfinished lesson, or simply the next one. */
   function following(): number {
     const after = lessons.map((_, step) => (current + 1 + step) % lessons.length);
     return after.find((index) => !done.has(index)) ?? after[0] ?? 0;

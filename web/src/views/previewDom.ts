@@ -4,14 +4,14 @@ import type { Piece } from '../text/previewBlocks';
 import { h } from '../dom/elements';
 
 /**
- * Makes the elements of a preview, one by one and from a closed list of kinds; a note's text gets in as
- * text, and nothing of it becomes the name of an element or of an attribute.
+ * Builds a preview's elements from a closed list of tags. Note text is only ever inserted as text, never as
+ * an element or attribute name.
  */
 export function drawPiece(piece: Piece, onLoaded: () => void): HTMLElement {
   const element = h(piece.tag, piece.kind ? { class: `is-${piece.kind}` } : {});
   if (piece.tag === 'pre') {
     element.append(...codeOf(piece, onLoaded));
-    // What is wider than the page is scrolled to, with the keyboard as well.
+    // Wide code scrolls, so it must be focusable for keyboard users.
     element.tabIndex = 0;
     return element;
   }

@@ -18,17 +18,17 @@ export interface SidebarActions {
 }
 
 const ROW_REMS = 3.875;
-/** The longest the search works before it lets a key press or a frame through. */
+/** The longest a search runs before it lets a key press or a frame through. */
 const SLICE_MS = 12;
-/** The same for what nobody waits for. */
+/** The same for work nobody is waiting for. */
 const AHEAD_SLICE_MS = 8;
 /**
- * How often a search that takes longer shows what it has found so far. A frame with a new list may
- * take as long as all the looking, so that one which ends before shows its list only once.
+ * How often a slow search shows its matches so far. Drawing a new list may take as long as the whole search,
+ * so one that finishes sooner draws its list only once.
  */
 const SHOW_MS = 40;
 
-/** The list of notes, and what the search leaves of it. */
+/** The list of notes, filtered by the search field. */
 export class Sidebar {
   readonly element: HTMLElement;
   readonly #workspace: Workspace;
@@ -38,7 +38,7 @@ export class Sidebar {
   readonly #outcome: HTMLElement;
   #query = '';
   #stopSearch = (): void => undefined;
-  /** What the last search that came to its end has found, and in which notes. */
+  /** Matches of the last completed search, and the list they were found in. */
   #finds: { readonly query: string; readonly of: unknown; readonly notes: ReadonlyArray<Note> } | null = null;
   #folding = false;
 
@@ -87,7 +87,7 @@ export class Sidebar {
     );
   }
 
-  /** Puts the list in order anew and filters it by what the search field holds. */
+  /** Sorts the list and filters it by the search field. */
   render(): void {
     this.#stopSearch();
     const before = this.#query;
@@ -108,7 +108,7 @@ export class Sidebar {
       slice: SLICE_MS,
       onPause: () => {
         const now = performance.now();
-        // The same search again replaces its finds at once, so that the list does not jump.
+        // A repeated search replaces its matches in one go, so the list does not jump.
         if (before === this.#query || now - shown <= SHOW_MS) return;
         this.#show([...found], false);
         shown = now;
@@ -120,12 +120,12 @@ export class Sidebar {
     });
   }
 
-  /** Puts the latest notes first. What a search found stays as it is. */
+  /** Moves the latest notes to the top. Search results keep their order. */
   reorder(): void {
     if (!this.#query) this.render();
   }
 
-  /** Shows a note's new text in its row, without moving rows under the writer's eyes. */
+  /** Updates the text of a note's row without reordering rows while the user is typing. */
   refresh(): void {
     this.#list.refresh();
   }
@@ -139,7 +139,7 @@ export class Sidebar {
     this.#input.select();
   }
 
-  /** Whoever goes to the search field will type into it; by then the notes are ready for that. */
+  /** Prepares the notes when the search field gets the focus, before the user types. */
   #foldAhead(): void {
     if (this.#folding) return;
     this.#folding = true;
@@ -200,7 +200,7 @@ export class Sidebar {
   }
 }
 
-/** Puts every find on the list, and rests where the search does. */
+/** Collects all matches, pausing where the search does. */
 function* gather(search: Iterable<Found | null>, found: Found[]): Generator<void, void> {
   for (const find of search) {
     if (find) found.push(find);
@@ -208,7 +208,7 @@ function* gather(search: Iterable<Found | null>, found: Found[]): Generator<void
   }
 }
 
-/** An imported note keeps its file name as title, so its first line belongs below. */
+/** An imported note has its file name as title, so its first line belongs in the excerpt. */
 function excerptOf(note: Note): string {
   const { title, excerpt } = headOf(note.text);
   return note.name === null ? excerpt : [title, excerpt].filter(Boolean).join(' ');

@@ -17,12 +17,12 @@ interface FinalState {
 const close = (page: Page) => page.evaluate('quendoPrepareForTermination()') as Promise<FinalState>;
 const cancel = (page: Page) => page.evaluate('quendoTerminationDidCancel()');
 
-/** A document without its revision, which every state has another of. */
+/** A document without its revision, which differs in every state. */
 function content({ serialized }: Pick<FinalState, 'serialized'>): Record<string, unknown> {
   return { ...(JSON.parse(serialized) as Record<string, unknown>), revision: 0 };
 }
 
-/** All that can be seen of the page that a command or a key would change. */
+/** Everything visible in the page that a command or a key would change. */
 function seen(page: Page): Promise<unknown> {
   return page.evaluate(() => [
     [...document.querySelectorAll('dialog')].map((dialog) => dialog.className),
@@ -60,7 +60,7 @@ const CALLS = [
   'setDrawer(null)',
 ];
 
-/** Presses, calls and points at everything, as hands and host may that are not done yet. */
+/** Tries every key, call and click, as a user or host unaware of the quit might. */
 async function tryEverything(page: Page): Promise<void> {
   for (const call of CALLS) {
     await page.evaluate(call);

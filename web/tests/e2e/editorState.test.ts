@@ -14,7 +14,7 @@ async function write(page: Page, text: string): Promise<void> {
   await page.keyboard.type(text);
 }
 
-/** Opens so many notes one after the other and closes all tabs. */
+/** Opens this many notes one after the other and closes all tabs. */
 async function passThrough(page: Page, count: number): Promise<void> {
   await page.evaluate((many) => {
     const host = window as unknown as {

@@ -9,7 +9,7 @@ before(async () => {
 });
 after(() => browser.close());
 
-/** Opens a page with one note, the caret at its beginning. */
+/** Opens a page with one note and the caret at its beginning. */
 async function withNote(text: string, options: Parameters<typeof open>[1] = {}) {
   const opened = await open(browser, options);
   await opened.page.keyboard.press('Alt+n');

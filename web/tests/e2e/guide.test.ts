@@ -15,7 +15,7 @@ const text = (page: Page) =>
   page.evaluate(() => [...document.querySelectorAll('.practice .cm-line')].map((line) => line.textContent).join('\n'));
 const outcome = (page: Page) => page.innerText('.practice-outcome');
 
-/** The keys that the guide itself tells, pressed as it says. */
+/** The keys from the guide, pressed as instructed. */
 const solutions: ReadonlyArray<readonly string[]> = [
   ['Control+d', 'Control+d', 'Control+d', 'x'],
   ['Control+Alt+ArrowDown', 'Control+Alt+ArrowDown', '-', 'Space'],
@@ -40,7 +40,7 @@ for (const [index, locale] of ['pt-BR', 'en-US', 'es-ES'].entries()) {
       }
       const wanted = step === solutions.length - 1 ? 'practice.allDone' : 'practice.done';
       assert.equal(await outcome(page), catalogue[wanted][index], `lesson ${step}: ${await text(page)}`);
-      // From the text, Tab reaches the button that starts over, then the one that goes on.
+      // From the text, Tab moves to the restart button, then to the next button.
       for (const key of ['Tab', 'Tab', 'Enter']) await page.keyboard.press(key);
     }
     assert.equal(solutions.length, lessons.length);

@@ -44,7 +44,7 @@ test('files that are alike, from different folders, have a tab each', async () =
   await page.setInputFiles('#importFileInput', [chosen, chosen]);
   await page.locator('[role=tab]').nth(3).waitFor();
   assert.deepEqual(await noteTexts(page), ['igual', 'igual', 'igual', 'igual']);
-  // Later sessions, too, know nothing that would make one of two.
+  // Nothing persists in later sessions that would merge the two.
   const { context: later, page: next } = await open(browser, { before: fakeHost(await lastState(page)) });
   await next.evaluate(`quendoOpenNativeFiles(${file})`);
   assert.equal((await noteTexts(next)).length, 5);
@@ -78,7 +78,7 @@ test('files handed over are sent before the call returns, whatever save is still
   assert.match(first.bodies[0]?.serialized ?? '', /"# a\.md"/);
   assert.match(second.bodies[0]?.serialized ?? '', /"# a\.md".*"# b\.md"/);
   const revisions = (await messages(page, 'quendoState')).map(({ body }) => Number(body.revision));
-  // An answer for an earlier document does not stand for the last one.
+  // An answer for an earlier document does not count for the last one.
   await page.evaluate(`quendoNativeSaveDidFinish(true, ${revisions[1]})`);
   assert.equal(await page.getAttribute('#saveState', 'data-state'), 'saving');
   await page.evaluate(`host.answer = true; quendoNativeSaveDidFinish(true, ${revisions[2]})`);
@@ -97,7 +97,7 @@ test('files that cannot be handed over are not taken', async () => {
   );
   assert.equal(outcome, 'refused');
   await page.waitForSelector('#saveState[data-state="failed"]');
-  // Handed over again, they are the notes that are there already.
+  // Handed over again, they map to the existing notes.
   await page.evaluate('webkit.messageHandlers.quendoState.postMessage = posting');
   assert.equal(await page.evaluate("quendoOpenNativeFiles([{ name: 'a.md', content: 'a' }])"), 1);
   assert.deepEqual(await noteTexts(page), ['a']);

@@ -215,7 +215,7 @@ test('native editing commands reach the whole note', async () => {
   await page.evaluate("document.execCommand('selectAll')");
   await page.keyboard.type('tudo');
   assert.deepEqual(await noteTexts(page), ['tudo']);
-  // WebKit announces its own undo and redo this way; Chromium does so only for its menus.
+  // WebKit announces its own undo and redo this way; Chromium only does so for its menus.
   const announce = (inputType: string) =>
     page.evaluate(
       (type) =>

@@ -17,13 +17,13 @@ async function write(page: Page, ...texts: string[]): Promise<void> {
   }
 }
 
-/** Leaves the page as one does for another window, and comes back to it as after a restart. */
+/** Leaves the page as if switching windows, and opens it again as if after a restart. */
 async function restart(page: Page): Promise<void> {
   await page.waitForSelector(saved);
   await page.reload();
 }
 
-/** Waits until the editor has drawn and nothing has scrolled for a moment. */
+/** Waits until the editor has drawn and scrolling has settled. */
 function settled(page: Page): Promise<void> {
   return page.evaluate(async () => {
     const top = () => document.querySelector('.cm-scroller')?.scrollTop;
@@ -275,7 +275,7 @@ test('a note that was emptied comes back with its text, one that was never writt
   assert.deepEqual(await tabs(page), ['Untitled']);
   await page.keyboard.press('Control+z');
   assert.deepEqual(await noteTexts(page), ['Rascunho']);
-  // After a restart there is nothing to undo, and the note is one all the same.
+  // After a restart there is no undo history, but it still counts as a note.
   await page.keyboard.press('Control+a');
   await page.keyboard.press('Delete');
   await restart(page);

@@ -145,7 +145,7 @@ test('Escape in a dialog gives the focus back before another key can come', asyn
     return [document.activeElement?.className.includes('cm-content'), document.querySelector('dialog')];
   });
   assert.deepEqual(focused, [true, null]);
-  // Nothing else follows, also not when the browser has its own say.
+  // Nothing else happens, and the browser's own shortcut does not run either.
   await page.evaluate('openCapture()');
   await page.keyboard.press('Escape');
   await page.keyboard.type('a');

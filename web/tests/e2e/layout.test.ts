@@ -11,7 +11,7 @@ before(async () => {
 });
 after(() => browser.close());
 
-/** Where the parts of the frame stand, which nothing that happens in them may move. */
+/** Positions of the frame's parts, which nothing inside them may shift. */
 function frame(page: Page): Promise<Record<string, number>> {
   return page.evaluate(() => {
     const top = (selector: string) => Math.round(document.querySelector(selector)?.getBoundingClientRect().top ?? -1);

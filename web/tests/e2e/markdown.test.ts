@@ -110,7 +110,7 @@ test('typing stays quick in a text of twenty megabytes with everything in it', a
   await page.keyboard.type('warm');
   await page.waitForTimeout(500);
   const cost = await typingCost(page);
-  // Far above what it takes, because machines differ: only what freezes the page fails here.
+  // A generous limit, because machines differ: only a frozen page should fail here.
   assert.ok(cost < 300, `${cost} ms a key`);
   await context.close();
 });
@@ -151,13 +151,13 @@ test('a long text looks the same wherever one scrolls to, in the frame in which 
     for (const share of [0.1, 0.101, 0.5, 0.9, 0.3, 1, 0]) {
       if (!scroller) break;
       scroller.scrollTop = share * (scroller.scrollHeight - scroller.clientHeight);
-      // What the editor does for a scroll is done with the frame after it.
+      // The editor handles a scroll in the frame after it.
       for (let frame = 0; frame < 2; frame++) await new Promise(requestAnimationFrame);
       await new Promise((resolve) => setTimeout(resolve));
       const { top, bottom } = scroller.getBoundingClientRect();
       for (const line of document.querySelectorAll('.cm-line')) {
         const place = line.getBoundingClientRect();
-        // The caret's line is there wherever one scrolls to.
+        // The caret's line is rendered wherever the view scrolls.
         if (place.bottom < top || place.top > bottom) continue;
         const text = line.textContent ?? '';
         const styled = /^## /.test(text) ? 'md-line-heading-2' : /^let /.test(text) ? 'md-line-code' : '';

@@ -10,7 +10,7 @@ before(async () => {
 });
 after(() => browser.close());
 
-/** Watches a page for anything that a note made it do. */
+/** Records anything a note made the page do. */
 async function openWatched() {
   const opened = await open(browser, { before: 'window.ran = () => { window.hasRun = true; };' });
   const { page, context } = opened;
@@ -25,7 +25,7 @@ async function openWatched() {
   return { ...opened, seen };
 }
 
-/** Elements and attributes on the page that only a note could have brought in. */
+/** Elements and attributes that can only have come from a note. */
 function foreign(page: Page): Promise<string[]> {
   return page.evaluate(() => {
     const found: string[] = [];
@@ -37,7 +37,7 @@ function foreign(page: Page): Promise<string[]> {
       }
       const inNote = element.closest('.preview, .cm-content, .list, .tabs');
       if (inNote && /^(?:script|link|meta|style|use|noscript|source)$/.test(element.localName)) found.push(shown);
-      // The editor puts an image of its own, without an address, beside some marks.
+      // The editor adds an image without an address next to some marks.
       if (element.localName === 'img' && element.hasAttribute('src')) found.push(shown);
       for (const { name, value } of element.attributes) {
         if (/^on|^srcdoc$|^formaction$|^xlink:/.test(name)) found.push(`${name} ${shown}`);

@@ -19,14 +19,14 @@ const bin = [
 ];
 export const stored = { version: 1, notes, bin, tabs: { open: ['a', 'b', 'c'], active: 'a' } };
 
-/** A word of the page in the language that it is shown in. */
+/** A catalogue text in the page's language. */
 type Words = (key: Key) => string;
 
 export function wordsIn(language: Language): Words {
   return (key) => catalogue[key][languages.indexOf(language)] ?? key;
 }
 
-/** What one can come to see, each with the way there. */
+/** Every view, with the steps that lead to it. */
 export const views: Record<string, (page: Page, word: Words) => Promise<unknown>> = {
   writing: (page) => page.focus('.cm-content'),
   'find in the text': async (page) => {

@@ -18,7 +18,7 @@ const openIn = (language: string, state: unknown = stored) =>
 const focused = (page: Page) =>
   page.evaluate(() => (document.activeElement as HTMLElement | null)?.dataset.command ?? null);
 
-/** From the text into the note's menu and onto an entry, by the keyboard alone. */
+/** Moves from the text into the note menu and onto an entry, using only the keyboard. */
 async function choose(page: Page, command: string): Promise<void> {
   await page.focus('.cm-content');
   await page.keyboard.press('Escape');
@@ -32,7 +32,7 @@ async function choose(page: Page, command: string): Promise<void> {
   await page.keyboard.press('Enter');
 }
 
-/** What was posted last by a name, once there are `count` of them. */
+/** The last message posted under a name, once there are `count` of them. */
 async function posted(page: Page, name: string, count = 1): Promise<Record<string, unknown>> {
   await page.waitForFunction(
     ([wanted, least]) =>

@@ -6,7 +6,7 @@ import { commands } from '../../src/commands/table';
 import { pageGlobals } from '../../src/host/globals';
 import { currentLanguage, setLanguage } from '../../src/i18n/language';
 
-/** A page in which whatever a command touches throws. */
+/** A context during a quit. Touching anything in it but `shell.closing` fails the test. */
 function closingPage() {
   const waiting: Array<() => void> = [];
   const untouchable = new Proxy(

@@ -21,7 +21,7 @@ function licensesOfBuild(name: string): string {
   return readFileSync(path.join(outdir, 'licenses.txt'), 'utf8');
 }
 
-/** What has code in the bundle, as the lock file names it. */
+/** The packages with code in the bundle, as named in the lock file. */
 async function bundled(): Promise<string[]> {
   const { metafile } = await build({
     entryPoints: ['src/app/main.ts'],

@@ -42,7 +42,7 @@ function stateWith(doc: string): EditorState {
   return EditorState.create({ doc, extensions: syntaxExtensions('markdown', Text.of(doc.split('\n'))) });
 }
 
-/** Everything in a part of a tree, but for the whole text and what is in blocks of code. */
+/** All nodes in a range of a tree, except the root and the contents of code blocks. */
 function nodes(tree: Tree, from: number, to: number): string[] {
   const found: string[] = [];
   tree.iterate({
@@ -118,7 +118,7 @@ test('a text that grows long and short again is parsed as a whole when it is sho
     const insert = doc.slice(before.length, length);
     state = state.update({ changes: { from: Math.min(length, before.length), to: before.length, insert } }).state;
     const text = state.doc.toString();
-    // Looking at the long one would parse other parts of it.
+    // Accessing the long one would parse other parts of it.
     if (length > 100_000) continue;
     const tree = ensureSyntaxTree(state, text.length, 60_000) as Tree;
     const whole = markdownLanguage.parser.parse(text);

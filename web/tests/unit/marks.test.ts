@@ -3,7 +3,7 @@ import { test } from 'node:test';
 import { toPlainText } from '../../src/text/plain';
 import { toWhatsApp } from '../../src/text/whatsapp';
 
-/** Markdown, what WhatsApp gets, what a plain copy gets. */
+/** Markdown, its WhatsApp form, its plain form. */
 type Row = readonly [markdown: string, whatsapp: string, plain: string];
 
 function check(rows: ReadonlyArray<Row>): void {
@@ -135,7 +135,7 @@ test('what is left', () => {
   ]);
 });
 
-/** Milliseconds that this process has worked, which other processes do not lengthen. */
+/** CPU time of this process in milliseconds, independent of other processes. */
 const busy = () => process.cpuUsage().user / 1000;
 
 test('texts made to trouble a parser end soon and lose nothing', () => {

@@ -71,7 +71,9 @@ test('damaged members are set aside, and the rest lives', () => {
   assert.deepEqual(JSON.parse(serialize(broken, 1)).setAside, [5, { member: 'notes', held: 'all my text' }]);
 });
 
-/** The store's rule: the revision beside the document if it is 1 or more, else the document's own. */
+/**
+ * The store's rule: the revision passed with the document if it is 1 or more, otherwise the document's own.
+ */
 function wouldWrite({ serialized, revision }: { serialized: string; revision: number }, latest: number) {
   const own = Math.trunc(Number((JSON.parse(serialized) as { revision?: unknown }).revision)) || 0;
   return !((revision >= 1 ? revision : own) < latest);

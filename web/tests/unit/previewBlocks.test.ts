@@ -7,7 +7,7 @@ function read(source: string): Piece[] {
   return blocksOf(source, previewGrammar.parse(source)).map((block) => block.make());
 }
 
-/** A preview written short: each element as its name and its contents. */
+/** A compact form of a preview: each element as its name and children. */
 function outline(piece: Piece | string): string {
   if (typeof piece === 'string') return piece;
   const kind = piece.kind ? `.${piece.kind}` : '';

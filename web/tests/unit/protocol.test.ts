@@ -13,14 +13,14 @@ import { pageGlobals } from '../../src/host/globals';
 import { nativePort } from '../../src/host/nativePort';
 
 /**
- * The page against docs/page-protocol.md, whose tables the host's own tests check. Where the page is built
- * alone, without the host's sources, there is nothing to compare with.
+ * Compares the page with docs/page-protocol.md, whose tables the host's own tests check. If the page is built
+ * alone, without the host's sources, there is nothing to compare.
  */
 const file = path.resolve('../docs/page-protocol.md');
 const skip = existsSync(file) ? false : 'the document is not here';
 const table: CommandTable = commands;
 
-/** The rows of a table of the document, by the names of its columns; code is without its backticks. */
+/** The rows of one of the document's tables, keyed by column name, without backticks. */
 function rows(name: string): Record<string, string>[] {
   const text = readFileSync(file, 'utf8');
   const found = text.match(new RegExp(`<!-- ${name} -->\n([^]*?)<!-- end of ${name} -->`))?.[1];

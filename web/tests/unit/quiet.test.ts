@@ -2,7 +2,7 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { QuietTime } from '../../src/state/quiet';
 
-/** Quiet time on a clock on which each piece of work takes a millisecond. */
+/** QuietTime on a fake clock, where each step of work takes one millisecond. */
 function bench(pieces: number) {
   let now = 0;
   let left = pieces;

@@ -2,7 +2,7 @@ import { EditorSelection, EditorState, Text, type Transaction } from '@codemirro
 import type { Command, EditorView } from '@codemirror/view';
 import { syntaxExtensions } from '../../src/editor/syntax';
 
-/** Runs a command on a text in which a sign stands for each caret, a pair of brackets ‹› for a selection. */
+/** Runs a command on a text in which `sign` marks carets and ‹› enclose a selection. */
 export function run(command: Command, marked: string, sign = '|'): string {
   const ranges: ReturnType<typeof EditorSelection.range>[] = [];
   let doc = '';

@@ -20,7 +20,7 @@ const bytesOf = (pieces: Pieces) =>
     Number.parseInt(hex, 16),
   );
 
-// The host reads what comes from the desktop; its own test compares it with the same samples.
+// The host reads files opened from the desktop; its own test uses the same samples.
 test('files chosen in the page are decoded as the host decodes those from the desktop', () => {
   for (const { name, bytes, text } of samples) {
     assert.ok(decodeText(bytesOf(bytes)) === (text && joined(text)), name);

@@ -185,7 +185,7 @@ test('the surroundings are the same whether or not it is known where the match i
   const texts = [
     'um\nmaçã',
     `${'palavra '.repeat(100)}MAÇÃ e mais`,
-    // Marks and syllables of their own move the match to and fro.
+    // Combining marks and Hangul syllables shift the match's offset.
     `${'cafe\u0301 '.repeat(100)}maca\u0303o`,
     `${'한글 '.repeat(200)}maça`,
     `🎉 maçã`,

@@ -5,7 +5,7 @@ import { emptyContents } from '../../src/state/model';
 import { Workspace } from '../../src/state/workspace';
 import { makePieces, serialize } from '../../src/state/write';
 
-/** A workspace of as many notes, and the ids of some of them. */
+/** A workspace with this many notes, and some of their ids. */
 function manyNotes(count: number) {
   let now = 1000;
   const workspace = new Workspace(emptyContents, false, () => now++);
@@ -13,7 +13,7 @@ function manyNotes(count: number) {
   return { workspace, ids };
 }
 
-/** How often a text is escaped while something runs; every note that is serialised costs at least one. */
+/** Counts how many texts are escaped while `run` runs; serialising a note costs at least one. */
 function countTexts(run: () => void): number {
   const original = JSON.stringify;
   let count = 0;
