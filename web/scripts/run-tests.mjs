@@ -21,8 +21,8 @@ const built = await bundleForNode(files.map((name) => path.join(folder, name)));
 
 /** Runs the given test files. */
 async function attempt(chosen) {
-  const told = path.join(outdir, 'results.jsonl');
-  await rm(told, { force: true });
+  const resultsFile = path.join(outdir, 'results.jsonl');
+  await rm(resultsFile, { force: true });
   const runner = spawn(
     process.execPath,
     [
@@ -31,13 +31,13 @@ async function attempt(chosen) {
       '--test-reporter=spec',
       '--test-reporter-destination=stdout',
       `--test-reporter=${path.join(root, 'scripts/test-results.mjs')}`,
-      `--test-reporter-destination=${told}`,
+      `--test-reporter-destination=${resultsFile}`,
       ...chosen,
     ],
     { stdio: 'inherit', cwd: root },
   );
   const status = await new Promise((resolve) => runner.on('exit', (code) => resolve(code ?? 1)));
-  const lines = await readFile(told, 'utf8').catch(() => '');
+  const lines = await readFile(resultsFile, 'utf8').catch(() => '');
   const results = lines
     .split('\n')
     .filter(Boolean)
@@ -60,17 +60,17 @@ for (const name of files) {
 }
 const retriable = () => failing().filter(({ file }) => !neverRetried.has(fileOf(file)));
 for (let count = 2; count <= attempts && retriable().length > 0; count++) {
-  const wrong = new Set(retriable().map(({ file }) => fileOf(file)));
-  const again = await attempt(built.filter((file) => wrong.has(fileOf(file))));
+  const failedFiles = new Set(retriable().map(({ file }) => fileOf(file)));
+  const again = await attempt(built.filter((file) => failedFiles.has(fileOf(file))));
   const passedNow = new Set(again.results.filter(({ state }) => state === 'pass').map(key));
   const failedNow = new Set(again.results.filter(({ state }) => state === 'fail').map(({ file }) => fileOf(file)));
   for (const result of retriable()) {
     // A file that ended before reporting its tests is judged by the new run as a whole.
-    const mended = result.name ? passedNow.has(key(result)) : !failedNow.has(fileOf(result.file));
+    const passed = result.name ? passedNow.has(key(result)) : !failedNow.has(fileOf(result.file));
     console.log(
-      `retried: ${fileOf(result.file)}: ${result.name ?? 'the file as a whole'} (${mended ? 'passed' : 'failed again'})`,
+      `retried: ${fileOf(result.file)}: ${result.name ?? 'the file as a whole'} (${passed ? 'passed' : 'failed again'})`,
     );
-    if (mended) all.delete(key(result));
+    if (passed) all.delete(key(result));
   }
   for (const result of again.results) if (!all.has(key(result))) all.set(key(result), result);
 }

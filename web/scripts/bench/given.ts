@@ -10,7 +10,7 @@ export interface GivenState {
 }
 
 export function givenDocument({ __QUENDO_NATIVE_STATE__: state }: GivenState): GivenDocument {
-  if (!state) throw new Error('the window has handed over no document');
+  if (!state) throw new Error('the host provided no document');
   return state;
 }
 

@@ -27,7 +27,7 @@ window.addEventListener(
 // before.
 window.addEventListener('DOMContentLoaded', () => {
   const outcome = document.querySelector('.outcome');
-  if (!outcome) throw new Error('the page says nowhere what was found');
+  if (!outcome) throw new Error('the page has no .outcome element');
   new MutationObserver(() => {
     const search = typed;
     if (!search) return;

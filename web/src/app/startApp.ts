@@ -7,7 +7,7 @@ import { nextRevision } from '../state/revision';
 import { QuietTime } from '../state/quiet';
 import { Saver, type SaveStatus } from '../state/saver';
 import { type Change, Workspace } from '../state/workspace';
-import { makePieces } from '../state/write';
+import { prepareJson } from '../state/write';
 import { applyAppearance, followDesktop } from '../views/rootStyle';
 import { Shell } from '../views/shell';
 import { type Context, focusMain, rememberPlace } from '../commands/context';
@@ -59,10 +59,10 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     onScroll: () => shell.preview.follow(),
   });
   const quiet = new QuietTime(pageClock);
-  window.addEventListener('keydown', () => quiet.disturbed(), { capture: true });
+  window.addEventListener('keydown', () => quiet.keyPressed(), { capture: true });
   const saver = new Saver({
     clock: pageClock,
-    whenIdle: (run, longest) => quiet.after(makePieces(workspace.contents), longest, run),
+    whenIdle: (run, longest) => quiet.after(prepareJson(workspace.contents), longest, run),
     prepare: () => currentState(context),
     send: (serialized, revision) => port.save(serialized, revision),
     onStatus: reportStatus(shell),

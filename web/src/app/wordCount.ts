@@ -13,7 +13,7 @@ export function showCount(context: Context): void {
   cancel();
   let isSelection = false;
   const work = function* () {
-    const state = context.workspace.activeNote ? context.editor.onShow?.state : undefined;
+    const state = context.workspace.activeNote ? context.editor.shownNote?.state : undefined;
     if (!state) return null;
     const selected = state.selection.ranges.filter((range) => !range.empty);
     isSelection = selected.length > 0;

@@ -52,7 +52,7 @@ export function requireNote({ workspace, shell }: Context): Note | null {
 }
 
 /** Commands that change something stop here when the document is read-only. */
-export function mayChange({ workspace, shell }: Context): boolean {
+export function requireWritable({ workspace, shell }: Context): boolean {
   if (workspace.readOnly) shell.toasts.show(t('readonly.refused'));
   else closeDialog();
   return !workspace.readOnly;

@@ -5,8 +5,8 @@ import { keyLabel } from './keys';
 /** Whether the start's first word was replaced everywhere by one and the same other word. */
 function isReplaced(text: string, start: string): boolean {
   const word = firstWord(start);
-  const pieces = start.split(word).map((piece) => piece.replace(/[.*+?^${}()|[\]\\]/g, '\\$&'));
-  const [first = '', second = '', ...others] = pieces;
+  const parts = start.split(word).map((part) => part.replace(/[.*+?^${}()|[\]\\]/g, '\\$&'));
+  const [first = '', second = '', ...others] = parts;
   const found = new RegExp(`^${first}(.+?)${[second, ...others].join('\\1')}$`, 'u').exec(text);
   return found !== null && found[1] !== word;
 }

@@ -4,7 +4,7 @@ import { toText } from '../state/read';
 import { titleOf } from '../state/workspace';
 import { decodeText, MAXIMUM_FILE_BYTES } from '../text/decode';
 import { type Format, formatOf } from '../text/names';
-import { type Context, focusMain, mayChange, rememberPlace, requireNote } from './context';
+import { type Context, focusMain, requireWritable, rememberPlace, requireNote } from './context';
 
 export interface ImportedFile {
   readonly name: string;
@@ -15,7 +15,7 @@ export interface ImportedFile {
 const FAILURES_SHOWN = 3;
 
 export function createNote(context: Context): void {
-  if (!mayChange(context)) return;
+  if (!requireWritable(context)) return;
   const note = context.workspace.addNote({ text: Text.empty });
   openNote(context, note.id);
 }
@@ -32,14 +32,14 @@ export function deleteActiveNote(context: Context): void {
 
 export function togglePinned(context: Context): void {
   const note = requireNote(context);
-  if (!note || !mayChange(context)) return;
+  if (!note || !requireWritable(context)) return;
   context.workspace.setPinned(note.id, !note.pinned);
   context.shell.toasts.show(t(note.pinned ? 'note.unpinned' : 'note.pinned'));
 }
 
 /** Deletes without asking, because undoing it is one click away. */
 export function deleteNote(context: Context, id: string): void {
-  if (!mayChange(context)) return;
+  if (!requireWritable(context)) return;
   const { workspace, shell } = context;
   const note = workspace.note(id);
   if (!note) return;
@@ -73,7 +73,7 @@ export function keepCapture(context: Context): void {
  */
 export function openNativeFiles(context: Context, files: unknown): number {
   if (context.shell.closing.begun) throw new Error('The window is closing.');
-  if (!Array.isArray(files) || !mayChange(context)) return 0;
+  if (!Array.isArray(files) || !requireWritable(context)) return 0;
   const { workspace } = context;
   const sound = files.flatMap(readImportedFile);
   const ids = addFiles(context, sound, workspace.handedOver);
@@ -90,7 +90,7 @@ export function openNativeFiles(context: Context, files: unknown): number {
 /** Opens files chosen in the page. During a quit they wait, and open if it is cancelled. */
 export async function importFiles(context: Context, files: ReadonlyArray<File>): Promise<void> {
   await notClosing(context);
-  if (!files.length || !mayChange(context)) return;
+  if (!files.length || !requireWritable(context)) return;
   const read: ImportedFile[] = [];
   const failures: string[] = [];
   for (const file of files) {

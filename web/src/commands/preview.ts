@@ -22,13 +22,13 @@ function setMode(context: Context, mode: PreviewMode | null): void {
 }
 
 export function previewSource({ editor }: Context): PreviewSource | null {
-  const { onShow } = editor;
+  const { shownNote } = editor;
   return (
-    onShow && {
-      text: onShow.state.doc,
-      markdown: onShow.syntax === 'markdown',
-      label: onShow.syntax,
-      top: onShow.top,
+    shownNote && {
+      text: shownNote.state.doc,
+      markdown: shownNote.syntax === 'markdown',
+      label: shownNote.syntax,
+      top: shownNote.top,
     }
   );
 }

@@ -28,7 +28,7 @@ export function requestCloseTabs(context: Context, scope: CloseScope): void {
   }
   if (ids.length <= HISTORY) {
     closeDialog();
-    closeWithWayBack(context, ids);
+    closeWithUndo(context, ids);
     return;
   }
   confirmDialog({
@@ -41,7 +41,7 @@ export function requestCloseTabs(context: Context, scope: CloseScope): void {
   });
 }
 
-function closeWithWayBack(context: Context, ids: ReadonlyArray<string>): void {
+function closeWithUndo(context: Context, ids: ReadonlyArray<string>): void {
   const { workspace, shell } = context;
   const { open, active } = workspace.tabs;
   const closed = open.flatMap((id, index) => (ids.includes(id) ? { id, index } : []));

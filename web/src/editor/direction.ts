@@ -1,7 +1,7 @@
 import type { Range } from '@codemirror/state';
 import { Decoration, type DecorationSet, EditorView, ViewPlugin } from '@codemirror/view';
 
-const LOOKED_AT = 400;
+const CHECKED_CHARACTERS = 400;
 const firstLetter = /\p{L}/u;
 const rightToLeft =
   /[\p{Script=Hebrew}\p{Script=Arabic}\p{Script=Syriac}\p{Script=Thaana}\p{Script=Nko}\p{Script=Adlam}]/u;
@@ -9,7 +9,7 @@ const reversed = Decoration.line({ attributes: { dir: 'rtl' } });
 
 /** Whether a line's first letter belongs to a right-to-left script. */
 export function runsLeftwards(text: string): boolean {
-  const letter = firstLetter.exec(text.slice(0, LOOKED_AT))?.[0];
+  const letter = firstLetter.exec(text.slice(0, CHECKED_CHARACTERS))?.[0];
   return letter !== undefined && rightToLeft.test(letter);
 }
 
@@ -38,7 +38,7 @@ function decorate({ state, visibleRanges }: EditorView): DecorationSet {
   for (const { from, to } of visibleRanges) {
     for (let at = from; at <= to; ) {
       const line = state.doc.lineAt(at);
-      const start = state.sliceDoc(line.from, Math.min(line.to, line.from + LOOKED_AT));
+      const start = state.sliceDoc(line.from, Math.min(line.to, line.from + CHECKED_CHARACTERS));
       if (line.from > done && runsLeftwards(start)) out.push(reversed.range(line.from));
       done = line.from;
       at = line.to + 1;

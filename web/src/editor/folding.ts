@@ -12,11 +12,11 @@ export const foldKeys: ReadonlyArray<KeyBinding> = [
 ];
 
 /** The longest text with fold markers in the gutter, in characters: each has to find where its block ends. */
-const LONGEST_MARKED = 500_000;
+const LONGEST_WITH_GUTTER = 500_000;
 
 /** Folds headings, lists and code blocks by key and, unless the text is huge, in the gutter. */
 export function folding(length: number): Extension {
-  return length > LONGEST_MARKED ? folds : [folds, marks];
+  return length > LONGEST_WITH_GUTTER ? folds : [folds, marks];
 }
 
 const folds = codeFolding({

@@ -2,7 +2,7 @@ import type { SearchQuery } from '@codemirror/search';
 import type { EditorState } from '@codemirror/state';
 import { inSlices } from '../time/slices';
 
-const PIECE = 100_000;
+const CHUNK = 100_000;
 const SLICE_MS = 6;
 const PAUSE_MS = 4;
 /** More than anyone steps through; beyond this, matches are not worth storing. */
@@ -21,7 +21,7 @@ export function* findMatches(state: EditorState, query: SearchQuery): Generator<
   // Search a little past the end of each chunk for matches that cross it.
   const beyond = query.search.length + 1000;
   for (let from = 0; from <= doc.length && starts.length < MOST_MATCHES; ) {
-    const end = from + PIECE >= doc.length ? doc.length + 1 : doc.lineAt(from + PIECE).to + 1;
+    const end = from + CHUNK >= doc.length ? doc.length + 1 : doc.lineAt(from + CHUNK).to + 1;
     let next = end;
     const until = doc.lineAt(Math.min(doc.length, end + beyond)).to;
     const cursor = query.getCursor(state, from, until);

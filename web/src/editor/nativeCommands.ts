@@ -1,7 +1,7 @@
 import { selectAll } from '@codemirror/commands';
 import { type Extension, Prec } from '@codemirror/state';
 import { EditorView } from '@codemirror/view';
-import { isWrittenIn } from './undoReserve';
+import { hasFocusInPage } from './undoReserve';
 
 /**
  * Only the visible part of a long note exists in the DOM, so the web view's own "select all" would select
@@ -23,7 +23,7 @@ export function nativeSelectAll(): Extension {
 export const undoOnlyWithFocus: Extension = Prec.high(
   EditorView.domEventHandlers({
     beforeinput(event, view) {
-      if (!event.inputType.startsWith('history') || isWrittenIn(view)) return false;
+      if (!event.inputType.startsWith('history') || hasFocusInPage(view)) return false;
       event.preventDefault();
       return true;
     },

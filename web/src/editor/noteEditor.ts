@@ -20,7 +20,7 @@ export interface NoteEditorOptions {
   readonly onScroll: () => void;
 }
 
-export interface OnShow {
+export interface ShownNote {
   readonly id: string;
   readonly state: EditorState;
   readonly top: number;
@@ -95,7 +95,7 @@ export class NoteEditor {
   }
 
   /** The shown note: its state, including the selection, and the start of its visible part. */
-  get onShow(): OnShow | null {
+  get shownNote(): ShownNote | null {
     if (this.#shown === null) return null;
     const { state } = this.#view;
     const top = this.#view.scrollDOM.getBoundingClientRect().top - this.#view.documentTop;

@@ -40,14 +40,14 @@ export function keepUndoReserve(): void {
 }
 
 /** Whether the editor has the focus within the page. The window's focus may be on the menu just used. */
-export function isWrittenIn(view: EditorView): boolean {
+export function hasFocusInPage(view: EditorView): boolean {
   return view.root.activeElement === view.contentDOM;
 }
 
 /** The editor whose text has the focus; its find panel does not count. */
 function editorOf(element: Element | null): EditorView | null {
   const view = element instanceof HTMLElement ? EditorView.findFromDOM(element) : null;
-  return view && isWrittenIn(view) ? view : null;
+  return view && hasFocusInPage(view) ? view : null;
 }
 
 function isWebKit(): boolean {

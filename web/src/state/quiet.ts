@@ -16,7 +16,7 @@ export class QuietTime {
   }
 
   /** Call on every key press. */
-  disturbed(): void {
+  keyPressed(): void {
     this.#lastKey = this.#clock.now();
   }
 

@@ -216,13 +216,13 @@ export class Saver {
   }
 
   #report(): void {
-    const status = this.#judge();
+    const status = this.#currentStatus();
     if (status === this.#status) return;
     this.#status = status;
     this.#options.onStatus(status);
   }
 
-  #judge(): SaveStatus {
+  #currentStatus(): SaveStatus {
     if (this.#changes === this.#savedChanges) return 'saved';
     if (this.#failures > 0) return 'failed';
     return this.#waiting ? 'saving' : 'unsaved';

@@ -3,7 +3,7 @@ import { findFolded, fold } from '../text/fold';
 import type { Note } from './model';
 import { titleOf } from './workspace';
 
-export interface Found {
+export interface SearchMatch {
   readonly note: Note;
   /** The title matches, so no context needs to be shown. */
   readonly inTitle: boolean;
@@ -15,7 +15,7 @@ const CONTEXT_BEFORE = 24;
 const CONTEXT_AFTER = 120;
 /** Folded texts up to this many characters are cached; longer ones are folded on every search. */
 const KEPT_CHARACTERS = 200_000;
-const PIECE_CHARACTERS = 100_000;
+const CHUNK_CHARACTERS = 100_000;
 const WINDOW_CHARACTERS = 400;
 /** Characters to search between pauses, roughly; each note also has a fixed cost in characters. */
 const PAUSE_WORK = 500_000;
@@ -35,7 +35,7 @@ const foldedNotes = new WeakMap<Note, Folded>();
  * Searches the notes in the given order and yields every match, and null from time to time, so the caller can
  * pause for a key press. A query is a single line, so it cannot match across title and text.
  */
-export function* searchNotes(notes: Iterable<Note>, query: string): Generator<Found | null, void> {
+export function* searchNotes(notes: Iterable<Note>, query: string): Generator<SearchMatch | null, void> {
   const wanted = fold(query.trim());
   let work = 0;
   for (const note of notes) {
@@ -43,7 +43,7 @@ export function* searchNotes(notes: Iterable<Note>, query: string): Generator<Fo
     const { whole, titleLength, hasText } = kept ?? foldNote(note);
     const at = whole.indexOf(wanted);
     if (at >= 0) yield { note, inTitle: at < titleLength, near: Math.max(0, at - titleLength - 1) };
-    else if (!hasText && pieceWith(note.text, wanted)) yield { note, inTitle: false, near: 0 };
+    else if (!hasText && chunkWith(note.text, wanted)) yield { note, inTitle: false, near: 0 };
     work += kept?.hasText ? NOTE_WORK + whole.length : PAUSE_WORK;
     if (work < PAUSE_WORK) continue;
     work = 0;
@@ -77,18 +77,18 @@ export function contextOf(text: Text, query: string, near = 0): string {
     return onOneLine(text.sliceString(from, Math.min(text.length, end + CONTEXT_AFTER)), from > 0);
   }
   if (text.length <= KEPT_CHARACTERS) return excerpt(text.toString(), wanted);
-  const piece = pieceWith(text, wanted);
-  if (!piece) return '';
-  const context = excerpt(text.sliceString(piece.from, piece.to), wanted);
-  return piece.from > 0 && !context.startsWith('…') ? `…${context}` : context;
+  const chunk = chunkWith(text, wanted);
+  if (!chunk) return '';
+  const context = excerpt(text.sliceString(chunk.from, chunk.to), wanted);
+  return chunk.from > 0 && !context.startsWith('…') ? `…${context}` : context;
 }
 
 /** A chunk of a long text that contains a match. */
-function pieceWith(text: Text, wanted: string): { from: number; to: number } | null {
+function chunkWith(text: Text, wanted: string): { from: number; to: number } | null {
   // Chunks overlap, so a match across their boundary is not missed.
   const overlap = wanted.length * 4;
-  for (let from = 0; from < text.length; from += PIECE_CHARACTERS) {
-    const to = Math.min(text.length, from + PIECE_CHARACTERS + overlap);
+  for (let from = 0; from < text.length; from += CHUNK_CHARACTERS) {
+    const to = Math.min(text.length, from + CHUNK_CHARACTERS + overlap);
     if (fold(text.sliceString(from, to)).includes(wanted)) return { from, to };
   }
   return null;

@@ -27,11 +27,11 @@ export function closeTabs(tabs: Tabs, ids: ReadonlyArray<string>): Tabs {
   if (!gone.length) return tabs;
   const open = tabs.open.filter((id) => !leaving.has(id));
   const kept = tabs.closed.filter((tab) => !leaving.has(tab.id));
-  return { ...tabs, open, active: heir(tabs, leaving), closed: [...kept, ...gone].slice(-HISTORY) };
+  return { ...tabs, open, active: nextActive(tabs, leaving), closed: [...kept, ...gone].slice(-HISTORY) };
 }
 
 /** When the active tab closes, its right neighbour becomes active, otherwise its left one. */
-function heir(tabs: Tabs, leaving: ReadonlySet<string>): string | null {
+function nextActive(tabs: Tabs, leaving: ReadonlySet<string>): string | null {
   if (tabs.active !== null && !leaving.has(tabs.active)) return tabs.active;
   const at = tabs.active === null ? 0 : tabs.open.indexOf(tabs.active);
   const right = tabs.open.slice(at).find((id) => !leaving.has(id));

@@ -125,7 +125,7 @@ export class Workspace {
       extra: [],
     };
     this.#put(note);
-    this.#tell('notes', note.id);
+    this.#notify('notes', note.id);
     return note;
   }
 
@@ -134,21 +134,21 @@ export class Workspace {
     if (!note || note.text === text) return;
     // Later than its creation even if the clock was set back, because isUntouched() depends on it.
     this.#put({ ...note, text, updated: Math.max(this.now(), note.created + 1) });
-    this.#tell('text', id);
+    this.#notify('text', id);
   }
 
   setFileName(id: string, fileName: string): void {
     const note = this.#notes.get(id);
     if (!note || note.fileName === fileName) return;
     this.#put({ ...note, fileName });
-    this.#tell('notes', id);
+    this.#notify('notes', id);
   }
 
   setPinned(id: string, pinned: boolean): void {
     const note = this.#notes.get(id);
     if (!note || note.pinned === pinned) return;
     this.#put({ ...note, pinned });
-    this.#tell('notes', id);
+    this.#notify('notes', id);
   }
 
   /** Moves a note to the bin and closes its tab; reopening the tab restores the note. */
@@ -162,8 +162,8 @@ export class Workspace {
       ? closeTabs(tabs, [id])
       : { ...tabs, closed: [...tabs.closed.filter((tab) => tab.id !== id), { id, index: 0 }] };
     this.#contents = { ...this.#contents, bin, tabs: closed };
-    this.#tell('notes', id);
-    this.#tell('tabs');
+    this.#notify('notes', id);
+    this.#notify('tabs');
   }
 
   /** Restores a note from the bin. */
@@ -173,7 +173,7 @@ export class Workspace {
     const bin = this.#contents.bin.filter((entry) => entry !== binned);
     this.#contents = { ...this.#contents, bin };
     this.#put(binned.note);
-    this.#tell('notes', id);
+    this.#notify('notes', id);
     return true;
   }
 
@@ -185,7 +185,7 @@ export class Workspace {
     const places = new Map(this.#contents.places);
     for (const id of ids) places.delete(id);
     this.#contents = { ...this.#contents, bin: [], places, tabs: forgetTabs(this.tabs, ids) };
-    this.#tell('notes');
+    this.#notify('notes');
   }
 
   openTab(id: string, index?: number): void {
@@ -200,7 +200,7 @@ export class Workspace {
     const untouched = this.readOnly ? [] : ids.filter((id) => this.#isUntouched(id));
     for (const id of untouched) this.#drop(id);
     this.#setTabs(forgetTabs(closeTabs(this.tabs, ids), untouched));
-    if (untouched.length) this.#tell('notes');
+    if (untouched.length) this.#notify('notes');
   }
 
   /**
@@ -231,13 +231,13 @@ export class Workspace {
 
   setSettings(change: Partial<Settings>): void {
     this.#contents = { ...this.#contents, settings: { ...this.settings, ...change } };
-    this.#tell('settings');
+    this.#notify('settings');
   }
 
   setCaptureDraft(draft: string): void {
     if (draft === this.captureDraft) return;
     this.#contents = { ...this.#contents, captureDraft: draft };
-    this.#tell('draft');
+    this.#notify('draft');
   }
 
   #isUntouched(id: string): boolean {
@@ -258,10 +258,10 @@ export class Workspace {
   #setTabs(tabs: Tabs): void {
     if (tabs === this.tabs) return;
     this.#contents = { ...this.#contents, tabs };
-    this.#tell('tabs');
+    this.#notify('tabs');
   }
 
-  #tell(change: Change, id?: string): void {
+  #notify(change: Change, id?: string): void {
     for (const listener of this.#listeners) listener(change, id);
   }
 }

@@ -6,16 +6,16 @@ import { type BinnedNote, type Contents, DOCUMENT_VERSION, type Extra, type Note
  * so the JSON of each is cached for its lifetime: a key typed into a large note costs its leaf and the path
  * above it, and every other note is an existing string.
  */
-const notePieces = new WeakMap<Note, string>();
-const binPieces = new WeakMap<BinnedNote, string>();
-const textPieces = new WeakMap<Text, string>();
-const placePieces = new WeakMap<Place, string>();
+const noteCache = new WeakMap<Note, string>();
+const binCache = new WeakMap<BinnedNote, string>();
+const textCache = new WeakMap<Text, string>();
+const placeCache = new WeakMap<Place, string>();
 
 /**
  * Neighbouring notes are also cached as one string, keyed by the first of them, so the document is assembled
  * from a few long strings instead of many short ones.
  */
-const groupPieces = new WeakMap<Note, { notes: ReadonlyArray<Note>; json: string }>();
+const groupCache = new WeakMap<Note, { notes: ReadonlyArray<Note>; json: string }>();
 const GROUP_NOTES = 64;
 const LONGEST_COPIED_GROUP = 2_000_000;
 
@@ -53,14 +53,14 @@ export function serialize(contents: Contents, revision: number): string {
  * Builds what `serialize` will need, one note at a time, so the caller can let keys and frames through in
  * between.
  */
-export function* makePieces({ notes, bin }: Contents): Generator<void, void> {
+export function* prepareJson({ notes, bin }: Contents): Generator<void, void> {
   for (const note of notes) {
-    if (notePieces.has(note)) continue;
+    if (noteCache.has(note)) continue;
     noteJson(note);
     yield;
   }
   for (const entry of bin) {
-    if (binPieces.has(entry)) continue;
+    if (binCache.has(entry)) continue;
     binnedJson(entry);
     yield;
   }
@@ -81,13 +81,13 @@ function groups(notes: ReadonlyArray<Note>): string[] {
 function groupJson(notes: ReadonlyArray<Note>): string {
   const [first] = notes;
   if (!first) return '';
-  const known = groupPieces.get(first);
+  const known = groupCache.get(first);
   if (known && isSame(known.notes, notes)) return known.json;
   const pieces = notes.map(noteJson);
   const length = pieces.reduce((sum, piece) => sum + piece.length, 0);
   // A flat copy is quick to insert into the document; a long one is not quick to make.
   const json = length <= LONGEST_COPIED_GROUP ? pieces.join(',') : chain(pieces, ',');
-  groupPieces.set(first, { notes, json });
+  groupCache.set(first, { notes, json });
   return json;
 }
 
@@ -96,16 +96,18 @@ function isSame(some: ReadonlyArray<Note>, others: ReadonlyArray<Note>): boolean
 }
 
 function noteJson(note: Note): string {
-  return kept(notePieces, note, () => object(noteMembers(note), note.extra));
+  return cached(noteCache, note, () => object(noteMembers(note), note.extra));
 }
 
 function binnedJson(entry: BinnedNote): string {
   const { note, deleted } = entry;
-  return kept(binPieces, entry, () => object([...noteMembers(note), ['deleted', JSON.stringify(deleted)]], note.extra));
+  return cached(binCache, entry, () =>
+    object([...noteMembers(note), ['deleted', JSON.stringify(deleted)]], note.extra),
+  );
 }
 
 function placeJson(place: Place): string {
-  return kept(placePieces, place, () => {
+  return cached(placeCache, place, () => {
     const { anchor, head, top } = place;
     return JSON.stringify({ anchor, head, top });
   });
@@ -145,16 +147,16 @@ function settingsJson({ settings }: Contents): string {
  * each can be escaped separately.
  */
 function textJson(text: Text): string {
-  return kept(textPieces, text, () =>
+  return cached(textCache, text, () =>
     text.children ? chain(text.children.map(textJson), '\\n') : JSON.stringify(text.toString()).slice(1, -1),
   );
 }
 
-function kept<K extends object>(pieces: WeakMap<K, string>, key: K, make: () => string): string {
-  let json = pieces.get(key);
+function cached<K extends object>(cache: WeakMap<K, string>, key: K, make: () => string): string {
+  let json = cache.get(key);
   if (json === undefined) {
     json = make();
-    pieces.set(key, json);
+    cache.set(key, json);
   }
   return json;
 }

@@ -25,9 +25,9 @@ export function findFolded(text: string, foldedQuery: string): { from: number; t
   const origin: number[] = [];
   let offset = 0;
   for (const char of text) {
-    const piece = fold(char);
-    for (let i = 0; i < piece.length; i++) origin.push(offset);
-    folded += piece;
+    const foldedChar = fold(char);
+    for (let i = 0; i < foldedChar.length; i++) origin.push(offset);
+    folded += foldedChar;
     offset += char.length;
   }
   const at = folded.indexOf(foldedQuery);

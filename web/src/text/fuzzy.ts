@@ -24,7 +24,7 @@ export function fuzzyMatch(query: string, text: string): FuzzyMatch | null {
       if (chars[i] !== wanted[q]) continue;
       const rest = best(q + 1, i + 1, true);
       if (!rest) break;
-      const score = rest.score + worth(chars, i, inRow && i === from);
+      const score = rest.score + scoreOf(chars, i, inRow && i === from);
       if (!result || score > result.score) result = { score, at: [i, ...rest.at] };
     }
     memory.set(key, result);
@@ -40,7 +40,7 @@ export function fuzzyMatch(query: string, text: string): FuzzyMatch | null {
   };
 }
 
-function worth(chars: ReadonlyArray<string>, index: number, inRow: boolean): number {
+function scoreOf(chars: ReadonlyArray<string>, index: number, inRow: boolean): number {
   const startsWord = index === 0 || !/[\p{L}\p{N}]/u.test(chars[index - 1] ?? '');
   return 1 + (inRow ? 6 : 0) + (startsWord ? 5 : 0) - index / 1000;
 }

@@ -76,9 +76,9 @@ function cellsOf(line: string): string[] {
 /** Splits at bars; an escaped bar belongs to the text. */
 function split(text: string): string[] {
   const parts = [''];
-  for (const [piece] of text.matchAll(/\\.|[^\\]|\\$/gsu)) {
-    if (piece === '|') parts.push('');
-    else parts[parts.length - 1] += piece;
+  for (const [token] of text.matchAll(/\\.|[^\\]|\\$/gsu)) {
+    if (token === '|') parts.push('');
+    else parts[parts.length - 1] += token;
   }
   return parts;
 }

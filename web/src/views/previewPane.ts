@@ -5,7 +5,7 @@ import { hasLongParagraph } from '../text/paragraphs';
 import { type Block, blocksOf, previewGrammar } from '../text/previewBlocks';
 import { h } from '../dom/elements';
 import { inSlices } from '../time/slices';
-import { drawPiece } from './previewDom';
+import { renderPreviewNode } from './previewDom';
 
 export type PreviewMode = 'beside' | 'instead';
 
@@ -163,7 +163,7 @@ export class Preview {
       if (index < head) return { block, element: (before[index] as Drawn).element };
       const fromEnd = blocks.length - index;
       if (fromEnd <= tail) return { block, element: (before[before.length - fromEnd] as Drawn).element };
-      const element = drawPiece(block.make(), () => this.redraw());
+      const element = renderPreviewNode(block.make(), () => this.redraw());
       // A block's first letter decides its direction, except for code and tables.
       if (!/^(?:pre|table)$/i.test(element.localName)) element.dir = 'auto';
       this.#page.insertBefore(element, next);

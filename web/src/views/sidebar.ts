@@ -1,5 +1,5 @@
 import type { Note } from '../state/model';
-import { contextOf, type Found, foldNotes, narrows, searchNotes } from '../state/search';
+import { contextOf, type SearchMatch, foldNotes, narrows, searchNotes } from '../state/search';
 import { titleOf, type Workspace } from '../state/workspace';
 import { counted, t } from '../i18n/language';
 import { findFolded, fold } from '../text/fold';
@@ -33,19 +33,19 @@ export class Sidebar {
   readonly element: HTMLElement;
   readonly #workspace: Workspace;
   readonly #actions: SidebarActions;
-  readonly #list: WindowedList<Found>;
+  readonly #list: WindowedList<SearchMatch>;
   readonly #input: HTMLInputElement;
   readonly #outcome: HTMLElement;
   #query = '';
   #stopSearch = (): void => undefined;
   /** Matches of the last completed search, and the list they were found in. */
-  #finds: { readonly query: string; readonly of: unknown; readonly notes: ReadonlyArray<Note> } | null = null;
+  #lastSearch: { readonly query: string; readonly of: unknown; readonly notes: ReadonlyArray<Note> } | null = null;
   #folding = false;
 
   constructor(workspace: Workspace, actions: SidebarActions) {
     this.#workspace = workspace;
     this.#actions = actions;
-    this.#list = new WindowedList<Found>({
+    this.#list = new WindowedList<SearchMatch>({
       rowHeight: () => rootPixels(ROW_REMS),
       idPrefix: 'note-',
       key: ({ note }) => note.id,
@@ -100,8 +100,8 @@ export class Sidebar {
       );
       return;
     }
-    const found: Found[] = [];
-    const last = this.#finds;
+    const found: SearchMatch[] = [];
+    const last = this.#lastSearch;
     const isNarrower = last?.of === notes && narrows(this.#query, last.query);
     let shown = performance.now();
     this.#stopSearch = inSlices(gather(searchNotes(isNarrower ? last.notes : notes, this.#query), found), {
@@ -115,7 +115,7 @@ export class Sidebar {
       },
       onDone: () => {
         this.#show(found, true);
-        this.#finds = { query: this.#query, of: notes, notes: found.map((find) => find.note) };
+        this.#lastSearch = { query: this.#query, of: notes, notes: found.map((find) => find.note) };
       },
     });
   }
@@ -152,7 +152,7 @@ export class Sidebar {
     });
   }
 
-  #show(found: ReadonlyArray<Found>, complete: boolean): void {
+  #show(found: ReadonlyArray<SearchMatch>, complete: boolean): void {
     this.#list.setItems(found);
     this.#list.element.hidden = complete && found.length === 0;
     if (!complete) return;
@@ -164,7 +164,7 @@ export class Sidebar {
     }
   }
 
-  #fillRow(row: HTMLElement, { note: listed, inTitle, near }: Found): void {
+  #fillRow(row: HTMLElement, { note: listed, inTitle, near }: SearchMatch): void {
     const note = this.#workspace.note(listed.id) ?? listed;
     const title = titleOf(note);
     const below = (!inTitle && contextOf(note.text, this.#query, near)) || excerptOf(note);
@@ -201,7 +201,7 @@ export class Sidebar {
 }
 
 /** Collects all matches, pausing where the search does. */
-function* gather(search: Iterable<Found | null>, found: Found[]): Generator<void, void> {
+function* gather(search: Iterable<SearchMatch | null>, found: SearchMatch[]): Generator<void, void> {
   for (const find of search) {
     if (find) found.push(find);
     else yield;

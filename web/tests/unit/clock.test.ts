@@ -114,7 +114,7 @@ testWithSteps('a quiet moment comes when the keys are still', (step) => {
   quiet.after(nothing, 1000, () => {
     ranAt = elapsed();
   });
-  quiet.disturbed();
+  quiet.keyPressed();
   const last = elapsed();
   setWallClock(step);
   advance(1500);

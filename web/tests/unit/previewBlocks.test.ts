@@ -1,14 +1,14 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { safeAddress } from '../../src/text/address';
-import { blocksOf, type Piece, previewGrammar } from '../../src/text/previewBlocks';
+import { blocksOf, type PreviewNode, previewGrammar } from '../../src/text/previewBlocks';
 
-function read(source: string): Piece[] {
+function read(source: string): PreviewNode[] {
   return blocksOf(source, previewGrammar.parse(source)).map((block) => block.make());
 }
 
 /** A compact form of a preview: each element as its name and children. */
-function outline(piece: Piece | string): string {
+function outline(piece: PreviewNode | string): string {
   if (typeof piece === 'string') return piece;
   const kind = piece.kind ? `.${piece.kind}` : '';
   const href = piece.href ? `=${piece.href}` : '';
@@ -17,7 +17,7 @@ function outline(piece: Piece | string): string {
 
 const short = (source: string) => read(source).map(outline).join(' ');
 
-function all(pieces: ReadonlyArray<Piece | string>): Piece[] {
+function all(pieces: ReadonlyArray<PreviewNode | string>): PreviewNode[] {
   return pieces.flatMap((piece) => (typeof piece === 'string' ? [] : [piece, ...all(piece.children)]));
 }
 
@@ -37,7 +37,7 @@ test('an ordered list keeps its first number', () => {
 
 test('code keeps every letter and its language', () => {
   const [code] = read('> ```js\n> a <b>\n>   *c*\n> ```');
-  const pre = all([code as Piece]).find((piece) => piece.tag === 'pre');
+  const pre = all([code as PreviewNode]).find((piece) => piece.tag === 'pre');
   assert.deepEqual(pre?.children, ['a <b>\n  *c*']);
   assert.equal(pre?.language, 'js');
 });

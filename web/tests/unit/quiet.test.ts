@@ -48,7 +48,7 @@ test('what is waited for comes once the keys are still, or after a second of the
   const { quiet, work, advance, at } = bench(0);
   let ranAt = -1;
   const start = () => quiet.after(work, 1000, () => (ranAt = at()));
-  quiet.disturbed();
+  quiet.keyPressed();
   start();
   advance(119);
   assert.equal(ranAt, -1);
@@ -58,7 +58,7 @@ test('what is waited for comes once the keys are still, or after a second of the
   start();
   const from = at();
   while (ranAt < 0 && at() < from + 3000) {
-    quiet.disturbed();
+    quiet.keyPressed();
     advance(at() + 50);
   }
   assert.ok(ranAt - from <= 1050 && ranAt - from >= 950, String(ranAt - from));

@@ -3,7 +3,7 @@ import { test } from 'node:test';
 import { Text } from '@codemirror/state';
 import { emptyContents } from '../../src/state/model';
 import { Workspace } from '../../src/state/workspace';
-import { makePieces, serialize } from '../../src/state/write';
+import { prepareJson, serialize } from '../../src/state/write';
 
 /** A workspace with this many notes, and some of their ids. */
 function manyNotes(count: number) {
@@ -52,7 +52,7 @@ test('what was made ready costs nothing when it is saved', () => {
   const { workspace, ids } = manyNotes(300);
   workspace.deleteNote(ids[9] ?? '');
   assert.equal(
-    countTexts(() => [...makePieces(workspace.contents)]),
+    countTexts(() => [...prepareJson(workspace.contents)]),
     300,
   );
   assert.equal(
