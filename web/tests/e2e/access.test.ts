@@ -26,7 +26,7 @@ async function violations(page: Page): Promise<string[]> {
 
 for (const colorScheme of ['light', 'dark'] as const) {
   for (const [name, show] of Object.entries(views)) {
-    test(`${name}, ${colorScheme}: nothing stands in anybody's way`, async () => {
+    test(`${name}, ${colorScheme}: no accessibility violations`, async () => {
       const { page, context } = await open(browser, { colorScheme, before: fakeHost(stored) });
       await show(page, wordsIn('en'));
       assert.deepEqual(await violations(page), []);
@@ -42,7 +42,7 @@ for (const colorScheme of ['light', 'dark'] as const) {
   });
 }
 
-test('wherever the Tab key leads, the focus is seen', async () => {
+test('wherever the Tab key leads, the focus is visible', async () => {
   const { page, context } = await open(browser, { before: fakeHost(stored) });
   await page.focus('#searchInput');
   const seen = new Set<string>();

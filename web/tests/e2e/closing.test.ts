@@ -89,7 +89,7 @@ async function tryEverything(page: Page): Promise<void> {
   await page.evaluate("document.activeElement && document.execCommand('insertText', false, 'q')");
 }
 
-test('nothing opens, nothing is typed and nothing is done while the window closes', async () => {
+test('nothing opens, nothing is typed and nothing is done while the window is closing', async () => {
   const { page, context, trouble } = await open(browser, { before: fakeHost() });
   let chosen = 0;
   page.on('filechooser', () => {
@@ -145,7 +145,7 @@ const OPEN: Record<string, readonly [opened: (page: Page) => Promise<unknown>, m
 };
 
 for (const [name, [show, more]] of Object.entries(OPEN)) {
-  test(`what was typed into the ${name} is there after a quit that was called off`, async () => {
+  test(`text typed into the ${name} is still there after a cancelled quit`, async () => {
     const { page, context } = await open(browser, { before: fakeHost() });
     await page.evaluate('createNote()');
     await page.keyboard.type('texto');
@@ -164,7 +164,7 @@ for (const [name, [show, more]] of Object.entries(OPEN)) {
   });
 }
 
-test('the menu of the note stays open, and works again', async () => {
+test('the note menu stays open, and works again', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.evaluate('createNote()');
   await page.keyboard.type('texto');
@@ -179,7 +179,7 @@ test('the menu of the note stays open, and works again', async () => {
   await context.close();
 });
 
-test("a toast's button waits for the end of the quit", async () => {
+test("a toast's button waits until the quit is over", async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.clock.install();
   await page.evaluate('createNote()');
@@ -202,7 +202,7 @@ test("a toast's button waits for the end of the quit", async () => {
   await context.close();
 });
 
-test('files that come while the window closes are opened after it was called off, or stay where they are', async () => {
+test('files that arrive while the window is closing open after the quit is cancelled, or stay with the host', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.waitForSelector(saved);
   const final = await close(page);
@@ -219,7 +219,7 @@ test('files that come while the window closes are opened after it was called off
   await context.close();
 });
 
-test('answers of the host count and its language arrives, though the window was closing', async () => {
+test("the host's answers and language still count while the window is closing", async () => {
   const { page, context } = await open(browser, { before: `${fakeHost()} host.answer = null;` });
   await page.evaluate('createNote()');
   await page.keyboard.type('texto');

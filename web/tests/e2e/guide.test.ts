@@ -27,7 +27,7 @@ const solutions: ReadonlyArray<readonly string[]> = [
 ];
 
 for (const [index, locale] of ['pt-BR', 'en-US', 'es-ES'].entries()) {
-  test(`every lesson of the guide is done by its keys in ${locale}`, async () => {
+  test(`every lesson of the guide can be done with its keys in ${locale}`, async () => {
     const { page, context, trouble } = await open(browser, { locale });
     await page.keyboard.press('Alt+n');
     await page.keyboard.type('A nota');
@@ -54,7 +54,7 @@ for (const [index, locale] of ['pt-BR', 'en-US', 'es-ES'].entries()) {
   });
 }
 
-test('a lesson is not done by something else and can be started over', async () => {
+test('a lesson is not done by anything else and can be restarted', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.evaluate('quendoOpenShortcutGuide()');
   await page.keyboard.type('x');

@@ -9,7 +9,7 @@ before(async () => {
 });
 after(() => browser.close());
 
-test('files handed over are sent for saving at once, and what is handed over again after a crash adds nothing', async () => {
+test('files handed over are saved immediately, and handing them over again after a crash adds nothing', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   const files = JSON.stringify([
     { name: 'b.md', content: '# B', format: 'markdown', byteCount: 3 },
@@ -35,7 +35,7 @@ test('files handed over are sent for saving at once, and what is handed over aga
   await next.context.close();
 });
 
-test('files that are alike, from different folders, have a tab each', async () => {
+test('identical files from different folders get a tab each', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   const file = "[{ name: 'notas.txt', content: 'igual', format: 'plain', byteCount: 5 }]";
   assert.equal(await page.evaluate(`quendoOpenNativeFiles(${file})`), 1);
@@ -52,7 +52,7 @@ test('files that are alike, from different folders, have a tab each', async () =
   await context.close();
 });
 
-test('files handed over are sent before the call returns, whatever save is still out', async () => {
+test('files handed over are posted before the call returns, even while a save is unanswered', async () => {
   const { page, context } = await open(browser, { before: `${fakeHost()} host.answer = null;` });
   await page.evaluate('createNote()');
   await page.keyboard.type('x');
@@ -86,7 +86,7 @@ test('files handed over are sent before the call returns, whatever save is still
   await context.close();
 });
 
-test('files that cannot be handed over are not taken', async () => {
+test('files that cannot be posted are not accepted', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.waitForSelector(saved);
   await page.evaluate(

@@ -37,7 +37,7 @@ function settled(page: Page): Promise<void> {
 const tabs = (page: Page) => page.locator('[role=tab]').allInnerTexts();
 const rows = (page: Page) => page.locator('#sidebar .row-title').allInnerTexts();
 
-test('caret and scroll position outlive tab switches and a restart', async () => {
+test('caret and scroll position survive tab switches and a restart', async () => {
   const lines = Array.from({ length: 400 }, (_, i) => `linha ${i}`).join('\n');
   const notes = [
     { id: 'long', text: lines },
@@ -80,7 +80,7 @@ test('caret and scroll position outlive tab switches and a restart', async () =>
   await context.close();
 });
 
-test('closed tabs come back after a restart, deleted notes too', async () => {
+test('closed tabs can be reopened after a restart, deleted notes too', async () => {
   const { page, context } = await open(browser);
   await write(page, 'um', 'dois', 'tres');
   await page.keyboard.press('Alt+w');
@@ -115,7 +115,7 @@ test('a pinned note stays first in the list', async () => {
   await context.close();
 });
 
-test('the bin gives notes back, and is emptied only when that is agreed to', async () => {
+test('the bin restores notes, and is emptied only after confirmation', async () => {
   const { page, context } = await open(browser);
   await write(page, 'um', 'dois', 'tres');
   for (let i = 0; i < 2; i++) {
@@ -142,7 +142,7 @@ test('the bin gives notes back, and is emptied only when that is agreed to', asy
   await context.close();
 });
 
-test('the palette runs what it finds, from anywhere, with the host too', async () => {
+test('the palette runs what it finds, from anywhere, under the host too', async () => {
   for (const before of [undefined, fakeHost()]) {
     const { page, context, trouble } = await open(browser, before ? { before } : {});
     await page.evaluate('createNote()');
@@ -167,7 +167,7 @@ test('the palette runs what it finds, from anywhere, with the host too', async (
   }
 });
 
-test('theme and text size are kept, and the theme follows the desktop when it is to', async () => {
+test('theme and text size are saved, and the theme follows the system if set to', async () => {
   const { page, context } = await open(browser, { colorScheme: 'light' });
   const theme = () => page.getAttribute('html', 'data-theme');
   const size = () => page.evaluate(() => Number.parseFloat(getComputedStyle(document.body).fontSize));
@@ -191,7 +191,7 @@ test('theme and text size are kept, and the theme follows the desktop when it is
   await context.close();
 });
 
-test('a click lands where it points after the text was made larger', async () => {
+test('a click lands where it points after zooming in', async () => {
   const { page, context } = await open(browser);
   await page.keyboard.press('Alt+n');
   for (let i = 0; i < 12; i++) await page.keyboard.type(`linha ${i}\n`);
@@ -205,7 +205,7 @@ test('a click lands where it points after the text was made larger', async () =>
   await context.close();
 });
 
-test('all that is there stays within reach with large text in a small window', async () => {
+test('everything stays reachable with large text in a small window', async () => {
   const { page, context } = await open(browser, { width: 880, height: 600 });
   await write(page, 'uma nota com um título um tanto comprido', 'dois');
   for (let i = 0; i < 6; i++) await page.keyboard.press('Control+Equal');
@@ -223,7 +223,7 @@ test('all that is there stays within reach with large text in a small window', a
   await context.close();
 });
 
-test('quick capture leaves caret, selection and scroll of the note alone', async () => {
+test("quick capture does not change the note's caret, selection or scroll position", async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.evaluate('createNote()');
   await page.keyboard.type('antes meio depois');
@@ -242,7 +242,7 @@ test('quick capture leaves caret, selection and scroll of the note alone', async
   await context.close();
 });
 
-test('motion stops where the system asks for that', async () => {
+test('animations stop if the system asks for reduced motion', async () => {
   const { page, context } = await open(browser);
   const moving = () =>
     page.evaluate(
@@ -259,7 +259,7 @@ test('motion stops where the system asks for that', async () => {
   await context.close();
 });
 
-test('a note that was emptied comes back with its text, one that was never written in goes', async () => {
+test('an emptied note comes back with its text, one that never had text is removed', async () => {
   const { page, context } = await open(browser);
   await write(page, 'Rascunho', '');
   await page.keyboard.press('Alt+w');

@@ -21,7 +21,7 @@ async function write(page: Page, ...texts: string[]): Promise<void> {
   }
 }
 
-test('a first note is one key press away', async () => {
+test('the first note is one key press away', async () => {
   const { page, context } = await open(browser);
   await page.keyboard.press('Enter');
   await page.keyboard.type('olá');
@@ -58,7 +58,7 @@ test('Escape leaves every panel for the text', async () => {
   await context.close();
 });
 
-test('a dialog keeps the focus', async () => {
+test('a dialog keeps the focus inside', async () => {
   const { page, context } = await open(browser);
   await write(page, 'um');
   await page.keyboard.press('Control+k');
@@ -73,7 +73,7 @@ test('a dialog keeps the focus', async () => {
   await context.close();
 });
 
-test('the list, the tabs and the overview are walked with arrows', async () => {
+test('arrow keys move through the list, the tabs and the overview', async () => {
   const { page, context } = await open(browser);
   await write(page, 'um', 'dois', 'tres');
   const active = () => page.innerText('[role=tab][aria-selected=true]');
@@ -103,7 +103,7 @@ test('the list, the tabs and the overview are walked with arrows', async () => {
   await context.close();
 });
 
-test('the note menu is walked with arrows', async () => {
+test('arrow keys move through the note menu', async () => {
   const { page, context } = await open(browser);
   await write(page, 'fica');
   await page.focus('[aria-label="Note actions"]');
@@ -116,7 +116,7 @@ test('the note menu is walked with arrows', async () => {
   await context.close();
 });
 
-test('everything that can be pressed has a name', async () => {
+test('every clickable element has an accessible name', async () => {
   const { page, context } = await open(browser);
   await write(page, 'um', 'dois');
   const nameless = await page.evaluate(() =>
@@ -136,7 +136,7 @@ test('everything that can be pressed has a name', async () => {
   await context.close();
 });
 
-test('Escape in a dialog gives the focus back before another key can come', async () => {
+test('Escape in a dialog restores the focus before the next key press', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.evaluate('createNote(); openCapture()');
   const focused = await page.evaluate(() => {

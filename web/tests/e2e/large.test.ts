@@ -31,7 +31,7 @@ const MANY = `
     return { version: 1, notes, tabs: { open: ['n5'] } };
   })();`;
 
-test('ten thousand notes of 60 MB: keys in the search and in the text are not kept waiting', async () => {
+test('ten thousand notes of 60 MB: keys in the search and in the text do not have to wait', async () => {
   const before = fakeHost().replace('window.__QUENDO_IS_MAC__ = true;', MANY);
   const { page, context } = await open(browser, { before });
   await page.waitForSelector('#saveState[data-state="saved"]', { timeout: 60_000 });

@@ -27,7 +27,7 @@ function overflow(page: Page): Promise<boolean> {
 }
 
 for (const language of languages) {
-  test(`nothing moves the frame of the least window, in ${language}`, async () => {
+  test(`nothing shifts the frame of the smallest window, in ${language}`, async () => {
     const size = { width: 880, height: 600 };
     const { page, context } = await open(browser, { ...size, before: fakeHost(stored, language) });
     const still = await frame(page);

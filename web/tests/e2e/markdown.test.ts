@@ -12,7 +12,7 @@ after(() => browser.close());
 const withState = (notes: ReadonlyArray<Record<string, unknown>>) =>
   fakeHost({ version: 1, notes, tabs: { open: notes.map(({ id }) => id), active: notes[0]?.id } });
 
-test('Markdown shows what it means while it is written', async () => {
+test('Markdown is styled while typing', async () => {
   const { page, context, trouble } = await open(browser);
   await page.keyboard.press('Alt+n');
   await page.keyboard.insertText(
@@ -31,7 +31,7 @@ test('Markdown shows what it means while it is written', async () => {
   await context.close();
 });
 
-test('a task is ticked by a press and by key', async () => {
+test('a task is toggled by a click and by key', async () => {
   const { page, context } = await open(browser);
   await page.keyboard.press('Alt+n');
   await page.keyboard.insertText('- [ ] um\n- [ ] dois');
@@ -44,7 +44,7 @@ test('a task is ticked by a press and by key', async () => {
   await context.close();
 });
 
-test('lists go on, move by levels and end', async () => {
+test('lists continue, indent, outdent and end', async () => {
   const { page, context } = await open(browser);
   await page.keyboard.press('Alt+n');
   await page.keyboard.type('1. um\ndois');
@@ -71,7 +71,7 @@ test('bold and italic have keys', async () => {
   await context.close();
 });
 
-test('a file is shown in the language of its name, also after it is saved under another', async () => {
+test('a file is highlighted by its extension, even after Save As under another', async () => {
   const before = withState([
     { id: 'a', text: 'def f():\n    return 1', name: 'a.py', format: 'plain', updated: 2 },
     { id: 'b', text: 'let a = 1', name: 'b.txt', format: 'plain', updated: 1 },
@@ -88,7 +88,7 @@ test('a file is shown in the language of its name, also after it is saved under 
   await context.close();
 });
 
-test('each line runs the way it is written', async () => {
+test('each line has its own text direction', async () => {
   const { page, context } = await open(browser);
   await page.keyboard.press('Alt+n');
   await page.keyboard.insertText('olá\nשלום\n- مرحبا');
@@ -97,7 +97,7 @@ test('each line runs the way it is written', async () => {
   await context.close();
 });
 
-test('typing stays quick in a text of twenty megabytes with everything in it', async () => {
+test('typing stays fast in a varied text of twenty megabytes', async () => {
   const section =
     '## Título\n\nTexto com **negrito** e [um](http://b.c).\n\n- [ ] tarefa\n- [x] feita\n\n```js\nlet a = 1;\n```\n\n';
   const long = section.repeat(Math.ceil(20_000_000 / section.length));
@@ -115,7 +115,7 @@ test('typing stays quick in a text of twenty megabytes with everything in it', a
   await context.close();
 });
 
-test('a table is written from cell to cell', async () => {
+test('a table is filled in cell by cell', async () => {
   const { page, context } = await open(browser);
   await page.keyboard.press('Alt+n');
   await page.keyboard.type('|Nome|Preço|\n|-|-:|');
@@ -139,7 +139,7 @@ test('a table is written from cell to cell', async () => {
   await context.close();
 });
 
-test('a long text looks the same wherever one scrolls to, in the frame in which it comes', async () => {
+test('a long text looks the same wherever it is scrolled, from the first frame on', async () => {
   const section =
     '## Título\n\nTexto com **negrito** e [um](http://b.c).\n\n- [ ] tarefa\n- [x] feita\n\n```js\nlet a = 1;\n```\n\n';
   const stored = { version: 1, notes: [{ id: 'a', text: section.repeat(20_000) }], tabs: { open: ['a'] } };

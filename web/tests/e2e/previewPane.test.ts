@@ -49,7 +49,7 @@ function foreign(page: Page): Promise<string[]> {
   });
 }
 
-test('an imported note can run nothing and fetch nothing', async () => {
+test('an imported note cannot run or fetch anything', async () => {
   const { page, context, seen, trouble } = await openWatched();
   const buffer = Buffer.from(corpus.join('\n\n'));
   const name = '<img src=x onerror=ran()>.md';
@@ -80,7 +80,7 @@ test('an imported note can run nothing and fetch nothing', async () => {
   await context.close();
 });
 
-test('what is pasted is text, whatever else the clipboard has', async () => {
+test('only text is pasted, whatever else is on the clipboard', async () => {
   const { page, context, seen, trouble } = await openWatched();
   await page.keyboard.press('Alt+n');
   await page.keyboard.press('Control+Alt+p');
@@ -102,7 +102,7 @@ test('what is pasted is text, whatever else the clipboard has', async () => {
   await context.close();
 });
 
-test('the preview follows the text and keeps what has not changed', async () => {
+test('the preview follows the text and reuses unchanged blocks', async () => {
   const { page, context, trouble } = await open(browser);
   await page.keyboard.press('Alt+n');
   await page.keyboard.insertText('# Um\n\ndois **tres**\n\n- [x] feita\n\n![gato](https://a.invalid/b.png)\n\nfim');
@@ -122,7 +122,7 @@ test('the preview follows the text and keeps what has not changed', async () => 
   await context.close();
 });
 
-test('the preview scrolls with the text, also in a long one', async () => {
+test('the preview scrolls with the text, even in a long one', async () => {
   const sections = Array.from(
     { length: 4000 },
     (_, i) => `## Parte ${i}\n\nUm texto que diz alguma coisa, e mais outra.`,
@@ -145,7 +145,7 @@ test('the preview scrolls with the text, also in a long one', async () => {
   await context.close();
 });
 
-test('the preview in place of the text has the keys, and Escape goes back', async () => {
+test('the preview in place of the text gets the keys, and Escape goes back', async () => {
   const { page, context } = await open(browser);
   await page.keyboard.press('Alt+n');
   await page.keyboard.type('um');
@@ -164,7 +164,7 @@ test('the preview in place of the text has the keys, and Escape goes back', asyn
   await context.close();
 });
 
-test('a preview beside the text is there again after a restart, one in its place is not', async () => {
+test('a preview beside the text is open again after a restart, one in its place is not', async () => {
   const { page, context } = await open(browser);
   await page.keyboard.press('Alt+n');
   await page.keyboard.type('# Título');

@@ -32,7 +32,7 @@ test('quitting never replaces a newer document, even one without a revision to s
   }
 });
 
-test('a key that saves tries again at once after a failure', async () => {
+test('a save key retries immediately after a failure', async () => {
   const { page, context } = await open(browser, { before: `${fakeHost()} host.answer = false;` });
   await page.evaluate('createNote()');
   await page.keyboard.type('x');
@@ -59,7 +59,7 @@ test('a key that saves tries again at once after a failure', async () => {
   await context.close();
 });
 
-test('a desktop that sets its clock keeps no text from being saved', async () => {
+test('setting the system clock never keeps text from being saved', async () => {
   const before = `
     let set = 0;
     const { now } = Date;

@@ -49,7 +49,7 @@ const answer = (page: Page, name: string, ...values: unknown[]) =>
 
 const toast = (page: Page, text: string) => page.waitForSelector(`.toast >> text="${text}"`);
 
-test('the menu has a name, roles and every way out of a note', async () => {
+test('the menu has a name, roles and every export, copy and share command', async () => {
   const { page, context, trouble } = await openIn('en');
   const button = page.getByRole('button', { name: 'Note actions' });
   assert.equal(await button.getAttribute('aria-haspopup'), 'menu');
@@ -160,7 +160,7 @@ for (const { language, done, cancelled, failed } of [
     await context.close();
   });
 
-test('exports are posted in both formats, and the host says how they ended', async () => {
+test('exports are posted in both formats, and the host reports the result', async () => {
   const { page, context } = await openIn('es');
   await choose(page, 'exportText');
   assert.deepEqual(await posted(page, 'quendoExport'), {
@@ -187,7 +187,7 @@ for (const { language, busy, done, nothing } of [
   { language: 'en', busy: 'Something is being shared already', done: 'Shared', nothing: 'Nothing was shared' },
   { language: 'es', busy: 'Ya hay algo que se está compartiendo', done: 'Compartido', nothing: 'No se compartió nada' },
 ])
-  test(`one share at a time, told in the language ${language}`, async () => {
+  test(`one share at a time, reported in the language ${language}`, async () => {
     const { page, context } = await openIn(language);
     await choose(page, 'share');
     const { attemptId, ...request } = await posted(page, 'quendoShare');
@@ -209,7 +209,7 @@ for (const { language, busy, done, nothing } of [
     await context.close();
   });
 
-test('half a character in a text is refused by the host, and the note stays', async () => {
+test('the host refuses a lone surrogate in a text, and the note stays', async () => {
   const half = { ...stored, notes: [{ id: 'ata', text: 'meio \ud83d aqui' }] };
   const { page, context } = await openIn('en', half);
   await choose(page, 'saveAs');
@@ -228,7 +228,7 @@ test('half a character in a text is refused by the host, and the note stays', as
   await context.close();
 });
 
-test('with no note open the WhatsApp copy says so', async () => {
+test('without an open note, copying for WhatsApp says so', async () => {
   const { page, context } = await openIn('pt', { version: 1 });
   assert.equal(await page.evaluate('quendoCopyCurrentNoteForWhatsApp()'), false);
   await toast(page, 'Abra uma nota primeiro');
@@ -250,7 +250,7 @@ test('a plain browser copies by itself', async () => {
   await context.close();
 });
 
-test('a host that takes no copies leaves them to the web view, and says what else it lacks', async () => {
+test('if the host cannot copy, the web view does, and the page says what else the host lacks', async () => {
   const { page, context } = await open(browser, {
     before: `${fakeHost(stored)} for (const name of ['Clipboard', 'Share', 'Export']) delete webkit.messageHandlers['quendo' + name];`,
   });

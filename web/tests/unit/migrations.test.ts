@@ -8,11 +8,11 @@ import { serialize } from '../../src/state/write';
 
 const NOW = 1_700_000_000_000;
 
-test('there is a step to every version', () => {
+test('every version has a migration', () => {
   assert.equal(migrations.length, DOCUMENT_VERSION);
 });
 
-test('a document takes the steps from its own version on, in order', () => {
+test('a document is migrated step by step from its own version', () => {
   const steps = ['a', 'b', 'c'].map((name) => (document: Record<string, unknown>) => ({
     ...document,
     trail: `${document.trail ?? ''}${name}`,
@@ -27,7 +27,7 @@ test('a document takes the steps from its own version on, in order', () => {
   assert.equal(migrate(current, steps), current);
 });
 
-test('steps leave what they are given as it is, and what they do not know', () => {
+test('migrations modify neither their argument nor unknown members', () => {
   const before = { notes: { x: { text: '1' }, y: { text: '2', id: 'z' }, odd: 7 }, future: [1] };
   const copy = structuredClone(before);
   const after = migrate(before);
@@ -42,7 +42,7 @@ test('steps leave what they are given as it is, and what they do not know', () =
   }
 });
 
-test('notes that stood under their ids keep them, and their tabs', () => {
+test('notes keyed by id keep their ids and tabs', () => {
   const { contents } = readContents({ notes: { x: { text: '1' }, y: { text: '2' } }, tabs: { open: ['y'] } }, NOW);
   assert.deepEqual(
     contents.notes.map((note) => note.id),
@@ -57,7 +57,7 @@ test('a newer document is not migrated', () => {
   assert.equal(contents.notes[0]?.text.toString(), 't');
 });
 
-test('damaged members are set aside, and the rest lives', () => {
+test('damaged members are set aside, and the rest survives', () => {
   const notes = [{ id: 'a', text: 'vive' }];
   for (const member of ['bin', 'tabs', 'places', 'settings'] as const) {
     const stored = { version: 1, notes, [member]: 'broken' };
@@ -79,7 +79,7 @@ function wouldWrite({ serialized, revision }: { serialized: string; revision: nu
   return !((revision >= 1 ? revision : own) < latest);
 }
 
-test('what a newer document leaves behind never replaces it', () => {
+test('a newer document is never replaced by what this version leaves on quitting', () => {
   for (const revision of [undefined, null, '7', -3, 0, 0.5, 1, 1.9, 2, 5e12, 2 ** 60, 1e30]) {
     const loaded = { version: 9, revision, notes: [{ text: 'futuro' }], unknown: { deep: [1] } };
     const latest = Math.max(0, typeof revision === 'number' ? Math.trunc(revision) : 0);
@@ -91,7 +91,7 @@ test('what a newer document leaves behind never replaces it', () => {
   }
 });
 
-test('a newer document that cannot be written again still lets the program quit', () => {
+test('a newer document that cannot be serialised still lets the program quit', () => {
   let deep: unknown = [];
   for (let i = 0; i < 50_000; i++) deep = [deep];
   for (const loaded of [{ version: 9, revision: 50, deep }, { version: 9, deep }, undefined]) {

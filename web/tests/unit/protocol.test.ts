@@ -70,7 +70,7 @@ test('the page posts the messages of the protocol, with their fields', { skip },
   }
 });
 
-test('the page knows the limits of the protocol', { skip }, () => {
+test("the page knows the protocol's limits", { skip }, () => {
   const limit = (message: string, field: string): number => {
     const row = rows('fields').find(({ Message, Field }) => Message === message && Field === field);
     return Number(row?.['At most, in bytes']?.replaceAll(',', ''));
@@ -82,7 +82,7 @@ test('the page knows the limits of the protocol', { skip }, () => {
   assert.equal(hostLimits.file.bytes, limit('quendoSaveAs', 'content'));
 });
 
-test('the page has every function that the host calls, and no other', { skip }, () => {
+test('the page defines every function the host calls, and no others', { skip }, () => {
   const globals = pageGlobals({ workspace: {}, shell: {} } as Context, {} as HostAnswers, undefined);
   const called = new Set<string>();
   for (const { 'Called as': call = '' } of rows('functions')) called.add(nameOf(call));
@@ -96,7 +96,7 @@ test('the page has every function that the host calls, and no other', { skip }, 
   assert.deepEqual(Object.keys(globals).sort(), [...called].sort());
 });
 
-test('the page starts from the globals of the protocol', { skip }, () => {
+test("the page starts from the protocol's globals", { skip }, () => {
   const read = new Set<string>();
   readBootstrap(new Proxy({}, { get: (_, name) => void read.add(`window.${String(name)}`) }));
   assert.deepEqual(
@@ -107,7 +107,7 @@ test('the page starts from the globals of the protocol', { skip }, () => {
   );
 });
 
-test('each item of the menu has its command here, with its key', { skip }, () => {
+test('each menu item has its command here, with its key', { skip }, () => {
   const keys = new Set<string>();
   for (const { Action: action = '', Key: shown = '', Script: script = '' } of rows('menu')) {
     const key = shown.replace('Command', 'Mod').replace('Option', 'Alt').replaceAll('+', '-');
@@ -125,7 +125,7 @@ test('each item of the menu has its command here, with its key', { skip }, () =>
   for (const key of menuOnlyKeys) assert.ok(keys.has(key), key);
 });
 
-test('each script of the menu runs its own command', { skip }, () => {
+test('each menu script runs its own command', { skip }, () => {
   const ran: Command[] = [];
   const context = { workspace: {}, shell: { closing: { begun: false } } } as Context;
   const record = Object.fromEntries(

@@ -10,7 +10,7 @@ function* steps(count: number, each: () => void = () => undefined): Generator<nu
   return 'whole';
 }
 
-test('a slice ends when its time is over, and does one step at least', () => {
+test('a slice ends when its time is up, after at least one step', () => {
   let now = 0;
   const work = steps(10, () => {
     now += 2;
@@ -29,7 +29,7 @@ test('a slice ends when its time is over, and does one step at least', () => {
   );
 });
 
-test('work without a delay begins at once, and short work ends at once', () => {
+test('work without a delay starts immediately, and short work also ends immediately', () => {
   let result = '';
   inSlices(steps(3), {
     slice: 1000,
@@ -40,7 +40,7 @@ test('work without a delay begins at once, and short work ends at once', () => {
   assert.equal(result, 'whole');
 });
 
-test('long work pauses, says how far it has come, and comes to its end', async () => {
+test('long work pauses, reports progress and finishes', async () => {
   const pauses: number[] = [];
   const result = await new Promise((onDone) => {
     inSlices(steps(3), { slice: 0, delay: 0, onPause: (step) => pauses.push(step), onDone });
@@ -50,7 +50,7 @@ test('long work pauses, says how far it has come, and comes to its end', async (
   assert.deepEqual(pauses, [1, 2, 3]);
 });
 
-test('work that was called off goes no further, not even from within a pause', async () => {
+test('cancelled work stops, even when cancelled during a pause', async () => {
   let done = 0;
   const count = () => done++;
   const ended = () => assert.fail('called off');

@@ -48,7 +48,7 @@ test('only notes that changed are serialised', () => {
   assert.equal(save(), 1);
 });
 
-test('what was made ready costs nothing when it is saved', () => {
+test('saving does not repeat work done ahead', () => {
   const { workspace, ids } = manyNotes(300);
   workspace.deleteNote(ids[9] ?? '');
   assert.equal(
@@ -61,7 +61,7 @@ test('what was made ready costs nothing when it is saved', () => {
   );
 });
 
-test('grouping changes nothing in what is written', () => {
+test('grouping does not change the output', () => {
   for (const count of [0, 1, 63, 64, 65, 200]) {
     const { workspace, ids } = manyNotes(count);
     serialize(workspace.contents, 1);
