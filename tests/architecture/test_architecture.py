@@ -61,3 +61,12 @@ def test_every_text_of_the_interface_is_a_row_of_a_table(files):
                for text in checker.literals(source)
                if checker.looks_like_text(text) and text not in rows | NAMES and not text.startswith("quendo: ")]
     assert not missing, "\n" + "\n".join(missing)
+
+
+def test_no_file_is_too_long_to_hold_one_thing():
+    root = SOURCE.parent
+    long = [f"{path.relative_to(root)}: {count}" for folder in ("src", "tests", "bench")
+            for path in sorted((root / folder).rglob("*")) if path.suffix in checker.SOURCES
+            if (count := path.read_text(encoding="utf-8").count("\n")) > 300]
+    assert not long, long
+

@@ -1,46 +1,15 @@
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "fake/HostFixture.h"
+#include "simulation/NoteSharingFixture.h"
 
 namespace quendo {
 namespace {
 
-using namespace std::chrono_literals;
 using Kind = SharedItem::Kind;
-
-const std::string kFolder = "/tmp/Quendo-Share-01234567-89AB-CDEF-0123-456789ABCDE1";
-
-std::string answer(bool success, const std::string& attemptId) {
-  return std::string("window.quendoNativeShareDidFinish?.(") + (success ? "true" : "false") + ", \"" +
-         attemptId + "\")";
-}
-
-class NoteSharingTest : public fake::HostTest {
- protected:
-  NoteSharingTest() {
-    platform_.files.setDirectory("/tmp");
-    platform_.uuids.prefix = "01234567-89AB-CDEF-0123-456789ABCDE";
-  }
-  void share(const std::string& attemptId, const std::string& url = "",
-             const std::string& filename = "nota.md") {
-    post("quendoShare", Value::Dictionary{{"attemptId", attemptId},
-                                          {"title", "Title"},
-                                          {"filename", filename},
-                                          {"content", "content"},
-                                          {"url", url}});
-  }
-  fake::FakeSharingPicker& picker() { return *platform_.toolkit.pickers.back(); }
-  std::shared_ptr<fake::FakeSharingService> choose() {
-    auto service = std::make_shared<fake::FakeSharingService>();
-    picker().delegate->didChooseSharingService(service);
-    return service;
-  }
-};
 
 TEST_F(NoteSharingTest, TheNoteIsAFileInAPrivateFolderOfItsOwn) {
   start();
@@ -238,42 +207,6 @@ TEST_F(NoteSharingTest, TheTimeOutOfAnEndedShareDoesNotTouchTheNext) {
   EXPECT_EQ(scripts(), (std::vector<std::string>{answer(true, "a"), answer(false, "b")}));
 }
 
-TEST_F(NoteSharingTest, FoldersThatACrashLeftGoWithTheNextShareAndOthersStay) {
-  start();
-  const std::string abandoned = "/tmp/Quendo-Share-AAAAAAAA-1111-2222-3333-BBBBBBBBBBBB";
-  for (const std::string& folder : {abandoned, std::string("/tmp/Quendo-Share-mine"),
-                                    std::string("/tmp/Quendo-Share-aaaaaaaa-1111-2222-3333-bbbbbbbbbbbb")})
-    platform_.files.setDirectory(folder);
-  platform_.files.setFile(abandoned + "/nota.md", "left");
-  share("a");
-  EXPECT_FALSE(platform_.files.hasDirectory(abandoned));
-  EXPECT_TRUE(platform_.files.hasDirectory("/tmp/Quendo-Share-mine"));
-  EXPECT_TRUE(platform_.files.hasDirectory("/tmp/Quendo-Share-aaaaaaaa-1111-2222-3333-bbbbbbbbbbbb"));
-  EXPECT_TRUE(platform_.files.hasDirectory(kFolder));
-}
-
-TEST_F(NoteSharingTest, TheFolderOfAnotherRunningInstanceStays) {
-  start();
-  const std::string shown = "/tmp/Quendo-Share-AAAAAAAA-1111-2222-3333-BBBBBBBBBBBB";
-  platform_.files.setDirectory(shown);
-  platform_.files.lockedByAnother.insert(shown);
-  share("a");
-  EXPECT_TRUE(platform_.files.hasDirectory(shown));
-  EXPECT_EQ(platform_.toolkit.pickers.size(), 1U);
-}
-
-TEST_F(NoteSharingTest, TheFolderIsLockedFromThePickerToTheAnswer) {
-  start();
-  share("a");
-  const auto lock = [&] { return platform_.files.lockDirectory(kFolder); };
-  EXPECT_TRUE(lock().heldByAnother);
-  const auto service = choose();
-  EXPECT_TRUE(lock().heldByAnother);
-  service->delegate->didShareItems(*service);
-  platform_.files.setDirectory(kFolder);
-  EXPECT_TRUE(lock().lock);
-}
-
 TEST_F(NoteSharingTest, WhereThePlatformHasNoPickerTheNoteIsOfferedInTheInterfaceLanguage) {
   start();
   platform_.defaults.strings["QuendoLanguage"] = "es";
@@ -283,24 +216,6 @@ TEST_F(NoteSharingTest, WhereThePlatformHasNoPickerTheNoteIsOfferedInTheInterfac
   EXPECT_EQ(std::get<ShareByMail>(sections[0][0].action),
             (ShareByMail{"Title", "https://quendo.example/", kFolder + "/nota.md"}));
   EXPECT_EQ(std::get<CopySharedText>(sections[1][1].action), CopySharedText{"content"});
-}
-
-TEST_F(NoteSharingTest, OldCopiesGoAtTheStartAndAtTheEndOfTheProgram) {
-  const std::string copy = "/home/user/.cache/Quendo/Shared/AAAAAAAA-1111-2222-3333-BBBBBBBBBBBB";
-  const auto leaveAnOldCopy = [&] {
-    platform_.files.setDirectory(copy);
-    platform_.files.modificationDates[copy] = platform_.clock.now() - 25h;
-  };
-  leaveAnOldCopy();
-  {
-    AppController controller(platform_.ports());
-    platform_.application.setDelegate(&controller);
-    EXPECT_TRUE(platform_.files.hasDirectory(copy));
-    controller.applicationDidFinishLaunching();
-    EXPECT_FALSE(platform_.files.hasDirectory(copy));
-    leaveAnOldCopy();
-  }
-  EXPECT_FALSE(platform_.files.hasDirectory(copy));
 }
 
 }  // namespace
