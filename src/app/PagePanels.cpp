@@ -18,7 +18,7 @@ void PagePanels::runTextInputPanel(const std::string& prompt, const std::string&
   add({show, [completion] { completion(std::nullopt); }});
 }
 
-// Several files may always be chosen, whatever the page's input asks for; the page judges the contents.
+// Multiple selection is always allowed, whatever the page's input asks for; the page validates the contents.
 void PagePanels::runOpenPanel(std::function<void(std::optional<std::vector<std::string>>)> completion) {
   const auto show = [this, completion] {
     OpenPanel panel;

@@ -14,16 +14,16 @@
 
 namespace quendo {
 
-/// The native panels behind the page's own requests: `prompt()` and its file input. The window is handed one
-/// at a time, so that the host's own sheets have their turn in between; the others wait here. Main thread;
-/// each completion is called once.
+/// The native panels for the page's `prompt()` and file input. The window gets one at a time, which lets the
+/// host's own sheets take their turn in between; the others queue here. Main thread; each completion is
+/// called once.
 class PagePanels {
  public:
-  /// How many requests wait while a panel is shown; more are answered with nothing at once. A page cannot
-  /// have more than one of each kind open, so only one that misbehaves meets this.
+  /// Requests that may queue behind the current panel; any more complete with `nullopt` at once. A page can
+  /// have only one of each kind open, so only a misbehaving one reaches this.
   static constexpr std::size_t kMaximumWaiting = 4;
 
-  /// The surface must have its window before either panel is asked for.
+  /// The surface must have a window before either panel is requested.
   PagePanels(const Localization& localization, const Surface& surface)
       : localization_(localization), surface_(surface) {}
 
@@ -31,7 +31,7 @@ class PagePanels {
                          std::function<void(std::optional<std::string>)> completion);
   void runOpenPanel(std::function<void(std::optional<std::vector<std::string>>)> completion);
 
-  /// The page that asked is gone: what still waits is answered with nothing and never shown.
+  /// The requesting page is gone: completes all queued requests with `nullopt` without showing them.
   void refuseWaiting();
 
  private:
@@ -40,7 +40,7 @@ class PagePanels {
     std::function<void()> refuse;
   };
   void add(Request request);
-  /// Ends the panel that is shown; `answer` is run before the next is.
+  /// Ends the current panel; runs `answer` before showing the next.
   void finish(const std::function<void()>& answer);
   void showNext();
 

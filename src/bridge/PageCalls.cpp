@@ -16,7 +16,7 @@ std::string booleanText(bool value) {
   return value ? "true" : "false";
 }
 
-/// The call of a page function, its arguments encoded already.
+/// A call of a page function with encoded arguments.
 std::string scriptOf(const protocol::Function& function, std::initializer_list<std::string> arguments) {
   std::string script = std::string(function.call) + "(";
   std::string_view separator;
@@ -70,7 +70,7 @@ void PageCalls::showToast(std::string_view message) {
 void PageCalls::prepareForTermination(EvaluationHandler completion) {
   if (!surface_.webView) return;
   surface_.webView->afterQueuedKeys(lifetime_.guard([this, completion = std::move(completion)] {
-    // A quit that was cancelled meanwhile must not put the page into its closing state any more.
+    // If the quit has been cancelled meanwhile, the page must not enter its closing state.
     if (state_.terminationPending) runDirect(scriptOf(kPrepareForTermination, {}), completion);
   }));
 }

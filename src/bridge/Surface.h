@@ -5,8 +5,8 @@ namespace quendo {
 class WebView;
 class Window;
 
-/// What the host shows itself on. Each is null before it is built and after it is gone; `AppController` owns
-/// both, everything else reads them when it needs them. Main thread.
+/// The window and web view. Each is null before it is created and after it is destroyed; `AppController` owns
+/// both, and everything else reads them on demand. Main thread.
 struct Surface {
   WebView* webView = nullptr;
   Window* window = nullptr;

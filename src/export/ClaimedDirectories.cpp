@@ -7,8 +7,8 @@
 namespace quendo {
 namespace {
 
-constexpr std::chrono::milliseconds kNoPatience{0};
-constexpr int kMostAttempts = 3;
+constexpr std::chrono::milliseconds kNoWait{0};
+constexpr int kMaximumAttempts = 3;
 
 bool isUpperCaseUuid(std::string_view text) {
   constexpr std::string_view kPattern = "XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX";
@@ -27,11 +27,11 @@ std::string pathIn(const std::string& parent, std::string_view name) {
 
 std::optional<ClaimedDirectory> createClaimedDirectory(FileManager& fileManager, UuidSource& uuids,
                                                        const std::string& parent, std::string_view prefix) {
-  for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+  for (int attempt = 0; attempt < kMaximumAttempts; ++attempt) {
     std::string path = pathIn(parent, std::string(prefix) + uuids.randomUuid());
     if (!fileManager.createPrivateDirectory(path)) return std::nullopt;
-    DirectoryClaimResult result = fileManager.claimDirectory(path, kNoPatience);
-    // Until it is claimed, another instance may find it abandoned, claim it and remove it.
+    DirectoryClaimResult result = fileManager.claimDirectory(path, kNoWait);
+    // Until this claim, another instance may have found it abandoned, claimed it and removed it.
     if (!result.takenByAnother && fileManager.fileExists(path))
       return ClaimedDirectory{std::move(path), std::move(result.claim)};
   }
@@ -39,12 +39,12 @@ std::optional<ClaimedDirectory> createClaimedDirectory(FileManager& fileManager,
 }
 
 void removeAbandonedDirectories(FileManager& fileManager, const std::string& parent, std::string_view prefix,
-                                const std::function<bool(const std::string& path)>& mayGo) {
+                                const std::function<bool(const std::string& path)>& mayRemove) {
   for (const std::string& name : fileManager.ownDirectories(parent)) {
     if (!name.starts_with(prefix) || !isUpperCaseUuid(std::string_view(name).substr(prefix.size()))) continue;
     const std::string path = pathIn(parent, name);
-    if (!mayGo(path)) continue;
-    const DirectoryClaimResult result = fileManager.claimDirectory(path, kNoPatience);
+    if (!mayRemove(path)) continue;
+    const DirectoryClaimResult result = fileManager.claimDirectory(path, kNoWait);
     if (result.claim) fileManager.removeDirectory(path);
   }
 }

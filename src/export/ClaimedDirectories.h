@@ -11,23 +11,23 @@
 
 namespace quendo {
 
-/// A directory that this process has claimed, for as long as the claim lives or the process runs.
+/// A directory claimed by this process for as long as `claim` or the process lives.
 struct ClaimedDirectory {
   std::string path;
   /// Null on a file system without locks, where nobody can find the directory abandoned either.
   std::unique_ptr<DirectoryClaim> claim;
 };
 
-/// Creates a directory in `parent`, for the user alone, and claims it; its name is `prefix` and a fresh UUID.
-/// Absent when it cannot be created. Any thread.
+/// Creates a private directory in `parent`, named `prefix` plus a new UUID, and claims it. `nullopt` on
+/// failure. Any thread.
 std::optional<ClaimedDirectory> createClaimedDirectory(FileManager& fileManager, UuidSource& uuids,
                                                        const std::string& parent, std::string_view prefix);
 
-/// Removes what `createClaimedDirectory` made in `parent` under `prefix` and nobody has a claim to any more,
-/// because the process has ended or has let go. `mayGo` is asked for the path of each of the user's
-/// directories with such a name, before it is looked whether it is claimed. What cannot be removed, or be
-/// shown to be abandoned, stays. Any thread.
+/// Removes directories that `createClaimedDirectory` made in `parent` with `prefix` and that are no longer
+/// claimed because their process has ended or released them. `mayRemove` is called with the path of each of
+/// the user's directories with such a name, before its claim is checked. Directories that cannot be removed,
+/// or not proven abandoned, stay. Any thread.
 void removeAbandonedDirectories(FileManager& fileManager, const std::string& parent, std::string_view prefix,
-                                const std::function<bool(const std::string& path)>& mayGo);
+                                const std::function<bool(const std::string& path)>& mayRemove);
 
 }  // namespace quendo
