@@ -96,7 +96,7 @@ TEST_F(ExportPanelsTest, AnExtensionThatNoTypeHasIsKeptWhereItIsTypedAndGivenToN
   retyped.name = "outra.abc";
   retyped.confirm("/home/user");
   EXPECT_TRUE(platform_.files.file("/home/user/outra.abc"));
-  // The panel allows Markdown here, or plain text, and never heard of xyz.
+  // The panel allows Markdown or plain text; xyz is an unknown type.
   auto& markdown = exportNote("nota.xyz");
   markdown.name = "outra";
   markdown.confirm("/home/user");
@@ -259,7 +259,7 @@ TEST_F(ExportPanelsTest, RequestsThatOverlapAreAnsweredOnceEach) {
   auto& second = saveAs("two.md", "2", "b");
   first.confirm("/home/user");
   EXPECT_EQ(scripts().size(), 1U);
-  // The row of the one that is still open goes on working.
+  // The accessory of the panel still open keeps working.
   second.select(1);
   EXPECT_EQ(second.name, "two.txt");
   second.cancel();

@@ -57,7 +57,7 @@ TEST_F(PageFailureTest, StartsFromTheSaveThatWaitedBehindTheRunningOneAndKeepsWh
   platform_.settle();
   finishLoading();
 
-  // The page counts on from the document that it was given.
+  // The page continues counting from the document it was given.
   const double given = hasPending ? 9 : 1;
   post("quendoState", state(R"({"typed":1})", given + 1));
   EXPECT_EQ(platform_.files.file(primary), R"({"typed":1})");
@@ -136,7 +136,7 @@ TEST(PageFailureWithoutResources, TriesNothingMoreWhenThePageIsLostBelowTheFatal
   platform.application.setDelegate(&controller);
   controller.applicationDidFinishLaunching();
   EXPECT_EQ(platform.toolkit.modals.size(), 1U);
-  // Fatal mode is final: nothing is tried any more.
+  // Fatal mode is final: there are no further attempts.
   platform.toolkit.webView->navigation->webContentProcessDidTerminate();
   EXPECT_EQ(platform.toolkit.modals.size(), 1U);
 }

@@ -31,7 +31,7 @@ class ClaimedDirectoriesTest : public ::testing::Test {
 };
 
 TEST_F(ClaimedDirectoriesTest, AnInstanceThatTakesTheNewFolderForAbandonedMakesItTryAnother) {
-  // It has claimed the first and is about to remove it; it has already removed the second.
+  // The other instance has claimed the first and is about to remove it; it has already removed the second.
   files_.claimedByAnother.insert(folder(1));
   files_.failCallsIf([](const std::string& call) { return call == "fileExists " + folder(2); });
   const auto made = createClaimedDirectory(files_, uuids_, "/tmp", "X-");
