@@ -146,7 +146,7 @@ void ExportPanels::saveAsDidEnd(SavePanel& panel, const SavePanelResult& result,
     const std::string name = repairedUtf8(lastPathComponent(*result.path));
     pageCalls_.nativeSaveAsDidFinish(true, noteId, name, std::string(kSavedAs) + name);
   }
-  // A newer panel may be queued behind this one; it stays active.
+  // If a newer panel is queued behind this one, that one stays active.
   if (activeSaveAsPanel_.get() == &panel) activeSaveAsPanel_.reset();
 }
 
