@@ -3,10 +3,12 @@
 #include <cstddef>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "bridge/HostState.h"
 #include "bridge/Surface.h"
 #include "i18n/Localization.h"
 #include "platform/Lifetime.h"
@@ -15,21 +17,22 @@
 namespace quendo {
 
 /// The native panels for the page's `prompt()` and file input. The window gets one at a time, which lets the
-/// host's own sheets take their turn in between; the others queue here. Main thread; each completion is
-/// called once.
+/// host's own sheets take their turn in between; the others queue here. A request completes with `nullopt` if
+/// nothing can be shown or there may be no user to answer. Main thread; each completion is called once.
 class PagePanels {
  public:
   /// Requests that may queue behind the current panel; any more complete with `nullopt` at once. A page can
   /// have only one of each kind open, so only a misbehaving one reaches this.
   static constexpr std::size_t kMaximumWaiting = 4;
 
-  /// The surface must have a window before either panel is requested.
-  PagePanels(const Localization& localization, const Surface& surface)
-      : localization_(localization), surface_(surface) {}
+  PagePanels(const HostState& state, const Localization& localization, const Surface& surface)
+      : state_(state), localization_(localization), surface_(surface) {}
 
   void runTextInputPanel(const std::string& prompt, const std::string& defaultText,
                          std::function<void(std::optional<std::string>)> completion);
   void runOpenPanel(std::function<void(std::optional<std::vector<std::string>>)> completion);
+  /// Answers the `prompt()` on show, and whatever waits behind it, as cancelled.
+  void dismissTextInputPanels();
 
   /// The requesting page is gone: completes all queued requests with `nullopt` without showing them.
   void refuseWaiting();
@@ -39,15 +42,18 @@ class PagePanels {
     std::function<void()> show;
     std::function<void()> refuse;
   };
+  bool canAsk() const { return surface_.window && !state_.terminationUnattended; }
   void add(Request request);
   /// Ends the current panel; runs `answer` before showing the next.
   void finish(const std::function<void()>& answer);
   void showNext();
 
+  const HostState& state_;
   const Localization& localization_;
   const Surface& surface_;
   std::deque<Request> waiting_;
   bool showing_ = false;
+  std::shared_ptr<PresentedAlert> shownPrompt_;
   Lifetime lifetime_;
 };
 

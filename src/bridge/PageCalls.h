@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -34,8 +36,10 @@ class PageCalls {
   void nativeShareDidFinish(bool success, std::string_view attemptId);
   void showToast(std::string_view message);
 
-  /// Requests the final state, including everything typed so far. `completion` is called at most once; not
-  /// without a web view, nor if the quit is cancelled before the page is asked.
+  /// Calls `then` once all keys pressed so far have reached the page; see `WebView`. Never without a web
+  /// view.
+  void afterQueuedKeys(std::chrono::milliseconds limit, std::function<void()> then);
+  /// Requests the final state. `completion` is called once, or never without a web view.
   void prepareForTermination(EvaluationHandler completion);
   void terminationDidCancel();
   /// The two calls that await a reply from the page. `completion` is called once, or never without a web

@@ -85,6 +85,11 @@ constexpr std::array kHostTexts = {
     Translation{"Copiar arquivo", "Copy File", "Copiar archivo"},
     Translation{"Copiar texto", "Copy Text", "Copiar texto"},
     Translation{"Copiar link", "Copy Link", "Copiar enlace"},
+    Translation{"O Quendo está aberto em outra sessão", "Quendo Is Open in Another Session",
+                "Quendo está abierto en otra sesión"},
+    Translation{"Feche-o lá. Suas notas serão abertas aqui em seguida.",
+                "Close it there. Your notes will then open here.",
+                "Ciérralo allí. Tus notas se abrirán aquí a continuación."},
 };
 
 }  // namespace

@@ -31,18 +31,18 @@ class WritableFile {
   virtual bool close() = 0;
 };
 
-/// An exclusive claim on a directory. Released by the destructor or when the process ends, including by a
+/// An exclusive lock on a directory. Released by the destructor or when the process ends, including by a
 /// crash.
-class DirectoryClaim {
+class DirectoryLock {
  public:
-  virtual ~DirectoryClaim() = default;
+  virtual ~DirectoryLock() = default;
 };
 
-/// Result of `FileManager::claimDirectory`.
-struct DirectoryClaimResult {
-  /// Null if the directory could not be claimed.
-  std::unique_ptr<DirectoryClaim> claim;
-  bool takenByAnother = false;  ///< Another process holds the claim.
+/// Result of `FileManager::lockDirectory`.
+struct DirectoryLockResult {
+  /// Null if the directory could not be locked.
+  std::unique_ptr<DirectoryLock> lock;
+  bool heldByAnother = false;  ///< Another process holds the lock.
 };
 
 /// The file system. Paths are absolute and in the file system's own encoding. Nothing throws: failures are
@@ -102,10 +102,9 @@ class FileManager {
   virtual bool copyPermissions(const std::string& from, const std::string& to) = 0;
   /// Atomically renames `from` to `to`, replacing `to` if it exists. False on failure.
   virtual bool renameItem(const std::string& from, const std::string& to) = 0;
-  /// Claims a directory exclusively among all processes that use this call, including those of other login
-  /// sessions. Waits up to `patience` for the current holder, which may be about to exit.
-  virtual DirectoryClaimResult claimDirectory(const std::string& path,
-                                              std::chrono::milliseconds patience) = 0;
+  /// Locks a directory against all processes that use this call, including those of other login sessions.
+  /// Never waits.
+  virtual DirectoryLockResult lockDirectory(const std::string& path) = 0;
   /// Flushes the directory's entries to the storage device (fsync). True on success.
   virtual bool synchronizeDirectory(const std::string& path) = 0;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -78,8 +79,10 @@ class WebView {
   /// called once, on the main thread, even if the page's process exits first.
   virtual void evaluateJavaScript(const std::string& script, EvaluationHandler completion) = 0;
   /// Calls `then` once all keys pressed so far have reached the page; scripts can overtake keys that are
-  /// still queued. Main thread; never called if the web view is destroyed first.
-  virtual void afterQueuedKeys(std::function<void()> then) = 0;
+  /// still queued. If more keys keep arriving, for instance from one held down, it is called at the page's
+  /// first reply after `limit`. An unresponsive page delays it; it is never called if the web view is
+  /// destroyed first. Main thread.
+  virtual void afterQueuedKeys(std::chrono::milliseconds limit, std::function<void()> then) = 0;
   /// Runs `body` as an async function in the same frame and world, with `arguments` as its named parameters;
   /// a promise it returns is awaited. `completion` is called once, on the main thread.
   virtual void callAsyncJavaScript(const std::string& body, const Value::Dictionary& arguments,

@@ -77,6 +77,11 @@ void UpdateChecks::startUpdateChecks() {
   mainQueue_.asyncAfter(kFirstCheckDelay, lifetime_.guard([this] { performUpdateCheck(false); }));
 }
 
+void UpdateChecks::stop() {
+  if (updateTimer_) updateTimer_->cancel();
+  lifetime_ = Lifetime();
+}
+
 void UpdateChecks::armUpdateTimer() {
   updateTimer_ = mainQueue_.asyncAfter(kCheckInterval, lifetime_.guard([this] {
     performUpdateCheck(false);

@@ -47,6 +47,8 @@ class UpdateChecks {
 
   /// Call once, at launch. A second call restarts the repeating timer.
   void startUpdateChecks();
+  /// Permanently stops automatic checks and discards the result of one in progress.
+  void stop();
   /// The menu command.
   void checkForUpdates() { performUpdateCheck(true); }
   void performUpdateCheck(bool manual);

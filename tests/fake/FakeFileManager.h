@@ -28,8 +28,8 @@ class FakeFileManager final : public FileManager {
 
   /// Symbolic links: path -> target.
   std::map<std::string, std::string> links;
-  /// Directories claimed by another process.
-  std::set<std::string> claimedByAnother;
+  /// Directories locked by another process.
+  std::set<std::string> lockedByAnother;
   /// Files untouched by any process for a long time; see `removeAbandonedFile`.
   std::set<std::string> abandoned;
   /// Modification times of directories.
@@ -100,7 +100,7 @@ class FakeFileManager final : public FileManager {
   std::unique_ptr<WritableFile> createFile(const std::string& path, FileAccess access) override;
   bool copyPermissions(const std::string& from, const std::string& to) override;
   bool renameItem(const std::string& from, const std::string& to) override;
-  DirectoryClaimResult claimDirectory(const std::string& path, std::chrono::milliseconds patience) override;
+  DirectoryLockResult lockDirectory(const std::string& path) override;
   bool synchronizeDirectory(const std::string& path) override;
 
  private:
@@ -117,7 +117,7 @@ class FakeFileManager final : public FileManager {
   Names namesOnDevice_;
   std::vector<NameChange> nameChanges_;
   std::set<std::string> directories_;
-  std::shared_ptr<std::set<std::string>> claimed_ = std::make_shared<std::set<std::string>>();
+  std::shared_ptr<std::set<std::string>> locked_ = std::make_shared<std::set<std::string>>();
   std::function<bool(const std::string&)> failCondition_;
   mutable std::size_t calls_ = 0;
   std::size_t failFirst_ = 0;
