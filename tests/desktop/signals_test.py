@@ -13,6 +13,8 @@ from harness import desktop, process
 from harness.installation import sandbox_arguments
 from harness.waiting import wait_until
 
+pytestmark = pytest.mark.never_retried
+
 SIGNALS = [signal.SIGINT, signal.SIGTERM, signal.SIGHUP]
 WITHOUT_SANDBOX = {"WEBKIT_DISABLE_SANDBOX_THIS_IS_DANGEROUS": "1"}
 HIERARCHIES = [Path("/sys/fs/cgroup"), Path("/sys/fs/cgroup/unified")]
