@@ -31,7 +31,7 @@ class PagePanels {
   void runTextInputPanel(const std::string& prompt, const std::string& defaultText,
                          std::function<void(std::optional<std::string>)> completion);
   void runOpenPanel(std::function<void(std::optional<std::vector<std::string>>)> completion);
-  /// Answers the `prompt()` on show, and whatever waits behind it, as cancelled.
+  /// Dismisses the current `prompt()`, and completes all queued requests with `nullopt`.
   void dismissTextInputPanels();
 
   /// The requesting page is gone: completes all queued requests with `nullopt` without showing them.
