@@ -14,13 +14,13 @@ double secondsOf(Function&& function) {
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-/// Measures two ways of doing the same thing in turns: the machine's moods of one second hit both alike.
-/// Runs both once unmeasured, then `pairs` times, each going first every other time. `prepare` runs
-/// unmeasured before each pair. Prints a line for each pair, the name and both times in seconds between tabs;
-/// ratios.py makes a ratio of them.
+/// Measures two implementations alternately, which exposes both to the same fluctuations of the machine. Runs
+/// both once as warm-up, then `pairs` times, swapping the order each time. `prepare` runs unmeasured before
+/// each pair. Prints one line per pair: the name and both times in seconds, tab-separated; ratios.py computes
+/// the ratios.
 template <typename Prepare, typename First, typename Second>
-void measureInTurns(const std::string& name, std::size_t pairs, Prepare&& prepare, First&& first,
-                    Second&& second) {
+void measureAlternately(const std::string& name, std::size_t pairs, Prepare&& prepare, First&& first,
+                        Second&& second) {
   for (std::size_t pair = 0; pair <= pairs; ++pair) {
     prepare();
     const bool firstGoesFirst = pair % 2 == 0;

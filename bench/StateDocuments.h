@@ -6,7 +6,7 @@
 
 namespace quendo::bench {
 
-/// A small generator with a fixed seed: every run and every machine measures the same documents.
+/// A small generator with a fixed seed: every run on every machine measures the same documents.
 class Sequence {
  public:
   std::uint32_t next(std::uint32_t bound) {
@@ -18,8 +18,8 @@ class Sequence {
   std::uint64_t state_ = 0x9E3779B97F4A7C15ULL;
 };
 
-/// The inside of a JSON string: Markdown in the interface's languages, with the escapes and the characters
-/// beyond ASCII that notes have.
+/// The contents of a JSON string: Markdown in the interface's languages, with the escapes and non-ASCII
+/// characters found in notes.
 inline void appendMarkdown(std::string& text, Sequence& sequence, std::size_t bytes) {
   static constexpr const char* words[] = {"a ",
                                           "de ",
@@ -59,7 +59,7 @@ inline void appendMarkdown(std::string& text, Sequence& sequence, std::size_t by
   while (text.size() < target) text += words[sequence.next(sizeof(words) / sizeof(words[0]))];
 }
 
-/// A state document of about `bytes` bytes, never more: notes as the page keeps them.
+/// A state document of at most `bytes` bytes, and nearly that: notes as the page stores them.
 inline std::string notesDocument(std::size_t bytes, std::int64_t revision) {
   Sequence sequence;
   std::string text = "{\"revision\":" + std::to_string(revision) + ",\"notes\":[";
@@ -77,7 +77,7 @@ inline std::string notesDocument(std::size_t bytes, std::int64_t revision) {
   }
 }
 
-/// A document whose whole weight is one string.
+/// A document that consists almost entirely of one string.
 inline std::string longStringDocument(std::size_t bytes) {
   Sequence sequence;
   std::string text = "{\"revision\":1,\"content\":\"";
@@ -85,7 +85,7 @@ inline std::string longStringDocument(std::size_t bytes) {
   return text + "\"}";
 }
 
-/// A document whose weight is numbers of every usual form.
+/// A document that consists mostly of numbers in all common forms.
 inline std::string numbersDocument(std::size_t bytes) {
   Sequence sequence;
   std::string text = "{\"revision\":1,\"values\":[0";

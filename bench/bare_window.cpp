@@ -1,12 +1,12 @@
-// The least that a program can be which shows the page: a window, a web view, nothing else. What Quendo
-// costs on top of it is Quendo's own doing.
+// The minimal program that shows the page: a window and a web view. Anything Quendo costs beyond this is
+// Quendo's own.
 //
 //   bare_window PAGE [--script FILE] [--save-in DIRECTORY] [--deliver FILE]...
 //
-// Prints "finished SECONDS", the time of day, when the page has loaded. `--script` is a user script that runs
-// before the page's own. "quendoState" messages are answered at once: after writing, flushing and renaming
-// the document in a directory, or without doing anything. The signal SIGUSR2 makes it read the files to
-// deliver and hand their texts to the page's `deliver`.
+// Prints "finished SECONDS", as wall-clock time, when the page has loaded. `--script` is a user script that
+// runs before the page's own. "quendoState" messages are answered immediately: after writing, flushing and
+// renaming the document in a directory, or without doing anything. On SIGUSR2 it reads the files to deliver
+// and passes their texts to the page's `deliver`.
 
 #include <fcntl.h>
 #include <glib-unix.h>
@@ -137,7 +137,7 @@ void addScript(WebKitUserContentManager* content, const char* path) {
   g_free(source);
 }
 
-/// The page takes a window without the handlers for a browser, and would start differently in it.
+/// Without the handlers the page would assume a browser and start differently.
 WebKitUserContentManager* makeContent(Window& window) {
   WebKitUserContentManager* content = webkit_user_content_manager_new();
   for (const char* name :
@@ -167,7 +167,7 @@ int main(int argc, char** argv) {
   require(uri != nullptr, window.options.page);
   webkit_web_view_load_uri(window.view, uri);
   g_free(uri);
-  // The other signal for users is the engine's own: its collector suspends threads with it.
+  // SIGUSR1 is taken: JavaScriptCore's garbage collector suspends threads with it.
   g_unix_signal_add(SIGUSR2, deliver, &window);
   GMainLoop* loop = g_main_loop_new(nullptr, FALSE);
   g_signal_connect_swapped(shown, "destroy", G_CALLBACK(g_main_loop_quit), loop);

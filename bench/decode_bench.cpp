@@ -1,6 +1,5 @@
-// Decoding a file of the largest size that is accepted, against iconv and ICU. The peers are told the
-// encoding and write into memory that is already there; decodeText has to find the encoding out and brings
-// its own.
+// Decoding a file of the maximum accepted size, compared with iconv and ICU. They are told the encoding and
+// write to preallocated memory; decodeText has to detect the encoding and allocate its own.
 
 #include <iconv.h>
 #include <unicode/ucnv.h>
@@ -65,18 +64,18 @@ std::string textOf(std::initializer_list<const char*> words) {
   return text;
 }
 
-/// `text` in an encoding, as the largest file that ends with a whole character.
+/// `text` in an encoding, repeated to the maximum file size that ends at a whole character.
 std::string encoded(const std::string& text, const char* encoding, std::string_view mark) {
   std::string bytes(text.size() * 4, '\0');
   bytes.resize(convertWithIconv(encoding, "UTF-8", text, bytes));
   bytes.insert(0, mark);
-  // All units of the texts have a length that divides this, except where UTF-8 mixes them.
+  // The unit size of every encoding but UTF-8 divides this.
   std::size_t end = kFileBytes / 4 * 4;
   if (std::string_view(encoding) == "UTF-8") {
     while ((static_cast<unsigned char>(bytes[end]) & 0xC0U) == 0x80U) --end;
   }
   require(bytes.size() >= end, "enough text");
-  // Both halves of a character beyond the basic plane are kept or cut together.
+  // Keep or cut both halves of a surrogate pair together.
   if (std::string_view(encoding) == "UTF-16LE" &&
       (static_cast<unsigned char>(bytes[end - 1]) & 0xFCU) == 0xD8U)
     end -= 2;
@@ -98,10 +97,10 @@ void compare(const char* encoding, const char* script, const std::string& file, 
     text.reset();
   };
   const auto ours = [&] { text = decode(std::move(handedOver)); };
-  quendo::bench::measureInTurns("decode/iconv " + name, kPairs, prepare, ours,
-                                [&] { convertWithIconv("UTF-8", encoding, file, out); });
-  quendo::bench::measureInTurns("decode/icu " + name, kPairs, prepare, ours,
-                                [&] { convertWithIcu(encoding, file, out); });
+  quendo::bench::measureAlternately("decode/iconv " + name, kPairs, prepare, ours,
+                                    [&] { convertWithIconv("UTF-8", encoding, file, out); });
+  quendo::bench::measureAlternately("decode/icu " + name, kPairs, prepare, ours,
+                                    [&] { convertWithIcu(encoding, file, out); });
   require(text.has_value(), name.c_str());
 }
 
@@ -139,7 +138,7 @@ int main() {
   compareFile("ISO-8859-1", "portuguese, 81 first", encoded(portuguese, "ISO-8859-1", "\x81"));
   const std::string undefinedLast = encoded(portuguese, "ISO-8859-1", "");
   compareFile("ISO-8859-1", "portuguese, 81 last", undefinedLast.substr(1) + "\x81");
-  // No data is taken for Mac OS Roman before Latin-1 has taken it, so its decoder is asked by itself.
+  // Detection never gets past Latin-1 to Mac OS Roman, so call that decoder directly.
   compare("MACINTOSH", "portuguese", encoded(portuguese, "MACINTOSH", ""),
           [](const std::string& data) { return quendo::decodeMacRoman(data); });
 }

@@ -1,7 +1,6 @@
-// A save through the store against the least that anyone could do with the same bytes in the same
-// directory: write, flush, rename. The store checks the document, keeps a backup and flushes the directory
-// on top of that. The second ratio is against the plain write with the directory's flush, without which a
-// renamed file may be gone after a power cut.
+// A save through the store, compared with the minimum for the same bytes in the same directory: write, flush,
+// rename. The store also checks the document, keeps a backup and flushes the directory. The second ratio is
+// against the plain write plus a directory flush, without which a renamed file may be lost in a power cut.
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -23,7 +22,7 @@
 
 namespace {
 
-/// Runs what is posted at once, on the thread that posts it: the main loop's own delay is measured elsewhere.
+/// Runs posted tasks immediately on the posting thread: the main loop's own delay is measured elsewhere.
 class ImmediateMainQueue final : public quendo::MainQueue {
  public:
   void async(std::function<void()> task) override { task(); }
@@ -72,7 +71,7 @@ class SaveBench {
   void measure(const std::string& name, const std::string& document, std::size_t pairs, bool flushDirectory) {
     std::string handedOver;
     std::binary_semaphore done(0);
-    quendo::bench::measureInTurns(
+    quendo::bench::measureAlternately(
         name, pairs, [&] { handedOver = document; },
         [&] {
           store_.save(std::move(handedOver), 1, [&](bool success) {
@@ -80,7 +79,7 @@ class SaveBench {
             done.release();
           });
           done.acquire();
-          queue_.sync([] {});  // The document is freed before the other side's turn.
+          queue_.sync([] {});  // Free the document before the other side's turn.
         },
         [&] { savePlainly(directory_ + "/Quendo", document, flushDirectory); });
   }
@@ -94,7 +93,7 @@ class SaveBench {
 
 }  // namespace
 
-/// An argument names the directory to work in; without one it is the temporary directory.
+/// An optional argument names the working directory; the default is the temporary directory.
 int main(int argc, char** argv) {
   const std::filesystem::path parent = argc > 1 ? argv[1] : std::filesystem::temp_directory_path().string();
   std::string directory = (parent / "quendo-bench-XXXXXX").string();

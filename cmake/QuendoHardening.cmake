@@ -1,15 +1,16 @@
-# Hardening for every target of the project: what Debian's hardening=+all does, the standard library's
-# assertions, and control-flow protection. Each option is used only where the compiler knows it.
+# Hardening for all targets: Debian's hardening=+all, standard library assertions, and control-flow
+# protection. Each option is used only if the compiler supports it. Included before the first target, so none
+# is missed. tests/build checks the installed program for the result.
 #
 # Included before the first target, so no target can be forgotten. tests/build reads the result off the
 # installed program.
 include(CheckCXXCompilerFlag)
 include(CheckLinkerFlag)
 
-# Checks of indices and preconditions in std::; the sanitizer builds keep them too.
+# Index and precondition checks in std::; sanitizer builds keep them.
 add_compile_definitions(_GLIBCXX_ASSERTIONS)
 
-# A sanitizer watches the same memory accesses in its own way: fortified calls would hide them from it.
+# Sanitizers check the same memory accesses themselves; fortified calls would hide them.
 if(CMAKE_CXX_FLAGS MATCHES "-fsanitize=")
   return()
 endif()
@@ -29,10 +30,10 @@ foreach(flag IN LISTS hardening_flags)
   endif()
 endforeach()
 
-# Fortified calls need the optimizer. The first option makes way where the environment asks for a lower level.
+# Fortified calls need optimisation. -U first, in case the environment sets a lower level.
 add_compile_options("$<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3>")
 
-# Everything that is linked is a program; a library to load at run time would need -fPIC and no -pie.
+# Everything linked is an executable; a shared library would need -fPIC instead of -pie.
 foreach(flag -pie LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack)
   string(MAKE_C_IDENTIFIER "QUENDO_LINKS${flag}" known)
   check_linker_flag(CXX ${flag} ${known})

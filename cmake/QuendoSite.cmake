@@ -1,10 +1,10 @@
 # quendo_add_site(NAME DOMAIN AUTHORITY [CERTIFICATE_AUTHORITY])
 #
-# A library with the constants of platform/SiteConfiguration.h. Every program links exactly one of them: the
-# code around it does not know which. AUTHORITY is the domain, with a port where the site has one of its own.
-# CERTIFICATE_AUTHORITY is a file of certificates that stands in for the system's, and is for tests only.
+# A library with the constants of platform/SiteConfiguration.h. Every program links exactly one; the rest of
+# the code does not depend on which. AUTHORITY is the domain, plus the port if the site uses its own.
+# CERTIFICATE_AUTHORITY is a certificate file that replaces the system's authorities, for tests only.
 #
-# An object library, so that the constants are there wherever it stands among a program's static libraries.
+# An object library, so that link order among static libraries does not matter.
 function(quendo_add_site name site_domain site_authority)
   set(site_certificate_authority "${ARGV3}")
   set(source ${CMAKE_BINARY_DIR}/generated/${name}/SiteConfiguration.cpp)

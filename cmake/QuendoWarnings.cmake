@@ -1,9 +1,9 @@
-# One interface target carries the warnings, so every target of the project has the same ones.
+# One interface target carries the warnings for all targets.
 #
-# They are errors only where ./test builds: otherwise the next compiler would break a packager's build. The release
-# build, which compiles every source, is shared by ./test and ./run. Its further options are in a file that the compiler
-# reads (@FILE); scripts/lib/build.sh fills it for one and empties it for the other. If the command line changed
-# instead, everything would be compiled anew each time they take turns.
+# Warnings are errors only in ./test: otherwise the next compiler release would break a packager's build.
+# ./test and ./run share the release build. The extra options are in a response file (@FILE) that
+# scripts/lib/build.sh fills for one and empties for the other: if the command line itself changed, each
+# switch would recompile everything.
 set(QUENDO_WARNING_OPTIONS "" CACHE STRING "Options after the warnings, for instance -Werror; @FILE reads them from a file")
 if(QUENDO_WARNING_OPTIONS MATCHES "^@(.+)" AND NOT EXISTS "${CMAKE_MATCH_1}")
   file(WRITE "${CMAKE_MATCH_1}" "")

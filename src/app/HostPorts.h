@@ -18,7 +18,7 @@
 
 namespace quendo {
 
-/// The platform that the host runs on. Everything outlives the host.
+/// The platform ports the host uses. All must outlive it.
 struct HostPorts {
   Application& application;
   Toolkit& toolkit;

@@ -24,7 +24,7 @@ void PagePanels::dismissTextInputPanels() {
   if (const auto prompt = shownPrompt_) prompt->dismiss();
 }
 
-// Several files may always be chosen, whatever the page's input asks for; the page judges the contents.
+// Multiple selection is always allowed, whatever the page's input asks for; the page validates the contents.
 void PagePanels::runOpenPanel(std::function<void(std::optional<std::vector<std::string>>)> completion) {
   const auto show = [this, completion] {
     OpenPanel panel;

@@ -16,14 +16,13 @@
 
 namespace quendo {
 
-/// The native panels behind the page's own requests: `prompt()` and its file input. The window gets one at a
-/// time, so the host's own sheets have their turn in between; the others wait here. A request is answered as
-/// cancelled where nothing can be shown, or nobody may be there to answer. Main thread; each completion is
-/// called once.
+/// The native panels for the page's `prompt()` and file input. The window gets one at a time, which lets the
+/// host's own sheets take their turn in between; the others queue here. A request completes with `nullopt` if
+/// nothing can be shown or there may be no user to answer. Main thread; each completion is called once.
 class PagePanels {
  public:
-  /// How many requests wait while a panel is shown; more are answered as cancelled at once. A page cannot
-  /// have more than one of each kind open, so only one that misbehaves meets this.
+  /// Requests that may queue behind the current panel; any more complete with `nullopt` at once. A page can
+  /// have only one of each kind open, so only a misbehaving one reaches this.
   static constexpr std::size_t kMaximumWaiting = 4;
 
   PagePanels(const HostState& state, const Localization& localization, const Surface& surface)
@@ -32,10 +31,10 @@ class PagePanels {
   void runTextInputPanel(const std::string& prompt, const std::string& defaultText,
                          std::function<void(std::optional<std::string>)> completion);
   void runOpenPanel(std::function<void(std::optional<std::vector<std::string>>)> completion);
-  /// Answers the `prompt()` on show, and whatever waits behind it, as cancelled.
+  /// Dismisses the current `prompt()`, and completes all queued requests with `nullopt`.
   void dismissTextInputPanels();
 
-  /// The page that asked is gone: what still waits is answered with nothing and never shown.
+  /// The requesting page is gone: completes all queued requests with `nullopt` without showing them.
   void refuseWaiting();
 
  private:
@@ -45,7 +44,7 @@ class PagePanels {
   };
   bool canAsk() const { return surface_.window && !state_.terminationUnattended; }
   void add(Request request);
-  /// Ends the panel that is shown; `answer` is run before the next is.
+  /// Ends the current panel; runs `answer` before showing the next.
   void finish(const std::function<void()>& answer);
   void showNext();
 

@@ -7,17 +7,17 @@
 
 namespace quendo {
 
-/// What a page can ask of the browser that shows it. A back-end maps each request of its engine to one of
-/// these; one that it does not know is `unknown`.
+/// What a page can request from its browser. Back-ends map each of their engine's requests to one of these,
+/// and any they do not recognise to `unknown`.
 enum class PageRequest : std::uint8_t {
   // Dialogs.
   alert,
   confirm,
   textInputPanel,
-  leaveConfirmation,  ///< A page that is about to be left asks for the user's consent.
+  leaveConfirmation,  ///< A page asks the user to confirm leaving it.
   openPanel,
   colorChooser,
-  optionMenu,  ///< The list of a select element.
+  optionMenu,  ///< The pop-up of a select element.
   print,
   // Windows.
   newWindow,
@@ -25,10 +25,10 @@ enum class PageRequest : std::uint8_t {
   contextMenu,
   // Transfers and connections.
   download,
-  authentication,   ///< A server or a proxy wants a name and a password, or a certificate.
-  untrustedServer,  ///< A server's certificate cannot be trusted.
+  authentication,   ///< A server or a proxy wants credentials or a certificate.
+  untrustedServer,  ///< A server's certificate is not trusted.
   // Permissions.
-  notification,  ///< To show one, and to be allowed to.
+  notification,  ///< To show one, or to get permission for it.
   geolocation,
   camera,
   microphone,
@@ -37,18 +37,18 @@ enum class PageRequest : std::uint8_t {
   clipboardReading,
   pointerLock,
   mediaKeys,
-  thirdPartyData,   ///< Storage that the page shares with other sites.
-  permissionState,  ///< Whether a permission would be given.
+  thirdPartyData,   ///< Storage shared with other sites.
+  permissionState,  ///< Query whether a permission would be granted.
   unknown,
 };
 
 inline constexpr std::size_t kPageRequestCount = static_cast<std::size_t>(PageRequest::unknown) + 1;
 
 enum class PageAnswer : std::uint8_t {
-  deny,      ///< Refused at once, with nothing on the screen.
-  allow,     ///< Granted at once; the engine goes on by itself.
+  deny,      ///< Refused at once; nothing is shown.
+  allow,     ///< Granted at once; the engine proceeds by itself.
   delegate,  ///< The delegate decides, and may ask the user.
-  trimmed,   ///< The engine's own menu is shown, with the items of `keepsContextMenuItem`.
+  trimmed,   ///< The engine's own menu is shown, reduced to the items of `keepsContextMenuItem`.
 };
 
 struct PageRequestRule {
@@ -56,7 +56,7 @@ struct PageRequestRule {
   PageAnswer answer;
 };
 
-/// One row for every request.
+/// One row per request.
 inline constexpr std::array<PageRequestRule, kPageRequestCount> kPageRequestRules = {{
     {PageRequest::alert, PageAnswer::deny},
     {PageRequest::confirm, PageAnswer::deny},
@@ -86,13 +86,13 @@ inline constexpr std::array<PageRequestRule, kPageRequestCount> kPageRequestRule
     {PageRequest::unknown, PageAnswer::deny},
 }};
 
-/// How a request of the page is answered; what the table does not know is denied. Any thread.
+/// The answer to a page request; anything not in the table is denied. Any thread.
 constexpr PageAnswer answerTo(PageRequest request) {
   const auto* row = std::ranges::find(kPageRequestRules, request, &PageRequestRule::request);
   return row == kPageRequestRules.end() ? PageAnswer::deny : row->answer;
 }
 
-/// What engines offer in the menu of the secondary mouse button.
+/// Items of the engine's context menu.
 enum class ContextMenuItem : std::uint8_t {
   cut,
   copy,
@@ -109,13 +109,13 @@ enum class ContextMenuItem : std::uint8_t {
   learnSpelling,
   openLink,
   copyLink,
-  openInNewWindow,  ///< Of a link, an image, a frame, a film or a sound.
-  save,             ///< Of a link, an image, a film or a sound.
+  openInNewWindow,  ///< Of a link, an image, a frame, a video or audio.
+  save,             ///< Of a link, an image, a video or audio.
   copyImage,
-  copyMediaAddress,  ///< Of an image, a film or a sound.
+  copyMediaAddress,  ///< Of an image, a video or audio.
   history,           ///< Back, forward, stop, reload.
   grammar,
-  format,  ///< Bold and the like, which only pages edited as a whole know.
+  format,  ///< Bold and the like, meaningful only in rich-text pages.
   media,   ///< Play, pause, mute, controls, full screen.
   inspect,
   unknown,
@@ -139,7 +139,7 @@ inline constexpr std::array kKeptContextMenuItems = {
     ContextMenuItem::copyLink,
 };
 
-/// Whether an item stays in the menu: one that edits text, follows a link or copies its address. The others
+/// Whether an item stays in the menu: those that edit text, follow a link or copy its address do. The others
 /// open windows, save files or leave the page.
 constexpr bool keepsContextMenuItem(ContextMenuItem item) {
   return std::ranges::find(kKeptContextMenuItems, item) != kKeptContextMenuItems.end();

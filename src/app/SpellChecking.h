@@ -11,22 +11,22 @@
 
 namespace quendo {
 
-/// Loading dictionaries holds the main thread up for as long as a third of a second each, and the first
-/// frames and keys must not wait for that.
+/// Loading a dictionary blocks the main thread for up to a third of a second; the first frames and keystrokes
+/// must not wait for that.
 inline constexpr std::chrono::milliseconds kSpellCheckingDelay{1000};
 
-/// What to check spelling in, given the names of the user's languages ("pt_BR", "pt", "en"), most wanted
-/// first: the first name of each language, so that no dictionary is loaded twice, for the country and
-/// without; and should there be no dictionary by those names, all of them.
+/// The spell-checking languages for the user's preferred ones ("pt_BR", "pt", "en"; most preferred first):
+/// first each language's first name, because "pt_BR" and "pt" would load a dictionary twice; then, as a
+/// fallback if none of those has a dictionary, all the names.
 std::vector<std::vector<std::string>> spellingLanguages(const std::vector<std::string>& preferred);
 
-/// Switches spell checking on, once, some time after the first page was loaded. Main thread.
+/// Enables spell checking, once, some time after the first page has loaded. Main thread.
 class SpellChecking {
  public:
   SpellChecking(const Locale& locale, MainQueue& mainQueue, const Surface& surface)
       : locale_(locale), mainQueue_(mainQueue), surface_(surface) {}
 
-  /// A page was loaded.
+  /// Call when a page has loaded.
   void pageDidLoad();
 
  private:

@@ -6,18 +6,18 @@
 
 namespace quendo {
 
-/// The page's own files: the directory "web" among the program's resources. Main thread.
+/// The page's own files: the "web" directory among the program's resources. Main thread.
 class WebBundle {
  public:
-  /// Sets the root for good, to the directory "web" of the resource directory.
+  /// Sets the root, once, to the "web" directory of the resource directory.
   void setResourcePath(const std::string& resourcePath) { webRoot_ = resourcePath + "/web"; }
 
-  /// Absent until the resources were found.
+  /// `nullopt` until the resources have been found.
   const std::optional<std::string>& webRoot() const { return webRoot_; }
   /// The page's entry file; `webRoot` must be set.
   std::string indexPath() const { return *webRoot_ + "/index.html"; }
 
-  /// Whether a URL is the web root, or a file under it once its path is standardised.
+  /// Whether a URL, after path standardisation, is the web root or a file under it.
   bool isInsideWebBundle(std::string_view url) const;
 
  private:

@@ -20,8 +20,8 @@ void BootstrapScript::installBootstrapScript(UserContentController* userContentC
   std::string source = assignment(protocol::kIsMac) + "true;" + assignment(protocol::kPublicUrl) +
                        javascriptLiteral(publicUrl_) + ";" + assignment(protocol::kNativeLanguage) +
                        javascriptLiteral(rawValue(localization_.current())) + ";";
-  // The base64 carries any text into the page without escaping: quotes, line separators, all of it. What
-  // the store returns is UTF-8 already.
+  // Base64 needs no escaping, whatever the text contains: quotes, line separators and so on. What the store
+  // returns is already UTF-8.
   const std::optional<std::string> state = store_.load();
   if (state) {
     static constexpr std::string_view kPrefix = "JSON.parse(new TextDecoder().decode(Uint8Array.from(atob('";

@@ -9,14 +9,14 @@
 
 namespace quendo {
 
-/// The script that hands the page what it starts with. Main thread.
+/// The script that passes the page its initial state. Main thread.
 class BootstrapScript {
  public:
   BootstrapScript(StateStore& store, const Localization& localization, std::string publicUrl)
       : store_(store), localization_(localization), publicUrl_(std::move(publicUrl)) {}
 
-  /// Puts the script, with the state as it is on disk now, in the place of the one before. It takes
-  /// effect at the next load of a document. Waits for the store's running write.
+  /// Replaces the installed script with one that carries the state currently on disk. Takes effect at the
+  /// next document load. Blocks until any write in progress has finished.
   void installBootstrapScript(UserContentController* userContentController);
 
  private:

@@ -2,12 +2,11 @@
 
 namespace quendo {
 
-/// What several subsystems must know of the others. Each flag has one owner; the rest only read it.
-/// Main thread.
+/// State shared between subsystems. Each flag has one owner; the others only read it. Main thread.
 struct HostState {
-  bool webReady = false;              ///< The page has finished loading and may be driven.
-  bool fatalMode = false;             ///< The host has given up; once true, never false again.
-  bool recoveringWebContent = false;  ///< The page's process was lost and its page is being reloaded.
+  bool webReady = false;              ///< The page has loaded and accepts calls.
+  bool fatalMode = false;             ///< The host has given up; never reset.
+  bool recoveringWebContent = false;  ///< The page's process was lost and the page is reloading.
   bool terminationPending = false;    ///< A quit is being negotiated.
   /// The quit being negotiated was asked for by a signal or the session: an alert may find nobody to read it.
   bool terminationUnattended = false;

@@ -5,8 +5,8 @@
 
 namespace quendo {
 
-/// Encodes a text as a JavaScript string literal, its double quotes included, to be spliced into a
-/// script as it is. Text that is not UTF-8 gives the empty literal ''.
+/// Encodes `text` as a JavaScript string literal, including its double quotes, ready to be spliced into a
+/// script. Text that is not UTF-8 yields the empty literal ''.
 std::string javascriptLiteral(std::string_view text);
 
 }  // namespace quendo

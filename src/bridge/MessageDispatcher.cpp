@@ -17,7 +17,7 @@ bool fits(const std::string& text, const protocol::Field& field) {
   return field.maximumBytes == 0 || text.size() <= field.maximumBytes;
 }
 
-/// The field's text; null when it is missing, no string, or too long.
+/// The field's text; null if it is missing, not a string, or too long.
 std::string* required(Value& body, const protocol::Field& field) {
   std::string* text = stringField(body, field.name);
   return text && fits(*text, field) ? text : nullptr;
@@ -87,7 +87,7 @@ void MessageDispatcher::copyToClipboard(Value body) {
     text = body.string();
   }
   if (!text || !fits(requestId, kRequestId) || !fits(successMessage, kSuccessMessage)) return;
-  // Text without a UTF-8 form can never be set; what the clipboard holds is then left alone.
+  // Text that is not UTF-8 can never be set; leave the clipboard as it is.
   bool success = fits(*text, kText) && isValidUtf8(*text);
   if (success) {
     pasteboard_.clearContents();

@@ -11,8 +11,8 @@
 
 namespace quendo {
 
-/// Checks each message of the page and passes it to its handler. What is malformed or too large
-/// is dropped without an answer, except where the page gave an identifier to answer to. Main thread.
+/// Validates the page's messages and passes each to its handler. Malformed or oversized messages are dropped
+/// silently, unless they carry an identifier to reply to. Main thread.
 class MessageDispatcher {
  public:
   MessageDispatcher(StateStore& store, Pasteboard& pasteboard, PageCalls& pageCalls,

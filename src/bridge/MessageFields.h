@@ -8,14 +8,14 @@
 
 namespace quendo {
 
-/// The string under `key` in a dictionary; null for another type, a missing field, or no dictionary.
+/// The string under `key`; null if the field is missing or has another type, or `body` is not a dictionary.
 std::string* stringField(Value& body, std::string_view key);
 
-/// The integer value of the number under `key`; 0 for another type, a missing field, or no dictionary.
+/// The number under `key` as an integer; 0 if the field is missing or has another type, or `body` is not a
+/// dictionary.
 std::int64_t integerField(const Value& body, std::string_view key);
 
-/// The integer that a JavaScript number stands for: a fraction is cut off, NaN gives 0, and what is
-/// beyond 64 bits gives the nearest end of their range.
+/// A JavaScript number as an integer: truncated toward zero, NaN as 0, saturated to 64 bits.
 std::int64_t integerValue(double number);
 
 }  // namespace quendo

@@ -6,8 +6,8 @@
 
 namespace quendo {
 
-// What the dispatcher passes the page's requests to. A handler is called only with requests whose form and
-// limits were checked. Main thread.
+// Handlers of the page's requests. The dispatcher calls them only with requests it has validated. Main
+// thread.
 
 class ExportHandler {
  public:
@@ -19,7 +19,7 @@ class ExportHandler {
 class ShareHandler {
  public:
   virtual ~ShareHandler() = default;
-  /// A share picker is on screen, or a service that the user chose has not finished.
+  /// A share picker is open, or a chosen service has not finished.
   virtual bool shareIsUnderWay() const = 0;
   virtual void presentSharePicker(std::string attemptId, std::string title, std::string filename,
                                   std::string content, std::string urlString) = 0;
@@ -28,11 +28,11 @@ class ShareHandler {
 class LanguageHandler {
  public:
   virtual ~LanguageHandler() = default;
-  /// The page changed the language. `body` is its message, unchecked.
+  /// The page changed the language. `body` is the raw message, not validated.
   virtual void changeLanguageFromPage(const Value& body) = 0;
 };
 
-/// All of them; each must outlive the dispatcher.
+/// All handlers; each must outlive the dispatcher.
 struct MessageHandlers {
   ExportHandler& exporter;
   ShareHandler& sharing;

@@ -16,7 +16,7 @@ std::string booleanText(bool value) {
   return value ? "true" : "false";
 }
 
-/// The call of a page function, its arguments encoded already.
+/// A call of a page function with encoded arguments.
 std::string scriptOf(const protocol::Function& function, std::initializer_list<std::string> arguments) {
   std::string script = std::string(function.call) + "(";
   std::string_view separator;

@@ -14,17 +14,17 @@
 
 namespace quendo {
 
-/// Everything that the host runs in the page, with its exact spelling. Main thread.
+/// Every script the host runs in the page, spelled exactly. Main thread.
 ///
-/// `evaluate` is for commands and is gated: it does nothing while the page cannot be driven. Every other
-/// call is direct: it needs only a web view, and without one it is dropped. No call reads the result of
-/// a script except those that take a handler.
+/// `evaluate` is for commands and is gated: it is a no-op while the page cannot accept calls. All other calls
+/// are direct: they need only a web view and are dropped without one. Script results are ignored except by
+/// calls that take a handler.
 class PageCalls {
  public:
   PageCalls(const HostState& state, const Surface& surface, const Localization& localization)
       : state_(state), surface_(surface), localization_(localization) {}
 
-  /// Runs a command's script if the page is ready and no quit is pending. An error in it shows a toast.
+  /// Runs a command's script if the page is ready and no quit is pending. If it throws, a toast is shown.
   void evaluate(const std::string& script);
   void setLanguage(std::string_view code);
 
@@ -36,13 +36,14 @@ class PageCalls {
   void nativeShareDidFinish(bool success, std::string_view attemptId);
   void showToast(std::string_view message);
 
-  /// Calls `then` once the keys pressed before have reached the page; see `WebView`. Never without a web
+  /// Calls `then` once all keys pressed so far have reached the page; see `WebView`. Never without a web
   /// view.
   void afterQueuedKeys(std::chrono::milliseconds limit, std::function<void()> then);
-  /// Asks for the final state. `completion` is called once; never without a web view.
+  /// Requests the final state. `completion` is called once, or never without a web view.
   void prepareForTermination(EvaluationHandler completion);
   void terminationDidCancel();
-  /// The two calls that await the page's answer. `completion` is called once; without a web view never.
+  /// The two calls that await a reply from the page. `completion` is called once, or never without a web
+  /// view.
   void openNativeFiles(Value::Array files, EvaluationHandler completion);
   void copyCurrentNoteForWhatsApp(EvaluationHandler completion);
 

@@ -6,29 +6,29 @@
 #include <span>
 #include <string_view>
 
-/// The contract between the host and its page, in one place: what the page may post, what the host calls in
-/// it, and what the page finds when it starts. The host works from these constants, docs/page-protocol.md is
-/// checked against them, and the page's own tests read that document. The scripts of menu commands are in
-/// menu/MenuTable.h.
+/// The contract between the host and its page in one place: the messages the page may post, the functions the
+/// host calls, and the globals the page starts with. The host uses these constants, a test checks
+/// docs/page-protocol.md against them, and the page's tests read that document. The scripts of menu commands
+/// are in menu/MenuTable.h.
 namespace quendo::protocol {
 
 enum class FieldType : std::uint8_t { string, number };
 
-/// A field of a message. A value of another type counts as missing.
+/// A message field. A value of another type counts as missing.
 struct Field {
   std::string_view name;
   FieldType type = FieldType::string;
   bool required = true;
-  std::size_t maximumBytes = 0;    ///< In UTF-8, inclusive; 0 where the message itself sets no limit.
-  std::string_view fallback = {};  ///< What a missing optional field counts as.
+  std::size_t maximumBytes = 0;    ///< UTF-8 bytes, inclusive; 0 if the message itself sets no limit.
+  std::string_view fallback = {};  ///< Value assumed if an optional field is missing.
 };
 
-/// A message that the page posts to the handler of its name.
+/// A message the page posts to the handler of the same name.
 struct Message {
   std::string_view name;
-  std::span<const Field> fields;     ///< Of the dictionary form; empty when there is none.
-  std::string_view stringForm = {};  ///< What a body that is a string means; empty when it is dropped.
-  std::string_view answer = {};      ///< The function that answers; empty when nothing does.
+  std::span<const Field> fields;     ///< Of the dictionary form; empty if there is none.
+  std::string_view stringForm = {};  ///< Meaning of a string body; empty if it is dropped.
+  std::string_view answer = {};      ///< The function that replies; empty if nothing does.
 };
 
 inline constexpr std::size_t kMaximumContentBytes = 20'000'000;
@@ -50,7 +50,7 @@ inline constexpr Field kShareFilename{"filename", FieldType::string, true, 1'000
 inline constexpr Field kShareContent{"content", FieldType::string, true, kMaximumCopiedBytes};
 inline constexpr Field kShareUrl{"url", FieldType::string, false};
 
-/// What a copy of a bare string is answered with.
+/// The reply to a copy of a bare string.
 inline constexpr std::string_view kTextCopied = "Texto copiado";
 
 inline constexpr std::array kStateFields = {kSerialized, kRevision};
@@ -60,12 +60,12 @@ inline constexpr std::array kClipboardFields = {kText, kSuccessMessage, kRequest
 inline constexpr std::array kShareFields = {kAttemptId, kShareTitle, kShareFilename, kShareContent,
                                             kShareUrl};
 
-/// A function of the page that the host calls. `call` is its text up to the opening parenthesis; optional
-/// chaining makes a page that lacks the function ignore the call.
+/// A page function that the host calls. `call` is its text up to the opening parenthesis; optional chaining
+/// makes the call a no-op in a page without the function.
 struct Function {
   std::string_view call;
   std::span<const std::string_view> arguments;
-  std::string_view separator = ", ";  ///< Between the arguments.
+  std::string_view separator = ", ";  ///< Between arguments.
 };
 
 inline constexpr std::array<std::string_view, 2> kSaveArguments = {"success: boolean", "revision: integer"};
@@ -78,8 +78,8 @@ inline constexpr std::array<std::string_view, 2> kShareArguments = {"success: bo
 inline constexpr std::array<std::string_view, 1> kToastArguments = {"message: string"};
 inline constexpr std::array<std::string_view, 1> kLanguageArguments = {"code: \"pt\", \"en\" or \"es\""};
 
-// The one callback whose arguments have a comma alone between them. Pages rely on neither form, but the text
-// of the call is part of the contract.
+// The only callback whose arguments are separated by a comma alone. Pages do not depend on that, but the
+// exact text is part of the contract.
 inline constexpr Function kSaveDidFinish{"window.quendoNativeSaveDidFinish?.", kSaveArguments, ","};
 inline constexpr Function kExportDidFinish{"window.quendoNativeExportDidFinish?.", kExportArguments};
 inline constexpr Function kSaveAsDidFinish{"window.quendoNativeSaveAsDidFinish?.", kSaveAsArguments};
@@ -95,8 +95,8 @@ inline constexpr std::array kFunctions = {
     kShowToast,     kPrepareForTermination, kTerminationDidCancel, kSetLanguage,
 };
 
-/// An async function body that the host runs in the page's own world; it may await, and its value is the
-/// answer.
+/// An async function body that the host runs in the page's own world; it may await, and its return value is
+/// the reply.
 struct AsyncCall {
   std::string_view body;
   std::string_view argument;  ///< Its one named argument, or empty.
@@ -111,7 +111,7 @@ inline constexpr AsyncCall kCopyForWhatsApp{
 
 inline constexpr std::array kAsyncCalls = {kOpenNativeFiles, kCopyForWhatsApp};
 
-/// In the order in which their handlers are registered.
+/// In handler registration order.
 inline constexpr std::array<Message, 6> kMessages = {{
     {"quendoState", kStateFields, "the document, with revision 0", kSaveDidFinish.call},
     {"quendoExport", kExportFields, "", kExportDidFinish.call},
@@ -122,7 +122,7 @@ inline constexpr std::array<Message, 6> kMessages = {{
     {"quendoLanguage", {}, "the language's code: \"pt\", \"en\" or \"es\"", ""},
 }};
 
-/// A global that is set before the page's first script runs.
+/// A global set before the page's first script runs.
 struct Global {
   std::string_view name;
   std::string_view value;

@@ -8,8 +8,8 @@
 
 namespace quendo {
 
-/// The one handler behind all six names. It never keeps the dispatcher alive: a message that arrives
-/// when the dispatcher is gone is dropped.
+/// The single handler behind all six names. It does not keep the dispatcher alive: messages that arrive after
+/// the dispatcher is gone are dropped.
 class ScriptBridge final : public ScriptMessageHandler {
  public:
   explicit ScriptBridge(std::weak_ptr<MessageDispatcher> controller) : controller_(std::move(controller)) {}

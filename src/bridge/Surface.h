@@ -5,9 +5,9 @@ namespace quendo {
 class WebView;
 class Window;
 
-/// What the host shows itself on. Each is null before it is built and after it is gone, and the window from
-/// a fatal error on, after which nothing is shown on it. `AppController` owns both, everything else reads
-/// them when it needs them. Main thread.
+/// The window and web view. Each is null before it is created and after it is destroyed; the window is also
+/// null after a fatal error, when nothing more is shown on it. `AppController` owns both, and everything else
+/// reads them on demand. Main thread.
 struct Surface {
   WebView* webView = nullptr;
   Window* window = nullptr;

@@ -12,15 +12,15 @@
 namespace quendo {
 namespace {
 
-// The page gets the outcome of a Save As in Portuguese whatever the interface language.
+// The page gets the result of a Save As in Portuguese, whatever the interface language.
 constexpr std::string_view kSaveCancelled = "Salvamento cancelado";
 constexpr std::string_view kSaveFailed = "Não foi possível salvar o arquivo";
 constexpr std::string_view kSavedAs = "Salvo como ";
 
-// More panels than a user can ask for, since the first one on show takes all input. Two texts of the largest
-// size that a message may have fit, with their names.
-constexpr std::size_t kMostPanels = 8;
-constexpr std::size_t kMostHeldBytes = 50'000'000;
+// More panels than a user can open, since the first one takes all input. Enough bytes for two texts of the
+// maximum message size, with their names.
+constexpr std::size_t kMaximumPanels = 8;
+constexpr std::size_t kMaximumHeldBytes = 50'000'000;
 
 std::string saveAsPath(const SavePanel& panel, std::string path) {
   return withExtension(std::move(path), saveAsExtensionAt(panel.indexOfSelectedItem()));
@@ -50,7 +50,7 @@ void ExportPanels::presentExportPanel(std::string filename, std::string content,
   const bool plain = format == "plain";
   SavePanelConfiguration panel = panelFor(filename);
   const std::size_t held = content.size() + panel.nameFieldStringValue.size();
-  if (!takeRoom(held)) {
+  if (!reserveSpace(held)) {
     finishNativeExport(false, "Não foi possível exportar o arquivo");
     return;
   }
@@ -58,7 +58,7 @@ void ExportPanels::presentExportPanel(std::string filename, std::string content,
   panel.title = localization_.tr(plain ? "Exportar arquivo de texto" : "Exportar nota em Markdown");
   panel.prompt = localization_.tr("Exportar");
   panel.allowedContentType = exportType(extension, plain);
-  // A name typed without an extension gets the one that the allowed type stands for.
+  // A name typed without an extension gets the allowed type's.
   std::string added = plain ? "txt" : "md";
   if (contentTypes_.typeForExtension(extension)) added = extension;
   panel.pathToWrite = [added = std::move(added)](const SavePanel&, std::string path) {
@@ -67,19 +67,19 @@ void ExportPanels::presentExportPanel(std::string filename, std::string content,
   surface_.window->beginSheet(std::move(panel),
                               lifetime_.guard([this, plain, held, content = std::move(content)](
                                                   SavePanel&, const SavePanelResult& result) {
-                                giveRoomBack(held);
+                                releaseSpace(held);
                                 exportDidEnd(result, content, plain);
                               }));
 }
 
-bool ExportPanels::takeRoom(std::size_t bytes) {
-  if (panelCount_ == kMostPanels || bytes > kMostHeldBytes - heldBytes_) return false;
+bool ExportPanels::reserveSpace(std::size_t bytes) {
+  if (panelCount_ == kMaximumPanels || bytes > kMaximumHeldBytes - heldBytes_) return false;
   ++panelCount_;
   heldBytes_ += bytes;
   return true;
 }
 
-void ExportPanels::giveRoomBack(std::size_t bytes) {
+void ExportPanels::releaseSpace(std::size_t bytes) {
   --panelCount_;
   heldBytes_ -= bytes;
 }
@@ -117,7 +117,7 @@ void ExportPanels::presentSaveAsPanel(std::string noteId, std::string filename, 
     pageCalls_.nativeSaveAsDidFinish(false, noteId, "", kSaveCancelled);
     return;
   }
-  if (!takeRoom(held)) {
+  if (!reserveSpace(held)) {
     pageCalls_.nativeSaveAsDidFinish(false, noteId, "", kSaveFailed);
     return;
   }
@@ -138,7 +138,7 @@ void ExportPanels::presentSaveAsPanel(std::string noteId, std::string filename, 
       std::move(panel),
       lifetime_.guard([this, held, noteId = std::move(noteId), content = std::move(content)](
                           SavePanel& ended, const SavePanelResult& result) {
-        giveRoomBack(held);
+        releaseSpace(held);
         saveAsDidEnd(ended, result, noteId, content);
       }));
 }
@@ -150,11 +150,11 @@ void ExportPanels::saveAsDidEnd(SavePanel& panel, const SavePanelResult& result,
   } else if (!write(result, content)) {
     pageCalls_.nativeSaveAsDidFinish(false, noteId, "", kSaveFailed);
   } else {
-    // The page keeps the name in a text; a name of other bytes is shown as well as it can be.
+    // The page stores the name as text; invalid UTF-8 is shown as well as possible.
     const std::string name = repairedUtf8(lastPathComponent(*result.path));
     pageCalls_.nativeSaveAsDidFinish(true, noteId, name, std::string(kSavedAs) + name);
   }
-  // A newer panel may wait behind this one, and stays the active one.
+  // If a newer panel is queued behind this one, that one stays active.
   if (activeSaveAsPanel_.get() == &panel) activeSaveAsPanel_.reset();
 }
 

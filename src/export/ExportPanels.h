@@ -19,9 +19,9 @@
 
 namespace quendo {
 
-/// Writes notes to files of the user's choice: export, and Save As. Each request is answered to the page
-/// once, however its panel ends. A panel waits while another is on show, and its text with it; a request for
-/// which there is no more room fails at once. Main thread.
+/// Writes notes to files the user chooses: Export and Save As. Each request gets exactly one reply, however
+/// its panel ends. Panels and their texts queue behind the one on screen; a request that exceeds the queue's
+/// limits fails at once. Main thread.
 class ExportPanels final : public ExportHandler {
  public:
   ExportPanels(const Localization& localization, PageCalls& pageCalls, const Surface& surface,
@@ -35,13 +35,13 @@ class ExportPanels final : public ExportHandler {
 
   void presentExportPanel(std::string filename, std::string content, std::string format) override;
   void presentSaveAsPanel(std::string noteId, std::string filename, std::string content) override;
-  /// The user selected another extension in the row of a Save As panel.
+  /// The user selected another extension in a Save As panel.
   void saveAsExtensionDidChange(SavePanel& panel) const;
 
  private:
-  bool takeRoom(std::size_t bytes);
-  void giveRoomBack(std::size_t bytes);
-  /// What both panels have in common.
+  bool reserveSpace(std::size_t bytes);
+  void releaseSpace(std::size_t bytes);
+  /// The settings both panels share.
   SavePanelConfiguration panelFor(std::string_view filename) const;
   std::string startingFolder() const;
   std::string exportType(const std::string& extension, bool plain) const;
@@ -49,7 +49,7 @@ class ExportPanels final : public ExportHandler {
   void exportDidEnd(const SavePanelResult& result, const std::string& content, bool plain);
   void saveAsDidEnd(SavePanel& panel, const SavePanelResult& result, const std::string& noteId,
                     const std::string& content);
-  /// Writes `content` where the user confirmed. False when that fails, or is no place on this machine.
+  /// Writes `content` to the confirmed path. False if that fails or the location has no local path.
   bool write(const SavePanelResult& result, const std::string& content);
 
   const Localization& localization_;
@@ -58,10 +58,10 @@ class ExportPanels final : public ExportHandler {
   FileManager& fileManager_;
   const ContentTypes& contentTypes_;
   const Workspace& workspace_;
-  std::string lastFolder_;  ///< Where the user confirmed last; empty before.
-  /// The newest Save As panel while it is shown; its extension chooser is a part of it.
+  std::string lastFolder_;  ///< Folder of the last confirmed panel; empty before the first.
+  /// The newest open Save As panel; it contains the extension chooser.
   std::shared_ptr<SavePanel> activeSaveAsPanel_;
-  /// Panels that have not ended, and the bytes of text that they hold.
+  /// Open and queued panels, and the bytes of text they hold.
   std::size_t panelCount_ = 0;
   std::size_t heldBytes_ = 0;
   Lifetime lifetime_;

@@ -6,7 +6,7 @@
 namespace quendo {
 namespace {
 
-constexpr int kMostAttempts = 3;
+constexpr int kMaximumAttempts = 3;
 
 bool isUpperCaseUuid(std::string_view text) {
   constexpr std::string_view kPattern = "XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX";
@@ -25,11 +25,11 @@ std::string pathIn(const std::string& parent, std::string_view name) {
 
 std::optional<LockedDirectory> createLockedDirectory(FileManager& fileManager, UuidSource& uuids,
                                                      const std::string& parent, std::string_view prefix) {
-  for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+  for (int attempt = 0; attempt < kMaximumAttempts; ++attempt) {
     std::string path = pathIn(parent, std::string(prefix) + uuids.randomUuid());
     if (!fileManager.createPrivateDirectory(path)) return std::nullopt;
     DirectoryLockResult result = fileManager.lockDirectory(path);
-    // Until it is locked, another instance may find it abandoned, claim it and remove it.
+    // Until this lock, another instance may have found it abandoned, locked it and removed it.
     if (!result.heldByAnother && fileManager.fileExists(path))
       return LockedDirectory{std::move(path), std::move(result.lock)};
   }
@@ -37,11 +37,11 @@ std::optional<LockedDirectory> createLockedDirectory(FileManager& fileManager, U
 }
 
 void removeAbandonedDirectories(FileManager& fileManager, const std::string& parent, std::string_view prefix,
-                                const std::function<bool(const std::string& path)>& mayGo) {
+                                const std::function<bool(const std::string& path)>& mayRemove) {
   for (const std::string& name : fileManager.ownDirectories(parent)) {
     if (!name.starts_with(prefix) || !isUpperCaseUuid(std::string_view(name).substr(prefix.size()))) continue;
     const std::string path = pathIn(parent, name);
-    if (!mayGo(path)) continue;
+    if (!mayRemove(path)) continue;
     const DirectoryLockResult result = fileManager.lockDirectory(path);
     if (result.lock) fileManager.removeDirectory(path);
   }

@@ -11,23 +11,23 @@
 
 namespace quendo {
 
-/// A directory that this process has locked, for as long as the lock lives or the process runs.
+/// A directory locked by this process for as long as `lock` or the process lives.
 struct LockedDirectory {
   std::string path;
   /// Null on a file system without locks, where nobody can find the directory abandoned either.
   std::unique_ptr<DirectoryLock> lock;
 };
 
-/// Creates a directory in `parent`, for the user alone, and locks it; its name is `prefix` and a fresh UUID.
-/// Absent when it cannot be created. Any thread.
+/// Creates a private directory in `parent`, named `prefix` plus a new UUID, and locks it. `nullopt` on
+/// failure. Any thread.
 std::optional<LockedDirectory> createLockedDirectory(FileManager& fileManager, UuidSource& uuids,
                                                      const std::string& parent, std::string_view prefix);
 
-/// Removes what `createLockedDirectory` made in `parent` under `prefix` and nobody holds a lock on any more,
-/// because the process has ended or has let go. `mayGo` is asked for the path of each of the user's
-/// directories with such a name, before it is looked whether it is locked. What cannot be removed, or be
-/// shown to be abandoned, stays. Any thread.
+/// Removes directories that `createLockedDirectory` made in `parent` with `prefix` and that are no longer
+/// locked because their process has ended or released them. `mayRemove` is called with the path of each of
+/// the user's directories with such a name, before its lock is checked. Directories that cannot be removed,
+/// or not proven abandoned, stay. Any thread.
 void removeAbandonedDirectories(FileManager& fileManager, const std::string& parent, std::string_view prefix,
-                                const std::function<bool(const std::string& path)>& mayGo);
+                                const std::function<bool(const std::string& path)>& mayRemove);
 
 }  // namespace quendo

@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 constexpr std::chrono::milliseconds kServiceLimit = 1800s;
 constexpr std::string_view kDirectoryPrefix = "Quendo-Share-";
-// The picker points at a spot in the lower right corner, this far from the web view's edges.
+// The picker points at the lower right corner, inset this far from the web view's edges.
 constexpr int kAnchorInset = 52;
 
 }  // namespace
@@ -47,15 +47,15 @@ void NoteSharing::presentSharePicker(std::string attemptId, std::string title, s
     pageCalls_.nativeShareDidFinish(false, attemptId);
     return;
   }
-  // A text without a UTF-8 form fails here and not at the file, where the text itself would be offered in the
-  // file's stead, cut or damaged by whatever encodes it last.
+  // Text that is not UTF-8 must fail here rather than at the file, where the text itself would be shared
+  // instead, truncated or altered by its last encoder.
   if (!isValidUtf8(title) || !isValidUtf8(filename) || !isValidUtf8(content)) {
     pageCalls_.nativeShareDidFinish(false, attemptId);
     return;
   }
   activeSharingAttemptId_ = std::move(attemptId);
   cleanSharedTemporaryDirectory();
-  // A process that was killed in the middle of a share could not remove its folder.
+  // A process killed during a share could not remove its folder.
   removeAbandonedDirectories(fileManager_, fileManager_.temporaryDirectory(), kDirectoryPrefix,
                              [](const std::string&) { return true; });
   std::vector<SharedItem> items = itemsFor(title, filename, content, urlString);
@@ -106,7 +106,7 @@ bool NoteSharing::mayShareLink(const std::string& urlString) const {
 }
 
 void NoteSharing::didChooseSharingService(std::shared_ptr<SharingService> service) {
-  // Its own call is still on the stack.
+  // The picker's own call is still on the stack.
   mainQueue_.async([ended = std::exchange(sharingPicker_, nullptr)] {});
   if (!service) {
     finishShare(false);
@@ -121,7 +121,7 @@ void NoteSharing::didChooseSharingService(std::shared_ptr<SharingService> servic
   activeSharingService_ = std::move(service);
 }
 
-// A report of a service that was given up comes too late for everybody.
+// A late report of a service that was given up concerns nobody.
 void NoteSharing::serviceDidFinish(const SharingService& service, bool success) {
   if (activeSharingService_.get() == &service) finishShare(success);
 }

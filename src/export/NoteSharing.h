@@ -22,14 +22,14 @@
 
 namespace quendo {
 
-/// Shares a note through what the desktop offers: as a file in a folder for the user alone, with a link to
-/// the product's site where the page gives one. One share at a time; each request of the page is answered
-/// once, and its folder lives from the picker to that answer. Main thread.
+/// Shares a note through the desktop: as a file in a private folder, with a link to the product's site if the
+/// page provides one. One share at a time; each page request gets one reply, and the folder lives from the
+/// picker to that reply. Main thread.
 class NoteSharing final : public ShareHandler,
                           public SharingServicePickerDelegate,
                           public SharingServiceDelegate {
  public:
-  /// linkHosts: the hosts, in lower case, to which a shared link may point.
+  /// linkHosts: the hosts, in lower case, that a shared link may point to.
   NoteSharing(const Localization& localization, PageCalls& pageCalls, const Surface& surface,
               FileManager& fileManager, MainQueue& mainQueue, const Clock& clock, UuidSource& uuids,
               Toolkit& toolkit, std::vector<std::string> linkHosts);
@@ -37,8 +37,8 @@ class NoteSharing final : public ShareHandler,
   NoteSharing(const NoteSharing&) = delete;
   NoteSharing& operator=(const NoteSharing&) = delete;
 
-  /// Removes the old ones of the copies that were made for other programs. Also done with each share that
-  /// makes another copy, and on destruction.
+  /// Removes old copies made for other programs. Also happens whenever a share makes another copy, and on
+  /// destruction.
   void removeOldCopies() { copies_->removeOldCopies(); }
 
   bool shareIsUnderWay() const override { return sharingPicker_ || activeSharingService_; }

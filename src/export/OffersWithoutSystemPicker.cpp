@@ -7,11 +7,11 @@
 namespace quendo {
 namespace {
 
-constexpr std::size_t kMostPrograms = 8;
-// A program that cannot use the file mostly says so by ending at once.
+constexpr std::size_t kMaximumPrograms = 8;
+// A program that cannot use the file usually exits at once.
 constexpr std::chrono::milliseconds kProgramTrial{2000};
 
-/// A mail's subject is one line: control characters become spaces.
+/// A mail subject is one line: control characters become spaces.
 std::string singleLine(std::string text) {
   for (char& character : text) {
     if (static_cast<unsigned char>(character) < 0x20 || character == 0x7F) character = ' ';
@@ -19,7 +19,7 @@ std::string singleLine(std::string text) {
   return text;
 }
 
-/// Mail programs take text that ends at the first NUL; what follows it must not be lost.
+/// Mail programs stop at the first NUL; the text after it must not be lost.
 std::string withoutNul(const std::string& text) {
   std::string shown;
   for (const char character : text) {
@@ -44,7 +44,7 @@ OffersWithoutSystemPicker::OffersWithoutSystemPicker(const std::vector<SharedIte
   for (const SharedItem& item : items) {
     if (item.kind == SharedItem::Kind::file) file_ = item.value;
     if (item.kind == SharedItem::Kind::link) link_ = item.value;
-    // What is shared in the file's stead is also what is copied.
+    // Text shared instead of the file is also the text to copy.
     if (item.kind == SharedItem::Kind::text) text_ = item.value;
   }
 }
@@ -58,7 +58,8 @@ std::vector<SharingSection> OffersWithoutSystemPicker::sections(
   return sections;
 }
 
-// With the note as a file the body has only the link; otherwise the note's text, which begins with the title.
+// With the note attached, the body is just the link; otherwise it is the note's text, which starts with the
+// title.
 ShareByMail OffersWithoutSystemPicker::mail() const {
   std::string body = file_ ? "" : withoutNul(text_);
   if (link_) body += (body.empty() ? "" : "\n\n") + *link_;
@@ -68,7 +69,7 @@ ShareByMail OffersWithoutSystemPicker::mail() const {
 SharingSection OffersWithoutSystemPicker::programSection(const std::vector<SharingProgram>& programs) const {
   SharingSection section;
   if (!file_) return section;
-  for (std::size_t i = 0; i < programs.size() && section.size() < kMostPrograms; ++i) {
+  for (std::size_t i = 0; i < programs.size() && section.size() < kMaximumPrograms; ++i) {
     if (programs[i].isThisProgram) continue;
     section.push_back(
         {localization_.tr("Abrir com") + " " + programs[i].name, ShareWithProgram{i, *file_, kProgramTrial}});

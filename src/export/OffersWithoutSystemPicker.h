@@ -11,13 +11,13 @@
 
 namespace quendo {
 
-/// What Quendo itself offers to do with a note where the platform has no share picker of its own: a mail, the
-/// programs for the file's type, copying. The mail's words, and the rule when a program counts as having
-/// taken the file, are here too. Main thread.
+/// Quendo's own share entries for platforms without a share picker: mail, the programs for the file's type,
+/// copying. Also defines the mail's wording and the time after which a program counts as having accepted the
+/// file. Main thread.
 class OffersWithoutSystemPicker final : public SharingOffers {
  public:
-  /// `items` and `title`: what is shared, and its title. `text`: the note itself, which is copied where a
-  /// file is shared. All of it UTF-8. `localization` outlives the picker; without `copies` there are none.
+  /// `items` and `title`: what is shared, and its title. `text`: the note itself, copied if a file is shared.
+  /// All UTF-8. `localization` must outlive the picker; without `copies` no copies are made.
   OffersWithoutSystemPicker(const std::vector<SharedItem>& items, std::string title, std::string text,
                             const Localization& localization, std::weak_ptr<SharedCopies> copies);
 

@@ -6,7 +6,7 @@
 
 namespace quendo {
 
-/// One kind of file that Save As offers. The label is the same in every language.
+/// A file type in the Save As pop-up. The label is the same in every language.
 struct SaveAsExtension {
   std::string_view label;
   std::string_view extension;
@@ -20,13 +20,13 @@ inline constexpr std::array<SaveAsExtension, 23> kSaveAsExtensions{{
     {"Kotlin", "kt"},   {"PHP", "php"},       {"Ruby", "rb"},
 }};
 
-/// The item behind the table's: the user types the extension in the name.
+/// The item after the table's rows: the user types the extension as part of the name.
 inline constexpr std::size_t kCustomExtension = kSaveAsExtensions.size();
 
-/// Index of the row with the extension of `name`, whatever its case; the custom item when there is none.
+/// Index of the row for `name`'s extension, ignoring case; the custom item if there is none.
 std::size_t saveAsExtensionOf(std::string_view name);
 
-/// Extension of an item, without its dot; empty for the custom item and for an index that has no item.
+/// Extension of an item, without its dot; empty for the custom item and for an index out of range.
 std::string_view saveAsExtensionAt(std::size_t index);
 
 }  // namespace quendo

@@ -5,16 +5,15 @@
 
 namespace quendo {
 
-// What becomes of the names that users type in a save panel. By their text alone; any thread.
+// Rules for names typed in a save panel. Purely textual; any thread.
 
-/// `path`, or a bare name, with `extension` added where its last component has none. An empty extension adds
-/// nothing, and a name that is not UTF-8 stays as it is, because panels cannot show the one that it would
-/// get.
+/// `path`, or a bare name, with `extension` appended if its last component has none. An empty extension is a
+/// no-op. A name that is not UTF-8 is left alone, because panels could not display the result.
 std::string withExtension(std::string path, std::string_view extension);
 
-/// What a name field that holds `typed`, a bare name or a path, holds once another extension was chosen: the
-/// same folder, and the last component with that extension in the place of its own, or "nota" with it where
-/// nothing else is left.
+/// New contents of a name field that holds `typed`, a bare name or a path, after another extension was
+/// selected: the same folder, and the last component with its extension replaced, or "nota" plus the
+/// extension if nothing else remains.
 std::string replacingExtension(std::string_view typed, std::string_view extension);
 
 }  // namespace quendo

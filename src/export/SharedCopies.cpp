@@ -48,7 +48,7 @@ std::optional<std::string> SharedCopies::directory() const {
   return caches ? std::optional(*caches + "/Quendo/Shared") : std::nullopt;
 }
 
-// A date far in the future was given by a clock that was wrong, and would never become old.
+// A date far in the future comes from a wrong clock; such a copy would never get old.
 bool SharedCopies::isOld(const std::string& path) const {
   const auto made = fileManager_.modificationDate(path);
   if (!made) return false;

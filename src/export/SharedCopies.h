@@ -10,10 +10,10 @@
 
 namespace quendo {
 
-/// Copies of shared files for programs that read a file long after they were given it, as mail programs and
-/// file managers do. They are in the user's cache, readable by the user alone, and are kept for a day. Old
-/// ones are removed when `removeOldCopies` is called, when another copy is made and on destruction; the
-/// latest copy of a running instance stays, however old it is. Main thread.
+/// Copies of shared files for programs that read a file long after receiving it, as mail programs and file
+/// managers do. They live in the user's cache, readable only by the user, for a day. Old ones are removed by
+/// `removeOldCopies`, when another copy is made and on destruction; the latest copy of a running instance is
+/// kept regardless of age. Main thread.
 class SharedCopies {
  public:
   SharedCopies(FileManager& fileManager, const Clock& clock, UuidSource& uuids)
@@ -22,7 +22,7 @@ class SharedCopies {
   SharedCopies(const SharedCopies&) = delete;
   SharedCopies& operator=(const SharedCopies&) = delete;
 
-  /// The path of a copy of the file at `path`, under the same name; absent when it could not be made.
+  /// Copies the file at `path` under the same name. Returns the copy's path; `nullopt` on failure.
   std::optional<std::string> copyFile(const std::string& path);
   void removeOldCopies();
 

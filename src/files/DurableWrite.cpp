@@ -9,7 +9,7 @@
 namespace quendo {
 namespace {
 
-/// Long enough for a file that was just created to be locked by its writer.
+/// Ample time for a new file to be locked by its writer.
 constexpr std::chrono::minutes kUnchangedFor{10};
 
 struct SplitPath {
@@ -18,12 +18,12 @@ struct SplitPath {
 
   std::string directory() const { return parent.size() > 1 ? parent.substr(0, parent.size() - 1) : parent; }
 
-  std::string parent;  ///< With the slash that ends it.
+  std::string parent;  ///< With its trailing slash.
   std::string name;
 };
 
-/// What the names of all temporary files for `name` begin with. Hidden, and cut where a long name would
-/// leave no room for the rest within the 255 bytes that file systems allow.
+/// Common prefix of all temporary file names for `name`. Hidden, and truncated to leave room for the rest
+/// within the 255 bytes that file systems allow.
 std::string temporaryPrefix(std::string name) {
   constexpr std::size_t longest = 200;
   if (name.size() > longest) {
@@ -42,7 +42,7 @@ bool isTemporaryName(std::string_view name, std::string_view prefix, std::string
   return std::all_of(number.begin(), number.end(), [](char digit) { return digit >= '0' && digit <= '9'; });
 }
 
-/// Whether `name` is that of a temporary file for any name.
+/// Whether `name` is a temporary name for any file.
 bool isTemporaryName(std::string_view name, std::string_view suffix) {
   if (!name.starts_with('.') || !name.ends_with(suffix)) return false;
   const std::size_t dot = name.substr(0, name.size() - suffix.size()).rfind('.');
@@ -56,13 +56,13 @@ struct Temporary {
 
 std::optional<Temporary> createTemporary(FileManager& fileManager, const std::string& path,
                                          const DurableWrite& write) {
-  // Until the old file's permissions are known to be on it, nobody else may read what is written.
+  // Until the old file's permissions have been applied, nobody else may read the new bytes.
   const FileAccess access =
       write.permissions == NewFilePermissions::usual ? FileAccess::usual : FileAccess::ownerOnly;
   while (auto free = freeTemporaryPath(fileManager, path, write.temporarySuffix)) {
     if (auto file = fileManager.createFile(*free, access))
       return Temporary{*std::move(free), std::move(file)};
-    // Another writer may have taken the name in this moment; any other refusal is final.
+    // Another writer may have just taken the name; any other failure is final.
     if (!fileManager.isNameTaken(*free)) break;
   }
   return std::nullopt;

@@ -11,58 +11,56 @@
 
 namespace quendo {
 
-/// Who may read and write the new file.
+/// Permissions of the new file.
 enum class NewFilePermissions : std::uint8_t {
   ownerOnly,
-  usual,          ///< What files of the user's programs get.
-  ofReplacedFile  ///< Those of the file whose place it takes, which must exist.
+  usual,          ///< The user's default (umask).
+  ofReplacedFile  ///< Those of the replaced file, which must exist.
 };
 
-/// What the names of temporary files end with in directories that are ours alone.
+/// Suffix of temporary files in directories that only Quendo uses.
 inline constexpr std::string_view kTemporarySuffix = ".tmp";
 
-/// How a durable write goes about it.
+/// Options of a durable write.
 struct DurableWrite {
   NewFilePermissions permissions = NewFilePermissions::ownerOnly;
-  /// What the temporary file's name ends with. A name of our own is one by which it can be told from the
-  /// files of other programs, where they write too.
+  /// Suffix of the temporary file. Use a distinctive one in directories that other programs write to as well.
   std::string_view temporarySuffix = kTemporarySuffix;
-  /// Called after the new bytes were flushed and before they take the old file's place. May be null.
+  /// Called after the new bytes are flushed and before the rename. May be null.
   std::function<void()> beforeReplacing = nullptr;
 };
 
-/// How far a durable write came.
+/// Result of a durable write.
 enum class WriteResult : std::uint8_t {
-  notWritten,  ///< The file is as it was.
-  inPlace,     ///< The file has its new content, but perhaps not after a power cut: its directory was not
-               ///< flushed.
+  notWritten,  ///< The file is unchanged.
+  inPlace,     ///< The new content is in place but may not survive a power cut: flushing the directory
+               ///< failed.
   durable
 };
 
-/// Puts a file with `bytes` in the place of `path`, whose directory must exist, in one step and durably.
+/// Atomically and durably replaces `path`, whose directory must exist, with a file that holds `bytes`.
 ///
-/// The bytes are written to a temporary file in the same directory, which is flushed and then renamed over
-/// `path`; the directory is flushed last. A failure up to the rename leaves `path` as it was and removes the
-/// temporary file; after it only the flush of the directory can fail. Any thread; one call at a time for one
-/// path.
+/// The bytes are written to a temporary file in the same directory, flushed and renamed over `path`; finally
+/// the directory is flushed. A failure before the rename leaves `path` unchanged and removes the temporary
+/// file; after it, only flushing the directory can fail. Any thread; one call at a time per path.
 WriteResult writeDurably(FileManager& fileManager, const std::string& path, std::string_view bytes,
                          const DurableWrite& write = {});
 
-/// A name for a temporary file beside `path` that is not taken, by which it is known as one that a write of
-/// `path` made; absent when all are taken.
+/// An unused temporary path next to `path`, named in the way that identifies a temporary file of `path`;
+/// `nullopt` if all such names are taken.
 std::optional<std::string> freeTemporaryPath(const FileManager& fileManager, const std::string& path,
                                              std::string_view suffix = kTemporarySuffix);
 
-/// The temporary files that writes of `path` left behind when their process, or the machine, ended in the
-/// middle. No such write may be running.
+/// Temporary files left by writes of `path` that were cut short by a crash or power cut. No such write may be
+/// running.
 std::vector<std::string> abandonedTemporaries(const FileManager& fileManager, const std::string& path);
 
-/// Removes them. False when one could not be removed.
+/// Removes those files. False if one could not be removed.
 bool removeAbandonedTemporaries(FileManager& fileManager, const std::string& path);
 
-/// Removes from a directory that other programs and other processes of ours write to as well the temporary
-/// files with `suffix` that writes of any file left there. One that is being written, or was a few minutes
-/// ago, stays. Any thread.
+/// Removes temporary files with `suffix`, left by writes of any file, from a directory that other programs
+/// and other Quendo processes write to as well. Skips any that are being written or changed in the last few
+/// minutes. Any thread.
 void sweepTemporaries(FileManager& fileManager, const std::string& directory, std::string_view suffix);
 
 }  // namespace quendo

@@ -5,25 +5,25 @@
 
 namespace quendo {
 
-// Paths by their text alone; nothing here touches a file system. Any thread.
+// Purely textual path operations; nothing here touches the file system. Any thread.
 
-/// What follows the last slash of a path, trailing slashes ignored; "/" for the root, and empty for an empty
-/// path. Bytes, in the file system's own encoding.
+/// The last component of a path, ignoring trailing slashes; "/" for the root, and empty for an empty path.
+/// Bytes in the file system's own encoding.
 std::string_view lastPathComponent(std::string_view path);
 
-/// The folder of a path, without a trailing slash: "/" for the root and what is in it, and empty for a bare
-/// name. Trailing slashes of the path are ignored.
+/// The folder of a path, without a trailing slash: "/" for the root and its entries, and empty for a bare
+/// name. Trailing slashes of `path` are ignored.
 std::string_view deletingLastPathComponent(std::string_view path);
 
-/// What follows the last dot of the last component; empty when there is no dot, when the name begins with its
-/// only dot, or ends with one.
+/// The text after the last dot of the last component; empty if there is no dot, if the only dot is the first
+/// character, or if the name ends with a dot.
 std::string_view pathExtension(std::string_view path);
 
-/// `path` without the last dot of its last component and what follows, also where the component begins with
-/// that dot. A trailing slash ends an empty component, which has nothing to lose.
+/// `path` without the last dot of its last component and what follows, even if the component begins with that
+/// dot. A trailing slash means an empty last component, which has nothing to remove.
 std::string_view deletingPathExtension(std::string_view path);
 
-/// Resolves "." and ".." and repeated or trailing slashes of an absolute path, by its text alone.
+/// Resolves ".", "..", and repeated or trailing slashes of an absolute path.
 std::string standardizedPath(std::string_view path);
 
 }  // namespace quendo

@@ -11,11 +11,11 @@ namespace {
 
 constexpr std::size_t kMaximumCharacters = 180;
 
-/// Length in bytes of the separator that `text` begins with; 0 when it begins with something else.
+/// Length in bytes of a separator at the start of `text`; 0 if there is none.
 std::size_t separatorLength(std::string_view text) {
   const auto first = static_cast<unsigned char>(text[0]);
   if (first < 0x20 || first == 0x7F || first == '/' || first == ':' || first == '\\') return 1;
-  // U+0080 to U+009F, the other control characters, are two bytes in UTF-8.
+  // The C1 control characters, U+0080 to U+009F, are two bytes in UTF-8.
   const bool isControl = first == 0xC2 && text.size() > 1 && static_cast<unsigned char>(text[1]) < 0xA0;
   return isControl ? 2 : 0;
 }

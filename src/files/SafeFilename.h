@@ -5,9 +5,9 @@
 
 namespace quendo {
 
-/// `name`, UTF-8, as a name that a file can have everywhere: a hyphen for each slash, colon, backslash and
-/// control character, no white space at its ends, at most 180 user-perceived characters, and "nota.md" where
-/// nothing is left. What is not UTF-8 in it is shown as U+FFFD. Any thread.
+/// Turns `name`, UTF-8, into a file name that is valid everywhere: slashes, colons, backslashes and control
+/// characters become hyphens, white space is trimmed, and the length is limited to 180 user-perceived
+/// characters; "nota.md" if nothing remains. Invalid UTF-8 becomes U+FFFD. Any thread.
 std::string safeFilename(std::string_view name);
 
 }  // namespace quendo

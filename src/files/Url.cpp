@@ -46,7 +46,7 @@ std::string loweredText(std::string_view text) {
   return result;
 }
 
-/// The parts of a URL behind its scheme, without query and fragment, still encoded.
+/// The parts of a URL after its scheme, without query and fragment, still encoded.
 struct Location {
   std::string_view host;
   std::string_view path;

@@ -9,7 +9,7 @@
 namespace quendo {
 namespace {
 
-// Files are written where the user keeps those of other programs too.
+// Other programs write files to the same directories.
 constexpr std::string_view kOurTemporarySuffix = ".quendo.tmp";
 
 }  // namespace
@@ -18,14 +18,14 @@ bool writeTextFile(FileManager& fileManager, const std::string& path, std::strin
   if (!isValidUtf8(text)) return false;
   const std::optional<std::string> target = fileManager.resolvedPath(path);
   if (!target) return false;
-  // First, because what a crash left may be what fills the disk.
+  // First, because leftovers of a crash may be what fills the disk.
   sweepTemporaries(fileManager, std::string(deletingLastPathComponent(*target)), kOurTemporarySuffix);
   DurableWrite write{.permissions = NewFilePermissions::usual, .temporarySuffix = kOurTemporarySuffix};
   if (fileManager.fileExists(*target)) {
     if (!fileManager.attributesOfItem(*target)) return false;
     write.permissions = NewFilePermissions::ofReplacedFile;
   }
-  // Some file systems to which files are exported cannot flush a directory; the file is in its place then.
+  // Some export targets cannot flush a directory; the file is in place all the same.
   return writeDurably(fileManager, *target, text, write) != WriteResult::notWritten;
 }
 

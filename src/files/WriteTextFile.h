@@ -7,13 +7,13 @@
 
 namespace quendo {
 
-/// Writes `text` to the file at `path` atomically: to a temporary file beside it, which is flushed and then
-/// renamed over it. A symbolic link is followed, and its target replaced. The new file has the permissions of
-/// the one it replaces, or else those that the user's files get. What earlier writes left in the directory
-/// when their process was killed is removed.
+/// Atomically writes `text` to the file at `path`: to a temporary file in the same directory, flushed and
+/// renamed over it. Follows a symbolic link and replaces its target. The new file keeps the permissions of
+/// the one it replaces, or gets the user's default. Also removes temporary files that killed processes left
+/// in the directory.
 ///
-/// False, with the file as it was, when `text` has no UTF-8 form, when the name is taken by something that is
-/// no regular file, and when a step fails. Any thread.
+/// False, leaving the file unchanged, if `text` is not UTF-8, if the name belongs to something other than a
+/// regular file, or if a step fails. Any thread.
 bool writeTextFile(FileManager& fileManager, const std::string& path, std::string_view text);
 
 }  // namespace quendo

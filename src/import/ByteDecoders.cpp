@@ -9,7 +9,7 @@
 namespace quendo {
 namespace {
 
-/// The scalars of the bytes from 80 on; 0 where none is defined.
+/// Scalars of the bytes from 80 up; 0 if undefined.
 using UpperHalf = std::array<std::uint16_t, 128>;
 using CodePage = std::array<Utf8Bytes, 256>;
 
@@ -80,7 +80,7 @@ std::optional<std::string> decodeWith(const CodePage& page, std::string_view byt
   });
 }
 
-/// Looked for before anything is decoded, because that costs a fraction of decoding in vain.
+/// Checked before decoding, because it costs a fraction of a wasted decode.
 bool isDefinedInWindows1252(std::string_view bytes) {
   constexpr std::string_view undefined = "\x81\x8D\x8F\x90\x9D";
   using Vector [[gnu::vector_size(16)]] = unsigned char;
@@ -94,7 +94,7 @@ bool isDefinedInWindows1252(std::string_view bytes) {
   for (; bytes.size() >= sizeof(Vectors); bytes.remove_prefix(sizeof(Vectors))) {
     Vectors block;
     std::memcpy(block.data(), bytes.data(), sizeof(block));
-    // All five lie between 80 and 9F, where most texts have nothing.
+    // All five are between 80 and 9F, a range most texts do not use.
     auto near = (block[0] & 0xE0) == 0x80;
     for (const Vector part : block) near |= (part & 0xE0) == 0x80;
     if (isAnySet(near) && bytes.substr(0, sizeof(block)).find_first_of(undefined) != std::string_view::npos) {

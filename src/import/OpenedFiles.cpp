@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t kShownFailures = 6;
 
-// These texts are shown in Portuguese whatever the interface language.
+// Shown in Portuguese, whatever the interface language.
 constexpr std::string_view kOverBatchLimit = ": o conjunto selecionado ultrapassa 60 MB";
 constexpr std::string_view kPageFailed =
     "A interface não conseguiu criar as abas. Os arquivos continuam aguardando no Quendo.";
@@ -35,7 +35,7 @@ std::string suffixFor(const QuendoFileImportError& error) {
   return ": não foi possível ler o arquivo";
 }
 
-/// The URL with "." and ".." resolved in its path; an address that is no file's stays as it is.
+/// The URL with "." and ".." resolved in its path; URLs other than file URLs are returned unchanged.
 std::string standardizedUrl(const std::string& url) {
   const auto path = filePathOfUrl(url);
   return path ? fileUrlOfPath(standardizedPath(*path)) : url;
@@ -51,7 +51,7 @@ std::vector<std::string> withoutRepetitions(const std::vector<std::string>& urls
   return unique;
 }
 
-/// The last component of the URL's path as it stands, made UTF-8 where it is not.
+/// The last component of the URL's path, with invalid UTF-8 repaired.
 std::string displayName(const std::string& url) {
   const std::string path = filePathOfUrl(url).value_or(pathOfUrl(url));
   const std::string_view name = lastPathComponent(path);
@@ -62,7 +62,7 @@ std::string displayName(const std::string& url) {
 
 bool OpenedFiles::enqueueOpenedFiles(const std::vector<std::string>& urls) {
   const std::size_t queued = readIntoQueue(withoutRepetitions(urls));
-  // The window comes to the front even when nothing was queued, so that the user sees why.
+  // Raise the window even if nothing was queued, to let the user see why.
   if (surface_.window) surface_.window->makeKeyAndOrderFront();
   application_.activateIgnoringOtherApps(true);
   if (state_.webReady && !state_.terminationPending) deliverPendingFileImports();
@@ -80,7 +80,7 @@ std::size_t OpenedFiles::readIntoQueue(const std::vector<std::string>& urls) {
       continue;
     }
     auto& file = std::get<QuendoImportedTextFile>(outcome);
-    // A refused file does not count, so that a smaller one behind it can still fit.
+    // A rejected file does not count: a smaller one after it may still fit.
     if (total + file.byteCount > QuendoTextFileReader::maximumBatchBytes) {
       pendingFileOpenFailures_.push_back(file.name + std::string(kOverBatchLimit));
       continue;
@@ -110,7 +110,7 @@ void OpenedFiles::deliverPendingFileImports() {
       }));
 }
 
-// There is no timed retry: files that the page could not take wait for the next trigger.
+// No timed retry: files the page could not accept wait for the next trigger.
 void OpenedFiles::deliveryDidFinish(Files files, bool success) {
   nativeImportDeliveryInFlight_ = false;
   if (success) {

@@ -16,9 +16,9 @@
 
 namespace quendo {
 
-/// Files that the desktop handed over: read at once, kept until the page can take them, and handed to it
-/// in one call that opens them as tabs. A file that was read is never dropped: it waits for a page that
-/// is not ready, is being reloaded, or could not take it. Main thread.
+/// Files the desktop asked the host to open: read at once, queued, and delivered to the page in one call that
+/// opens them as tabs. A file that was read is never dropped: it stays queued while the page is not ready, is
+/// reloading or could not accept it. Main thread.
 class OpenedFiles {
  public:
   OpenedFiles(const HostState& state, const Localization& localization, const Surface& surface,
@@ -30,9 +30,9 @@ class OpenedFiles {
         pageCalls_(pageCalls),
         application_(application) {}
 
-  /// Reads each file once and queues what could be read. True when at least one file was queued.
+  /// Reads each file once and queues those that could be read. True if at least one was queued.
   bool enqueueOpenedFiles(const std::vector<std::string>& urls);
-  /// Hands the queue to the page if the page can take it now.
+  /// Delivers the queue if the page can accept it now.
   void deliverPendingFileImports();
 
  private:

@@ -4,17 +4,17 @@
 
 namespace quendo {
 
-/// Why a file was not imported. It has no text of its own: who shows it words it.
+/// Why a file was not imported. It has no message of its own; callers word it.
 struct QuendoFileImportError {
   enum class Case {
-    tooLarge,    ///< The size that is recorded, or that was read, is above `limit`.
-    notAFile,    ///< No file's location; a directory, pipe or device; or of a kind that cannot be told.
-    unreadable,  ///< Nothing can be learned of the file, or its bytes cannot be read.
-    binary,      ///< No decoding gives acceptable text.
+    tooLarge,    ///< The reported size, or the number of bytes read, exceeds `limit`.
+    notAFile,    ///< Not a file URL; a directory, pipe or device; or of unknown type.
+    unreadable,  ///< Its metadata or its bytes cannot be read.
+    binary,      ///< No encoding yields acceptable text.
   };
 
   Case kind;
-  std::int64_t limit = 0;  ///< In bytes; of `tooLarge` alone.
+  std::int64_t limit = 0;  ///< In bytes; only for `tooLarge`.
 
   static QuendoFileImportError tooLarge(std::int64_t limit) { return {Case::tooLarge, limit}; }
   static QuendoFileImportError notAFile() { return {Case::notAFile}; }

@@ -7,7 +7,7 @@
 
 namespace quendo {
 
-/// A text file that was read and decoded.
+/// A decoded text file.
 struct QuendoImportedTextFile {
   std::string name;            ///< The cleaned file name with its extension, in UTF-8.
   std::string content;         ///< The whole text in UTF-8, without a leading byte order mark.
@@ -16,7 +16,7 @@ struct QuendoImportedTextFile {
 
   bool operator==(const QuendoImportedTextFile&) const = default;
 
-  /// What the page is handed: a dictionary of the four fields under their names. Copies the content.
+  /// The dictionary passed to the page: the four fields under their own names. Copies the content.
   Value javascriptPayload() const {
     return Value::Dictionary{
         {"name", name}, {"content", content}, {"format", format}, {"byteCount", Value::integer(byteCount)}};

@@ -16,10 +16,10 @@ namespace quendo::QuendoTextFileReader {
 namespace {
 
 constexpr std::size_t kMaximumNameCharacters = 240;
-/// Stands for a name that is none. The same in every language of the interface.
+/// Replaces an empty name. The same in every interface language.
 constexpr std::string_view kUnnamed = "Arquivo sem nome";
 
-/// Gives back, at its end, what the sandbox granted at its beginning.
+/// Requests sandbox access in its constructor and releases it in its destructor.
 class SecurityScope {
  public:
   SecurityScope(DocumentFiles& files, const std::string& url)
@@ -36,7 +36,7 @@ class SecurityScope {
   const bool granted_;
 };
 
-/// By Unicode's rules, so that the Kelvin sign is a letter k here as it is on every other system.
+/// Unicode lower case: the Kelvin sign becomes k, as on every other system.
 std::string lowercased(std::string_view text) {
   const icu::StringPiece bytes(text.data(), static_cast<std::int32_t>(text.size()));
   std::string result;
@@ -60,7 +60,7 @@ std::variant<std::string, QuendoFileImportError> readBytes(const DocumentFiles& 
   }
   auto bytes = files.contents(path, maximumFileBytes);
   if (!bytes) return QuendoFileImportError::unreadable();
-  // The file may have grown since it was asked about.
+  // The file may have grown since its size was read.
   if (std::cmp_greater(bytes->size(), maximumFileBytes)) {
     return QuendoFileImportError::tooLarge(maximumFileBytes);
   }

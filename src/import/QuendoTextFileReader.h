@@ -13,40 +13,40 @@
 
 namespace quendo::QuendoTextFileReader {
 
-/// 20 MB, not 20 MiB: the largest single file that is accepted.
+/// 20 MB, not 20 MiB: the largest file accepted.
 constexpr std::int64_t maximumFileBytes = 20'000'000;
-/// 60 MB: the most that may wait in the queue of opened files at once, as the sum of their `byteCount`.
+/// 60 MB: limit of the queue of opened files, as the sum of their `byteCount`.
 constexpr std::int64_t maximumBatchBytes = 60'000'000;
 
-/// The extensions, in lower case, of files whose format is "markdown".
+/// Extensions, in lower case, of files whose format is "markdown".
 constexpr std::array<std::string_view, 5> markdownExtensions = {"md", "markdown", "mdown", "mkd", "mkdn"};
 
 using Result = std::variant<QuendoImportedTextFile, QuendoFileImportError>;
 
-/// Reads the file at `url`, a file URL whose path may be any bytes. Synchronous, main thread. Access that a
-/// sandbox granted is given back on every way out.
+/// Reads the file at `url`, a file URL whose path may hold arbitrary bytes. Synchronous, main thread. Sandbox
+/// access is released on every path.
 Result read(DocumentFiles& files, const std::string& url);
 
-/// The text that `data` holds, in UTF-8 and without a leading byte order mark; absent when the data is
-/// binary. Tells the encoding by its mark, else by what decodes to acceptable text: UTF-8, UTF-16,
-/// Windows-1252, Latin-1, Mac OS Roman. UTF-8 is checked in one pass and handed on in the memory that it
-/// came in. Any thread.
+/// Decodes `data` to UTF-8 without a leading byte order mark; `nullopt` if it is binary. The encoding is
+/// taken from the mark, otherwise it is the first that decodes to acceptable text: UTF-8, UTF-16,
+/// Windows-1252, Latin-1, Mac OS Roman. UTF-8 is checked in one pass and returned in the same buffer. Any
+/// thread.
 std::optional<std::string> decodeText(std::string data);
 
-// The steps of the above, public for the tests and for those who word what could not be read.
+// The steps above, public for the tests and for callers that word the errors.
 
-/// Whether a UTF-8 text has no NUL and at most one control character in a hundred, by its first 16384
-/// scalars. Tabs, line feeds, form feeds and carriage returns are no controls here, nor are those from
-/// U+007F on.
+/// Whether the first 16384 scalars of a UTF-8 text have no NUL and at most one control character in a
+/// hundred. Tabs, line feeds, form feeds, carriage returns and anything from U+007F on do not count as
+/// control characters.
 bool isLikelyText(std::string_view text);
 
-/// The same test of the first 16384 bytes of data whose encoding is not known.
+/// The same test on the first 16384 bytes of data in an unknown encoding.
 bool bytesLookTextual(std::string_view data);
 
 std::string removingByteOrderMark(std::string text);
 
-/// The name that the user is shown: without white space at its ends, of 240 user-perceived characters at
-/// most, and never empty. The result is UTF-8 also where `name` is not: U+FFFD stands for wrong bytes.
+/// The name shown to the user: trimmed, at most 240 user-perceived characters, never empty. Always UTF-8:
+/// invalid bytes in `name` become U+FFFD.
 std::string cleanFilename(std::string_view name);
 
 }  // namespace quendo::QuendoTextFileReader

@@ -1,4 +1,4 @@
-// How the reader tells which encoding a text is in.
+// Encoding detection of the reader.
 
 #include <algorithm>
 #include <array>
@@ -18,7 +18,7 @@ using Decoded = std::optional<std::string>;
 
 constexpr std::size_t kGuessBytes = 4096;
 constexpr std::size_t kSampleLength = 16'384;
-/// One control character is forgiven among so many characters.
+/// One control character is allowed per this many characters.
 constexpr std::size_t kCharactersPerControl = 100;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -29,13 +29,13 @@ struct WideMark {
   std::endian order;
 };
 
-/// UTF-32 before UTF-16, one of whose marks begins one of UTF-32's.
+/// UTF-32 before UTF-16, because a UTF-16 mark is a prefix of a UTF-32 one.
 constexpr std::array kWideMarks = {WideMark{"\xFF\xFE\x00\x00"sv, decodeUtf32, std::endian::little},
                                    WideMark{"\x00\x00\xFE\xFF"sv, decodeUtf32, std::endian::big},
                                    WideMark{"\xFF\xFE"sv, decodeUtf16, std::endian::little},
                                    WideMark{"\xFE\xFF"sv, decodeUtf16, std::endian::big}};
 
-/// What files that hold no text begin with: images, documents, archives and programs.
+/// Signatures of binary files: images, documents, archives and programs.
 constexpr std::array kBinarySignatures = {"\x89PNG"sv,
                                           "\xFF\xD8\xFF"sv,
                                           "GIF8"sv,
@@ -57,7 +57,7 @@ bool isContinuation(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-/// Judges the first `kSampleLength` bytes for which `counts` holds.
+/// Tests the first `kSampleLength` bytes that satisfy `counts`.
 template <typename Counts>
 bool hasFewControls(std::string_view bytes, Counts counts) {
   std::size_t total = 0;
@@ -76,8 +76,8 @@ bool isAcceptable(const Decoded& text) {
   return text && isLikelyText(*text);
 }
 
-/// The byte order of UTF-16 without a mark, by where the zeros of its ASCII characters lie; absent when
-/// they lie nowhere in particular.
+/// Guesses the byte order of UTF-16 without a mark from the positions of the zero bytes of ASCII characters;
+/// `nullopt` if they show no pattern.
 std::optional<std::endian> guessUtf16Order(std::string_view data) {
   const std::string_view sample = data.substr(0, kGuessBytes);
   if (sample.size() < 4 || sample.size() % 2 != 0) return std::nullopt;
@@ -96,7 +96,7 @@ std::optional<std::endian> guessUtf16Order(std::string_view data) {
 Decoded decodeMarkedWide(std::string_view data) {
   for (const WideMark& mark : kWideMarks) {
     if (!data.starts_with(mark.bytes)) continue;
-    // The mark is counted as a character when the text is judged, and goes only then.
+    // The mark counts as a character in the test and is removed only afterwards.
     Decoded text = mark.decode(data, mark.order);
     if (isAcceptable(text)) return removingByteOrderMark(std::move(*text));
   }
@@ -141,8 +141,8 @@ std::string removingByteOrderMark(std::string text) {
 Decoded decodeText(std::string data) {
   if (Decoded text = decodeMarkedWide(data)) return text;
   if (hasBinarySignature(data)) return std::nullopt;
-  // A mark neither makes UTF-8 of what is none nor takes it away, and as one character more it can only help
-  // a text to be acceptable: so one look decides for the text with its mark and for the one without.
+  // A mark does not affect validity, and as one more character it can only make the text more acceptable: one
+  // check covers the text with its mark and without.
   if (isValidUtf8(data) && isLikelyText(data)) return removingByteOrderMark(std::move(data));
   if (Decoded text = decodeUnmarkedUtf16(data)) return text;
   if (!bytesLookTextual(data)) return std::nullopt;

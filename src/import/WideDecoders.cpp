@@ -23,7 +23,7 @@ constexpr std::uint32_t swapped(std::uint32_t unit) {
   return unit << 24U | (unit << 8U & 0xFF0000U) | (unit >> 8U & 0xFF00U) | unit >> 24U;
 }
 
-/// Units of a text one after the other, read from bytes that need not be aligned.
+/// Consecutive units of a text, read from bytes that may be unaligned.
 template <typename Unit, std::endian Order>
 class Units {
  public:
@@ -68,8 +68,8 @@ constexpr bool isScalar(std::uint32_t unit) {
   return unit <= kLastScalar && !isSurrogate(unit);
 }
 
-/// The scalars of one and two bytes, which is all that most alphabets have. Looking one up takes half the
-/// time of putting it together.
+/// The one- and two-byte scalars, enough for most alphabets. A table lookup takes half the time of assembling
+/// the bytes.
 constexpr auto kShortestUtf8Bytes = [] {
   std::array<Utf8Bytes, kFirstOfThreeBytes> table{};
   for (std::uint32_t scalar = 0; scalar < table.size(); ++scalar) table[scalar] = shortUtf8Bytes(scalar);
@@ -90,7 +90,7 @@ bool hasSurrogate(const Block& block) {
   return found;
 }
 
-/// Writes a block whose units are scalars below U+10000; `bits` are all that are set in any of them.
+/// Writes a block of scalars below U+10000; `bits` is the OR of all its units.
 template <typename Block>
 char* putShortBlock(const Block& block, std::uint32_t bits, char* out) {
   if (bits < kFirstBeyondAscii) return putAscii<kBlockSize>(out, block.data());
@@ -102,7 +102,7 @@ char* putShortBlock(const Block& block, std::uint32_t bits, char* out) {
   return out;
 }
 
-/// Writes `count` units, or one more where the last of them begins a pair.
+/// Writes `count` units, or one more if the last one starts a surrogate pair.
 template <typename Source>
 char* putUnits(Source& units, std::size_t count, char* out) {
   for (; count > 0 && units.left() > 0; --count) {

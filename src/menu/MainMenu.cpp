@@ -61,7 +61,7 @@ std::shared_ptr<const Menu> makeMenu(const MenuSection& section, const Localizat
 MainMenu makeMainMenu(const Localization& localization) {
   Menu bar;
   bar.title = "Main Menu";
-  // The items of the bar have no titles of their own: the platform shows those of their submenus.
+  // Items of the menu bar have no titles of their own: the platform shows their submenus' titles.
   for (const MenuSection& section : menuSections()) {
     bar.items.emplace_back().submenu = makeMenu(section, localization);
   }

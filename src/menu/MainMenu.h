@@ -7,7 +7,7 @@
 
 namespace quendo {
 
-/// The whole menu bar in the current language, and its submenu that is the windows menu.
+/// The menu bar in the current language, and which of its submenus is the windows menu.
 struct MainMenu {
   std::shared_ptr<const Menu> menu;
   std::shared_ptr<const Menu> windowsMenu;

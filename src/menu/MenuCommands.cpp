@@ -31,13 +31,13 @@ void MenuCommands::performMenuItem(const MenuItem& item) {
   }
 }
 
-// The code is copied first: storing it rebuilds the menu, and the sender may go with the old one.
+// Copies the code first: storing it rebuilds the menu, which may destroy the sender.
 void MenuCommands::changeLanguage(const MenuItem& sender) {
   const std::string code = sender.representedObject;
   if (storeLanguage(code)) pageCalls_.setLanguage(code);
 }
 
-// The page is not called back: it started the change itself.
+// The page is not notified: it made the change itself.
 void MenuCommands::changeLanguageFromPage(const Value& body) {
   if (const std::string* code = body.string()) storeLanguage(*code);
 }

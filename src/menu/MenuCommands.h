@@ -18,7 +18,7 @@ namespace quendo {
 /// Builds the main menu, validates its items and performs them. Main thread.
 class MenuCommands final : public MenuDelegate, public LanguageHandler {
  public:
-  /// checkForUpdates: the one command of the menu that another subsystem performs.
+  /// checkForUpdates: the one menu command that another subsystem performs.
   MenuCommands(Application& application, const HostState& state, PageCalls& pageCalls,
                const Localization& localization, UserDefaults& defaults,
                std::function<void()> checkForUpdates)
@@ -30,7 +30,7 @@ class MenuCommands final : public MenuDelegate, public LanguageHandler {
         checkForUpdates_(std::move(checkForUpdates)),
         whatsAppCopy_(state, localization, pageCalls, application) {}
 
-  /// Builds the whole menu bar in the current language and puts it in the place of the one before.
+  /// Builds the menu bar in the current language and replaces the previous one.
   void buildMainMenu();
 
   bool validateMenuItem(const MenuItem& item) const override;

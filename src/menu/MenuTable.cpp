@@ -16,7 +16,7 @@ constexpr MenuRow page(std::string_view title, std::string_view action, std::str
   return {title, action, key, modifiers, script};
 }
 
-/// A command that the host performs without a script of its own.
+/// A command the host performs without a script.
 constexpr MenuRow native(std::string_view title, std::string_view action, std::string_view key = {},
                          std::uint32_t modifiers = kCommand) {
   return {title, action, key, modifiers, {}};
@@ -34,7 +34,7 @@ using enum PlatformAction;
 constexpr std::array kApplicationMenu = {
     platform("Sobre o Quendo", "orderFrontStandardAboutPanel", orderFrontStandardAboutPanel),
     native("Verificar atualizações…", "checkForUpdates"),
-    native("Idioma", ""),  // Carries the languages.
+    native("Idioma", ""),  // Holds the language submenu.
     kSeparator,
     platform("Ocultar Quendo", "hide", hide, "h"),
     platform("Ocultar Outros", "hideOtherApplications", hideOtherApplications, "h", kCommandOption),
@@ -72,7 +72,7 @@ constexpr std::array kShortcutsMenu = {
     page("Como usar edição avançada…", "showShortcutGuide", "window.quendoOpenShortcutGuide?.()"),
 };
 
-// Command+W closes the page's tab and Command+Shift+W the window: tabs are closed far more often.
+// Command+W closes the page's tab and Command+Shift+W the window, because tabs are closed far more often.
 constexpr std::array kWindowMenu = {
     page("Aba anterior", "previousTab", "window.quendoSwitchOpenTab?.(-1)", "[", kCommandShift),
     page("Próxima aba", "nextTab", "window.quendoSwitchOpenTab?.(1)", "]", kCommandShift),
@@ -87,7 +87,7 @@ constexpr std::array kWindowMenu = {
          kCommandOptionShift),
     kSeparator,
     platform("Minimizar", "performMiniaturize", performMiniaturize, "m"),
-    platform("Zoom", "performZoom", performZoom),  // Has no translation: the same word in every language.
+    platform("Zoom", "performZoom", performZoom),  // Not translated: the same word in every language.
     kSeparator,
     platform("Fechar janela", "performClose", performClose, "w", kCommandShift),
 };

@@ -8,20 +8,20 @@
 
 namespace quendo {
 
-/// One item of the menu bar. A new command that the page performs is one row here, one row of the translation
-/// table and one row of the page's own command table.
+/// One menu item. A new command that the page performs takes one row here, one in the translation table and
+/// one in the page's own command table.
 struct MenuRow {
-  std::string_view title;   ///< In Portuguese; the key of its translations. Empty without an item of its own.
+  std::string_view title;   ///< In Portuguese; the translation key. Empty if there is no item.
   std::string_view action;  ///< Its name, unique in the table. Empty for the language submenu.
   std::string_view key;     ///< One lower-case character, or empty.
   std::uint32_t modifiers = kModifierCommand;
-  /// What a page command runs in the page, to the character. Some scripts call page globals without a guard:
-  /// a page that lacks them shows a toast.
+  /// The exact script of a page command. Some scripts call page globals unguarded: a page that lacks them
+  /// shows a toast.
   std::string_view script = {};
   PlatformAction platformAction = PlatformAction::none;
 
   constexpr bool isSeparator() const { return title.empty() && action.empty(); }
-  /// Whether the page must be ready for it.
+  /// Whether the command needs a ready page.
   constexpr bool needsPage() const { return !script.empty() || action == "copyForWhatsApp"; }
 };
 
@@ -31,13 +31,13 @@ struct MenuSection {
   std::span<const MenuRow> rows;
 };
 
-/// The menu bar, in its order. The application menu comes first, the windows menu last.
+/// The menu bar, in order. The application menu comes first, the windows menu last.
 std::span<const MenuSection> menuSections();
 
-/// Commands that exist without an item of their own.
+/// Commands without a menu item.
 std::span<const MenuRow> menuCommandsWithoutItem();
 
-/// The row with that action, also of those without an item; null for an unknown name.
+/// The row with that action, including those without an item; null for an unknown name.
 const MenuRow* findMenuRow(std::string_view action);
 
 }  // namespace quendo

@@ -2,7 +2,7 @@
 
 namespace quendo {
 
-// A call that completes gets no reaction, whatever it returns: the page has told the user itself.
+// A call that completes needs no reaction, whatever it returns: the page has already informed the user.
 void WhatsAppCopy::copyForWhatsApp() {
   if (!state_.webReady || state_.terminationPending || state_.fatalMode) {
     application_.beep();

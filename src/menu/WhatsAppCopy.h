@@ -8,15 +8,15 @@
 
 namespace quendo {
 
-/// The plain-text copy of the current note. The page makes the text and has it put on the clipboard; the
-/// host only asks for it, and says so when the page could not. Main thread.
+/// Copies the current note as plain text. The page produces the text and puts it on the clipboard; the host
+/// only asks, and reports a failure. Main thread.
 class WhatsAppCopy {
  public:
   WhatsAppCopy(const HostState& state, const Localization& localization, PageCalls& pageCalls,
                Application& application)
       : state_(state), localization_(localization), pageCalls_(pageCalls), application_(application) {}
 
-  /// Beeps, and nothing more, while there is no page to ask.
+  /// Only beeps while there is no page to ask.
   void copyForWhatsApp();
 
  private:

@@ -6,14 +6,14 @@
 
 namespace quendo {
 
-/// The installed program and what was installed with it.
+/// The running program and the files installed with it. Main thread. Strings are copies; nothing throws.
 class Bundle {
  public:
   virtual ~Bundle() = default;
-  /// Path of the resource directory, without a trailing slash; absent when it does not exist.
+  /// Path of the resource directory, without a trailing slash; `nullopt` if it does not exist.
   virtual std::optional<std::string> resourcePath() const = 0;
-  /// A text that describes the program: "CFBundleShortVersionString" is its marketing version,
-  /// "CFBundleVersion" its build number. Absent when there is none under that key.
+  /// Program metadata: "CFBundleShortVersionString" is the marketing version, "CFBundleVersion" the build
+  /// number. `nullopt` for an unknown key.
   virtual std::optional<std::string> infoDictionaryString(std::string_view key) const = 0;
 };
 

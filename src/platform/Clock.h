@@ -4,8 +4,7 @@
 
 namespace quendo {
 
-/// The date and time of day. It may jump, forwards and backwards, when the user or the network sets it. Any
-/// thread.
+/// Wall-clock time. It may jump in either direction when the user or NTP sets it. Any thread.
 class Clock {
  public:
   virtual ~Clock() = default;

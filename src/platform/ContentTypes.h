@@ -6,14 +6,14 @@
 
 namespace quendo {
 
-/// The kinds of files that the platform knows, each by the platform's own name for it. Main thread.
+/// File types under the platform's own names (MIME types, uniform type identifiers). Main thread.
 class ContentTypes {
  public:
   virtual ~ContentTypes() = default;
-  /// The type registered for a file name's extension, without its dot; absent when none is.
+  /// The type registered for a file name extension, given without its dot; `nullopt` if there is none.
   virtual std::optional<std::string> typeForExtension(std::string_view extension) const = 0;
   virtual std::string plainText() const = 0;
-  /// The type of any file: generic data.
+  /// The most general type: any data.
   virtual std::string data() const = 0;
 };
 

@@ -11,100 +11,101 @@
 namespace quendo {
 
 struct FileAttributes {
-  /// Size in bytes; absent when the file system does not tell one.
+  /// Size in bytes; `nullopt` if the file system does not report one.
   std::optional<std::int64_t> size;
 };
 
-/// Who may read and write a new file.
+/// Permissions of a new file: the owner alone, or the process's default (umask).
 enum class FileAccess : std::uint8_t { ownerOnly, usual };
 
-/// A file that was newly created and is being written. Closed on destruction, whatever happened; held until
-/// then, see `FileManager::removeAbandonedFile`.
+/// A newly created file, open for writing. The destructor closes it in every case. Until then it is locked,
+/// see `FileManager::removeAbandonedFile`. One thread at a time.
 class WritableFile {
  public:
   virtual ~WritableFile() = default;
-  /// Appends all of `bytes`. False when not every byte was taken.
+  /// Appends all of `bytes`. False if any byte could not be written.
   virtual bool write(std::string_view bytes) = 0;
-  /// Returns true once what was written has reached the storage device.
+  /// Flushes the file to the storage device (fsync). True on success.
   virtual bool synchronize() = 0;
-  /// Closes the file. False when the system reports a late write error.
+  /// Closes the file. False if the system reports a deferred write error.
   virtual bool close() = 0;
 };
 
-/// An exclusive lock on a directory, held until this is destroyed or the process ends, however it ends.
+/// An exclusive lock on a directory. Released by the destructor or when the process ends, including by a
+/// crash.
 class DirectoryLock {
  public:
   virtual ~DirectoryLock() = default;
 };
 
-/// Outcome of locking a directory.
+/// Result of `FileManager::lockDirectory`.
 struct DirectoryLockResult {
-  /// Null when the directory could not be locked.
+  /// Null if the directory could not be locked.
   std::unique_ptr<DirectoryLock> lock;
-  bool heldByAnother = false;  ///< Another process has locked it.
+  bool heldByAnother = false;  ///< Another process holds the lock.
 };
 
-/// The file system. Paths are absolute, in the file system's own encoding. Nothing throws: each failure
-/// is the return value. May be called from any thread; operations on one path are the caller's to order.
+/// The file system. Paths are absolute and in the file system's own encoding. Nothing throws: failures are
+/// return values. Any thread, but callers must serialise operations on the same path.
 class FileManager {
  public:
   virtual ~FileManager() = default;
 
-  /// The user's directory for application data, without a trailing slash; absent when there is none.
+  /// The user's directory for application data, without a trailing slash; `nullopt` if there is none.
   virtual std::optional<std::string> applicationSupportDirectory() const = 0;
-  /// The user's directory for files that can be made again, without a trailing slash; absent when there is
+  /// The user's directory for files that can be recreated, without a trailing slash; `nullopt` if there is
   /// none. It need not exist yet.
   virtual std::optional<std::string> cachesDirectory() const = 0;
 
-  /// Attributes of a regular file, links followed; absent when they cannot be read.
+  /// Attributes of a regular file, following links; `nullopt` if they cannot be read.
   virtual std::optional<FileAttributes> attributesOfItem(const std::string& path) const = 0;
-  /// Whether there is anything, links followed.
+  /// Whether an item exists, following links: false for a dangling link.
   virtual bool fileExists(const std::string& path) const = 0;
-  /// Whether a directory has this name in it, be it that of a link which leads nowhere.
+  /// Whether the name is in use: true for a dangling link too.
   virtual bool isNameTaken(const std::string& path) const = 0;
-  /// When an item last changed: the item itself where it is a link. Absent when that cannot be read.
+  /// Modification time of the item itself, not following links; `nullopt` if it cannot be read.
   virtual std::optional<std::chrono::system_clock::time_point> modificationDate(
       const std::string& path) const = 0;
-  /// The whole file, or its first `limit` + 1 bytes when it is longer than `limit`.
+  /// Reads the whole file, or its first `limit` + 1 bytes if it is longer than `limit`. `nullopt` on failure.
   virtual std::optional<std::string> contents(const std::string& path, std::int64_t limit) const = 0;
-  /// Where `path` leads when symbolic links in its place are followed, whether or not anything is there;
-  /// absent when they lead in a circle.
+  /// `path` with a symbolic link at its end followed to the final target, which need not exist; `nullopt` if
+  /// the links form a cycle.
   virtual std::optional<std::string> resolvedPath(const std::string& path) const = 0;
-  /// Names in a directory, without "." and ".."; empty when it cannot be read.
+  /// Names in a directory, without "." and ".."; empty if it cannot be read.
   virtual std::vector<std::string> directoryEntries(const std::string& path) const = 0;
 
   /// The directory for temporary files, without a trailing slash.
   virtual std::string temporaryDirectory() const = 0;
-  /// Names of directories, not links to some, in a directory that belong to the user who runs the program.
+  /// Names of the subdirectories (not links to directories) owned by the current user.
   virtual std::vector<std::string> ownDirectories(const std::string& path) const = 0;
-  /// Creates one directory, which must not exist, for its owner alone. Missing parents are created as by
-  /// `createDirectory`.
+  /// Creates a directory, which must not exist, with access for its owner alone. Missing parents are created
+  /// as `createDirectory` would. False on failure.
   virtual bool createPrivateDirectory(const std::string& path) = 0;
-  /// Removes a directory and all below it; links in it are removed and not followed.
+  /// Removes a directory recursively; links inside are removed, not followed. False on failure.
   virtual bool removeDirectory(const std::string& path) = 0;
 
-  /// Creates a directory and its missing parents. True when it exists afterwards.
+  /// Creates a directory and its missing parents. True if it exists afterwards.
   virtual bool createDirectory(const std::string& path) = 0;
   virtual bool removeItem(const std::string& path) = 0;
-  /// Removes a regular file, not a link, that belongs to the user who runs the program, has not changed for
-  /// the given time, and is certainly not held by a `WritableFile` of this or another process. True when it
-  /// was removed.
+  /// Removes a regular file (not a link) if the current user owns it, it has not changed for `unchangedFor`,
+  /// and it is certain that no `WritableFile` in this or another process holds it. True if it was removed.
   virtual bool removeAbandonedFile(const std::string& path, std::chrono::seconds unchangedFor) = 0;
-  /// Makes `to`, which must not exist, an exact snapshot of the regular file `from`, in the cheapest way
-  /// that the file system has: a second link, a clone, or a copy.
+  /// Makes `to`, which must not exist, an exact snapshot of the regular file `from` by the cheapest means
+  /// available: a hard link, a clone or a copy. False on failure.
   virtual bool snapshotItem(const std::string& from, const std::string& to) = 0;
 
-  /// Creates a file that must not exist yet: for its owner alone, or with what the user's files get.
+  /// Creates a file, which must not exist yet. Null on failure.
   virtual std::unique_ptr<WritableFile> createFile(const std::string& path, FileAccess access) = 0;
-  /// Gives `to` the permissions of `from`, and its owner and its group, each where the user may. Nobody may
-  /// do more with `to` than with `from` afterwards: permissions for a group that could not be kept are left
-  /// out. On a file system without permissions there is nothing to give. False when it fails.
+  /// Copies permissions, owner and group from `from` to `to`, as far as the user is allowed to. Never widens
+  /// access: if the group cannot be kept, permissions that depend on it are dropped. A no-op on file systems
+  /// without permissions. False on failure.
   virtual bool copyPermissions(const std::string& from, const std::string& to) = 0;
-  /// Puts `from` in the place of `to` in one step; `to` may exist.
+  /// Atomically renames `from` to `to`, replacing `to` if it exists. False on failure.
   virtual bool renameItem(const std::string& from, const std::string& to) = 0;
-  /// Locks a directory against all processes that lock it this way, those of other sessions too. Never waits.
+  /// Locks a directory against all processes that use this call, including those of other login sessions.
+  /// Never waits.
   virtual DirectoryLockResult lockDirectory(const std::string& path) = 0;
-  /// Returns true once the names in a directory have reached the storage device.
+  /// Flushes the directory's entries to the storage device (fsync). True on success.
   virtual bool synchronizeDirectory(const std::string& path) = 0;
 };
 

@@ -13,18 +13,18 @@ namespace quendo {
 /// One GET request.
 struct HttpRequest {
   std::string url;
-  /// Sent as they are, beside those that the protocol itself needs.
+  /// Sent verbatim in addition to the headers the protocol requires.
   std::vector<std::pair<std::string, std::string>> headers;
-  /// Neither what is kept here nor what a server on the way keeps may answer.
+  /// Bypasses local and intermediate caches.
   bool ignoresCachedData = false;
-  /// For the whole exchange: names, connections, redirects, and the last byte of the body.
+  /// For the whole exchange: name resolution, connection, redirects, and the body to its last byte.
   std::chrono::milliseconds timeout{};
-  /// Reading the body stops here, whatever length the server announces. What was read is the body then.
+  /// Reading stops here, regardless of Content-Length; the response then has the truncated body.
   std::size_t maximumBodyBytes = 0;
-  /// Asked before each redirect, with its absolute address; any thread. Where it refuses, or is empty, the
+  /// Called before each redirect with its absolute URL, on any thread. If it returns false, or is null, the
   /// redirect itself is the response.
   std::function<bool(const std::string& url)> allowsRedirectTo;
-  /// How many redirects are followed. One more that is allowed ends the exchange without a response.
+  /// Redirects to follow. If another one is allowed after that, the exchange fails.
   int maximumRedirects = 0;
 };
 
@@ -33,17 +33,17 @@ struct HttpResponse {
   std::string body;
 };
 
-/// Fetches what a server has, over a connection that shows its certificate where the address asks for one.
-/// It keeps nothing from one exchange to the next and tells nothing of the user: no cookies, no cached
-/// answers, no passwords.
+/// HTTP client; https connections verify the server's certificate. Stateless and anonymous: no cookies, no
+/// cache, no credentials.
 class HttpSession {
  public:
-  /// Nothing when there was no whole response: no connection, a certificate that is not trusted, a
-  /// connection that broke off, too many redirects, the time-out.
+  /// `nullopt` if there is no complete response: connection failure, untrusted certificate, connection lost,
+  /// too many redirects, time-out.
   using Completion = std::function<void(std::optional<HttpResponse>)>;
 
   virtual ~HttpSession() = default;
-  /// Main thread. `completion` is called once, later, on any thread; never when the session ends first.
+  /// Starts an exchange. Main thread. `completion` is called once, never before this returns, on any thread;
+  /// not at all if the session is destroyed first.
   virtual void dataTask(HttpRequest request, Completion completion) = 0;
 };
 

@@ -5,8 +5,8 @@
 
 namespace quendo {
 
-/// Lets an object hand out callbacks that do nothing once it is gone. Held as the last member, so that
-/// it ends first. Main thread: the object must end on the thread that runs its callbacks.
+/// Lets an object create callbacks that become no-ops once it is destroyed. Make it the last member: it must
+/// be destroyed first. Main thread: the object must be destroyed on the thread that runs its callbacks.
 class Lifetime {
  public:
   template <typename Function>

@@ -6,13 +6,13 @@
 
 namespace quendo {
 
-/// The user's locale, as the system has it now.
+/// The user's current locale. Any thread. Strings are copies; nothing throws.
 class Locale {
  public:
   virtual ~Locale() = default;
-  /// The language part alone ("en" for an English locale of any region); absent when there is none.
+  /// The language alone ("en" for any English locale); `nullopt` if there is none.
   virtual std::optional<std::string> languageCode() const = 0;
-  /// Names of the languages that the user reads, most wanted first, each once: with the country where one is
+  /// The languages the user reads, in order of preference, without duplicates: with the country if one is
   /// given, and without it ("pt_BR", "pt", "en").
   virtual std::vector<std::string> preferredLanguages() const = 0;
 };

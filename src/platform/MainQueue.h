@@ -6,19 +6,19 @@
 
 namespace quendo {
 
-/// A task that was scheduled for later. Destroying it does not cancel it.
+/// A scheduled task. Destroying this handle does not cancel it.
 class DelayedTask {
  public:
   virtual ~DelayedTask() = default;
-  /// Main thread. The task will not run any more; cancelling one that has run does nothing.
+  /// Main thread. Prevents the task from running; a no-op if it has already run.
   virtual void cancel() = 0;
 };
 
-/// The queue of the main thread.
+/// The main thread's event queue.
 class MainQueue {
  public:
   virtual ~MainQueue() = default;
-  /// Any thread. Runs `task` on the main thread, after all that was posted before it.
+  /// Any thread. Runs `task` on the main thread, after everything posted earlier.
   virtual void async(std::function<void()> task) = 0;
   /// Main thread. Runs `task` on the main thread once `delay` has passed, unless it is cancelled first.
   virtual std::shared_ptr<DelayedTask> asyncAfter(std::chrono::milliseconds delay,

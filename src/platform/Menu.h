@@ -8,7 +8,7 @@
 
 namespace quendo {
 
-/// What the platform performs itself: its application, its window or the focused view.
+/// Actions that the platform itself performs on its application, its window or the focused view.
 enum class PlatformAction : std::uint8_t {
   none,
   orderFrontStandardAboutPanel,
@@ -26,19 +26,19 @@ enum class PlatformAction : std::uint8_t {
   performClose,
 };
 
-/// Whether an action edits text. The web view handles the keys of these itself; the menu only shows them.
+/// Whether an action edits text. The web view handles their keys itself; the menu only displays them.
 constexpr bool isEditing(PlatformAction action) {
   return action >= PlatformAction::undo && action <= PlatformAction::selectAll;
 }
 
-/// Modifier masks of key equivalents. A back-end shows each as its own platform's key.
+/// Modifier masks of key equivalents. Each back-end maps them to its platform's keys.
 inline constexpr std::uint32_t kModifierShift = 0x20000;
 inline constexpr std::uint32_t kModifierOption = 0x80000;
 inline constexpr std::uint32_t kModifierCommand = 0x100000;
 
 /// Who performs an item's action.
 enum class MenuTarget : std::uint8_t {
-  responderChain,  ///< The platform: whatever has the focus, then the window, then the application.
+  responderChain,  ///< The platform: the focused view, then the window, then the application.
   host,            ///< The menu's delegate.
 };
 
@@ -46,13 +46,13 @@ struct Menu;
 
 struct MenuItem {
   std::string title;
-  /// Name of the action ("newNote"), a literal; empty for an item that does nothing but carry a submenu.
+  /// Name of the action ("newNote"), a literal; empty for an item that only holds a submenu.
   std::string_view action;
   PlatformAction platformAction = PlatformAction::none;  ///< For items of the responder chain.
   std::string keyEquivalent;                             ///< One lower-case character, or empty.
   std::uint32_t modifiers = kModifierCommand;
-  std::string representedObject;  ///< The language's code, on language items.
-  bool on = false;                ///< Shown with a tick.
+  std::string representedObject;  ///< Language code, on language items.
+  bool on = false;                ///< Shown with a check mark.
   bool separator = false;
   std::shared_ptr<const Menu> submenu;
 
@@ -67,7 +67,7 @@ struct Menu {
   std::vector<MenuItem> items;
 };
 
-/// Decides about the items whose target is the host. Main thread.
+/// Validates and performs the items whose target is the host. Main thread.
 class MenuDelegate {
  public:
   virtual ~MenuDelegate() = default;

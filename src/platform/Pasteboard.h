@@ -4,12 +4,12 @@
 
 namespace quendo {
 
-/// The desktop's general clipboard. Main thread.
+/// The desktop clipboard. Main thread.
 class Pasteboard {
  public:
   virtual ~Pasteboard() = default;
   virtual void clearContents() = 0;
-  /// Offers `text` to other programs. False when it was not taken, ill-formed text for instance.
+  /// Puts `text` on the clipboard. False if that fails, for instance because the text is ill-formed.
   virtual bool setString(const std::string& text) = 0;
 };
 

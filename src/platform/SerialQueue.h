@@ -4,14 +4,14 @@
 
 namespace quendo {
 
-/// A queue that runs its tasks one at a time, in the order in which they were submitted, off the main
-/// thread. Its destruction waits for the tasks that were submitted before it.
+/// Runs tasks one at a time, in submission order, off the main thread. Tasks must not throw. The destructor
+/// waits for all submitted tasks.
 class SerialQueue {
  public:
   virtual ~SerialQueue() = default;
-  /// Any thread. Submits `task` and returns at once.
+  /// Any thread. Submits `task` and returns immediately.
   virtual void async(std::function<void()> task) = 0;
-  /// Any thread but the queue's own. Submits `task` and returns when it has run.
+  /// Submits `task` and waits until it has run. Any thread but the queue's own, where it would deadlock.
   virtual void sync(const std::function<void()>& task) = 0;
 };
 

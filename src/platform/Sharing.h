@@ -22,7 +22,7 @@ struct SharedItem {
   bool operator==(const SharedItem&) const = default;
 };
 
-/// A program that the desktop can open a file with.
+/// A program that can open the shared file.
 struct SharingProgram {
   std::string name;
   bool isThisProgram = false;
@@ -36,16 +36,16 @@ struct ShareByMail {
   bool operator==(const ShareByMail&) const = default;
 };
 
-/// Opens the file with a program. It has taken the file when it ends without an error, or still runs after
+/// Opens the file with a program. It succeeds if the program exits without an error or is still running after
 /// `trial`.
 struct ShareWithProgram {
-  std::size_t program = 0;  ///< Among those that `SharingOffers::sections` was given.
+  std::size_t program = 0;  ///< Index into the list passed to `SharingOffers::sections`.
   std::string file;
   std::chrono::milliseconds trial{0};
   bool operator==(const ShareWithProgram&) const = default;
 };
 
-/// Offers the file itself on the clipboard, as a file manager does.
+/// Puts the file itself on the clipboard, as a file manager does.
 struct CopySharedFile {
   std::string file;
   bool operator==(const CopySharedFile&) const = default;
@@ -65,29 +65,29 @@ struct SharingOffer {
 
 using SharingSection = std::vector<SharingOffer>;
 
-/// What a picker offers on a platform that has none of its own; where the system has one, the system decides.
+/// The entries of the share picker on platforms without one of their own; otherwise the system provides them.
 /// Main thread.
 class SharingOffers {
  public:
   virtual ~SharingOffers() = default;
-  /// The entries in the order in which they are listed, each inner list a section. `programs`: those that the
-  /// desktop has registered for the type of the shared file, the likeliest first.
+  /// The entries in display order, one inner list per section. `programs`: those registered for the shared
+  /// file's type, most likely first.
   virtual std::vector<SharingSection> sections(const std::vector<SharingProgram>& programs) const = 0;
-  /// Copies a shared file for a program that may read it long after the share has ended. The path of the
-  /// copy, which has the same name; absent when it could not be made.
+  /// Copies a shared file for a program that may read it long after the share has ended. Returns the path of
+  /// the copy, which has the same name; `nullopt` on failure.
   virtual std::optional<std::string> copyForAnotherProgram(const std::string& path) = 0;
 };
 
-/// What a share picker is given.
+/// The contents of a share picker.
 struct SharedItems {
   std::vector<SharedItem> items;
-  /// For a platform without a picker of its own. Never null.
+  /// Used on platforms without a picker of their own. Never null.
   std::shared_ptr<SharingOffers> offersWithoutSystemPicker;
 };
 
 class SharingService;
 
-/// Told how a service ended. Main thread.
+/// Receives a service's outcome. Main thread.
 class SharingServiceDelegate {
  public:
   virtual ~SharingServiceDelegate() = default;
@@ -95,29 +95,31 @@ class SharingServiceDelegate {
   virtual void didFailToShareItems(SharingService& service) = 0;
 };
 
-/// One way of sharing that the user chose. It reports to its delegate once, or never. Main thread.
+/// A chosen way of sharing. It calls its delegate at most once. Main thread.
 class SharingService {
  public:
   virtual ~SharingService() = default;
-  /// The delegate must outlive the service, or be taken back with null.
+  /// The delegate must outlive the service or be reset to null first.
   virtual void setDelegate(SharingServiceDelegate* delegate) = 0;
 };
 
+/// Receives the user's choice. Main thread.
 class SharingServicePickerDelegate {
  public:
   virtual ~SharingServicePickerDelegate() = default;
-  /// Called once; with null when the picker was dismissed. A chosen service begins after this returns.
+  /// Called once, with null if the picker was dismissed. A chosen service starts after this returns.
   virtual void didChooseSharingService(std::shared_ptr<SharingService> service) = 0;
 };
 
 enum class RectEdge : std::uint8_t { minX, minY, maxX, maxY };
 
-/// Lists what the desktop can do with the items. Destroying it takes it from the screen. Main thread.
+/// Lists the ways to share the items. Destroying it closes it. Main thread.
 class SharingServicePicker {
  public:
   virtual ~SharingServicePicker() = default;
+  /// The delegate must outlive the picker or be reset to null first.
   virtual void setDelegate(SharingServicePickerDelegate* delegate) = 0;
-  /// Shows it at `rect` of the web view, in its coordinates, beside that edge where there is room.
+  /// Shows the picker at `rect`, in the web view's coordinates, on `preferredEdge` if there is room.
   virtual void showRelativeTo(const Rect& rect, WebView& webView, RectEdge preferredEdge) = 0;
 };
 

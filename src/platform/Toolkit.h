@@ -11,7 +11,7 @@
 
 namespace quendo {
 
-/// Makes the objects that a window is built of. Main thread.
+/// Creates the window's parts. The caller owns what is returned; nothing is null. Main thread.
 class Toolkit {
  public:
   virtual ~Toolkit() = default;
@@ -20,8 +20,8 @@ class Toolkit {
   virtual std::unique_ptr<Window> makeWindow(const Rect& contentRect, std::uint32_t styleMask) = 0;
   virtual std::unique_ptr<View> makeContainerView(const Rect& frame) = 0;
   virtual std::shared_ptr<SharingServicePicker> makeSharingServicePicker(SharedItems items) = 0;
-  /// Shows an alert modal to the application; `completion` is called once it was dismissed, which may be
-  /// before this returns.
+  /// Shows an application-modal alert. `completion` is called once, on the main thread, when it is dismissed,
+  /// possibly before this returns.
   virtual std::shared_ptr<PresentedAlert> runModal(const Alert& alert,
                                                    std::function<void(AlertResult)> completion) = 0;
 };

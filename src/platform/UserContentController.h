@@ -7,7 +7,7 @@
 
 namespace quendo {
 
-/// One message of the page.
+/// A message from the page.
 struct ScriptMessage {
   std::string name;
   Value body;
@@ -21,17 +21,17 @@ class ScriptMessageHandler {
   virtual void didReceiveScriptMessage(ScriptMessage message) = 0;
 };
 
-/// What is injected into the page, and what the page can call. Main thread.
+/// Scripts injected into the page, and the message handlers it can call. Main thread.
 class UserContentController {
  public:
   virtual ~UserContentController() = default;
-  /// Offers the page a handler under `name`; keeps `handler` alive.
+  /// Exposes `handler` to the page as `name` and keeps it alive.
   virtual void addScriptMessageHandler(std::shared_ptr<ScriptMessageHandler> handler,
                                        const std::string& name) = 0;
-  /// Removes every script that was added with `addUserScript`.
+  /// Removes all scripts added with `addUserScript`.
   virtual void removeAllUserScripts() = 0;
-  /// Runs `source` at the start of every document that the main frame loads from now on, before any
-  /// script of the page, and in no other frame.
+  /// Runs `source` at the start of each document subsequently loaded in the main frame, and in no other
+  /// frame, before any script of the page.
   virtual void addUserScript(const std::string& source) = 0;
 };
 

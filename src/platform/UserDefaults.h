@@ -7,16 +7,16 @@
 
 namespace quendo {
 
-/// Small settings that outlive the process. Safe to read from any thread; written on the main thread. A key
-/// has one value of one type: storing a value takes the place of a value of another type. A failure to write
-/// it to disk leaves the value in force until the process ends.
+/// Small persistent settings. Read from any thread; written on the main thread. A key has one value: storing
+/// it replaces a value of another type. If writing to disk fails, the value still applies until the process
+/// ends.
 class UserDefaults {
  public:
   virtual ~UserDefaults() = default;
-  /// The text stored under `key`; absent when there is none or a value of another type.
+  /// The string stored under `key`; `nullopt` if there is none or it has another type.
   virtual std::optional<std::string> string(std::string_view key) const = 0;
   virtual void setString(std::string_view key, std::string_view value) = 0;
-  /// The date stored under `key`, to the microsecond; absent when there is none or a value of another type.
+  /// The date stored under `key`, to the microsecond; `nullopt` if there is none or it has another type.
   virtual std::optional<std::chrono::system_clock::time_point> date(std::string_view key) const = 0;
   virtual void setDate(std::string_view key, std::chrono::system_clock::time_point value) = 0;
 };

@@ -4,11 +4,11 @@
 
 namespace quendo {
 
-/// Makes random identifiers. Any thread.
+/// Generates random identifiers. Any thread; never fails.
 class UuidSource {
  public:
   virtual ~UuidSource() = default;
-  /// A fresh random UUID in its canonical upper-case text form.
+  /// A new random UUID in canonical form, upper case.
   virtual std::string randomUuid() = 0;
 };
 

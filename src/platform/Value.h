@@ -10,18 +10,18 @@
 
 namespace quendo {
 
-/// A value that crossed, or is to cross, the border between the host and the page's JavaScript.
+/// A value exchanged between the host and the page's JavaScript. Copyable; no thread affinity.
 ///
-/// Text is held as UTF-8. A JavaScript string with a lone surrogate has no UTF-8 form; such a string is
-/// held in the generalised form (WTF-8: the surrogate as three bytes), which every UTF-8 check refuses,
-/// so that it fails where it is encoded instead of being shortened or changed on the way.
+/// Strings are UTF-8. A JavaScript string with a lone surrogate has no UTF-8 form and is held as WTF-8 (the
+/// surrogate as three bytes). Every UTF-8 check rejects that, which makes encoding it fail rather than
+/// silently truncate or alter it.
 class Value {
  public:
-  /// A value from the page of a kind that no message or answer uses: functions, arrays, nested objects.
+  /// A value from the page of a kind that no message or reply uses: functions, arrays, nested objects.
   struct Opaque {
     bool operator==(const Opaque&) const = default;
   };
-  /// Only on the way to the page.
+  /// Only sent to the page, never received.
   using Array = std::vector<Value>;
   using Dictionary = std::map<std::string, Value, std::less<>>;
 
@@ -37,7 +37,7 @@ class Value {
 
   bool isNull() const { return std::holds_alternative<std::monostate>(storage_); }
 
-  /// Pointers to the value in its own type, or null when it has another. A boolean is not a number.
+  /// A pointer to the value, or null if it has another type. A boolean is not a number.
   const bool* boolean() const { return std::get_if<bool>(&storage_); }
   const double* number() const { return std::get_if<double>(&storage_); }
   const std::string* string() const { return std::get_if<std::string>(&storage_); }

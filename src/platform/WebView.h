@@ -14,8 +14,8 @@
 
 namespace quendo {
 
-/// Outcome of a script: its value, or the error's description. A value that cannot be handed over (a
-/// promise, a function, a DOM node) is an error.
+/// Result of a script: its value or an error description. A value that cannot be converted (a promise, a
+/// function, a DOM node) is an error.
 struct EvaluationResult {
   Value value;
   std::optional<std::string> error;
@@ -27,30 +27,30 @@ struct NavigationAction {
   bool linkActivated = false;  ///< The user clicked a link.
 };
 
-/// Decides on navigations and is notified of loads. Main thread.
+/// Decides navigation policy and observes loads. Main thread.
 class NavigationDelegate {
  public:
   virtual ~NavigationDelegate() = default;
-  /// Whether the web view may go there, in any frame.
+  /// Whether the navigation is allowed, in any frame.
   virtual bool decidePolicyForNavigation(const NavigationAction& action) = 0;
   virtual void didFinishNavigation() = 0;
-  /// A document failed to load after it was committed, or before.
+  /// A load failed after the document was committed, or (provisional) before.
   virtual void didFailNavigation(const std::string& localizedDescription) = 0;
   virtual void didFailProvisionalNavigation(const std::string& localizedDescription) = 0;
-  /// The process that runs the page ended.
+  /// The page's process exited or crashed.
   virtual void webContentProcessDidTerminate() = 0;
 };
 
-/// Answers the page's requests for native interface that the table of page requests leaves to the delegate;
-/// the back-end answers the others by that table. Main thread; each completion is called once.
+/// Handles the page requests that the table of page requests leaves to the delegate; the back-end answers the
+/// others by that table. Main thread; each completion must be called once.
 class UiDelegate {
  public:
   virtual ~UiDelegate() = default;
-  /// The page asked for a new window. No second web view is ever made.
+  /// The page asked for a new window. No second web view is ever created.
   virtual void createWebView(const std::optional<std::string>& url) = 0;
   virtual void runTextInputPanel(const std::string& prompt, const std::string& defaultText,
                                  std::function<void(std::optional<std::string>)> completion) = 0;
-  /// Completes with file paths, or with nothing when the user cancelled.
+  /// Completes with file paths, or with `nullopt` if the user cancelled.
   virtual void runOpenPanel(std::function<void(std::optional<std::vector<std::string>>)> completion) = 0;
 };
 
@@ -62,7 +62,7 @@ struct WebViewConfiguration {
   bool javaScriptCanOpenWindowsAutomatically = false;
 };
 
-/// One web view. Main thread.
+/// One web view. Main thread. Destroying it drops the completions of unfinished calls.
 class WebView {
  public:
   virtual ~WebView() = default;
@@ -70,25 +70,25 @@ class WebView {
   virtual void setNavigationDelegate(NavigationDelegate* delegate) = 0;
   virtual void setUiDelegate(UiDelegate* delegate) = 0;
   virtual void setInspectable(bool inspectable) = 0;
-  /// Its own area, from its own origin.
+  /// The view's own area, relative to its own origin.
   virtual Rect bounds() const = 0;
 
-  /// Loads a file of the bundle. Documents and sub-resources outside `readAccessPath` are refused.
+  /// Loads a bundled file. Documents and sub-resources outside `readAccessPath` are refused.
   virtual void loadFile(const std::string& path, const std::string& readAccessPath) = 0;
   /// Runs a script in the main frame, in the page's own world. `completion` may be empty; otherwise it is
-  /// called once, on the main thread, also when the page's process ends before the script.
+  /// called once, on the main thread, even if the page's process exits first.
   virtual void evaluateJavaScript(const std::string& script, EvaluationHandler completion) = 0;
-  /// Calls `then` once the keys pressed before have reached the page: scripts overtake keys that still wait.
-  /// Where more are pressed meanwhile, one that is held for instance, it is called at the page's first answer
-  /// after `limit`.
-  /// A page that answers nothing holds it up; it is never called when the web view ends first.
+  /// Calls `then` once all keys pressed so far have reached the page; scripts can overtake keys that are
+  /// still queued. If more keys keep arriving, for instance from one held down, it is called at the page's
+  /// first reply after `limit`. An unresponsive page delays it; it is never called if the web view is
+  /// destroyed first. Main thread.
   virtual void afterQueuedKeys(std::chrono::milliseconds limit, std::function<void()> then) = 0;
-  /// Runs `body` as an async function, in the same place, with `arguments` as its named parameters; a
-  /// promise that it returns is awaited. `completion` is called once, on the main thread.
+  /// Runs `body` as an async function in the same frame and world, with `arguments` as its named parameters;
+  /// a promise it returns is awaited. `completion` is called once, on the main thread.
   virtual void callAsyncJavaScript(const std::string& body, const Value::Dictionary& arguments,
                                    EvaluationHandler completion) = 0;
-  /// Checks the spelling of what is typed from now on, in the languages of the first of `choices` for which
-  /// there is any dictionary.
+  /// Enables spell checking of subsequently typed text, in the languages of the first of `choices` that has
+  /// any dictionary.
   virtual void checkSpelling(const std::vector<std::vector<std::string>>& choices) = 0;
 };
 

@@ -5,16 +5,16 @@
 
 namespace quendo {
 
-/// The rest of the desktop. Main thread.
+/// Other desktop services. Main thread; nothing throws.
 class Workspace {
  public:
   virtual ~Workspace() = default;
-  /// Hands a URL to the program that the desktop has for it. Failures are the desktop's to report.
+  /// Opens a URL in the desktop's program for it. The desktop reports any failure.
   virtual void openUrl(const std::string& url) = 0;
 
-  /// The path of the folder in which the user keeps documents; absent where the desktop names none.
+  /// The user's documents folder; `nullopt` if the desktop defines none.
   virtual std::optional<std::string> documentsDirectory() const = 0;
-  /// The path of the user's home directory; empty where there is none.
+  /// The user's home directory; empty if there is none.
   virtual std::string homeDirectory() const = 0;
 };
 

@@ -11,8 +11,8 @@
 
 namespace quendo {
 
-/// `Count` bytes of text, 16 or 64, asked about all at once. Each answer is a mask with one bit per byte,
-/// the lowest for the first. This one runs on any processor, eight bytes in a register.
+/// `Count` bytes of text, 16 or 64, tested in parallel. Each result is a mask with one bit per byte, the
+/// lowest for the first. This implementation runs on any processor, eight bytes per register.
 template <std::size_t Count>
 class PortableByteBlock {
  public:
@@ -24,7 +24,7 @@ class PortableByteBlock {
   std::uint64_t equal(char byte) const { return upToAfterFlip(byte, 0); }
   /// Bytes from NUL to `last`, which is ASCII.
   std::uint64_t upTo(char last) const { return upToAfterFlip(0, last); }
-  /// The digits are, but for the bits that they share, the numbers from 0 to 9.
+  /// Digits, apart from their common high bits, are the numbers 0 to 9.
   std::uint64_t digits() const { return upToAfterFlip('0', 9); }
 
  private:
@@ -32,15 +32,15 @@ class PortableByteBlock {
     return 0x0101010101010101U * static_cast<unsigned char>(value);
   }
 
-  /// The bytes that are at most `last` once the bits of `flip` are flipped in them.
+  /// Bytes that are at most `last` after the bits of `flip` are flipped.
   std::uint64_t upToAfterFlip(char flip, char last) const {
     constexpr std::uint64_t highBits = everyByte(0x80);
     std::uint64_t mask = 0;
     for (std::size_t word = 0; word < Count / 8; ++word) {
       const std::uint64_t bytes = words_[word] ^ everyByte(flip);
-      // The addition carries into the high bit of each byte that is greater, and no further.
+      // The addition carries into the high bit of each greater byte, and no further.
       const std::uint64_t greater = ((bytes & ~highBits) + everyByte(0x7f - last)) | bytes;
-      // The multiplication gathers the eight bits that are left in the topmost byte.
+      // The multiplication gathers the eight remaining bits in the top byte.
       const std::uint64_t bits = ((~greater & highBits) >> 7U) * 0x0102040810204080U >> 56U;
       mask |= bits << (8 * word);
     }
@@ -53,7 +53,7 @@ class PortableByteBlock {
 
 #if defined(__SSE2__)
 
-/// The same with instructions that every x86-64 processor has, so that nothing is chosen at run time.
+/// The same with SSE2, which every x86-64 processor has: no run-time dispatch needed.
 template <std::size_t Count>
 class ByteBlock {
  public:

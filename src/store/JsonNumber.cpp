@@ -15,7 +15,7 @@ bool isDigit(char byte) {
 }
 
 const char* skipDigits(const char* cursor, const char* end) {
-  // Sixteen at a time: how many digits a number has cannot be predicted, so a loop over them is slow.
+  // Sixteen at a time: digit counts are unpredictable, so a loop over digits is slow.
   using Block = ByteBlock<16>;
   for (; end - cursor >= Block::size; cursor += Block::size) {
     const int count = std::countr_one(Block(cursor).digits());
@@ -26,12 +26,12 @@ const char* skipDigits(const char* cursor, const char* end) {
 }
 
 /// The end of a run of at least one digit, or null.
-const char* skipSomeDigits(const char* cursor, const char* end) {
+const char* skipOneOrMoreDigits(const char* cursor, const char* end) {
   const char* const stop = skipDigits(cursor, end);
   return stop == cursor ? nullptr : stop;
 }
 
-/// The exponent's value, held within limits that no text can reach with its digits.
+/// The exponent's value, clamped to a limit that no text has enough digits to offset.
 std::int64_t exponentValue(std::string_view exponent) {
   constexpr std::int64_t limit = 100'000'000'000'000'000;
   const bool negative = exponent.starts_with('-');
@@ -48,17 +48,17 @@ const char* skipJsonNumber(const char* cursor, const char* end) {
   if (cursor != end && *cursor == '0') {
     ++cursor;
   } else {
-    cursor = skipSomeDigits(cursor, end);
+    cursor = skipOneOrMoreDigits(cursor, end);
     if (cursor == nullptr) return nullptr;
   }
   if (cursor != end && *cursor == '.') {
-    cursor = skipSomeDigits(cursor + 1, end);
+    cursor = skipOneOrMoreDigits(cursor + 1, end);
     if (cursor == nullptr) return nullptr;
   }
   if (cursor != end && (*cursor == 'e' || *cursor == 'E')) {
     ++cursor;
     if (cursor != end && (*cursor == '+' || *cursor == '-')) ++cursor;
-    cursor = skipSomeDigits(cursor, end);
+    cursor = skipOneOrMoreDigits(cursor, end);
   }
   return cursor;
 }
@@ -75,8 +75,8 @@ std::int64_t integerOfJsonNumber(std::string_view number) {
   const std::size_t first = digits.find_first_not_of("0.");
   if (first == std::string_view::npos) return 0;
 
-  // How many digits stand before the decimal point once the exponent has moved it, counted from the
-  // first that is not zero.
+  // Number of digits before the decimal point after applying the exponent, counted from the first non-zero
+  // digit.
   const std::size_t leadingZeros = first < point ? first : first - 1;
   const std::int64_t integerDigits =
       static_cast<std::int64_t>(point) - static_cast<std::int64_t>(leadingZeros) + exponent;

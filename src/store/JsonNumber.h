@@ -5,11 +5,11 @@
 
 namespace quendo {
 
-/// The end of the JSON number that begins at `cursor`, or null when none does.
+/// The end of the JSON number that starts at `cursor`, or null if none does.
 const char* skipJsonNumber(const char* cursor, const char* end);
 
-/// The integer value of a JSON number of any length: exact, a fraction cut off toward zero, saturated at
-/// the limits of the type. `number` must have the form of a JSON number.
+/// The integer value of a JSON number of any length: exact, truncated toward zero, saturated at the limits of
+/// the type. `number` must be a well-formed JSON number.
 std::int64_t integerOfJsonNumber(std::string_view number);
 
 }  // namespace quendo

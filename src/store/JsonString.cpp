@@ -13,15 +13,15 @@ namespace {
 using Block = ByteBlock<64>;
 constexpr char kLastControl = 0x1f;
 
-/// How far ahead of the block at hand memory is asked for. The processor's own prefetching stops at every
-/// page, which costs this loop, faster than memory as it is, half of its speed.
+/// Prefetch distance in bytes. The hardware prefetcher stops at page boundaries, which halves the speed of
+/// this loop, as it is faster than memory.
 constexpr std::ptrdiff_t kPrefetchDistance = 2048;
 
 bool isHexDigit(char byte) {
   return (byte >= '0' && byte <= '9') || (byte >= 'a' && byte <= 'f') || (byte >= 'A' && byte <= 'F');
 }
 
-/// Whether an escape goes on at `cursor`, behind its backslash.
+/// Whether a valid escape continues at `cursor`, after its backslash.
 bool isEscape(const char* cursor, const char* end) {
   switch (*cursor) {
     case '"':
@@ -40,15 +40,15 @@ bool isEscape(const char* cursor, const char* end) {
   }
 }
 
-/// The bytes that stand behind a backslash which is not itself behind one. `carry` says whether the byte
-/// before the block is such a backslash, and is left saying it of the block's last byte.
+/// The bytes that follow an unescaped backslash. `carry`: on input, whether the byte before the block is an
+/// unescaped backslash; on output, the same for the block's last byte.
 std::uint64_t findEscaped(std::uint64_t backslashes, bool& carry) {
   std::uint64_t escaped = backslashes << 1U | (carry ? 1U : 0U);
   if ((escaped & backslashes) == 0) {
     carry = backslashes >> 63U != 0;
     return escaped;
   }
-  // Of backslashes in a row every second one is escaped and escapes nothing.
+  // In a run of backslashes every second one is escaped and escapes nothing itself.
   escaped = carry ? 1 : 0;
   carry = false;
   std::uint64_t left = backslashes & ~escaped;
@@ -61,9 +61,9 @@ std::uint64_t findEscaped(std::uint64_t backslashes, bool& carry) {
   return escaped;
 }
 
-/// Whether escapes go on at all of the `escaped` bytes of a block.
+/// Whether every one of the block's `escaped` bytes continues a valid escape.
 bool areEscapes(std::uint64_t escaped, const Block& block, const char* cursor, const char* end) {
-  // Nearly all that notes have are taken at once; a loop over them would be mispredicted in most blocks.
+  // The common escapes are removed at once; looping over them would be mispredicted in most blocks.
   escaped &= ~(block.equal('n') | block.equal('"') | block.equal('\\') | block.equal('t'));
   for (; escaped != 0; escaped &= escaped - 1) {
     if (!isEscape(cursor + std::countr_zero(escaped), end)) return false;
@@ -71,7 +71,7 @@ bool areEscapes(std::uint64_t escaped, const Block& block, const char* cursor, c
   return true;
 }
 
-/// The rest of a string, too near to the end of the text for a whole block.
+/// The rest of a string, when less than a block of text is left.
 const char* skipBytewise(const char* cursor, const char* end, bool escaped) {
   for (; cursor != end; ++cursor) {
     if (escaped) {

@@ -2,9 +2,9 @@
 
 namespace quendo {
 
-/// The end of the JSON string whose first character behind the opening quotation mark is at `cursor`, past
-/// the closing one; null when the string is not closed, holds a control character or a wrong escape.
-/// Whether the bytes are UTF-8 is not looked at.
+/// The end, past the closing quotation mark, of the JSON string whose first character after the opening one
+/// is at `cursor`; null if the string is not closed or has a control character or an invalid escape. Does not
+/// check for valid UTF-8.
 const char* skipJsonString(const char* cursor, const char* end);
 
 }  // namespace quendo

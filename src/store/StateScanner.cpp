@@ -12,8 +12,8 @@
 namespace quendo {
 namespace {
 
-/// Which of the open containers are objects: one bit per level, so that a text made of brackets alone
-/// costs an eighth of its own size at most.
+/// Records which open containers are objects: one bit per level, which limits the cost of a text made only of
+/// brackets to an eighth of its size.
 class Nesting {
  public:
   std::size_t depth() const { return depth_; }
@@ -45,7 +45,7 @@ const char* skipWhiteSpace(const char* cursor, const char* end) {
   return cursor;
 }
 
-/// The byte at `cursor`, or NUL at the end: no token begins or goes on with one.
+/// The byte at `cursor`, or NUL at the end: no token contains one.
 char peek(const char* cursor, const char* end) {
   return cursor == end ? '\0' : *cursor;
 }
@@ -61,7 +61,7 @@ unsigned hexValue(char digit) {
   return static_cast<unsigned>((digit | 0x20) - 'a' + 10);
 }
 
-/// Whether the inside of a valid JSON string spells "revision", each letter plain or as a \u escape.
+/// Whether the contents of a valid JSON string spell "revision", each letter plain or as a \u escape.
 bool spellsRevision(std::string_view inside) {
   for (const char letter : std::string_view("revision")) {
     if (inside.starts_with(letter)) {
@@ -77,7 +77,7 @@ bool spellsRevision(std::string_view inside) {
   return inside.empty();
 }
 
-/// Walks one text. The walking operations return where they came to, or null when the text is not JSON.
+/// Scans one text. The scan functions return the new position, or null if the text is not JSON.
 class Scanner {
  public:
   bool scan(const char* cursor, const char* end);
@@ -89,11 +89,11 @@ class Scanner {
   const char* scanToNextValue(const char* cursor, const char* end);
 
   Nesting nesting_;
-  bool atRevision_ = false;  ///< The next value is that of the top level's own "revision".
+  bool atRevision_ = false;  ///< The next value belongs to the top level's own "revision".
   std::int64_t revision_ = 0;
 };
 
-/// A whole text: one value with nothing but white space around it.
+/// A whole text: one value surrounded only by white space.
 bool Scanner::scan(const char* cursor, const char* end) {
   do {
     cursor = skipWhiteSpace(cursor, end);
@@ -115,7 +115,7 @@ bool Scanner::scan(const char* cursor, const char* end) {
   return cursor == end;
 }
 
-/// A member's name and the colon behind it.
+/// A member's name and its colon.
 const char* Scanner::scanMemberName(const char* cursor, const char* end) {
   if (peek(cursor, end) != '"') return nullptr;
   const char* const inside = cursor + 1;
@@ -149,8 +149,7 @@ const char* Scanner::scanScalar(const char* cursor, const char* end) {
   return stop;
 }
 
-/// From behind a value: past the containers that end here, to where the next value begins, or to the end
-/// of the text.
+/// From the end of a value, past the containers that end here, to the next value or the end of the text.
 const char* Scanner::scanToNextValue(const char* cursor, const char* end) {
   for (;;) {
     cursor = skipWhiteSpace(cursor, end);

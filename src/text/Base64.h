@@ -5,7 +5,7 @@
 
 namespace quendo {
 
-/// Appends the standard base64 form of `bytes` (RFC 4648, "=" padding, no line breaks) to `target`.
+/// Appends `bytes` to `target` as standard base64 (RFC 4648, "=" padding, no line breaks).
 void appendBase64(std::string& target, std::string_view bytes);
 
 }  // namespace quendo

@@ -13,11 +13,11 @@ namespace {
 using Text = std::unique_ptr<UText, decltype([](UText* text) { utext_close(text); })>;
 using Breaks = std::unique_ptr<UBreakIterator, decltype([](UBreakIterator* breaks) { ubrk_close(breaks); })>;
 
-/// Walks over the characters of a text. Where ICU finds no data to know them by, it walks over scalars.
+/// Iterates over user-perceived characters, or over scalars if ICU has no break data.
 class CharacterWalk {
  public:
   explicit CharacterWalk(std::string_view text) : text_(text) {
-    // Positions are 32 bits wide in ICU.
+    // ICU positions are 32-bit.
     if (text.size() > std::numeric_limits<std::int32_t>::max()) return;
     UErrorCode status = U_ZERO_ERROR;
     scalars_.reset(utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()), &status));
@@ -54,7 +54,7 @@ class CharacterWalk {
 }  // namespace
 
 std::string_view firstCharacters(std::string_view text, std::size_t count) {
-  // No character is shorter than a byte, which decides most texts without asking ICU.
+  // Every character takes at least a byte, which settles most texts without ICU.
   if (text.size() <= count) return text;
   CharacterWalk walk(text);
   std::size_t length = 0;

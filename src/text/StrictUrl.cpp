@@ -24,7 +24,7 @@ std::string lowered(const UriTextRangeA& range) {
 }  // namespace
 
 std::optional<StrictUrl> parseStrictUrl(std::string_view text) {
-  // The parser takes an end that is no text at all for a mistake of its caller.
+  // The parser rejects a null end pointer as a caller's error.
   if (text.empty()) return std::nullopt;
   UriUriA uri;
   if (uriParseSingleUriExA(&uri, text.data(), text.data() + text.size(), nullptr) != URI_SUCCESS) {

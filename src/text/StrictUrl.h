@@ -6,18 +6,18 @@
 
 namespace quendo {
 
-/// The parts of a URL by which it is judged whether it may be trusted.
+/// The parts of a URL that decide whether it is trusted.
 struct StrictUrl {
   /// In lower case.
   std::string scheme;
-  /// As it is written, in lower case; never percent-decoded, so that no two spellings are one host. An
-  /// address of numbers stands for itself, one of IPv6 without its brackets. Absent when none is named.
+  /// Verbatim but in lower case; never percent-decoded, so a host has only one spelling. Numeric addresses
+  /// are kept, IPv6 ones without brackets. `nullopt` if there is no host.
   std::optional<std::string> host;
 };
 
-/// Reads an absolute URL by the letter of RFC 3986. Nothing is repaired: a text with blanks, backslashes,
-/// controls or letters beyond ASCII gives nothing, because programs differ in what they make of such a text,
-/// and so does one without a scheme. Any thread.
+/// Parses an absolute URL strictly by RFC 3986. Nothing is repaired: text with blanks, backslashes, control
+/// characters or non-ASCII letters is rejected, because programs disagree on its meaning; so is a URL without
+/// a scheme. Any thread.
 std::optional<StrictUrl> parseStrictUrl(std::string_view text);
 
 }  // namespace quendo

@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t kLongestScalar = 4;
 constexpr UChar32 kZeroWidthSpace = 0x200B;
 
-/// How many bytes the white space takes that a text begins with; 0 when it begins with none.
+/// Length in bytes of the white space scalar at the start of `text`; 0 if there is none.
 std::size_t leadingWhiteSpaceLength(std::string_view text) {
   std::int32_t length = 0;
   UChar32 scalar = 0;
@@ -24,7 +24,7 @@ std::size_t leadingWhiteSpaceLength(std::string_view text) {
   return isWhiteSpace ? static_cast<std::size_t>(length) : 0;
 }
 
-/// The same of the end of a text.
+/// The same at the end of `text`.
 std::size_t trailingWhiteSpaceLength(std::string_view text) {
   std::size_t length = 1;
   while (length < std::min(text.size(), kLongestScalar) && U8_IS_TRAIL(text[text.size() - length])) ++length;

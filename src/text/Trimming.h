@@ -4,9 +4,9 @@
 
 namespace quendo {
 
-/// `text` without the white space and line breaks at both ends: every scalar with Unicode's White_Space
-/// property, and the zero width space, which shows nothing either. UTF-8; a byte that is not UTF-8 is no
-/// white space. Any thread.
+/// `text` without leading and trailing white space and line breaks: scalars with Unicode's White_Space
+/// property, and the zero width space, which is just as invisible. UTF-8; an invalid byte is not white space.
+/// Any thread.
 std::string_view trimmed(std::string_view text);
 
 }  // namespace quendo

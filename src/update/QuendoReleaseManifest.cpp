@@ -13,7 +13,7 @@ namespace {
 
 namespace ondemand = simdjson::ondemand;
 
-/// Nothing when the value is no string, or one with half of a surrogate pair, which is no text.
+/// `nullopt` if the value is not a string, or has a lone surrogate.
 std::optional<std::string> stringOf(ondemand::value value) {
   std::string_view text;
   if (value.get_string().get(text) != simdjson::SUCCESS || !isValidUtf8(text)) return std::nullopt;
@@ -23,8 +23,8 @@ std::optional<std::string> stringOf(ondemand::value value) {
 std::optional<std::int64_t> integerOf(ondemand::value value) {
   std::int64_t integer = 0;
   if (value.get_int64().get(integer) == simdjson::SUCCESS) return integer;
-  // Digits alone fit or do not; only what is written with a fraction or an exponent is read as a double. The
-  // first double beyond the range is exactly 2 to the 63rd.
+  // Plain digits fit or fail; only numbers with a fraction or an exponent are parsed as doubles. The first
+  // double out of range is exactly 2^63.
   if (value.raw_json_token().find_first_of(".eE") == std::string_view::npos) return std::nullopt;
   constexpr double kBeyond = 9223372036854775808.0;
   double number = 0;
@@ -33,7 +33,7 @@ std::optional<std::int64_t> integerOf(ondemand::value value) {
   return static_cast<std::int64_t>(number);
 }
 
-/// The members of the document that are looked at. Each is absent when it is missing or of the wrong type.
+/// The members that are used; `nullopt` if missing or of the wrong type.
 struct Members {
   std::optional<std::string> version;
   std::optional<std::int64_t> build;
@@ -57,7 +57,7 @@ void readMember(Members& members, std::string_view key, ondemand::value value) {
   }
 }
 
-/// Reads the members of a document that is known to be strict JSON with an object at its top level.
+/// Reads the members of a document known to be strict JSON with an object at the top level.
 std::optional<Members> readMembers(const simdjson::padded_string& json) {
   ondemand::parser parser;
   ondemand::document document;
@@ -71,7 +71,7 @@ std::optional<Members> readMembers(const simdjson::padded_string& json) {
     ondemand::field field;
     if (std::move(member).get(field) != simdjson::SUCCESS) return std::nullopt;
     std::string_view key;
-    // A key that cannot be decoded holds half of a surrogate pair, so it is none of ours.
+    // A key that cannot be decoded has a lone surrogate, so it is not one of these.
     if (field.unescaped_key().get(key) == simdjson::SUCCESS) readMember(members, key, field.value());
   }
   return members;
@@ -80,11 +80,11 @@ std::optional<Members> readMembers(const simdjson::padded_string& json) {
 }  // namespace
 
 std::optional<QuendoReleaseManifest> decodeReleaseManifest(std::string_view bytes) {
-  // Some editors begin a text file with a mark, which is no part of the document.
+  // Some editors write a byte order mark, which is not part of the document.
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   if (bytes.starts_with(kByteOrderMark)) bytes.remove_prefix(kByteOrderMark.size());
-  // The parser below checks only what it is asked for, which is what lets it pass over a member whose value
-  // it could not represent; that the whole document is JSON is checked first.
+  // The parser below validates only what it reads, which lets it skip a member whose value it could not
+  // represent; so first check that the whole document is JSON.
   if (!scanState(bytes).topLevelObject) return std::nullopt;
   auto members = readMembers(simdjson::padded_string(bytes));
   if (!members || !members->version || !members->build || !members->downloadURL ||

@@ -7,8 +7,8 @@
 
 namespace quendo {
 
-/// What the product's site says about its newest release. Nothing of it has been judged: the version may be
-/// no version, and the address may lead anywhere.
+/// The product site's description of its newest release. Unverified: the version may be malformed, and the
+/// URL may point anywhere.
 struct QuendoReleaseManifest {
   std::string version;
   std::int64_t build = 0;
@@ -19,9 +19,9 @@ struct QuendoReleaseManifest {
 };
 
 /// Decodes a manifest, a strict JSON object in UTF-8: "version" and "download_url" are strings, "build" is a
-/// whole number of 64 bits (42.0 is one), "release_notes" is a string, null or missing. Other keys are
-/// ignored whatever they hold; of a key that is there twice, the last counts. `nullopt` when any of this does
-/// not hold. Any thread.
+/// 64-bit integer (42.0 is one), "release_notes" is a string, null or missing. Other keys are ignored
+/// whatever their value; of duplicate keys, the last wins. `nullopt` if the manifest does not conform. Any
+/// thread.
 std::optional<QuendoReleaseManifest> decodeReleaseManifest(std::string_view bytes);
 
 }  // namespace quendo

@@ -17,9 +17,9 @@
 namespace quendo::QuendoVersion {
 namespace {
 
-constexpr std::size_t kMostParts = 4;
+constexpr std::size_t kMaximumParts = 4;
 
-/// A character is judged by its first scalar, as it is what the marks behind it belong to.
+/// A character's first scalar decides: any marks that follow belong to it.
 bool isNumeric(std::string_view character) {
   constexpr std::size_t kLongestScalar = 4;
   UChar32 scalar = 0;
@@ -33,11 +33,11 @@ bool isDigits(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-/// The number of a piece that is numeric; none when it has more than ASCII digits, or too many of them.
-std::optional<std::int64_t> numberOf(std::string_view piece) {
+/// The number of a numeric part; `nullopt` if it is not ASCII digits or does not fit.
+std::optional<std::int64_t> numberOf(std::string_view part) {
   std::int64_t number = 0;
-  const char* const end = piece.data() + piece.size();
-  const auto [rest, error] = std::from_chars(piece.data(), end, number);
+  const char* const end = part.data() + part.size();
+  const auto [rest, error] = std::from_chars(part.data(), end, number);
   if (error != std::errc() || rest != end) return std::nullopt;
   return number;
 }
@@ -56,15 +56,15 @@ bool hasExtensionDmg(std::string_view url) {
 }  // namespace
 
 std::optional<std::vector<std::int64_t>> numericParts(std::string_view version) {
-  if (static_cast<std::size_t>(std::count(version.begin(), version.end(), '.')) >= kMostParts) {
+  if (static_cast<std::size_t>(std::count(version.begin(), version.end(), '.')) >= kMaximumParts) {
     return std::nullopt;
   }
   std::vector<std::int64_t> parts;
   for (std::size_t start = 0; start <= version.size();) {
     const std::size_t end = std::min(version.find('.', start), version.size());
-    const std::string_view piece = version.substr(start, end - start);
-    if (piece.empty() || !(isDigits(piece) || everyCharacter(piece, isNumeric))) return std::nullopt;
-    if (const auto number = numberOf(piece)) parts.push_back(*number);
+    const std::string_view part = version.substr(start, end - start);
+    if (part.empty() || !(isDigits(part) || everyCharacter(part, isNumeric))) return std::nullopt;
+    if (const auto number = numberOf(part)) parts.push_back(*number);
     start = end + 1;
   }
   return parts;
@@ -74,7 +74,7 @@ bool isNewer(const Comparison& comparison) {
   const auto release = numericParts(comparison.releaseVersion);
   const auto current = numericParts(comparison.currentVersion);
   if (!release || !current) return false;
-  for (std::size_t i = 0; i < kMostParts; ++i) {
+  for (std::size_t i = 0; i < kMaximumParts; ++i) {
     const std::int64_t ours = partAt(*current, i);
     const std::int64_t theirs = partAt(*release, i);
     if (theirs != ours) return theirs > ours;

@@ -20,24 +20,24 @@ using namespace std::chrono_literals;
 
 constexpr std::chrono::milliseconds kFirstCheckDelay = 8s;
 constexpr std::chrono::milliseconds kCheckInterval = 6h;
-constexpr std::chrono::seconds kLeastTimeBetweenAutomaticChecks = 6h;
-constexpr std::chrono::seconds kLeastTimeBetweenOffersOfAVersion = 24h;
+constexpr std::chrono::seconds kMinimumTimeBetweenAutomaticChecks = 6h;
+constexpr std::chrono::seconds kMinimumTimeBetweenOffersOfAVersion = 24h;
 constexpr std::chrono::milliseconds kRequestTimeout = 15s;
-constexpr int kMostRedirects = 10;
-constexpr std::size_t kMostManifestBytes = 100'000;
-constexpr std::size_t kMostNotesCharacters = 1200;
+constexpr int kMaximumRedirects = 10;
+constexpr std::size_t kMaximumManifestBytes = 100'000;
+constexpr std::size_t kMaximumNotesCharacters = 1200;
 
 constexpr std::string_view kLastAutomaticCheckKey = "QuendoLastAutomaticUpdateCheck";
 constexpr std::string_view kLastPromptedVersionKey = "QuendoLastPromptedUpdateVersion";
 constexpr std::string_view kLastPromptDateKey = "QuendoLastUpdatePromptDate";
 
-// Shown in Portuguese whatever the interface language.
+// Shown in Portuguese, whatever the interface language.
 constexpr std::string_view kCheckUnderWay = "A verificação já está em andamento";
 
-/// Whether less than `limit` has passed since a stored date. A date in the future is later than that too.
+/// Whether less than `limit` has passed since a stored date; true for a date in the future.
 bool isWithin(std::optional<std::chrono::system_clock::time_point> date, std::chrono::seconds limit,
               std::chrono::system_clock::time_point now) {
-  // Not a difference of the two, which could be more than the clock can count.
+  // Subtracting the two dates could overflow.
   return date && *date > now - limit;
 }
 
@@ -67,7 +67,7 @@ void UpdateChecks::stop() {
 void UpdateChecks::armUpdateTimer() {
   updateTimer_ = mainQueue_.asyncAfter(kCheckInterval, lifetime_.guard([this] {
     performUpdateCheck(false);
-    // After the check has read the clock, so that the next one does not miss the rate limit by a hair.
+    // After the check has read the clock: the next one must not fall just short of the rate limit.
     armUpdateTimer();
   }));
 }
@@ -83,15 +83,15 @@ void UpdateChecks::performUpdateCheck(bool manual) {
   auto handle = lifetime_.guard([this, manual, now](const std::optional<HttpResponse>& response) {
     handleAnswer(manual, now, response);
   });
-  // The session may complete on any thread. The queue outlives the host; this object may not.
+  // The completion may run on any thread. The queue outlives the host; this object may not.
   httpSession_.dataTask(makeRequest(), [&queue = mainQueue_, handle](std::optional<HttpResponse> response) {
     queue.async([handle, response = std::move(response)]() mutable { handle(response); });
   });
 }
 
-// What is stored stands for a check that was issued, whatever comes of it.
+// The stored date counts as an attempt, whatever its outcome.
 bool UpdateChecks::passesRateLimit(Date now) {
-  if (isWithin(defaults_.date(kLastAutomaticCheckKey), kLeastTimeBetweenAutomaticChecks, now)) return false;
+  if (isWithin(defaults_.date(kLastAutomaticCheckKey), kMinimumTimeBetweenAutomaticChecks, now)) return false;
   defaults_.setDate(kLastAutomaticCheckKey, now);
   return true;
 }
@@ -102,10 +102,10 @@ HttpRequest UpdateChecks::makeRequest() const {
   request.headers = {{"Accept", "application/json"}, {"User-Agent", "Quendo/" + currentVersion()}};
   request.ignoresCachedData = true;
   request.timeout = kRequestTimeout;
-  // One byte more than is accepted tells a manifest that is too long.
-  request.maximumBodyBytes = kMostManifestBytes + 1;
+  // One byte over the limit reveals a manifest that is too long.
+  request.maximumBodyBytes = kMaximumManifestBytes + 1;
   request.allowsRedirectTo = [](const std::string& url) { return urlScheme(url) == "https"; };
-  request.maximumRedirects = kMostRedirects;
+  request.maximumRedirects = kMaximumRedirects;
   return request;
 }
 
@@ -120,12 +120,13 @@ void UpdateChecks::handleAnswer(bool manual, Date now, const std::optional<HttpR
     if (manual) pageCalls_.showToast(localization_.tr("Você já está na versão mais recente"));
     return;
   }
-  if (!manual && wasOfferedLately(release->manifest.version, now)) return;
+  if (!manual && wasOfferedRecently(release->manifest.version, now)) return;
   offer(*release, now);
 }
 
 std::optional<UpdateChecks::Release> UpdateChecks::releaseOf(const std::optional<HttpResponse>& response) {
-  if (!response || response->status != 200 || response->body.size() > kMostManifestBytes) return std::nullopt;
+  if (!response || response->status != 200 || response->body.size() > kMaximumManifestBytes)
+    return std::nullopt;
   auto manifest = decodeReleaseManifest(response->body);
   if (!manifest) return std::nullopt;
   auto url = QuendoVersion::trustedDownloadURL(manifest->downloadURL);
@@ -141,13 +142,12 @@ bool UpdateChecks::isNewer(const QuendoReleaseManifest& manifest) const {
                                  .currentBuild = currentBuild()});
 }
 
-bool UpdateChecks::wasOfferedLately(const std::string& version, Date now) const {
+bool UpdateChecks::wasOfferedRecently(const std::string& version, Date now) const {
   return defaults_.string(kLastPromptedVersionKey) == version &&
-         isWithin(defaults_.date(kLastPromptDateKey), kLeastTimeBetweenOffersOfAVersion, now);
+         isWithin(defaults_.date(kLastPromptDateKey), kMinimumTimeBetweenOffersOfAVersion, now);
 }
 
-// A sheet that is there is not pushed aside, and the offer does not wait behind it: the next check makes it
-// anew.
+// Neither replaces an open sheet nor queues behind it: the next check offers the release again.
 void UpdateChecks::offer(const Release& release, Date now) {
   if (!surface_.window) {
     std::fputs("quendo: an update was found without a window to offer it in\n", stderr);
@@ -171,7 +171,7 @@ void UpdateChecks::presentUpdateAlert(const QuendoReleaseManifest& manifest, con
   const std::string_view notes = trimmed(releaseNotes);
   if (!notes.empty()) {
     alert.informativeText += "\n\n";
-    alert.informativeText += firstCharacters(notes, kMostNotesCharacters);
+    alert.informativeText += firstCharacters(notes, kMaximumNotesCharacters);
   }
   alert.buttons = {localization_.tr("Baixar atualização"), localization_.tr("Lembrar depois")};
   surface_.window->beginSheet(alert, lifetime_.guard([this, downloadURL](const AlertResult& result) {
@@ -186,7 +186,7 @@ std::string UpdateChecks::currentVersion() const {
 std::int64_t UpdateChecks::currentBuild() const {
   const std::string text = bundle_.infoDictionaryString("CFBundleVersion").value_or("0");
   std::string_view digits = text;
-  // The reader below knows the minus sign alone.
+  // The parser below accepts only a minus sign.
   if (digits.starts_with('+')) {
     digits.remove_prefix(1);
     if (digits.starts_with('-')) return 0;

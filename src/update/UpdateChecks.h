@@ -21,13 +21,12 @@
 
 namespace quendo {
 
-/// Looks for a newer release: by itself 8 seconds after the launch and every 6 hours, which says nothing
-/// unless there is something to offer, and on demand, which always answers through a message in the page. A
-/// release is offered in a sheet whose button opens its address in the browser; nothing is downloaded here.
-/// Main thread.
+/// Looks for a newer release: automatically 8 seconds after launch and every 6 hours, silently unless there
+/// is something to offer; and on demand, which always reports through a message in the page. A release is
+/// offered in a sheet whose button opens its URL in the browser; nothing is downloaded here. Main thread.
 ///
-/// One check at a time. Those that come by themselves are at least 6 hours apart, over restarts too, and
-/// offer the same version again only after 24 hours.
+/// One check at a time. Automatic ones are at least 6 hours apart, even across restarts, and offer the same
+/// version again only after 24 hours.
 class UpdateChecks {
  public:
   UpdateChecks(const Bundle& bundle, UserDefaults& defaults, const Clock& clock, HttpSession& httpSession,
@@ -46,22 +45,22 @@ class UpdateChecks {
   UpdateChecks(const UpdateChecks&) = delete;
   UpdateChecks& operator=(const UpdateChecks&) = delete;
 
-  /// Once, at the launch. A second call starts the repeating timer anew.
+  /// Call once, at launch. A second call restarts the repeating timer.
   void startUpdateChecks();
-  /// For good: no further check comes by itself, and one that is running leads to nothing.
+  /// Permanently stops automatic checks and discards the result of one in progress.
   void stop();
-  /// The menu's command.
+  /// The menu command.
   void checkForUpdates() { performUpdateCheck(true); }
   void performUpdateCheck(bool manual);
   void presentUpdateAlert(const QuendoReleaseManifest& manifest, const std::string& downloadURL);
 
-  /// The running program's version and build; "0.0.0" and 0 where the bundle does not tell them.
+  /// The running program's version and build; "0.0.0" and 0 if the bundle does not provide them.
   std::string currentVersion() const;
   std::int64_t currentBuild() const;
 
  private:
   using Date = std::chrono::system_clock::time_point;
-  /// What came of a check that did not fail.
+  /// Result of a successful check.
   struct Release {
     QuendoReleaseManifest manifest;
     std::string downloadURL;
@@ -73,7 +72,7 @@ class UpdateChecks {
   void handleAnswer(bool manual, Date now, const std::optional<HttpResponse>& response);
   static std::optional<Release> releaseOf(const std::optional<HttpResponse>& response);
   bool isNewer(const QuendoReleaseManifest& manifest) const;
-  bool wasOfferedLately(const std::string& version, Date now) const;
+  bool wasOfferedRecently(const std::string& version, Date now) const;
   void offer(const Release& release, Date now);
 
   const Bundle& bundle_;

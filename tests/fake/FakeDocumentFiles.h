@@ -11,12 +11,12 @@
 
 namespace quendo::fake {
 
-/// The user's files in memory. What is told of a file need not be what it holds, as with a file that grows.
+/// In-memory user files. Metadata may differ from contents, as with a growing file.
 struct FakeDocumentFiles final : DocumentFiles {
   struct File {
-    /// Absent: nothing can be learned of the file.
+    /// `nullopt`: the metadata cannot be read.
     std::optional<DocumentResourceValues> values;
-    /// Absent: the file cannot be read.
+    /// `nullopt`: the file cannot be read.
     std::optional<std::string> bytes;
   };
 

@@ -34,7 +34,7 @@ class FakeWritableFile final : public WritableFile {
 
   bool write(std::string_view bytes) override {
     const bool success = fileManager_.begin("write " + path_);
-    // A disk that fills up takes some of the bytes first.
+    // A full disk still accepts some of the bytes.
     node_->bytes += success ? bytes : bytes.substr(0, bytes.size() / 2);
     return success;
   }
@@ -229,7 +229,7 @@ DirectoryLockResult FakeFileManager::lockDirectory(const std::string& path) {
 
 bool FakeFileManager::synchronizeDirectory(const std::string& path) {
   if (!begin("synchronizeDirectory " + path)) return false;
-  // Every change that the tests make is in the one directory that they flush.
+  // All changes the tests make are in the one directory they flush.
   for (const NameChange& nameChange : nameChanges_) apply(nameChange, namesOnDevice_);
   nameChanges_.clear();
   return true;

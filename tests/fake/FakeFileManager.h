@@ -14,12 +14,12 @@
 
 namespace quendo::fake {
 
-/// A file system in memory that can fail any call and forget, as a power cut does, whatever was never
-/// flushed: bytes of a file before `synchronize`, changes of names before `synchronizeDirectory`. One
-/// thread at a time.
+/// An in-memory file system that can fail any call and, like a power cut, lose everything that was not
+/// flushed: a file's bytes before `synchronize`, changes of names before `synchronizeDirectory`. One thread
+/// at a time.
 class FakeFileManager final : public FileManager {
  public:
-  /// A file's bytes. Two names may share them.
+  /// A file's bytes. Two names may share them (hard links).
   struct Node {
     std::string bytes;
     std::string bytesOnDevice;
@@ -28,31 +28,31 @@ class FakeFileManager final : public FileManager {
 
   /// Symbolic links: path -> target.
   std::map<std::string, std::string> links;
-  /// Directories that another process has locked.
+  /// Directories locked by another process.
   std::set<std::string> lockedByAnother;
-  /// Files that no process has touched for long; see `removeAbandonedFile`.
+  /// Files untouched by any process for a long time; see `removeAbandonedFile`.
   std::set<std::string> abandoned;
-  /// When directories last changed.
+  /// Modification times of directories.
   std::map<std::string, std::chrono::system_clock::time_point> modificationDates;
-  /// Names that the file system does not take.
+  /// Names the file system rejects.
   std::set<std::string> refusedNames;
 
   std::optional<std::string> supportDirectory = "/home/user/.local/share";
   std::optional<std::string> cacheDirectory = "/home/user/.cache";
-  /// Whether snapshots are second names of the same bytes, or copies whose bytes are not yet flushed.
+  /// Whether snapshots are hard links, or copies whose bytes are not yet flushed.
   bool hasLinks = true;
 
   /// Every call as "operation path", in order; `write` without its bytes.
   std::vector<std::string> log;
 
-  /// The n-th call from now on, counted from 1, fails.
+  /// Makes the n-th call from now, counted from 1, fail.
   void failCall(std::size_t n) { failFirst_ = failLast_ = calls_ + n; }
-  /// All calls from the n-th on fail. This is also what a process that is killed there does to the disk.
+  /// Makes all calls from the n-th on fail, with the same effect on the disk as killing the process there.
   void failFromCall(std::size_t n) {
     failFirst_ = calls_ + n;
     failLast_ = static_cast<std::size_t>(-1);
   }
-  /// Calls for which `condition` holds fail, until it is taken away with null.
+  /// Makes calls that satisfy `condition` fail, until reset with null.
   void failCallsIf(std::function<bool(const std::string&)> condition) {
     failCondition_ = std::move(condition);
   }
@@ -62,11 +62,11 @@ class FakeFileManager final : public FileManager {
   }
   std::size_t callCount() const { return calls_; }
 
-  /// Puts a file on the device, and its directory.
+  /// Puts a flushed file and its directory on the device.
   void setFile(const std::string& path, const std::string& bytes);
   std::optional<std::string> file(const std::string& path) const;
   std::vector<std::string> filePaths() const;
-  /// Puts an empty directory there.
+  /// Puts an empty directory on the device.
   void setDirectory(const std::string& path) { directories_.insert(path); }
   std::string permissions(const std::string& path) const { return names_.at(path)->permissions; }
   void setPermissions(const std::string& path, const std::string& permissions) {
@@ -75,7 +75,8 @@ class FakeFileManager final : public FileManager {
   bool hasDirectory(const std::string& path) const { return directories_.contains(path); }
 
   std::size_t unflushedNameChanges() const { return nameChanges_.size(); }
-  /// Forgets what was not flushed, except the changes of names for which `survives` holds, by their order.
+  /// Discards unflushed data, except the changes of names, numbered in order, for which `survives` returns
+  /// true.
   void cutPower(const std::function<bool(std::size_t)>& survives);
 
   std::optional<std::string> applicationSupportDirectory() const override { return supportDirectory; }
@@ -105,7 +106,7 @@ class FakeFileManager final : public FileManager {
  private:
   friend class FakeWritableFile;
   using Names = std::map<std::string, std::shared_ptr<Node>>;
-  /// One change of names, which reaches the device whole or not at all. Null removes a name.
+  /// One change of names; it reaches the device completely or not at all. Null removes a name.
   using NameChange = std::vector<std::pair<std::string, std::shared_ptr<Node>>>;
 
   bool begin(const std::string& call) const;

@@ -7,7 +7,7 @@
 
 namespace quendo::fake {
 
-/// A network that answers when the test says so.
+/// A network that answers on the test's command.
 struct FakeHttpSession final : HttpSession {
   void dataTask(HttpRequest request, Completion completion) override {
     tasks.push_back({std::move(request), std::move(completion)});

@@ -11,14 +11,14 @@
 
 namespace quendo::fake {
 
-/// The whole host on a fake platform.
+/// The complete host on a fake platform.
 class HostTest : public ::testing::Test {
  protected:
   HostTest() { platform_.application.setDelegate(&controller_); }
 
   void launch() { controller_.applicationDidFinishLaunching(); }
   void finishLoading() { page().navigation->didFinishNavigation(); }
-  /// Launches, loads the page, and forgets what was logged until then.
+  /// Launches, loads the page, and clears the logs.
   void start() {
     launch();
     finishLoading();
@@ -29,7 +29,7 @@ class HostTest : public ::testing::Test {
   FakeWindow& window() { return *platform_.toolkit.window; }
   const std::vector<std::string>& scripts() { return page().scripts; }
 
-  /// The page posts a message, from its main frame unless told otherwise.
+  /// Posts a message from the page, by default from its main frame.
   void post(const std::string& name, Value body, bool isMainFrame = true) {
     platform_.toolkit.userContent->handlers.at(name)->didReceiveScriptMessage(
         ScriptMessage{name, std::move(body), isMainFrame});

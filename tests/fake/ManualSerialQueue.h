@@ -9,19 +9,19 @@
 
 namespace quendo::fake {
 
-/// A serial queue that runs its tasks when a test says so, on the thread of the test.
+/// A serial queue whose tasks run on the test's command and thread.
 class ManualSerialQueue final : public SerialQueue {
  public:
   ~ManualSerialQueue() override { runPending(); }
 
   void async(std::function<void()> task) override { tasks_.push_back(std::move(task)); }
   void sync(const std::function<void()>& task) override {
-    // Only what was submitted before runs first: a task that those submit stays behind this one.
+    // Run only what was submitted before: tasks submitted meanwhile stay queued behind this one.
     for (std::size_t before = tasks_.size(); before > 0; --before) runOne();
     task();
   }
 
-  /// Runs the oldest task. False when there is none.
+  /// Runs the oldest task. False if there is none.
   bool runOne() {
     if (tasks_.empty()) return false;
     const auto task = std::move(tasks_.front());
@@ -29,7 +29,7 @@ class ManualSerialQueue final : public SerialQueue {
     task();
     return true;
   }
-  /// Runs all tasks, and those that they submit.
+  /// Runs all tasks, including those submitted meanwhile.
   void runPending() {
     while (runOne()) {
     }

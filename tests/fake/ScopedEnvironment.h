@@ -7,7 +7,7 @@
 
 namespace quendo {
 
-/// Gives an environment variable another value, or none, and the old one back at the end.
+/// Sets or unsets an environment variable; the destructor restores it.
 class ScopedEnvironment {
  public:
   ScopedEnvironment(std::string name, const std::optional<std::string>& value) : name_(std::move(name)) {

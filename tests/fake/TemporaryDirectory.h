@@ -10,7 +10,7 @@
 
 namespace quendo {
 
-/// A directory of its own on the real disk, removed with all that is in it.
+/// A new directory on the real disk, removed recursively by the destructor.
 class TemporaryDirectory {
  public:
   explicit TemporaryDirectory(const std::filesystem::path& parent = std::filesystem::temp_directory_path()) {

@@ -15,9 +15,9 @@
 
 namespace quendo::fake {
 
-/// A main queue whose time stands still until a test moves it. Nothing runs by itself: `runPending` runs
-/// what was posted, `advance` lets time pass and runs each delayed task at its own moment. `async` may be
-/// called from any thread; everything else belongs to the thread of the test.
+/// A main queue whose time moves only when a test advances it. Nothing runs by itself: `runPending` runs
+/// posted tasks, `advance` moves time and runs each delayed task when due. `async` may be called from any
+/// thread; everything else only from the test's thread.
 class ManualMainQueue final : public MainQueue {
  public:
   void async(std::function<void()> task) override {
@@ -37,15 +37,15 @@ class ManualMainQueue final : public MainQueue {
   /// Virtual time since the start.
   std::chrono::milliseconds now() const { return now_; }
 
-  /// Runs posted tasks, and those that they post, until none is left or `limit` have run. Returns how
-  /// many ran. Time does not move; delayed tasks that are due already run too.
+  /// Runs posted tasks, including those posted meanwhile, until none is left or `limit` have run. Returns the
+  /// number run. Time does not move, but delayed tasks already due run too.
   std::size_t runPending(std::size_t limit = 1'000'000) {
     std::size_t count = 0;
     while (count < limit && runOne()) ++count;
     return count;
   }
 
-  /// Runs the oldest posted task. False when there is none.
+  /// Runs the oldest posted task. False if there is none.
   bool runOne() {
     std::function<void()> task;
     {
@@ -61,8 +61,8 @@ class ManualMainQueue final : public MainQueue {
     return true;
   }
 
-  /// Lets `duration` pass. Delayed tasks run in the order of their due times, those with equal times in
-  /// the order in which they were scheduled, each with the clock at its own due time.
+  /// Advances time by `duration`. Delayed tasks run in order of due time, ties in scheduling order, each with
+  /// the clock at its due time.
   void advance(std::chrono::milliseconds duration) {
     const auto target = now_ + duration;
     runPending();
@@ -114,7 +114,7 @@ class ManualMainQueue final : public MainQueue {
   std::vector<std::shared_ptr<Delayed>> delayed_;
 };
 
-/// The virtual clock's time, counted from a date.
+/// The virtual time, as an offset from a date.
 struct FakeClock final : Clock {
   explicit FakeClock(const ManualMainQueue& mainQueue) : queue(mainQueue) {}
   std::chrono::system_clock::time_point now() const override { return start + queue.now(); }

@@ -5,7 +5,7 @@
 
 namespace quendo::fuzz {
 
-/// Ends the program, which is how a fuzz target says that it has found something.
+/// Aborts if `holds` is false, which libFuzzer reports as a finding.
 inline void check(bool holds, const char* what) {
   if (holds) return;
   std::fprintf(stderr, "does not hold: %s\n", what);

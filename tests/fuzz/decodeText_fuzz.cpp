@@ -1,4 +1,4 @@
-// Any bytes through the decoder of opened files, whose answer is compared with the oracle's.
+// Feeds arbitrary bytes to the decoder of opened files and compares its result with the oracle's.
 
 #include <cstddef>
 #include <cstdint>

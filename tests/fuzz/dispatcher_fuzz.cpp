@@ -1,5 +1,5 @@
-// Messages of any form through the dispatcher: whatever the page posts, no owner is told of anything that
-// breaks its limits, and no message is answered twice.
+// Feeds arbitrary messages to the dispatcher: whatever the page posts, no handler gets anything beyond its
+// limits, and no message is answered twice.
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -49,7 +49,7 @@ struct CountingLanguage final : LanguageHandler {
   int calls = 0;
 };
 
-/// Short texts as they come, and long ones near the limits, which no fuzzer would write out.
+/// Arbitrary short texts, and long ones near the limits, which a fuzzer would not generate itself.
 std::string anyText(FuzzedDataProvider& bytes) {
   static constexpr std::size_t limits[] = {200, 500, 1'000, 2'000, 200, 500, 1'000, 2'000, 2'000'000};
   if (bytes.ConsumeIntegralInRange(0, 7) != 0) return bytes.ConsumeRandomLengthString(64);

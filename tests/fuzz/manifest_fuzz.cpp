@@ -1,5 +1,5 @@
-// Any bytes as a release manifest, and what they hold as versions and addresses: whatever is trusted leads to
-// the site, and which of two versions is newer never contradicts itself.
+// Feeds arbitrary bytes to the manifest decoder, and its results to the version and URL checks: every trusted
+// URL points to the site, and version comparison is consistent.
 
 #include <algorithm>
 #include <cstddef>
@@ -27,9 +27,8 @@ std::string lowered(std::string_view text) {
   return result;
 }
 
-/// Whether an address leads to the site, judged in another way than the program does: by the text up to the
-/// path.
-bool leadsToTheSite(std::string_view url) {
+/// Whether a URL points to the site, decided differently from the program: by the text before the path.
+bool pointsToSite(std::string_view url) {
   const std::string address = lowered(url);
   if (!address.starts_with("https://")) return false;
   std::string_view authority = std::string_view(address).substr(8);
@@ -43,7 +42,7 @@ void checkAddress(std::string_view text) {
   const auto url = QuendoVersion::trustedDownloadURL(text);
   if (!url) return;
   check(*url == text, "a trusted address is unchanged");
-  check(leadsToTheSite(text), "a trusted address leads to the site");
+  check(pointsToSite(text), "a trusted address leads to the site");
   check(lowered(text).find("dmg") != std::string::npos, "a trusted address is that of a disk image");
   check(std::all_of(text.begin(), text.end(), [](char c) { return c > ' ' && c < '\x7F' && c != '\\'; }),
         "a trusted address has nothing in it that programs read differently");
@@ -69,7 +68,7 @@ void checkVersion(std::string_view version, std::int64_t build) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   checkAddress(bytes);
-  // So that the fuzzer need not find the way to the site first.
+  // Saves the fuzzer from having to discover the site's domain.
   checkAddress("https://" + std::string(kSiteDomain) + std::string(bytes) + ".dmg");
   checkAddress("https://" + std::string(bytes) + std::string(kSiteDomain) + "/Quendo.dmg");
   checkVersion(bytes, 3);

@@ -1,4 +1,4 @@
-// Any bytes through the scanner of state documents, whose verdict is compared with the oracle's.
+// Feeds arbitrary bytes to the scanner of state documents and compares its verdict with the oracle's.
 
 #include <cstddef>
 #include <cstdint>
@@ -9,7 +9,7 @@
 #include "store/StateScanner.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  // A copy of just this size, so that a byte read behind it is noticed.
+  // An exact-size copy exposes reads past the end.
   const std::string text(reinterpret_cast<const char*>(data), size);
   const quendo::StateScan scan = quendo::scanState(text);
   const quendo::oracle::JsonVerdict verdict = quendo::oracle::judgeJson(text);

@@ -9,11 +9,12 @@
 #include <string_view>
 #include <vector>
 
-// The grammar of RFC 8259 once more, one character at a time, for judging the scanner of state documents.
+// A second implementation of the RFC 8259 grammar, one character at a time, to verify the scanner of state
+// documents.
 
 namespace quendo::oracle {
 
-/// What the oracle says of a text. `revision` is absent where it leaves the number to others.
+/// The oracle's verdict. `revision` is `nullopt` if the oracle does not interpret the number.
 struct JsonVerdict {
   bool valid = false;
   bool topLevelObject = false;
@@ -64,7 +65,7 @@ class JsonReader {
     }
   }
 
-  /// One value, whose containers are kept in a list, with nothing but space around it.
+  /// One value surrounded only by white space; open containers are kept in a list.
   bool readValue() {
     for (;;) {
       skipSpace();
@@ -138,7 +139,7 @@ class JsonReader {
     return true;
   }
 
-  /// Unescapes what is ASCII; other escapes become a byte that no name of interest has.
+  /// Decodes ASCII escapes; all others become a byte that occurs in no relevant name.
   bool readString(std::string& value) {
     if (!take('"')) return false;
     while (!atEnd()) {

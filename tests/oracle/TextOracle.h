@@ -11,14 +11,13 @@
 #include <string>
 #include <string_view>
 
-// What the text file reader is judged by: its rules once more, written for being read, on decoders of other
-// people's.
+// A second implementation of the text file reader's rules, written for readability on third-party decoders.
 
 namespace quendo::oracle {
 
 using Text = std::optional<std::string>;
 
-/// ICU's conversion of a whole text to UTF-8, stopping at the first byte without a meaning.
+/// ICU's conversion of a whole text to UTF-8; fails at the first undefined byte.
 inline Text decodeWithIcu(const char* encoding, std::string_view bytes) {
   UErrorCode status = U_ZERO_ERROR;
   UConverter* const source = ucnv_open(encoding, &status);
@@ -38,7 +37,7 @@ inline Text decodeWithIcu(const char* encoding, std::string_view bytes) {
   return text;
 }
 
-/// The C library's conversion. It knows that five bytes of Windows-1252 have no meaning; ICU does not.
+/// The C library's conversion. Unlike ICU, it treats five bytes of Windows-1252 as undefined.
 inline Text decodeWithIconv(const char* encoding, std::string_view bytes) {
   const iconv_t converter = ::iconv_open("UTF-8", encoding);
   if (reinterpret_cast<std::intptr_t>(converter) == -1) throw std::runtime_error(encoding);

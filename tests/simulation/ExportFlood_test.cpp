@@ -1,4 +1,4 @@
-// A page that asks for panels without end: each request is answered once, and what waits stays small.
+// A page that requests panels endlessly: each request is answered once, and the queue stays small.
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 namespace quendo {
 namespace {
 
-constexpr std::size_t kMostPanels = 8;
+constexpr std::size_t kMaximumPanels = 8;
 constexpr const char* kExportFailed =
     R"(window.quendoNativeExportDidFinish?.(false, "Não foi possível exportar o arquivo"))";
 constexpr const char* kExportCancelled =
@@ -43,7 +43,7 @@ TEST_F(ExportFloodTest, AnswersOfMoreRequestsThanPanelsMayWaitEachOnce) {
     exportNote("text");
     saveAs(std::to_string(i), "text");
   }
-  EXPECT_EQ(panels(), kMostPanels);
+  EXPECT_EQ(panels(), kMaximumPanels);
   std::vector<std::string> refused;
   for (int i = 4; i < 500; ++i) {
     refused.emplace_back(kExportFailed);
@@ -53,7 +53,7 @@ TEST_F(ExportFloodTest, AnswersOfMoreRequestsThanPanelsMayWaitEachOnce) {
 
   page().scripts.clear();
   for (const auto& panel : window().savePanels) panel->cancel();
-  EXPECT_EQ(scripts().size(), kMostPanels);
+  EXPECT_EQ(scripts().size(), kMaximumPanels);
 }
 
 TEST_F(ExportFloodTest, HoldsTwoOfTheLargestTextsAndNoMore) {
@@ -71,7 +71,7 @@ TEST_F(ExportFloodTest, HoldsTwoOfTheLargestTextsAndNoMore) {
 }
 
 TEST_F(ExportFloodTest, CountsNamesToo) {
-  // One character as its user sees it, with a million marks on it.
+  // One user-perceived character with a million combining marks.
   std::string name = "a";
   for (int i = 0; i < 1'000'000; ++i) name += "\xCC\x81";
   exportNote("text", name);
@@ -85,14 +85,14 @@ TEST_F(ExportFloodTest, HasRoomAgainWhenPanelsHaveEnded) {
   for (int round = 0; round < 3; ++round) {
     window().savePanels.clear();
     page().scripts.clear();
-    for (std::size_t i = 0; i < kMostPanels; ++i) exportNote("text");
-    ASSERT_EQ(panels(), kMostPanels) << round;
+    for (std::size_t i = 0; i < kMaximumPanels; ++i) exportNote("text");
+    ASSERT_EQ(panels(), kMaximumPanels) << round;
     exportNote("text");
     EXPECT_EQ(scripts(), std::vector<std::string>{kExportFailed});
     window().savePanels[0]->confirm("/home/user");
     exportNote("text");
-    EXPECT_EQ(panels(), kMostPanels + 1);
-    for (std::size_t i = 1; i <= kMostPanels; ++i) window().savePanels[i]->cancel();
+    EXPECT_EQ(panels(), kMaximumPanels + 1);
+    for (std::size_t i = 1; i <= kMaximumPanels; ++i) window().savePanels[i]->cancel();
     EXPECT_EQ(scripts().back(), kExportCancelled);
   }
 }

@@ -23,7 +23,7 @@ class ExportPanelsTest : public fake::HostTest {
     post("quendoSaveAs", Value::Dictionary{{"noteId", noteId}, {"filename", filename}, {"content", content}});
     return *window().savePanels.back();
   }
-  void speak(const char* language) { platform_.defaults.strings["QuendoLanguage"] = language; }
+  void useLanguage(const char* language) { platform_.defaults.strings["QuendoLanguage"] = language; }
   std::string lastScript() { return scripts().empty() ? "" : scripts().back(); }
 };
 
@@ -41,7 +41,7 @@ TEST_F(ExportPanelsTest, AMarkdownExportShowsItsPanel) {
 
 TEST_F(ExportPanelsTest, APlainExportShowsItsPanelInTheInterfaceLanguage) {
   start();
-  speak("en");
+  useLanguage("en");
   const auto& panel = exportNote("x.txt", "plain").configuration;
   EXPECT_EQ(panel.title, "Export Text File");
   EXPECT_EQ(panel.prompt, "Export");
@@ -73,7 +73,7 @@ TEST_F(ExportPanelsTest, AConfirmedExportWritesTheTextAndSaysSo) {
   exportNote("nota.md", "markdown", "# Olá\n").confirm("/home/user");
   EXPECT_EQ(platform_.files.file("/home/user/nota.md"), "# Olá\n");
   EXPECT_EQ(lastScript(), "window.quendoNativeExportDidFinish?.(true, \"Markdown exportado\")");
-  speak("es");
+  useLanguage("es");
   exportNote("nota.txt", "plain").confirm("/home/user");
   EXPECT_EQ(lastScript(), "window.quendoNativeExportDidFinish?.(true, \"Archivo exportado\")");
 }
@@ -96,7 +96,7 @@ TEST_F(ExportPanelsTest, AnExtensionThatNoTypeHasIsKeptWhereItIsTypedAndGivenToN
   retyped.name = "outra.abc";
   retyped.confirm("/home/user");
   EXPECT_TRUE(platform_.files.file("/home/user/outra.abc"));
-  // The panel allows Markdown here, or plain text, and never heard of xyz.
+  // The panel allows Markdown or plain text; xyz is an unknown type.
   auto& markdown = exportNote("nota.xyz");
   markdown.name = "outra";
   markdown.confirm("/home/user");
@@ -116,7 +116,7 @@ TEST_F(ExportPanelsTest, ACancelledExportAnswersFalse) {
 
 TEST_F(ExportPanelsTest, AnExportThatTheDiskRefusesAnswersFalseAndLeavesTheOldFile) {
   start();
-  speak("en");
+  useLanguage("en");
   platform_.files.setFile("/home/user/nota.md", "old");
   auto& panel = exportNote("nota.md");
   platform_.files.failCallsIf([](const std::string& call) { return call.starts_with("write"); });
@@ -166,7 +166,7 @@ TEST_F(ExportPanelsTest, TextThatHasNoUtf8FormIsNotWrittenAndAnsweredFalse) {
 
 TEST_F(ExportPanelsTest, SaveAsShowsItsPanelWithARowOf23TypesAndTheCustomItem) {
   start();
-  speak("en");
+  useLanguage("en");
   const auto& panel = saveAs("nota.md").configuration;
   EXPECT_EQ(panel.title, "Save Note As");
   EXPECT_EQ(panel.prompt, "Save");
@@ -240,7 +240,7 @@ TEST_F(ExportPanelsTest, UnderTheCustomItemTheNameIsWrittenAsTyped) {
 
 TEST_F(ExportPanelsTest, TheAnswersOfSaveAsArePortugueseInEveryLanguage) {
   start();
-  speak("en");
+  useLanguage("en");
   saveAs("nota.md").confirm("/home/user");
   EXPECT_EQ(lastScript(),
             "window.quendoNativeSaveAsDidFinish?.(true, \"n1\", \"nota.md\", \"Salvo como nota.md\")");
@@ -259,7 +259,7 @@ TEST_F(ExportPanelsTest, RequestsThatOverlapAreAnsweredOnceEach) {
   auto& second = saveAs("two.md", "2", "b");
   first.confirm("/home/user");
   EXPECT_EQ(scripts().size(), 1U);
-  // The row of the one that is still open goes on working.
+  // The accessory of the panel still open keeps working.
   second.select(1);
   EXPECT_EQ(second.name, "two.txt");
   second.cancel();

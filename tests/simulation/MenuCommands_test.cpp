@@ -45,7 +45,7 @@ TEST_F(MenuCommandsTest, DisablesThePageCommandsAfterAFatalError) {
   start();
   page().navigation->didFailNavigation("gone");
   for (const std::string_view action : kPageCommands) EXPECT_FALSE(isEnabled(action));
-  // The view may report the end of the load all the same, which makes the page ready again.
+  // The view may still report the end of the load, which makes the page ready again.
   finishLoading();
   for (const std::string_view action : kPageCommands) EXPECT_FALSE(isEnabled(action));
   EXPECT_TRUE(isEnabled("checkForUpdates"));

@@ -86,7 +86,7 @@ TEST_F(NoteSharingTest, AFileThatCannotBeWrittenLeavesNoFolderAndSharesTheText) 
   EXPECT_FALSE(platform_.files.hasDirectory(kFolder));
 }
 
-// What a lone surrogate of the page becomes in the host.
+// The host's representation of a lone surrogate from the page.
 const std::string kLoneSurrogate = "\xED\xA0\xBD";
 
 TEST_F(NoteSharingTest, ATextWithoutAUtf8FormIsAnsweredFalseAndNothingOfItIsShared) {
@@ -172,7 +172,7 @@ TEST_F(NoteSharingTest, TheServicesReportIsTheAnswerAndThenTheFolderGoes) {
     success ? delegate->didShareItems(*service) : delegate->didFailToShareItems(*service);
     EXPECT_EQ(platform.toolkit.webView->scripts, std::vector<std::string>{answer(success, "a")});
     EXPECT_FALSE(platform.files.hasDirectory("/tmp/Quendo-Share-UUID-1"));
-    // A second report of the same service is one too many.
+    // A second report of the same service must be ignored.
     delegate->didShareItems(*service);
     EXPECT_EQ(platform.toolkit.webView->scripts.size(), 1U);
   }

@@ -73,7 +73,7 @@ TEST_F(OpenedFilesTest, QueuesAFileOnceInARequestAndAgainInALaterOne) {
 
 TEST_F(OpenedFilesTest, RefusesTheFileThatPassesSixtyMegabytesButNotASmallerOneBehindIt) {
   start();
-  // Two files that fill all but a little of the limit stand for what no single file can reach.
+  // Two files that nearly fill the limit, as no single file could.
   for (const char* name : {"1", "2", "3"}) addFile(name, 20 * kMegabyte);
   addFile("4", 1);
   EXPECT_TRUE(open({"1", "2", "4", "3"}));
@@ -168,7 +168,7 @@ TEST_F(OpenedFilesTest, PutsTheFilesOfAFailedDeliveryBackInFrontOfNewerOnes) {
   EXPECT_EQ(deliveries(), 1U);
   fail(0);
   EXPECT_EQ(alert().informativeText, kPageFailed);
-  // There is no retry by itself; the next trigger takes all of them in their order.
+  // No automatic retry; the next trigger delivers all of them in order.
   platform_.mainQueue.advance(std::chrono::hours(1));
   EXPECT_EQ(deliveries(), 1U);
   addFile("d");

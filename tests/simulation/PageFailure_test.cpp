@@ -12,14 +12,14 @@ constexpr const char* kReload = "loadFile /app/share/quendo/web/index.html allow
 class PageFailureTest : public fake::HostTest {
  protected:
   PageFailureTest() { start(); }
-  void loseProcess() { page().navigation->webContentProcessDidTerminate(); }
+  void crashPageProcess() { page().navigation->webContentProcessDidTerminate(); }
   const std::string& bootstrap() { return platform_.toolkit.userContent->scripts.at(0); }
 };
 
 TEST_F(PageFailureTest, ReloadsALostPageWithTheNewestSavedStateAndSaysSoOnce) {
   post("quendoState", Value::Dictionary{{"serialized", "{\"n\":1}"}, {"revision", 1.0}});
   platform_.log.clear();
-  loseProcess();
+  crashPageProcess();
   EXPECT_EQ(platform_.log,
             (fake::CallLog{"updateMainMenu", "removeAllUserScripts", "addUserScript", kReload}));
   EXPECT_NE(bootstrap().find("eyJuIjoxfQ=="), std::string::npos);
@@ -34,7 +34,7 @@ TEST_F(PageFailureTest, ReloadsALostPageWithTheNewestSavedStateAndSaysSoOnce) {
 TEST_F(PageFailureTest, WaitsForASaveThatWasRunningWhenTheProcessEnded) {
   platform_.toolkit.userContent->handlers.at("quendoState")
       ->didReceiveScriptMessage({"quendoState", Value("{\"late\":1}"), true});
-  loseProcess();
+  crashPageProcess();
   EXPECT_NE(bootstrap().find("eyJsYXRlIjoxfQ=="), std::string::npos);
 }
 
@@ -49,7 +49,7 @@ TEST_F(PageFailureTest, StartsFromTheSaveThatWaitedBehindTheRunningOneAndKeepsWh
   };
   postAtOnce(state(R"({"revision":1,"running":1})", 1));
   postAtOnce(state(R"({"revision":9,"pending":1})", 9));
-  loseProcess();
+  crashPageProcess();
   std::string pending;
   appendBase64(pending, R"({"revision":9,"pending":1})");
   const bool hasPending = bootstrap().find(pending) != std::string::npos;
@@ -57,7 +57,7 @@ TEST_F(PageFailureTest, StartsFromTheSaveThatWaitedBehindTheRunningOneAndKeepsWh
   platform_.settle();
   finishLoading();
 
-  // The page counts on from the document that it was given.
+  // The page continues counting from the document it was given.
   const double given = hasPending ? 9 : 1;
   post("quendoState", state(R"({"typed":1})", given + 1));
   EXPECT_EQ(platform_.files.file(primary), R"({"typed":1})");
@@ -70,7 +70,7 @@ TEST_F(PageFailureTest, StartsFromTheSaveThatWaitedBehindTheRunningOneAndKeepsWh
 }
 
 TEST_F(PageFailureTest, ReloadsAgainWhenTheProcessIsLostDuringTheReloadAndShowsOneToast) {
-  for (int i = 0; i < 100; ++i) loseProcess();
+  for (int i = 0; i < 100; ++i) crashPageProcess();
   finishLoading();
   EXPECT_EQ(std::count(platform_.log.begin(), platform_.log.end(), kReload), 100);
   EXPECT_EQ(scripts(), std::vector<std::string>{kRecovered});
@@ -79,14 +79,14 @@ TEST_F(PageFailureTest, ReloadsAgainWhenTheProcessIsLostDuringTheReloadAndShowsO
 TEST_F(PageFailureTest, ShowsTheRecoveryToastInPortugueseWhateverTheLanguage) {
   for (const char* language : {"en", "es"}) {
     platform_.defaults.strings["QuendoLanguage"] = language;
-    loseProcess();
+    crashPageProcess();
     finishLoading();
     EXPECT_EQ(scripts().back(), kRecovered);
   }
 }
 
 TEST_F(PageFailureTest, DropsCommandsWhileThePageIsBeingRecovered) {
-  loseProcess();
+  crashPageProcess();
   controller_.performMenuItem(menuItem("newNote"));
   EXPECT_FALSE(controller_.validateMenuItem(menuItem("newNote")));
   EXPECT_TRUE(scripts().empty());
@@ -111,10 +111,10 @@ TEST_F(PageFailureTest, EndsThroughTheFatalAlertWhenALoadFailsAfterItsCommit) {
 }
 
 TEST_F(PageFailureTest, EndsThroughTheFatalAlertWhenTheReloadItselfFails) {
-  loseProcess();
+  crashPageProcess();
   page().navigation->didFailProvisionalNavigation("gone");
   EXPECT_EQ(platform_.toolkit.modals.size(), 1U);
-  loseProcess();
+  crashPageProcess();
   EXPECT_EQ(std::count(platform_.log.begin(), platform_.log.end(), kReload), 1);
 }
 
@@ -136,7 +136,7 @@ TEST(PageFailureWithoutResources, TriesNothingMoreWhenThePageIsLostBelowTheFatal
   platform.application.setDelegate(&controller);
   controller.applicationDidFinishLaunching();
   EXPECT_EQ(platform.toolkit.modals.size(), 1U);
-  // Fatal mode is final: nothing is tried any more.
+  // Fatal mode is final: there are no further attempts.
   platform.toolkit.webView->navigation->webContentProcessDidTerminate();
   EXPECT_EQ(platform.toolkit.modals.size(), 1U);
 }

@@ -17,13 +17,13 @@ struct GObjectRelease {
 template <typename T>
 using GObjectPtr = std::unique_ptr<T, GObjectRelease>;
 
-/// Takes over the caller's reference.
+/// Adopts the caller's reference.
 template <typename T>
 GObjectPtr<T> adoptReference(T* object) {
   return GObjectPtr<T>(object);
 }
 
-/// Adds a reference of its own.
+/// Adds a reference.
 template <typename T>
 GObjectPtr<T> addReference(T* object) {
   return GObjectPtr<T>(static_cast<T*>(g_object_ref(object)));

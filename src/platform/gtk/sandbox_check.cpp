@@ -1,5 +1,5 @@
-// Ends with 0 where the web view's sandbox can be set up, with 1 where it cannot: the scripts ask the
-// program's own trial whether to start it with --without-web-sandbox. Never installed.
+// Exits with 0 if the web view's sandbox can be set up, otherwise with 1: scripts use the program's own probe
+// to decide whether to pass --without-web-sandbox. Never installed.
 
 #include <cstdlib>
 

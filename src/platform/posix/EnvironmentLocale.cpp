@@ -39,7 +39,7 @@ std::optional<std::string> EnvironmentLocale::languageCode() const {
       messagesLocaleName(std::getenv("LC_ALL"), std::getenv("LC_MESSAGES"), std::getenv("LANG")));
 }
 
-// LANGUAGE is the system's list of several languages; it goes before the locale.
+// LANGUAGE lists several languages and takes precedence over the locale.
 std::vector<std::string> EnvironmentLocale::preferredLanguages() const {
   const char* list = std::getenv("LANGUAGE");
   return languagesOfLocaleNames(

@@ -10,20 +10,20 @@
 
 namespace quendo {
 
-// Single steps of file access. Any thread; failures are the return value, with `errno` set.
+// Single file system calls. Any thread; failures are return values, with `errno` set.
 
-/// Closed when another program is run.
+/// Opens with O_CLOEXEC.
 FileDescriptor openFile(const std::string& path, int flags, mode_t mode = 0);
 
-/// Opened without waiting for a writer, should it be a pipe.
+/// Does not block if the file is a pipe without a writer.
 FileDescriptor openForReading(const std::string& path);
 
-/// Fills in `attributes`. False for anything but a regular file.
+/// Fills in `attributes`. False unless it is a regular file.
 bool isRegularFile(const FileDescriptor& file, struct stat& attributes);
 
 bool writeAll(const FileDescriptor& file, std::string_view bytes);
 
-/// Flushes data and size, which is all that reading the file back needs; times of access can wait.
+/// Flushes data and size (fdatasync): all that reading the file back needs, without access times.
 bool synchronizeData(const FileDescriptor& file);
 
 }  // namespace quendo

@@ -26,7 +26,7 @@ bool copyThroughMemory(const FileDescriptor& from, const FileDescriptor& to) {
 
 bool copyContents(const FileDescriptor& from, const FileDescriptor& to) {
   if (::ioctl(to.get(), FICLONE, from.get()) == 0) return true;
-  // Both move the file offsets, so the plain copy goes on where the kernel's own stopped.
+  // Both advance the file offsets, so the plain copy continues where copy_file_range stopped.
   constexpr std::size_t most = std::size_t{1} << 30U;
   for (;;) {
     const ssize_t count =

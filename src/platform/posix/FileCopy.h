@@ -4,8 +4,8 @@
 
 namespace quendo {
 
-/// Copies the content of a regular file, links followed, to a new file for its owner alone, and flushes it.
-/// Shares the blocks where the file system can. False, without the new file, when it fails or `to` exists.
+/// Copies the contents of a regular file, following links, to a new file that only its owner can access, and
+/// flushes it. Shares blocks if the file system can. False, leaving no new file, if it fails or `to` exists.
 /// Any thread.
 bool copyFile(const std::string& from, const std::string& to);
 

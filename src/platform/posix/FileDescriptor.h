@@ -7,7 +7,7 @@
 
 namespace quendo {
 
-/// Calls a system call again for as long as signals interrupt it.
+/// Retries a system call while it fails with EINTR.
 template <typename Call>
 auto retryInterrupted(Call&& call) {
   for (;;) {
@@ -16,7 +16,7 @@ auto retryInterrupted(Call&& call) {
   }
 }
 
-/// Owns an open file. -1 stands for none.
+/// Owns an open file descriptor; -1 means none.
 class FileDescriptor {
  public:
   explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
@@ -29,8 +29,8 @@ class FileDescriptor {
   int get() const { return descriptor_; }
   bool isOpen() const { return descriptor_ != -1; }
 
-  /// False when the system reports a late write error. Never called again after EINTR: Linux has closed
-  /// the descriptor then, and another thread may have been given its number.
+  /// False if the system reports a deferred write error. Never retried after EINTR: Linux has already closed
+  /// the descriptor, and another thread may have reused its number.
   bool close() {
     if (!isOpen()) return true;
     return ::close(std::exchange(descriptor_, -1)) == 0 || errno == EINTR;

@@ -15,14 +15,14 @@ namespace {
 constexpr const char* kAccessList = "system.posix_acl_access";
 constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
 
-/// Whether the last call failed because the file system does not have what was asked for.
+/// Whether the last call failed because the file system does not support it.
 bool isUnsupported() {
   return errno == ENOTSUP || errno == ENOSYS;
 }
 
-/// Gives `to` the access control list of `from`, or takes away the one that its directory gave it. Without
-/// this, permissions that are meant for the list's entries would go to the group.
-bool handAccessListOn(const std::string& from, const FileDescriptor& to) {
+/// Copies the access control list of `from` to `to`, or removes the one inherited from the directory.
+/// Otherwise permissions meant for the list's entries would go to the group.
+bool copyAccessList(const std::string& from, const FileDescriptor& to) {
   std::string list(XATTR_SIZE_MAX, '\0');
   const ssize_t size = ::getxattr(from.c_str(), kAccessList, list.data(), list.size());
   if (size > 0)
@@ -31,7 +31,7 @@ bool handAccessListOn(const std::string& from, const FileDescriptor& to) {
   return ::fgetxattr(to.get(), kAccessList, nullptr, 0) < 0 || ::fremovexattr(to.get(), kAccessList) == 0;
 }
 
-/// The permissions of `mode` for a file of another group: nobody gets what either group or others lacked.
+/// `mode` for a file of another group: group and others keep only what both had.
 mode_t withoutGroup(mode_t mode) {
   const mode_t shared = mode & (mode >> 3U) & S_IRWXO;
   return (mode & S_IRWXU) | (shared << 3U) | shared;
@@ -39,12 +39,12 @@ mode_t withoutGroup(mode_t mode) {
 
 }  // namespace
 
-bool handPermissionsOn(const std::string& from, const FileDescriptor& to) {
+bool copyPermissionsTo(const std::string& from, const FileDescriptor& to) {
   struct stat old {};
   struct stat now {};
   if (::stat(from.c_str(), &old) != 0 || ::fstat(to.get(), &now) != 0) return false;
-  // One call each: only an administrator may give a file to somebody else, but members of a group may give
-  // it to the group. A refusal is no failure; what counts is the result.
+  // Separate calls: only root may change the owner, but members of a group may set the group. A refusal is
+  // not a failure; the result decides.
   constexpr auto kUnchangedGroup = static_cast<gid_t>(-1);
   constexpr auto kUnchangedOwner = static_cast<uid_t>(-1);
   if (now.st_uid != old.st_uid && ::fchown(to.get(), old.st_uid, kUnchangedGroup) != 0) errno = 0;
@@ -52,7 +52,7 @@ bool handPermissionsOn(const std::string& from, const FileDescriptor& to) {
   if (::fstat(to.get(), &now) != 0) return false;
 
   mode_t permissions = old.st_mode & kPermissions;
-  if (!handAccessListOn(from, to)) {
+  if (!copyAccessList(from, to)) {
     permissions &= S_IRWXU;
   } else if (now.st_gid != old.st_gid) {
     permissions = withoutGroup(permissions);

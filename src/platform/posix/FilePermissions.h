@@ -6,11 +6,10 @@
 
 namespace quendo {
 
-/// Gives a newly written file, which is the user's own, the permissions of the file at `from`, and its owner
-/// and its group, each where the user may. Nobody may do more with it than with `from`: what `from` lets its
-/// group do, and all others, is cut to what both may do where the group could not be kept, because who is in
-/// which group is not known. False when the permissions cannot be set, or are wider than those of `from`. A
-/// file system that refuses to change permissions is no failure. Any thread.
-bool handPermissionsOn(const std::string& from, const FileDescriptor& to);
+/// Copies permissions, owner and group of the file at `from` to a newly written file owned by the user, as
+/// far as allowed. Never widens access: if the group cannot be kept, group and others get only what both had,
+/// because group membership is unknown. False if the permissions cannot be set, or would be wider than those
+/// of `from`. A file system that refuses permission changes is not a failure. Any thread.
+bool copyPermissionsTo(const std::string& from, const FileDescriptor& to);
 
 }  // namespace quendo

@@ -13,7 +13,7 @@ bool PosixDocumentFiles::startAccessingSecurityScopedResource(const std::string&
 void PosixDocumentFiles::stopAccessingSecurityScopedResource(const std::string& /*url*/) {}
 
 std::optional<DocumentResourceValues> PosixDocumentFiles::resourceValues(const std::string& path) const {
-  // Asked about by name, because opening a device can already do something to it.
+  // By name, because merely opening a device can have side effects.
   struct stat attributes {};
   if (::stat(path.c_str(), &attributes) != 0) return std::nullopt;
   if (!S_ISREG(attributes.st_mode)) return DocumentResourceValues{false, std::nullopt};
@@ -21,8 +21,8 @@ std::optional<DocumentResourceValues> PosixDocumentFiles::resourceValues(const s
 }
 
 std::optional<std::string> PosixDocumentFiles::contents(const std::string& path, std::int64_t limit) const {
-  // What is opened need not be what was asked about a moment ago; the file manager looks again at what it
-  // has opened, and has opened it without waiting.
+  // The file may have been replaced since then; the file manager opens it without blocking and checks what it
+  // has opened.
   return PosixFileManager().contents(path, limit);
 }
 

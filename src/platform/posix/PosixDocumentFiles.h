@@ -4,7 +4,7 @@
 
 namespace quendo {
 
-/// The user's files through the system calls themselves; there is no sandbox to ask. Stateless.
+/// The user's files through direct system calls; there is no sandbox to request access from. Stateless.
 class PosixDocumentFiles final : public DocumentFiles {
  public:
   bool startAccessingSecurityScopedResource(const std::string& url) override;

@@ -26,7 +26,7 @@ void ThreadSerialQueue::async(std::function<void()> task) {
 }
 
 void ThreadSerialQueue::sync(const std::function<void()>& task) {
-  // Shared with the task, which may still be inside set_value when this thread goes on.
+  // Shared with the task, which may still be inside set_value when this thread resumes.
   const auto done = std::make_shared<std::promise<void>>();
   async([&task, done] {
     task();
@@ -41,7 +41,7 @@ void ThreadSerialQueue::runTasks() {
     changed_.wait(lock, [this] { return ending_ || !tasks_.empty(); });
     if (tasks_.empty()) return;
     {
-      // Run, and destroyed, without the lock: a task may submit others, and may own a large document.
+      // Run and destroyed without the lock: a task may submit others and may own a large document.
       const auto task = std::move(tasks_.front());
       tasks_.pop_front();
       lock.unlock();

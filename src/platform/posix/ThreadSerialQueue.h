@@ -10,7 +10,7 @@
 
 namespace quendo {
 
-/// A serial queue with a thread of its own. Tasks must not throw.
+/// A serial queue with its own thread. Tasks must not throw.
 class ThreadSerialQueue final : public SerialQueue {
  public:
   ThreadSerialQueue();
@@ -28,7 +28,7 @@ class ThreadSerialQueue final : public SerialQueue {
   std::condition_variable changed_;
   std::deque<std::function<void()>> tasks_;
   bool ending_ = false;
-  std::thread thread_;  // Last, so that it starts when all that it uses is there.
+  std::thread thread_;  // Declared last: it starts once all members it uses exist.
 };
 
 }  // namespace quendo

@@ -44,7 +44,7 @@ TEST_F(BootstrapScriptTest, CarriesTheStateAsBase64) {
 
 TEST_F(BootstrapScriptTest, CarriesAnyTextWithoutEscaping) {
   save("{\"t\":\"é'\\\"\\\\\u2028\U0001F600\"}");
-  // The bytes of the document, encoded by hand with another tool.
+  // The document's bytes, encoded with a separate tool.
   EXPECT_NE(install().find("atob('eyJ0Ijoiw6knXCJcXOKAqPCfmIAifQ==')"), std::string::npos);
 }
 

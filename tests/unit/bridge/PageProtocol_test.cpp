@@ -13,8 +13,8 @@
 
 #include "menu/MenuTable.h"
 
-// docs/page-protocol.md holds what the tables of the host say, between two marks a table. A difference shows
-// the table as it should be; QUENDO_UPDATE_DOCS=1 in the environment writes it.
+// docs/page-protocol.md contains the host's tables, each between two markers. On a mismatch the test prints
+// the correct table; QUENDO_UPDATE_DOCS=1 in the environment writes it.
 namespace quendo {
 namespace {
 

@@ -31,7 +31,7 @@ class LockedDirectoriesTest : public ::testing::Test {
 };
 
 TEST_F(LockedDirectoriesTest, AnInstanceThatTakesTheNewFolderForAbandonedMakesItTryAnother) {
-  // It has locked the first and is about to remove it; it has already removed the second.
+  // The other instance has locked the first and is about to remove it; it has already removed the second.
   files_.lockedByAnother.insert(folder(1));
   files_.failCallsIf([](const std::string& call) { return call == "fileExists " + folder(2); });
   const auto made = createLockedDirectory(files_, uuids_, "/tmp", "X-");

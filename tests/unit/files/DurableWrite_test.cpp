@@ -55,7 +55,7 @@ TEST(DurableWrite, LeavesTheTemporaryFilesOfOthersAlone) {
   EXPECT_EQ(writeDurably(fileManager, "/d/note.md", "new"), WriteResult::durable);
   EXPECT_EQ(fileManager.file("/d/.note.md.1.tmp"), "another program's");
 
-  // One that appears between the look and the creation.
+  // A name that appears between the check and the creation.
   fileManager.failCallsIf([](const std::string& call) { return call.starts_with("isNameTaken"); });
   EXPECT_EQ(writeDurably(fileManager, "/d/note.md", "newer"), WriteResult::notWritten);
   EXPECT_EQ(fileManager.file("/d/.note.md.1.tmp"), "another program's");
@@ -73,7 +73,7 @@ TEST(DurableWrite, TakesTheNextNameWhenALinkThatLeadsNowhereHasTheFirst) {
 TEST(DurableWrite, TakesTheNextNameWhenAnotherWriterWasFaster) {
   fake::FakeFileManager fileManager;
   fileManager.setFile("/d/.note.md.1.tmp", "another writer's");
-  fileManager.failCall(1);  // It does not see the name, which is there by the time the file is created.
+  fileManager.failCall(1);  // The check misses the name, which exists by the time the file is created.
   EXPECT_EQ(writeDurably(fileManager, "/d/note.md", "new"), WriteResult::durable);
   EXPECT_EQ(fileManager.file("/d/note.md"), "new");
   EXPECT_EQ(fileManager.file("/d/.note.md.1.tmp"), "another writer's");

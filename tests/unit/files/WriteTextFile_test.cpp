@@ -89,7 +89,7 @@ TEST(WriteTextFile, WritesThroughATemporaryThatIsKnownAsOurs) {
   EXPECT_EQ(files.filePaths(), Names{"/d/another.md"});
 }
 
-/// Every call of the write made to fail in turn, once and from then on.
+/// Fails each call of the write in turn, once and permanently.
 TEST(WriteTextFile, WhicheverStepFailsTheOldFileIsWholeOrTheNewOneIs) {
   FakeFileManager whole;
   whole.setFile("/d/note.md", "old");

@@ -1,5 +1,5 @@
-// Texts of many scripts in every encoding, with and without marks and signatures, cut at every length where a
-// rule of the reader changes, against the oracle.
+// Texts in many scripts and every encoding, with and without marks and signatures, truncated at every length
+// where a rule of the reader changes, compared with the oracle.
 
 #include <gtest/gtest.h>
 #include <simdjson.h>
@@ -28,7 +28,7 @@ constexpr Encoding encodings[] = {{"UTF-8", "\xEF\xBB\xBF"sv},    {"UTF-16LE", "
                                   {"UTF-32BE", "\0\0\xFE\xFF"sv}, {"ibm-5348_P100-1997", ""sv},
                                   {"ISO-8859-1", ""sv},           {"macintosh", ""sv}};
 
-/// What an encoding has no character for becomes its substitute: the reader's rules are what is tested.
+/// Unencodable characters become the encoding's substitute: this tests the reader's rules, not the encodings.
 std::string encoded(const std::u32string& text, const char* encoding) {
   UErrorCode status = U_ZERO_ERROR;
   UConverter* const converter = ucnv_open(encoding, &status);
@@ -56,7 +56,7 @@ std::u32string repeated(const std::u32string& piece, std::size_t length) {
   return text;
 }
 
-/// `base` with the given scalar at every `distance`-th place.
+/// `base` with `scalar` at `first` and every `distance` scalars after it.
 std::u32string sprinkled(std::u32string base, char32_t scalar, std::size_t first, std::size_t distance) {
   for (std::size_t at = first; at < base.size(); at += distance) base[at] = scalar;
   return base;
@@ -88,7 +88,7 @@ std::vector<std::u32string> corpusTexts() {
 
 void expectLikeOracle(const std::string& bytes, const char* encoding) {
   const auto text = QuendoTextFileReader::decodeText(bytes);
-  // Without the macro's printing, which would put both texts into the log.
+  // Not ASSERT_EQ, which would print both texts to the log.
   ASSERT_TRUE(text == oracle::decodeText(bytes)) << encoding << ", " << bytes.size() << " bytes, begins with "
                                                  << testing::PrintToString(bytes.substr(0, 40));
 }
@@ -105,7 +105,7 @@ std::string textOf(std::string_view text) {
   return std::string(text);
 }
 
-/// Pieces of a file or a text, each with how often it is repeated.
+/// Concatenates the parts of a file or a text, each with its repeat count.
 std::string joined(simdjson::dom::element element, std::string (*read)(std::string_view)) {
   std::string whole;
   const simdjson::dom::array pieces = element.get_array().value();
@@ -116,7 +116,7 @@ std::string joined(simdjson::dom::element element, std::string (*read)(std::stri
   return whole;
 }
 
-// The page reads the files that are chosen in it; its own test compares it with the same samples.
+// The page reads the files chosen in it; its own test uses the same samples.
 TEST(DecodeTextCorpus, GivesTheAnswersThatThePageGivesToo) {
   simdjson::dom::parser parser;
   const simdjson::dom::array samples = parser.load(QUENDO_TEXT_FILE_SAMPLES).get_array().value();
@@ -190,7 +190,7 @@ TEST(DecodeTextCorpus, AgreesWithTheOracleOnChangedBytes) {
     ASSERT_NO_FATAL_FAILURE(expectLikeOracle(bytes, encoding.name));
     if (QuendoTextFileReader::decodeText(bytes)) ++decoded;
   }
-  // The comparison means something only when both verdicts are frequent.
+  // The comparison is meaningful only if both verdicts are frequent.
   EXPECT_GT(decoded, rounds / 10);
   EXPECT_LT(decoded, rounds * 9 / 10);
 }

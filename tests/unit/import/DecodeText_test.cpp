@@ -57,7 +57,7 @@ TEST(DecodeText, GoesOnWhereAMarkWasNone) {
 }
 
 TEST(DecodeText, CountsTheMarkAsACharacterBeforeItGoes) {
-  // 99 characters with the mark or 100 with it: only then is one control character forgiven.
+  // 99 or 100 characters, including the mark: only 100 allow one control character.
   const std::string ninetyNine = "\x01" + std::string(98, 'a');
   EXPECT_EQ(decode(ninetyNine), std::nullopt);
   EXPECT_EQ(decode("\xFF\xFE" + utf16LittleEndian(ninetyNine)), ninetyNine);

@@ -1,4 +1,4 @@
-// Each decoder against ICU's or the C library's: what it accepts, what it refuses, and what it gives.
+// Compares each decoder with ICU's or the C library's: what it accepts, what it rejects, and its output.
 
 #include "import/TextDecoders.h"
 
@@ -56,7 +56,7 @@ TEST(DecodeUtf16, GivesEveryUnitOrRefusesIt) {
   for (char32_t unit = 0; unit < 0x10000; ++unit) {
     const auto one = static_cast<char16_t>(unit);
     ASSERT_NO_FATAL_FAILURE(expectLikeIcu16({one}));
-    // In a block that is decoded at once, too; few of them, because the neighbours change nothing.
+    // Also inside a block that is decoded at once; a few suffice, because the neighbours make no difference.
     if (unit % 64 == 0) {
       ASSERT_NO_FATAL_FAILURE(expectLikeIcu16(std::u16string(5, u'a') + one + std::u16string(20, u'\u00E9')));
     }

@@ -7,7 +7,7 @@
 namespace quendo {
 namespace {
 
-/// All 256 values of a byte, each at every place of a block in turn.
+/// Each of the 256 byte values at every position of a block.
 template <typename Block>
 void expectMasksMatchPlainComparisons() {
   constexpr auto size = static_cast<std::size_t>(Block::size);

@@ -10,7 +10,7 @@
 namespace quendo {
 namespace {
 
-/// `digits` with the decimal point moved `shift` places to the left, in one of many spellings.
+/// `digits` with the decimal point moved `shift` places to the left, spelled in one of many ways.
 std::string spell(const std::string& digits, int shift, std::mt19937& random) {
   const int split = static_cast<int>(random() % (digits.size() + 1));
   std::string number = split == 0 ? "0" : digits.substr(0, static_cast<std::size_t>(split));

@@ -1,8 +1,9 @@
-// The scanner against another parser on texts that nobody thought of: valid documents, changed at random.
+// Compares the scanner with another parser on unforeseen texts: valid documents with random changes.
 //
-// RapidJSON is the judge, told to check UTF-8 and to leave numbers as text, so that their size hardly matters
-// to it either. Where it differs from strict JSON nothing is compared: it refuses escapes of lone surrogates
-// and exponents of many digits. It takes a NUL for the end of the text, so that is judged here.
+// RapidJSON is the reference, set to validate UTF-8 and to keep numbers as strings, which makes their size
+// nearly irrelevant. Texts where it deviates from strict JSON are skipped: it rejects escapes of lone
+// surrogates and exponents with many digits. It treats NUL as the end of the text, so that case is checked
+// here.
 
 #include <gtest/gtest.h>
 #include <rapidjson/memorystream.h>
@@ -127,7 +128,7 @@ TEST(StateScannerOracle, AgreesWithAnotherParserOnChangedDocuments) {
       ASSERT_EQ(scanState(text).valid, verdict == Verdict::valid) << text;
     }
   }
-  // The comparison means something only when both verdicts are frequent and few texts are left out.
+  // The comparison is meaningful only if both verdicts are frequent and few texts are skipped.
   EXPECT_GT(counts[static_cast<std::size_t>(Verdict::valid)], 10'000U);
   EXPECT_GT(counts[static_cast<std::size_t>(Verdict::invalid)], 10'000U);
   EXPECT_LT(counts[static_cast<std::size_t>(Verdict::undecided)], 5'000U);

@@ -199,7 +199,7 @@ TEST(StateScanner, FollowsRunsOfBackslashesOfEveryLength) {
 }
 
 TEST(StateScanner, ReadsNothingBehindTheText) {
-  // The heap block is exactly as long as the text, so that an address sanitizer sees any byte too many.
+  // The heap block is exactly as long as the text, which lets AddressSanitizer catch any overread.
   const std::string text =
       R"({"a":"some text, longer than one block of sixty-four bytes, with \n and \u00e7","b":[1.5e3,true]})";
   for (std::size_t length = 0; length <= text.size(); ++length) {

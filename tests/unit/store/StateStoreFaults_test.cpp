@@ -1,6 +1,6 @@
-// A file system that fails any one call, or all from some point on, and one that forgets at a power cut
-// what was never flushed. Whatever happens, what was loaded remains or something newer, and never a document
-// older than the last that was answered with true.
+// A file system that fails any one call, or all from some point on, and one that loses unflushed data in a
+// power cut. In every case the document that was loaded or a newer one survives, never one older than the
+// last save answered with true.
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ using Paths = std::vector<std::string>;
 
 constexpr const char* damaged = "{\"revision\":2,\"te";
 
-/// What is on the disk at the start, with the newest good document in it.
+/// The initial contents of the disk, with the newest valid document among them.
 struct Start {
   const char* name;
   std::optional<std::string> primary;
@@ -41,7 +41,7 @@ std::vector<Start> starts() {
       {"PrimaryDamaged", damaged, document(1), document(1)},
       {"BackupDamaged", document(2), damaged, document(2)},
   };
-  // Both ways of making a backup: a second name of the same bytes, or a copy that is not yet flushed.
+  // Both kinds of backup: a hard link, or a copy that is not yet flushed.
   const std::size_t count = all.size();
   for (std::size_t at = 0; at < count; ++at) {
     all.push_back(all[at]);
@@ -53,7 +53,7 @@ std::vector<Start> starts() {
 
 class StateStoreFaultTest : public StoreFixture {
  protected:
-  /// A fresh disk and a store that has loaded what is there.
+  /// Sets up a new disk and a store that has loaded its contents.
   void startWith(const Start& start) {
     store.reset();
     fileManager = {};
@@ -65,7 +65,7 @@ class StateStoreFaultTest : public StoreFixture {
     ASSERT_EQ(store->load(), start.newest);
   }
   void startWithTwoDocuments() { startWith(twoDocuments); }
-  /// How many calls one save of revision 3 makes.
+  /// Number of calls one save of revision 3 makes.
   std::size_t callsOfOneSave(const Start& start) {
     startWith(start);
     const std::size_t before = fileManager.callCount();
@@ -77,7 +77,7 @@ class StateStoreFaultTest : public StoreFixture {
     restart();
     return store->load();
   }
-  /// Calls whose failure is no reason to give up the write.
+  /// Calls whose failure does not abort the write.
   static bool isIgnored(const std::string& call) {
     return call.starts_with("fileExists") || call.starts_with("isNameTaken") ||
            call.starts_with("snapshotItem") || call.ends_with(backupPath);
@@ -199,7 +199,7 @@ TEST_F(StateStoreFaultTest, TakesAnotherNameForItsTemporaryWhenAnOldOneCannotBeR
   EXPECT_EQ(strayFiles(), Paths{}) << "tried again with the next save";
 }
 
-/// Ends in the middle of saves, from every start.
+/// Interrupts saves, from every initial state.
 class StateStoreEndTest : public StateStoreFaultTest, public ::testing::WithParamInterface<Start> {
  protected:
   struct Run {
@@ -207,7 +207,7 @@ class StateStoreEndTest : public StateStoreFaultTest, public ::testing::WithPara
     bool finished = false;
   };
 
-  /// Saves revisions 3 to 5 on a disk that goes dead at the n-th call.
+  /// Saves revisions 3 to 5 on a disk that stops working at the n-th call.
   Run runUntilCall(std::size_t n) {
     startWith(GetParam());
     fileManager.failFromCall(n);
@@ -246,8 +246,8 @@ TEST_P(StateStoreEndTest, APowerCutAtAnyCallLosesNothingThatWasThere) {
   std::size_t cuts = 0;
   for (std::size_t n = 1;; ++n) {
     SCOPED_TRACE(n);
-    // Any set of the changes of names that were not flushed may have reached the device, in any order
-    // that a file system may have written them.
+    // Any subset of the unflushed changes of names may have reached the device, in any order a file system
+    // might have written them.
     runUntilCall(n);
     const std::size_t changes = fileManager.unflushedNameChanges();
     ASSERT_LT(changes, 16U);

@@ -1,4 +1,4 @@
-// What `load` finds when there is no valid primary document.
+// `load` without a valid primary document.
 
 #include <gtest/gtest.h>
 
@@ -57,7 +57,7 @@ TEST_F(StateStoreRescueTest, NeverTakesATemporaryThatIsNotWhole) {
   for (std::size_t length = 0; length < whole.size(); ++length) {
     fileManager.setFile(temporaryPath, whole.substr(0, length));
     EXPECT_EQ(store->load(), std::nullopt);
-    // What a file system shows after a power cut of a file whose size, but not all of its bytes, was written.
+    // After a power cut, a file system may show a file whose size was written but not all of its bytes.
     fileManager.setFile(temporaryPath, whole.substr(0, length) + std::string(whole.size() - length, '\0'));
     EXPECT_EQ(store->load(), std::nullopt);
   }

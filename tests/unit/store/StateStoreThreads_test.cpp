@@ -1,4 +1,4 @@
-// The store on a real disk with its real queue and many callers at once. Meant for a thread sanitizer too.
+// The store on a real disk, with its real queue and many concurrent callers. Also meant for ThreadSanitizer.
 
 #include <gtest/gtest.h>
 

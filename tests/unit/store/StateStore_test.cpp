@@ -12,7 +12,7 @@ namespace {
 using Answers = std::vector<std::string>;
 using StateStoreTest = StoreFixture;
 
-/// A document of exactly so many bytes.
+/// A document of exactly `bytes` bytes.
 std::string documentOfSize(std::size_t bytes) {
   const std::string head = "{\"text\":\"";
   const std::string tail = "\"}";

@@ -19,15 +19,15 @@ inline const std::string storeDirectory = "/home/user/.local/share/Quendo";
 inline const std::string primaryPath = storeDirectory + "/state-v1.json";
 inline const std::string backupPath = storeDirectory + "/state-v1.backup.json";
 
-/// A document that tells its revision and a text to know it by.
+/// A document with a revision and a text to identify it.
 inline std::string document(std::int64_t revision, const std::string& text = "") {
   return "{\"revision\":" + std::to_string(revision) + ",\"text\":\"" + text + "\"}";
 }
 
-/// A store whose disk, queue and main thread the test drives by hand.
+/// A store whose disk, queue and main thread the test controls.
 class StoreFixture : public ::testing::Test {
  protected:
-  /// What the completions said, in the order in which they were called: "name:true" or "name:false".
+  /// Results of the completions in call order: "name:true" or "name:false".
   std::vector<std::string> answers;
 
   void save(const std::string& name, std::string raw, std::optional<std::int64_t> revision) {
@@ -38,7 +38,7 @@ class StoreFixture : public ::testing::Test {
     queue.runPending();
     mainQueue.runPending();
   }
-  /// Saves and waits. The answer, if there was exactly one.
+  /// Saves and waits. Returns the answer, if there was exactly one.
   std::optional<bool> saveAndWait(std::string raw, std::optional<std::int64_t> revision) {
     answers.clear();
     save("it", std::move(raw), revision);
@@ -55,7 +55,7 @@ class StoreFixture : public ::testing::Test {
     for (const std::string& call : fileManager.log) count += call.starts_with(prefix) ? 1U : 0U;
     return count;
   }
-  /// Names in the state directory that are neither primary nor backup.
+  /// Names in the state directory other than the primary and the backup.
   std::vector<std::string> strayFiles() const {
     std::vector<std::string> stray;
     for (const std::string& path : fileManager.filePaths()) {

@@ -11,7 +11,7 @@ namespace {
 constexpr const char* kWhole =
     R"({"version":"1.5.0","build":42,"download_url":"https://quendo.example/Quendo.dmg","release_notes":"Better."})";
 
-/// A manifest that is right but for what is given.
+/// A valid manifest, apart from the given parts.
 std::string manifestWith(const std::string& build, const std::string& more = "") {
   return R"({"version":"1","build":)" + build + R"(,"download_url":"u")" + more + "}";
 }

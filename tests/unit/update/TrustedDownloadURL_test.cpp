@@ -8,8 +8,8 @@
 namespace quendo::QuendoVersion {
 namespace {
 
-/// A row of the table: SITE stands for the site's domain, UPPER for the same in capitals, LABEL for its first
-/// label and REST for what follows that.
+/// A row of the table: SITE is replaced with the site's domain, UPPER with the domain in capitals, LABEL with
+/// its first label and REST with the rest.
 struct Row {
   const char* url;
   const char* what;

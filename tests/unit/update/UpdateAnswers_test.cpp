@@ -7,7 +7,7 @@ namespace {
 
 class UpdateAnswersTest : public UpdateTest {
  protected:
-  /// Both kinds of check meet this answer with a failure, and the next check is free to run.
+  /// Both kinds of check treat this answer as a failure, and the next check may run.
   void expectFailure(const std::optional<HttpResponse>& response, const std::string& what) {
     page_.scripts.clear();
     platform_.defaults.dates.clear();
@@ -17,12 +17,12 @@ class UpdateAnswersTest : public UpdateTest {
     checkManually(response);
     EXPECT_EQ(messages(), std::vector<std::string>{message("Could not check for updates")}) << what;
     EXPECT_EQ(offers(), 0U) << what;
-    EXPECT_TRUE(nothingWasRecordedOfAnOffer()) << what;
+    EXPECT_TRUE(noOfferRecorded()) << what;
   }
 
   void SetUp() override { platform_.defaults.setString(kLanguageDefaultsKey, "en"); }
 
-  /// A manifest of a newer release, with blanks behind it up to a length.
+  /// A manifest of a newer release, padded to `size` bytes with trailing blanks.
   static std::string paddedTo(std::size_t size) {
     std::string body = newer();
     body.resize(size, ' ');
@@ -64,7 +64,7 @@ TEST_F(UpdateAnswersTest, SaysThatNothingIsNewerOnlyWhenAsked) {
     platform_.defaults.dates.clear();
     checkAutomatically(manifest(version, 3));
     EXPECT_TRUE(isSilent()) << version;
-    EXPECT_TRUE(nothingWasRecordedOfAnOffer());
+    EXPECT_TRUE(noOfferRecorded());
   }
 }
 

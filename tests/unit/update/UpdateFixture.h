@@ -17,12 +17,12 @@ namespace quendo {
 
 using namespace std::chrono_literals;
 
-/// The update checks of version 1.5.0, build 3, on a fake platform.
+/// Update checks of version 1.5.0, build 3, on a fake platform.
 class UpdateTest : public ::testing::Test {
  protected:
   UpdateTest() { restart(); }
 
-  /// A new program on the same defaults and with the clock going on.
+  /// Restarts the program with the same defaults; the clock keeps running.
   void restart() {
     checks_.reset();
     checks_ = std::make_unique<UpdateChecks>(platform_.bundle, platform_.defaults, platform_.clock,
@@ -36,7 +36,7 @@ class UpdateTest : public ::testing::Test {
   std::size_t requests() const { return platform_.httpSession.tasks.size(); }
   const HttpRequest& lastRequest() { return platform_.httpSession.tasks.at(requests() - 1).request; }
 
-  /// The site answers the request that was made last.
+  /// The site answers the most recent request.
   void answer(std::optional<HttpResponse> response) {
     auto completion = platform_.httpSession.tasks.at(requests() - 1).completion;
     completion(std::move(response));
@@ -57,7 +57,7 @@ class UpdateTest : public ::testing::Test {
   }
 
   static std::string trustedUrl() { return "https://" + std::string(kSiteDomain) + "/Quendo.dmg"; }
-  /// A manifest as the site publishes it. `more` is what follows, with its comma.
+  /// A manifest as the site publishes it. `more` is appended, including its leading comma.
   static std::string manifest(const std::string& version, int build, const std::string& more = "",
                               const std::string& url = trustedUrl()) {
     return R"({"version":")" + version + R"(","build":)" + std::to_string(build) + R"(,"download_url":")" +
@@ -65,7 +65,7 @@ class UpdateTest : public ::testing::Test {
   }
   static std::string newer() { return manifest("1.6.0", 4); }
 
-  /// The messages that the page was told to show, as scripts.
+  /// The messages shown by the page, as scripts.
   const std::vector<std::string>& messages() const { return page_.scripts; }
   static std::string message(const std::string& text) { return "showToast(" + javascriptLiteral(text) + ")"; }
   std::size_t offers() const { return window_.alerts.size(); }
@@ -77,7 +77,7 @@ class UpdateTest : public ::testing::Test {
     return platform_.defaults.date(key);
   }
   std::optional<std::string> storedText(const char* key) const { return platform_.defaults.string(key); }
-  bool nothingWasRecordedOfAnOffer() const {
+  bool noOfferRecorded() const {
     return !platform_.defaults.strings.contains(kPromptedVersion) &&
            !platform_.defaults.dates.contains(kPromptDate);
   }

@@ -5,7 +5,7 @@ namespace {
 
 class UpdateOfferTest : public UpdateTest {
  protected:
-  /// What stands below the title when the manifest has these notes, in JSON.
+  /// The text below the title for a manifest with these notes, in JSON.
   std::string bodyWithNotes(const std::string& notes) {
     checkManually(manifest("1.6.0", 4, ",\"release_notes\":" + notes));
     return lastOffer().informativeText;
@@ -177,7 +177,7 @@ TEST_F(UpdateOfferTest, IsLeftOutWithoutAWordWhileTheWindowHasASheet) {
   checkManually(newer());
   checkAutomatically(newer());
   EXPECT_TRUE(isSilent());
-  EXPECT_TRUE(nothingWasRecordedOfAnOffer());
+  EXPECT_TRUE(noOfferRecorded());
   window_.sheetAttached = false;
   pass(6h);
   checkAutomatically(newer());

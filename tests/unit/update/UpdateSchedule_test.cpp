@@ -5,7 +5,7 @@ namespace {
 
 class UpdateScheduleTest : public UpdateTest {
  protected:
-  /// Lets time pass and answers what is asked meanwhile, so that no check stands in the way of the next.
+  /// Advances time and answers requests meanwhile: a check in progress would block the next one.
   std::size_t requestsWithin(std::chrono::milliseconds time) {
     const std::size_t before = requests();
     for (const auto end = platform_.mainQueue.now() + time; platform_.mainQueue.now() < end;) {
@@ -41,7 +41,7 @@ TEST_F(UpdateScheduleTest, ChecksAgainAtEachTurnOfTheTimerThatIsSixHoursFromTheL
 TEST_F(UpdateScheduleTest, TurnsTheTimerEverySixHours) {
   checks_->startUpdateChecks();
   for (int turn = 0; turn < 3; ++turn) {
-    // Without a stored date every turn makes its request.
+    // Without a stored date every timer tick makes its request.
     EXPECT_EQ(requestsWithin(6h - 1ms), turn == 0 ? 1U : 0U);
     platform_.defaults.dates.clear();
     EXPECT_EQ(requestsWithin(1ms), 1U);

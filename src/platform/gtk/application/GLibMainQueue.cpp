@@ -12,7 +12,7 @@ class GLibDelayedTask final : public DelayedTask, public std::enable_shared_from
   explicit GLibDelayedTask(std::function<void()> task) : task_(std::move(task)) {}
 
   void start(std::chrono::milliseconds delay) {
-    // The source keeps the task alive, since its owner may let go of it without cancelling it.
+    // The source keeps the task alive: its owner may drop it without cancelling.
     auto* self = new std::shared_ptr<GLibDelayedTask>(shared_from_this());
     sourceId_ = g_timeout_add_full(
         G_PRIORITY_DEFAULT, static_cast<guint>(delay.count()), &GLibDelayedTask::run, self,

@@ -10,12 +10,11 @@
 
 namespace quendo::gtk {
 
-// What is set next replaces what is there, so that there is nothing to do. Giving the clipboard up first
-// would be worse: the display server's word of that arrives late and would take away what was set meanwhile.
+// No-op: the next contents replace these. Releasing the clipboard first would be worse: the display server
+// confirms that asynchronously, which would remove what was set meanwhile.
 void GdkPasteboard::clearContents() {}
 
-// The text is offered as bytes under each name that programs ask for, because a GLib string would end at
-// the first NUL.
+// Offers raw bytes under each type that programs request, because a GLib string would end at the first NUL.
 bool GdkPasteboard::setString(const std::string& text) {
   const auto display = Gdk::Display::get_default();
   if (!display) return false;

@@ -43,7 +43,7 @@ const char* editingCommand(PlatformAction action) {
   }
 }
 
-// Between two menus of the bar there is a moment when none is open.
+// While the user moves between two menus of the bar, none is open for a moment.
 constexpr unsigned kMenuSettlingMilliseconds = 120;
 
 bool hasOpenMenu(Gtk::Widget& menuBar) {
@@ -61,7 +61,7 @@ void refuseFocus(Gtk::Widget& menuBar) {
   }
 }
 
-/// Whether the keyboard gives this character without AltGr, with which it would be another combination.
+/// Whether the keyboard produces this character without AltGr, which would make it another combination.
 bool isPlainKey(guint key) {
   GdkKeymapKey* places = nullptr;
   int count = 0;
@@ -81,13 +81,13 @@ Gdk::ModifierType modifiersOf(const MenuItem& item) {
   return modifiers;
 }
 
-/// The bracket that keyboards of other layouts have at a key's place; empty for any other key, and where the
-/// keyboard has that bracket somewhere else (Spanish and German ones have not without AltGr).
-std::string_view bracketAtPlace(guint code) {
-  constexpr guint kLeftPlace = 34;
-  constexpr guint kRightPlace = 35;
-  if (code == kLeftPlace && !isPlainKey(GDK_KEY_bracketleft)) return "[";
-  if (code == kRightPlace && !isPlainKey(GDK_KEY_bracketright)) return "]";
+/// The bracket at this key's position on a US layout; empty for other keys, and if the current layout has
+/// that bracket elsewhere without AltGr (Spanish and German ones do not).
+std::string_view bracketAtPosition(guint code) {
+  constexpr guint kLeftBracketCode = 34;
+  constexpr guint kRightBracketCode = 35;
+  if (code == kLeftBracketCode && !isPlainKey(GDK_KEY_bracketleft)) return "[";
+  if (code == kRightBracketCode && !isPlainKey(GDK_KEY_bracketright)) return "]";
   return {};
 }
 
@@ -124,7 +124,7 @@ GtkHostWindow::GtkHostWindow(GtkHostApplication& application, const Rect& conten
   performUnhandledEditingKeys();
   acceptDroppedFiles();
   keepFocusOutOfMenuBar();
-  // The toolkit's inspector is a developer tool, and its keys are not this program's.
+  // GTK's inspector is a developer tool; its keys are disabled here.
   g_signal_connect(window_.gobj(), "enable-debugging",
                    G_CALLBACK(+[](GtkWindow*, gboolean, gpointer) -> gboolean { return TRUE; }), nullptr);
 }
@@ -133,7 +133,7 @@ GtkHostWindow::~GtkHostWindow() {
   application_.setResponder(nullptr);
 }
 
-// The items are validated before a key is matched against them and before a menu opens.
+// Validates the items before matching a key against them and before a menu opens.
 void GtkHostWindow::validateMenuBeforeUse() {
   auto keys = Gtk::EventControllerKey::create();
   keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
@@ -157,9 +157,9 @@ void GtkHostWindow::validateMenuBeforeUse() {
 bool GtkHostWindow::takesKey(guint key, guint code, Gdk::ModifierType modifiers) {
   const auto held = modifiers & (Gdk::ModifierType::CONTROL_MASK | Gdk::ModifierType::SHIFT_MASK |
                                  Gdk::ModifierType::ALT_MASK | Gdk::ModifierType::SUPER_MASK);
-  // The web view asks a hidden text view of the toolkit what keys mean, and this one ends the process there.
+  // The web view uses a hidden GtkTextView to interpret keys, and F7 there aborts the process.
   if (key == GDK_KEY_F7 && held == Gdk::ModifierType{}) return true;
-  const std::string_view bracket = bracketAtPlace(code);
+  const std::string_view bracket = bracketAtPosition(code);
   if (bracket.empty()) return false;
   for (const MenuEntry& entry : application_.menuEntries()) {
     if (entry.item.keyEquivalent != bracket || modifiersOf(entry.item) != held) continue;
@@ -173,9 +173,9 @@ void GtkHostWindow::focusContent() {
   if (content_ && content_->webView()) content_->webView()->grabFocus();
 }
 
-// The menu bar keeps the focus when a menu has closed, and takes it even when the pointer passes over it;
-// what is typed next would then go to the menus. So its titles take no focus, and when nothing has it and no
-// menu is open, it goes back to the content.
+// The menu bar keeps the focus after a menu closes, and even takes it when the pointer passes over it; what
+// is typed next would then go to the menus. So its titles are not focusable, and when nothing has the focus
+// and no menu is open, the content gets it back.
 void GtkHostWindow::keepFocusOutOfMenuBar() {
   refuseFocus(menuBar_);
   application_.menuBar()->signal_items_changed().connect([this](int, int, int) {
@@ -191,8 +191,8 @@ void GtkHostWindow::keepFocusOutOfMenuBar() {
   });
 }
 
-// The web view handles the editing keys itself, but leaves some of them to its embedder (undo in a plain
-// text field): what neither the page nor the web view has taken comes back here and runs the command.
+// The web view handles the editing keys itself but leaves some to its embedder (undo in a plain text field):
+// keys handled by neither the page nor the web view arrive here and run the command.
 void GtkHostWindow::performUnhandledEditingKeys() {
   auto shortcuts = Gtk::ShortcutController::create();
   shortcuts->set_propagation_phase(Gtk::PropagationPhase::BUBBLE);
@@ -206,8 +206,8 @@ void GtkHostWindow::performUnhandledEditingKeys() {
   window_.add_controller(shortcuts);
 }
 
-// Files are taken before the web view sees them, which would hand them to the page unread. Everything
-// else that is dragged, text for instance, is the web view's.
+// Intercepts dropped files before the web view, which would pass them to the page unread. Other drags, such
+// as text, are left to the web view.
 void GtkHostWindow::acceptDroppedFiles() {
   auto target = Gtk::DropTarget::create(GDK_TYPE_FILE_LIST, Gdk::DragAction::COPY);
   target->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);

@@ -12,7 +12,7 @@
 
 namespace quendo::gtk {
 
-/// The container that fills the window below its menu bar.
+/// The container that fills the window below the menu bar.
 class GtkContainerView final : public View {
  public:
   GtkContainerView();
@@ -25,7 +25,7 @@ class GtkContainerView final : public View {
   WebKitView* webView_ = nullptr;
 };
 
-/// The window: menu bar above, content below. Also what the menu's platform commands act on.
+/// The window: menu bar above, content below. Also the target of the menu's platform actions.
 class GtkHostWindow final : public Window, public Responder {
  public:
   GtkHostWindow(GtkHostApplication& application, const Rect& contentRect, std::uint32_t styleMask);
@@ -40,7 +40,7 @@ class GtkHostWindow final : public Window, public Responder {
   std::optional<Rect> contentViewBounds() const override;
   void setContentView(View& view) override;
   void makeKeyAndOrderFront() override;
-  // A sheet waits only while another one is shown.
+  // Sheets queue only while one is showing.
   bool hasAttachedSheet() const override { return sheets_.isShowing(); }
   std::shared_ptr<PresentedAlert> beginSheet(const Alert& alert,
                                              std::function<void(AlertResult)> completion) override;

@@ -30,7 +30,7 @@ Glib::RefPtr<Gio::MenuItem> modelItem(const MenuItem& item) {
   return entry;
 }
 
-// GTK separates sections rather than items.
+// GTK has sections instead of separator items.
 Glib::RefPtr<Gio::Menu> modelOf(const Menu& menu) {
   auto model = Gio::Menu::create();
   auto section = Gio::Menu::create();
@@ -58,7 +58,7 @@ void collectEntries(const Menu& menu, std::vector<MenuEntry>& entries) {
 
 }  // namespace
 
-// With Shift held a bracket key gives a brace on some keyboards and stays a bracket on others.
+// With Shift, a bracket key produces a brace on some keyboards and a bracket on others.
 std::vector<std::string> acceleratorsFor(const MenuItem& item) {
   if (item.keyEquivalent.empty()) return {};
   std::string modifiers;

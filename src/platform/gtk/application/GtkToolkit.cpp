@@ -22,7 +22,7 @@ std::unique_ptr<Window> GtkToolkit::makeWindow(const Rect& contentRect, std::uin
   return std::make_unique<GtkHostWindow>(application_, contentRect, styleMask);
 }
 
-// The layout gives the container its size, whatever frame it is born with.
+// The layout sizes the container, whatever its initial frame.
 std::unique_ptr<View> GtkToolkit::makeContainerView(const Rect& /*frame*/) {
   return std::make_unique<GtkContainerView>();
 }

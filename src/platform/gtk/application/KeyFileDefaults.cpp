@@ -30,7 +30,7 @@ std::string textOfDate(system_clock::time_point date) {
 std::optional<system_clock::time_point> dateFromText(const std::string& text) {
   const DateTime moment(g_date_time_new_from_iso8601(text.c_str(), nullptr));
   if (!moment) return std::nullopt;
-  // The clock counts a few centuries around now; what lies beyond is as far away as it can count.
+  // The clock covers a few centuries around now; dates beyond that saturate.
   constexpr auto kFirst = std::chrono::ceil<seconds>(system_clock::time_point::min()).time_since_epoch();
   constexpr auto kLast =
       std::chrono::floor<seconds>(system_clock::time_point::max()).time_since_epoch() - seconds(1);
@@ -41,7 +41,7 @@ std::optional<system_clock::time_point> dateFromText(const std::string& text) {
 }  // namespace
 
 KeyFileDefaults::KeyFileDefaults(std::string path) : path_(std::move(path)), values_(g_key_file_new()) {
-  // A file that is missing or damaged counts as empty, and is replaced at the next change.
+  // A missing or damaged file counts as empty and is replaced by the next change.
   g_key_file_load_from_file(values_.get(), path_.c_str(), G_KEY_FILE_NONE, nullptr);
 }
 

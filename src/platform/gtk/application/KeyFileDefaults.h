@@ -10,9 +10,9 @@
 
 namespace quendo::gtk {
 
-/// User defaults in a key file with one group for each type of value, so that a text is never taken for
-/// a date: "Strings", and "Dates" in the form 2030-01-31T12:00:00.000000Z. Read once, when made; each change
-/// is written at once, atomically.
+/// User defaults in a key file with one group per value type, which keeps a string from being read as a date:
+/// "Strings", and "Dates" in the form 2030-01-31T12:00:00.000000Z. Read once, by the constructor; each change
+/// is written immediately and atomically.
 class KeyFileDefaults final : public UserDefaults {
  public:
   explicit KeyFileDefaults(std::string path);

@@ -17,11 +17,12 @@ constexpr std::size_t kReadSize = 65536;
 using Uri = std::unique_ptr<GUri, decltype([](GUri* uri) { g_uri_unref(uri); })>;
 using Bytes = std::unique_ptr<GBytes, decltype([](GBytes* bytes) { g_bytes_unref(bytes); })>;
 
-/// A session that keeps and tells nothing. Null when the file of authorities cannot be read: without it every
-/// authority of the system would be trusted.
+/// A session without cookies, cache or credentials. Null if the file of authorities cannot be read: otherwise
+/// every system authority would be trusted.
 GObjectPtr<SoupSession> makeSession(const std::string& certificateAuthorityFile) {
   auto session = adoptReference(soup_session_new());
-  // The library brings both by itself: passwords out of addresses, and bodies that grow while they are read.
+  // libsoup enables both by default: credentials from URLs, and content decoding, which makes bodies grow
+  // while they are read.
   soup_session_remove_feature_by_type(session.get(), SOUP_TYPE_AUTH_MANAGER);
   soup_session_remove_feature_by_type(session.get(), SOUP_TYPE_CONTENT_DECODER);
   if (certificateAuthorityFile.empty()) return session;
@@ -31,15 +32,15 @@ GObjectPtr<SoupSession> makeSession(const std::string& certificateAuthorityFile)
   return session;
 }
 
-/// Null when the address leads nowhere.
+/// Null if the URL is unusable.
 GObjectPtr<SoupMessage> makeMessage(const HttpRequest& request, const std::string& url) {
   const Uri uri(g_uri_parse(url.c_str(), static_cast<GUriFlags>(SOUP_HTTP_URI_FLAGS), nullptr));
   const char* host = uri ? g_uri_get_host(uri.get()) : nullptr;
-  // The library takes an address without a host for a mistake of its caller.
+  // libsoup treats a URL without a host as a programming error.
   if (!host || *host == '\0') return nullptr;
   auto message = adoptReference(soup_message_new_from_uri(SOUP_METHOD_GET, uri.get()));
   soup_message_add_flags(message.get(), SOUP_MESSAGE_NO_REDIRECT);
-  // Otherwise the library takes a connection that breaks off for the end of a body in chunks.
+  // Otherwise libsoup treats a lost connection as the end of a chunked body.
   g_signal_connect(message.get(), "network-event",
                    G_CALLBACK(+[](SoupMessage*, GSocketClientEvent event, GIOStream* connection, gpointer) {
                      if (event == G_SOCKET_CLIENT_TLS_HANDSHAKING)
@@ -57,7 +58,7 @@ GObjectPtr<SoupMessage> makeMessage(const HttpRequest& request, const std::strin
   return message;
 }
 
-/// Where a response sends its reader on to, as an absolute address; absent when it is no redirect.
+/// The absolute URL a response redirects to; `nullopt` if it is not a redirect.
 std::optional<std::string> redirectOf(SoupMessage* message) {
   switch (soup_message_get_status(message)) {
     case SOUP_STATUS_MOVED_PERMANENTLY:
@@ -80,7 +81,7 @@ std::optional<std::string> redirectOf(SoupMessage* message) {
 
 }  // namespace
 
-/// One exchange. What the library runs holds it until the library has called back.
+/// One exchange. Pending libsoup calls hold a reference to it until their callbacks have run.
 class SoupHttpSession::Exchange : public std::enable_shared_from_this<Exchange> {
  public:
   Exchange(const std::string& certificateAuthorityFile, HttpRequest request, Completion completion)
@@ -88,7 +89,7 @@ class SoupHttpSession::Exchange : public std::enable_shared_from_this<Exchange> 
         request_(std::move(request)),
         completion_(std::move(completion)),
         cancellable_(adoptReference(g_cancellable_new())) {}
-  ~Exchange() { breakOff(); }
+  ~Exchange() { cancel(); }
   Exchange(const Exchange&) = delete;
   Exchange& operator=(const Exchange&) = delete;
 
@@ -99,12 +100,12 @@ class SoupHttpSession::Exchange : public std::enable_shared_from_this<Exchange> 
     send(request_.url);
   }
 
-  /// Ends the exchange without a word.
-  void breakOff() {
+  /// Ends the exchange without calling the completion.
+  void cancel() {
     completion_ = nullptr;
     setDeadline(std::nullopt);
     g_cancellable_cancel(cancellable_.get());
-    letGo();
+    closeConnection();
   }
 
  private:
@@ -122,11 +123,11 @@ class SoupHttpSession::Exchange : public std::enable_shared_from_this<Exchange> 
   }
 
   void send(const std::string& url) {
-    letGo();
+    closeConnection();
     session_ = makeSession(certificateAuthorityFile_);
     message_ = makeMessage(request_, url);
     if (!session_ || !message_) {
-      // The answer must not come before the question has been asked.
+      // The completion must not run before dataTask returns.
       setDeadline(std::chrono::milliseconds::zero());
       return;
     }
@@ -185,9 +186,9 @@ class SoupHttpSession::Exchange : public std::enable_shared_from_this<Exchange> 
     }
   }
 
-  /// The connection has ended, or the limit is reached.
+  /// End of stream, or the limit is reached.
   void finishWithBody() {
-    if (isCutShort()) {
+    if (isTruncated()) {
       finish(std::nullopt);
       return;
     }
@@ -195,9 +196,9 @@ class SoupHttpSession::Exchange : public std::enable_shared_from_this<Exchange> 
     finish(HttpResponse{status, std::move(body_)});
   }
 
-  /// Whether the connection was ended in good order, but before the body was whole, which the library does
-  /// not tell either.
-  bool isCutShort() const {
+  /// Whether the connection was closed cleanly but before the end of the body, which libsoup does not report
+  /// either.
+  bool isTruncated() const {
     SoupMessageHeaders* headers = soup_message_get_response_headers(message_.get());
     if (soup_message_headers_get_encoding(headers) != SOUP_ENCODING_CONTENT_LENGTH) return false;
     const auto announced = static_cast<std::uint64_t>(soup_message_headers_get_content_length(headers));
@@ -207,12 +208,12 @@ class SoupHttpSession::Exchange : public std::enable_shared_from_this<Exchange> 
   void finish(std::optional<HttpResponse> response) {
     const auto self = shared_from_this();
     const Completion completion = std::move(completion_);
-    breakOff();
+    cancel();
     if (completion) completion(std::move(response));
   }
 
-  /// Closes the connection of the hop before.
-  void letGo() {
+  /// Closes the previous hop's connection.
+  void closeConnection() {
     stream_.reset();
     message_.reset();
     if (session_) soup_session_abort(session_.get());
@@ -241,7 +242,7 @@ SoupHttpSession::SoupHttpSession(std::string certificateAuthorityFile)
     : certificateAuthorityFile_(std::move(certificateAuthorityFile)) {}
 
 SoupHttpSession::~SoupHttpSession() {
-  for (const auto& exchange : exchanges_) exchange->breakOff();
+  for (const auto& exchange : exchanges_) exchange->cancel();
 }
 
 void SoupHttpSession::dataTask(HttpRequest request, Completion completion) {

@@ -8,12 +8,12 @@
 
 namespace quendo::gtk {
 
-/// Exchanges over libsoup, on the main thread; completions run there too. Each exchange has a connection of
-/// its own, which ends with it. An exchange that runs when the session ends is broken off.
+/// Exchanges over libsoup, on the main thread; completions run there too. Each exchange has its own
+/// connection. Destroying the session aborts running exchanges.
 class SoupHttpSession final : public HttpSession {
  public:
-  /// `certificateAuthorityFile` has the authorities, in PEM form, that a server's certificate may come from;
-  /// empty stands for the system's. A file that cannot be read leaves no authority at all.
+  /// `certificateAuthorityFile`: PEM file of the accepted certificate authorities; empty means the system's.
+  /// If it cannot be read, no authority is trusted.
   explicit SoupHttpSession(std::string certificateAuthorityFile);
   ~SoupHttpSession() override;
   SoupHttpSession(const SoupHttpSession&) = delete;

@@ -11,7 +11,7 @@
 namespace quendo::gtk {
 namespace {
 
-// The symbols are of GTK's own X11 back-end, deprecated in favour of nothing.
+// These are GTK's own X11 functions, deprecated without a replacement.
 Display* x11Display() {
   GdkDisplay* display = gdk_display_get_default();
   return display && GDK_IS_X11_DISPLAY(display) ? gdk_x11_display_get_xdisplay(display) : nullptr;

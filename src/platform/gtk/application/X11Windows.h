@@ -6,14 +6,14 @@
 
 namespace quendo::gtk {
 
-/// What only some display servers let a client do. Elsewhere each does nothing.
+/// Window operations that only some display servers offer. Elsewhere they are no-ops.
 
-/// Places the window in the middle of its monitor when it is first shown.
+/// Centres the window on its monitor when it is first mapped.
 void centerWhenMapped(Gtk::Window& window, const Rect& contentRect);
 
-/// Whether the windows of other programs can be minimised from here.
+/// Whether this process can minimise other programs' windows.
 bool canHideOtherApplications();
-/// Asks the window manager to minimise every ordinary window that is not this program's.
+/// Asks the window manager to minimise all ordinary windows of other programs.
 void hideOtherApplications();
 
 }  // namespace quendo::gtk

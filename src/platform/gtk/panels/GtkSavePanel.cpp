@@ -20,12 +20,12 @@ namespace {
 constexpr int kAccept = static_cast<int>(Gtk::ResponseType::ACCEPT);
 constexpr int kInset = 6;
 
-/// What GTK takes for a folder, and a user who types it means as one.
+/// Names that GTK, and a user who types them, treats as a folder.
 bool isFolderShortcut(const std::string& name) {
   return name == "." || name == ".." || name == "~";
 }
 
-/// Whether GTK takes a name without a slash for a folder: it reads "~notes" as somebody's home directory.
+/// Whether GTK reads a name without a slash as a folder: "~notes" would be somebody's home directory.
 bool isReadAsFolder(const std::string& name) {
   return isFolderShortcut(name) || name.starts_with('~');
 }
@@ -41,7 +41,8 @@ GtkSavePanel::GtkSavePanel(Gtk::Window& parent, SavePanelConfiguration configura
   dialog_.get_content_area()->set_margin(kInset);
   dialog_.add_button(configuration_.cancel, Gtk::ResponseType::CANCEL);
   auto* confirm = Gtk::make_managed<Gtk::Button>(configuration_.prompt);
-  // Ahead of the dialog's own handler, so that the dialog checks, and asks about, the file that is written.
+  // Runs before the dialog's own handler: the dialog then validates, and asks about, the file that is
+  // actually written.
   confirm->signal_clicked().connect([this] { completeName(); }, false);
   dialog_.add_action_widget(*confirm, Gtk::ResponseType::ACCEPT);
   dialog_.set_default_response(kAccept);
@@ -115,7 +116,7 @@ bool GtkSavePanel::completeName() {
   } else if (const auto file = dialog_.get_file()) {
     path = file->get_path();
   }
-  // The dialog itself says what is wrong with a name, and opens a folder.
+  // The dialog reports invalid names itself, and opens folders.
   if (path.empty() || (!literal && Glib::file_test(path, Glib::FileTest::IS_DIR))) return false;
   const std::string written = configuration_.pathToWrite ? configuration_.pathToWrite(*this, path) : path;
   if (!literal && written == path) return false;
@@ -125,7 +126,7 @@ bool GtkSavePanel::completeName() {
   } else if (isReadAsFolder(location)) {
     location.insert(0, "./");
   }
-  // A folder of other bytes cannot be typed: its file stays as the user chose it.
+  // A folder name that is not UTF-8 cannot be typed: keep the user's choice.
   if (!isValidUtf8(location)) return false;
   enterLocation(location);
   return true;
@@ -134,8 +135,8 @@ bool GtkSavePanel::completeName() {
 void GtkSavePanel::enterLocation(const std::string& location) {
   for (GtkWidget* child = gtk_widget_get_first_child(GTK_WIDGET(dialog_.get_content_area()->gobj())); child;
        child = gtk_widget_get_next_sibling(child)) {
-    // By the chooser's key binding for typing a location, because the name field counts only while it has the
-    // focus, or had it last.
+    // Uses the chooser's key binding for typing a location, because the name field counts only while it has
+    // the focus, or had it last.
     if (GTK_IS_FILE_CHOOSER_WIDGET(child)) g_signal_emit_by_name(child, "location-popup", location.c_str());
   }
 }
@@ -146,7 +147,7 @@ void GtkSavePanel::didRespond(int response) {
   if (!file) {
     finish({});
   } else if (completeName()) {
-    // What was typed while the dialog looked at the file before.
+    // Typed while the dialog was checking the previous file.
     dialog_.response(kAccept);
   } else {
     const std::string path = file->get_path();

@@ -10,14 +10,14 @@
 
 namespace quendo::gtk {
 
-/// GTK's own file dialog, in this process, so that the row below the files can change the name at once. What
-/// is typed may be a path: absolute, from the home directory ("~/") or from the folder on show.
+/// GTK's own in-process file dialog, where the row below the files can change the name immediately. A path
+/// may be typed: absolute, relative to the home directory ("~/") or to the current folder.
 class GtkSavePanel final : public SavePanel, public std::enable_shared_from_this<GtkSavePanel> {
  public:
   GtkSavePanel(Gtk::Window& parent, SavePanelConfiguration configuration, SavePanelCompletion completion);
 
-  /// Shows the panel. `gone` is called once it has left the screen, before the completion is. The panel keeps
-  /// itself alive meanwhile.
+  /// Shows the panel. `gone` is called once it has closed, before the completion. The panel keeps itself
+  /// alive until then.
   void show(std::function<void()> gone);
 
   std::string nameFieldStringValue() const override;
@@ -28,8 +28,8 @@ class GtkSavePanel final : public SavePanel, public std::enable_shared_from_this
   void addAccessory();
   void addFilter();
   void didRespond(int response);
-  /// Puts into the name field what GTK understands as the path that is written, where what stands there means
-  /// another. False when there was nothing to change.
+  /// Rewrites the name field, if needed, to make GTK resolve it to the path that will be written. False if
+  /// there was nothing to change.
   bool completeName();
   void enterLocation(const std::string& location);
   void finish(const SavePanelResult& result);

@@ -20,7 +20,7 @@ constexpr const char* kExtensionChoice = "extension";
 
 }  // namespace
 
-// The same signs by which the toolkit decides whether its dialogs are the portal's.
+// The criteria GTK itself uses to choose portal dialogs.
 bool onlyPortalReachesFiles() {
   const char* wanted = std::getenv("GDK_DEBUG");
   std::error_code error;

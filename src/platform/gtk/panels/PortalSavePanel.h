@@ -9,19 +9,19 @@
 
 namespace quendo::gtk {
 
-/// Whether the user's files are reached only through the desktop portal, because the program is confined.
+/// Whether the program is confined and reaches the user's files only through the desktop portal.
 bool onlyPortalReachesFiles();
 
-/// The portal's file dialog. It belongs to another process: the extension is one of its choices, and counts
-/// when the user confirms; the name in it cannot be read or changed meanwhile. A confined program may write
-/// to the very file that the user named and to no other, so that a name which gets its extension only then is
-/// asked for once more, complete.
+/// The portal's file dialog. It runs in another process: the extension is one of its choices and takes effect
+/// on confirmation; the name cannot be read or changed while it is open. A confined program may write only to
+/// the exact file the user named, so if adding the extension changes the name, the panel asks again with the
+/// full name.
 class PortalSavePanel final : public SavePanel, public std::enable_shared_from_this<PortalSavePanel> {
  public:
   PortalSavePanel(Gtk::Window& parent, SavePanelConfiguration configuration, SavePanelCompletion completion);
 
-  /// Shows the panel. `gone` is called once it has left the screen, before the completion is. The panel keeps
-  /// itself alive meanwhile.
+  /// Shows the panel. `gone` is called once it has closed, before the completion. The panel keeps itself
+  /// alive until then.
   void show(std::function<void()> gone);
 
   std::string nameFieldStringValue() const override { return configuration_.nameFieldStringValue; }
@@ -30,7 +30,7 @@ class PortalSavePanel final : public SavePanel, public std::enable_shared_from_t
 
  private:
   void didRespond(int response);
-  /// The name under which what the user chose is written.
+  /// The name to write the user's choice to.
   std::string completeName(const std::string& path) const;
   void askAgain(const std::string& name);
 

@@ -6,10 +6,10 @@
 
 namespace quendo::gtk {
 
-/// Shows the sheets of one window one at a time: a second waits for the first. Main thread.
+/// Shows a window's sheets one at a time; further ones queue. Main thread.
 class SheetQueue {
  public:
-  /// Shows a sheet; it must call the function that it is given once, when it is gone.
+  /// Shows a sheet; must call `gone` once, when the sheet has closed.
   using Presenter = std::function<void(std::function<void()> gone)>;
 
   void present(Presenter presenter) {

@@ -54,7 +54,7 @@ class EmailService final : public GtkSharingService {
     }
     call.options.emplace_back("subject", g_variant_new_string(mail_.subject.c_str()));
     call.options.emplace_back("body", g_variant_new_string(mail_.body.c_str()));
-    askThePortal(std::move(call), [service = self()](PortalAnswer answer) {
+    callPortal(std::move(call), [service = self()](PortalAnswer answer) {
       if (answer == PortalAnswer::noPortal) {
         service->runXdgEmail();
       } else {

@@ -7,9 +7,9 @@
 
 namespace quendo::gtk {
 
-/// Opens a new message of the user's mail program, with a copy of the attachment: through the desktop portal,
-/// or with xdg-email where no portal does it. It has succeeded when the portal, or xdg-email, says that the
-/// mail program took it.
+/// Opens a new message in the user's mail program, with a copy of the attachment: through the desktop portal,
+/// or with xdg-email if no portal supports it. It succeeds once the portal or xdg-email reports that the mail
+/// program accepted the message.
 std::shared_ptr<GtkSharingService> makeEmailService(ShareByMail mail, std::shared_ptr<SharingOffers> offers);
 
 }  // namespace quendo::gtk

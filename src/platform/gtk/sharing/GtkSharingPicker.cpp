@@ -11,7 +11,7 @@
 namespace quendo::gtk {
 namespace {
 
-/// The side of the rectangle at which the popover stands.
+/// The side of the rectangle to show the popover on.
 Gtk::PositionType positionOf(RectEdge edge) {
   switch (edge) {
     case RectEdge::minX:
@@ -26,7 +26,7 @@ Gtk::PositionType positionOf(RectEdge edge) {
   return Gtk::PositionType::TOP;
 }
 
-/// A title as a menu item's label, in which a single "_" marks a key.
+/// A title as a menu item label, in which a single "_" marks a mnemonic.
 std::string labelOf(const std::string& title) {
   std::string label;
   for (const char character : title) label.append(character == '_' ? 2 : 1, character);
@@ -49,7 +49,7 @@ GtkSharingPicker::GtkSharingPicker(const SharedItems& shared) : actions_(Gio::Si
   }
   popover_.set_menu_model(menu);
   popover_.insert_action_group("share", actions_);
-  // The popover closes before the chosen item acts, so that a dismissal is known only a little later.
+  // The popover closes before the chosen item is activated, so a dismissal is only known slightly later.
   popover_.signal_closed().connect(
       [this] { Glib::signal_idle().connect_once(lifetime_.guard([this] { choose(nullptr); })); });
 }

@@ -12,7 +12,7 @@
 
 namespace quendo::gtk {
 
-/// A popover at the web view that lists what the core offers on a desktop without a share picker.
+/// A popover on the web view with the core's own entries, as the desktop has no share picker.
 class GtkSharingPicker final : public SharingServicePicker {
  public:
   explicit GtkSharingPicker(const SharedItems& shared);

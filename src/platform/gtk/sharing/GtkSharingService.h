@@ -8,7 +8,7 @@
 
 namespace quendo::gtk {
 
-/// One entry of the share picker. It can be started once, and keeps itself alive until it has reported. Main
+/// An entry of the share picker. It can be started once and keeps itself alive until it has reported. Main
 /// thread.
 class GtkSharingService : public SharingService, public std::enable_shared_from_this<GtkSharingService> {
  public:

@@ -50,10 +50,10 @@ class CopyFileService final : public GtkSharingService {
   std::shared_ptr<SharingOffers> offers_;
 };
 
-/// Makes the service that does what an offer says.
-class ServiceMaker {
+/// Creates the service for an offer.
+class ServiceFactory {
  public:
-  ServiceMaker(const Programs& programs, const std::shared_ptr<SharingOffers>& offers)
+  ServiceFactory(const Programs& programs, const std::shared_ptr<SharingOffers>& offers)
       : programs_(programs), offers_(offers) {}
   std::shared_ptr<GtkSharingService> operator()(const ShareByMail& mail) const {
     return makeEmailService(mail, offers_);
@@ -78,7 +78,7 @@ class ServiceMaker {
 std::vector<std::vector<TitledService>> sharingServicesFor(const SharedItems& shared) {
   const auto file = std::ranges::find(shared.items, SharedItem::Kind::file, &SharedItem::kind);
   const Programs programs = file == shared.items.end() ? Programs() : programsFor(file->value);
-  const ServiceMaker makeService(programs, shared.offersWithoutSystemPicker);
+  const ServiceFactory makeService(programs, shared.offersWithoutSystemPicker);
   std::vector<std::vector<TitledService>> sections;
   for (const SharingSection& offers : shared.offersWithoutSystemPicker->sections(described(programs))) {
     std::vector<TitledService>& section = sections.emplace_back();

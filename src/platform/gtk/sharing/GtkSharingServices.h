@@ -14,7 +14,7 @@ struct TitledService {
   std::shared_ptr<GtkSharingService> service;
 };
 
-/// What the picker lists, each inner list a section. Main thread.
+/// The picker's entries, one inner list per section. Main thread.
 std::vector<std::vector<TitledService>> sharingServicesFor(const SharedItems& shared);
 
 }  // namespace quendo::gtk

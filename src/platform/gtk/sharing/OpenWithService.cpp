@@ -30,7 +30,7 @@ class OpenWithService final : public GtkSharingService {
         program_.get(), &uris, context ? G_APP_LAUNCH_CONTEXT(context.get()) : nullptr,
         static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_DO_NOT_REAP_CHILD), restoreQuitSignals,
         nullptr, onStarted, this, nullptr);
-    // A program that the session bus starts has no process of ours to watch.
+    // A program started by D-Bus activation is not our child process, so there is nothing to watch.
     if (!launched || !isWatched_) report(launched);
   }
 

@@ -14,13 +14,13 @@ namespace quendo::gtk {
 
 using Programs = std::vector<GObjectPtr<GDesktopAppInfo>>;
 
-/// The programs that the desktop has registered for the type of the file at `path`, the likeliest first.
+/// The programs registered for the type of the file at `path`, most likely first.
 Programs programsFor(const std::string& path);
 
 std::vector<SharingProgram> described(const Programs& programs);
 
-/// Opens a copy of the file with `program`, which is kept. A program that the session bus starts has taken
-/// the file once it was asked to, because there is no process to watch.
+/// Opens a copy of the file, which is kept, with `program`. A program started by D-Bus activation counts as
+/// successful once activated, because there is no process to watch.
 std::shared_ptr<GtkSharingService> makeOpenWithService(const GObjectPtr<GDesktopAppInfo>& program,
                                                        const ShareWithProgram& with,
                                                        std::shared_ptr<SharingOffers> offers);

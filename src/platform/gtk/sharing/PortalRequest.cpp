@@ -13,7 +13,7 @@ namespace {
 constexpr const char* kPortal = "org.freedesktop.portal.Desktop";
 constexpr const char* kPortalPath = "/org/freedesktop/portal/desktop";
 
-/// The last part of the path at which the portal is to make the request: only letters, digits and "_".
+/// Last element of the request's object path: only letters, digits and "_".
 std::string freshToken() {
   std::string token = "quendo_" + GLibUuidSource().randomUuid();
   for (char& character : token) {
@@ -22,9 +22,9 @@ std::string freshToken() {
   return token;
 }
 
-/// Listens from before the call, because a portal may answer the request before the call that makes it
-/// returns; and to answers at every path, because old portals choose the path themselves. Which answer is the
-/// right one is known when the call has returned.
+/// Subscribes before the call, because a portal may respond before the call returns; and to responses at
+/// every path, because old portals choose the path themselves. The call's return value tells which response
+/// is ours.
 class PortalRequest : public std::enable_shared_from_this<PortalRequest> {
  public:
   PortalRequest(GObjectPtr<GDBusConnection> bus, std::function<void(PortalAnswer)> completion)
@@ -45,7 +45,7 @@ class PortalRequest : public std::enable_shared_from_this<PortalRequest> {
   }
 
  private:
-  /// Keeps the request alive while something is awaited.
+  /// Keeps the request alive while a callback is pending.
   using Kept = std::shared_ptr<PortalRequest>;
   Kept* keep() { return new Kept(shared_from_this()); }
 
@@ -95,7 +95,7 @@ class PortalRequest : public std::enable_shared_from_this<PortalRequest> {
 
 }  // namespace
 
-void askThePortal(PortalCall call, std::function<void(PortalAnswer)> completion) {
+void callPortal(PortalCall call, std::function<void(PortalAnswer)> completion) {
   GObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
   if (!bus) {
     for (const auto& option : call.options) g_variant_unref(g_variant_ref_sink(option.second));

@@ -12,22 +12,21 @@
 
 namespace quendo::gtk {
 
-/// A method of the desktop portal that takes a window's handle and options, and returns a request.
+/// A desktop portal method that takes a window handle and options, and returns a request.
 struct PortalCall {
   const char* interface = nullptr;
   const char* method = nullptr;
-  std::vector<std::pair<const char*, GVariant*>> options;  ///< Floating references, which the call takes.
+  std::vector<std::pair<const char*, GVariant*>> options;  ///< Floating references, consumed by the call.
   GObjectPtr<GUnixFDList> descriptors;                     ///< May be null.
 };
 
 enum class PortalAnswer : std::uint8_t {
   done,
-  refused,   ///< By the user, or because it failed.
-  noPortal,  ///< There is no session bus, no portal on it, or the portal does not know the method.
+  refused,   ///< Refused by the user, or failed.
+  noPortal,  ///< No session bus, no portal on it, or the portal lacks the method.
 };
 
-/// Calls the portal; `completion` is called once with what it answers, or never when it does not. Main
-/// thread.
-void askThePortal(PortalCall call, std::function<void(PortalAnswer)> completion);
+/// Calls the portal; `completion` is called once with its reply, or never if it does not reply. Main thread.
+void callPortal(PortalCall call, std::function<void(PortalAnswer)> completion);
 
 }  // namespace quendo::gtk

@@ -33,8 +33,8 @@ std::string jsonText(std::string_view text) {
   return json + '"';
 }
 
-/// A new directory for this user alone in the system's directory for temporary files, in which others can
-/// prepare any name that they can guess. Empty when it cannot be made.
+/// A new private directory in the system's directory for temporary files, where others could pre-create any
+/// guessable name. Empty on failure.
 std::string makeTemporaryDirectory() {
   std::string path = std::string(g_get_tmp_dir()) + "/Quendo-content-filters-XXXXXX";
   return g_mkdtemp_full(path.data(), S_IRWXU) ? path : std::string();
@@ -45,9 +45,9 @@ void removeDirectory(const std::string& path) {
   std::filesystem::remove_all(path, ignored);
 }
 
-/// Tries one directory after another, since a full or read-only cache must not keep the program from
-/// starting; each is first asked for the rules compiled earlier. The last is a temporary one, which is
-/// removed at once: the rules in force are in memory.
+/// Tries several directories in turn, since a full or read-only cache must not keep the program from
+/// starting; each is checked for previously compiled rules first. The last is a temporary one, removed at
+/// once: the active rules are in memory.
 class FilterInstallation {
  public:
   FilterInstallation(WebKitUserContentManager* manager, std::string rules,
@@ -60,7 +60,7 @@ class FilterInstallation {
     }
   }
 
-  /// Ends in `delete this`.
+  /// Finally calls `delete this`.
   void tryNextDirectory() {
     std::string directory;
     if (!directories_.empty()) {
@@ -119,15 +119,15 @@ class FilterInstallation {
   std::string rules_;
   std::string identifier_;
   std::vector<std::string> directories_;
-  std::string temporary_;  ///< The directory to remove in the end, if one was made.
+  std::string temporary_;  ///< The temporary directory to remove at the end, if any.
   std::function<void(bool)> completion_;
 };
 
 }  // namespace
 
-// An encoded slash in the path is refused even inside the root: it reads as one path component here and as
-// two once the loader has decoded it, which would lead out of the root through "..". What follows the path,
-// a query or a fragment, names no file.
+// An encoded slash is refused even inside the root: here it is part of one path component, but two once the
+// loader has decoded it, which could escape the root through "..". A query or fragment after the path names
+// no file.
 std::string fileAccessRules(const std::string& readAccessPath) {
   const GCharPtr uri(g_filename_to_uri(readAccessPath.c_str(), nullptr, nullptr));
   const std::string root = "^" + regularExpressionFor(uri.get()) + "/";

@@ -7,13 +7,13 @@
 
 namespace quendo::gtk {
 
-/// Rules for the web view's content filter that refuse every file outside `readAccessPath`, whatever asks
-/// for it: images, scripts, frames, requests.
+/// Content filter rules that refuse every file outside `readAccessPath`, whatever requests it: images,
+/// scripts, frames, fetches.
 std::string fileAccessRules(const std::string& readAccessPath);
 
-/// Compiles those rules, or takes them from the user's cache of an earlier start, and puts them in force.
-/// `completion` is called once, on the main thread, with false when no place for the compiled rules could
-/// be written to; nothing must be loaded then. The manager must live until the completion.
+/// Compiles those rules, or loads them from the user's cache, and installs them. `completion` is called once,
+/// on the main thread; false means no writable place for the compiled rules was found, and nothing may be
+/// loaded. The manager must outlive the completion.
 void installFileAccessFilter(WebKitUserContentManager* manager, const std::string& readAccessPath,
                              std::function<void(bool)> completion);
 

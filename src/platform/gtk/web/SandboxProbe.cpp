@@ -11,7 +11,7 @@
 namespace quendo::gtk {
 
 SandboxProbe::SandboxProbe() {
-  // The same launcher and the same kinds of isolation as the web view's own sandbox.
+  // Same launcher and same isolation options as the web view's own sandbox.
   static constexpr std::array<const char*, 15> kArguments = {"bwrap",
                                                              "--die-with-parent",
                                                              "--unshare-pid",

@@ -4,18 +4,18 @@
 
 namespace quendo::gtk {
 
-/// Finds out whether the web view's sandbox can be built on this machine. The web view itself would end
-/// the program when it cannot (containers often forbid user namespaces). The trial runs beside the
-/// launch: started early, asked for when the web view is about to be made.
+/// Finds out whether the web view's sandbox works on this machine. If it does not, the web view itself would
+/// abort the process (containers often forbid user namespaces). The probe runs in parallel with the launch:
+/// start it early, query it before creating the web view.
 class SandboxProbe {
  public:
-  /// Starts the trial.
+  /// Starts the probe.
   SandboxProbe();
   ~SandboxProbe();
   SandboxProbe(const SandboxProbe&) = delete;
   SandboxProbe& operator=(const SandboxProbe&) = delete;
 
-  /// Waits for the trial's end, a few milliseconds at most. True when the sandbox works.
+  /// Waits for the probe to finish, a few milliseconds at most. True if the sandbox works.
   bool sandboxWorks();
 
  private:

@@ -9,22 +9,22 @@ bool isAllowed(PageRequest request) {
   return answerTo(request) == PageAnswer::allow;
 }
 
-/// For signals whose default is the engine's own interface, and which want no answer but TRUE: "handled".
-/// The request travels in the signal's user data.
-gboolean keepFromEngine(gpointer request) {
+/// For signals whose default handler shows the engine's own interface, and which need only TRUE ("handled").
+/// The request is in the signal's user data.
+gboolean suppressEngineDefault(gpointer request) {
   return isAllowed(static_cast<PageRequest>(GPOINTER_TO_UINT(request))) ? FALSE : TRUE;
 }
 
 gboolean onRequestWithoutArgument(WebKitWebView* /*view*/, gpointer request) {
-  return keepFromEngine(request);
+  return suppressEngineDefault(request);
 }
 
 gboolean onRequestWithArgument(WebKitWebView* /*view*/, gpointer /*argument*/, gpointer request) {
-  return keepFromEngine(request);
+  return suppressEngineDefault(request);
 }
 
 gboolean onOptionMenu(WebKitWebView* /*view*/, gpointer /*menu*/, gpointer /*place*/, gpointer request) {
-  return keepFromEngine(request);
+  return suppressEngineDefault(request);
 }
 
 gboolean onPermissionRequest(WebKitWebView* /*view*/, WebKitPermissionRequest* request, gpointer /*data*/) {
@@ -184,7 +184,7 @@ void answerRequestsByTable(WebKitWebView* view) {
   connect("authenticate", G_CALLBACK(onAuthentication), PageRequest::authentication);
   connect("permission-request", G_CALLBACK(onPermissionRequest), PageRequest::unknown);
   connect("query-permission-state", G_CALLBACK(onPermissionState), PageRequest::permissionState);
-  // A page that asks for the screen all the same has its answer at once.
+  // A page that requests full screen anyway is refused at once.
   webkit_settings_set_enable_fullscreen(webkit_web_view_get_settings(view),
                                         isAllowed(PageRequest::enterFullscreen));
 }

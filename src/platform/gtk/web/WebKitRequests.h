@@ -8,14 +8,14 @@
 
 namespace quendo::gtk {
 
-/// What the engine's enumerations and classes are called in the core's table.
+/// Maps the engine's enumerations and classes to the core's table.
 PageRequest pageRequestOf(WebKitScriptDialogType type);
 ContextMenuItem contextMenuItemOf(WebKitContextMenuAction action);
-/// A request may be for several things at once, a camera and a microphone for instance.
+/// A request may cover several things, such as a camera and a microphone.
 std::vector<PageRequest> pageRequestsOf(WebKitPermissionRequest* request);
 
-/// Answers every request of a page that the core's table denies or allows by itself. What it leaves to the
-/// delegate (prompts, file panels, new windows) and the context menu are the web view's.
+/// Answers every page request that the core's table denies or allows. Those left to the delegate (prompts,
+/// file panels, new windows) and the context menu are handled by the web view.
 void answerRequestsByTable(WebKitWebView* view);
 void answerRequestsByTable(WebKitNetworkSession* session);
 

@@ -7,8 +7,8 @@
 
 namespace quendo::gtk {
 
-/// The network session behind a website data store. It saves no downloads: the page writes files through
-/// the host alone.
+/// The network session for a website data store. Downloads are disabled: the page writes files only through
+/// the host.
 GObjectPtr<WebKitNetworkSession> makeNetworkSession(WebsiteDataStore store);
 
 }  // namespace quendo::gtk

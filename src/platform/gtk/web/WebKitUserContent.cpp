@@ -7,9 +7,9 @@
 namespace quendo::gtk {
 namespace {
 
-// Hears the page's side of the relay and posts to the real handler. A body that cannot be posted makes
-// the event count as refused, which the page's side turns into the error that posting has. Long texts come
-// ahead of the body that they are members of. Also counts the keys that have reached the page.
+// Receives messages from the page's side of the relay and posts them to the real handler. If a body cannot be
+// posted, the event is cancelled, which makes the page's side throw the usual DataCloneError. Long strings
+// arrive before the body they belong to. Also counts the keys that have reached the page.
 constexpr const char* kRelayInHostWorld = R"((() => {
   window.quendoKeyEvents = 0;
   const count = event => { if (event.isTrusted) window.quendoKeyEvents++; };
@@ -33,10 +33,10 @@ constexpr const char* kRelayInHostWorld = R"((() => {
   });
 })();)";
 
-// Gives the page `window.webkit.messageHandlers.NAME.postMessage`. What it needs of the page's globals is
-// taken before any script of the page can change them. An event's detail that is an object is cloned on its
-// way into another world, with all texts in it, and a text is not, so that long ones are given events of
-// their own: a document of 60 MB took a third longer without that.
+// Provides `window.webkit.messageHandlers.NAME.postMessage` to the page. Captures the page globals it needs
+// before any page script can change them. An event detail that is an object is cloned, with all its strings,
+// on its way into another world, but a string is not. Long strings therefore get their own events: without
+// that, a 60 MB document took a third longer.
 constexpr const char* kRelayInPageWorld = R"((() => {
   const send = window.dispatchEvent.bind(window);
   const Message = CustomEvent;

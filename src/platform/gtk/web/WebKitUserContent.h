@@ -11,14 +11,14 @@
 
 namespace quendo::gtk {
 
-/// Name of the host's own script world, which only the main frame's documents are given.
+/// Name of the host's own script world, present only in main frame documents.
 inline constexpr const char* kHostWorld = "quendo-host";
 
 /// Message handlers and user scripts of one web view.
 ///
-/// A handler in the page's own script world would hear every iframe too, and its messages do not tell
-/// their frame. So the handlers live in a world of the host's, which only the main frame's documents are
-/// given, and a relay in that world hands them what the page posts.
+/// A handler in the page's own script world would receive messages from iframes too, and messages do not
+/// identify their frame. So the handlers live in a world of the host's that only main frame documents have,
+/// and a relay in that world forwards the page's messages to them.
 class WebKitUserContent final : public UserContentController {
  public:
   WebKitUserContent();

@@ -26,8 +26,8 @@ std::size_t utf16Length(std::string_view utf8) {
   return units;
 }
 
-// The web view's conversion to UTF-8 ends silently at a lone surrogate. The length gives it away; the
-// text then gets a surrogate's bytes, so that it is refused wherever it is to be encoded.
+// WebKit's conversion to UTF-8 silently stops at a lone surrogate. The length reveals it; appending a
+// surrogate's bytes then makes every later encoding reject the text.
 std::string textFromJavaScript(JSCValue* value) {
   const std::unique_ptr<GBytes, BytesUnref> bytes(jsc_value_to_string_as_bytes(value));
   gsize size = 0;
@@ -47,8 +47,8 @@ Value scalarFromJavaScript(JSCValue* value) {
   return Value::Opaque{};
 }
 
-/// Whether a text is passed beside the JSON: it is long, and of the kind that the web view takes whole.
-bool goesBeside(const std::string& text) {
+/// Whether a string is passed separately from the JSON: it is long, and WebKit passes it intact.
+bool isPassedSeparately(const std::string& text) {
   constexpr std::size_t kLong = 1000;
   return text.size() >= kLong && text.find('\0') == std::string::npos && isValidUtf8(text);
 }
@@ -64,7 +64,7 @@ std::string jsonFromValue(const Value& value, std::vector<const std::string*>& t
   if (const bool* boolean = value.boolean()) return *boolean ? "true" : "false";
   if (const double* number = value.number()) return jsonNumber(*number);
   if (const std::string* text = value.string()) {
-    if (!goesBeside(*text)) return javascriptLiteral(*text);
+    if (!isPassedSeparately(*text)) return javascriptLiteral(*text);
     texts.push_back(text);
     return "{\"quendoText\":" + std::to_string(texts.size() - 1) + "}";
   }

@@ -15,7 +15,7 @@ struct DialogUnref {
   void operator()(WebKitScriptDialog* dialog) const { webkit_script_dialog_unref(dialog); }
 };
 
-// An answer that is not set is the dialog's default: alert() returns, confirm() is false.
+// An unset answer is the dialog's default: alert() returns, confirm() is false.
 gboolean answerByTable(WebKitScriptDialog* dialog, PageRequest request) {
   if (request == PageRequest::confirm || request == PageRequest::leaveConfirmation) {
     webkit_script_dialog_confirm_set_confirmed(dialog, answerTo(request) == PageAnswer::allow);
@@ -53,7 +53,7 @@ gboolean WebKitView::onLoadFailed(WebKitWebView*, WebKitLoadEvent event, const c
                                   gpointer data) {
   auto* self = static_cast<WebKitView*>(data);
   self->loadFailed_ = true;
-  // A load that another load replaced has not failed.
+  // A load superseded by another has not failed.
   if (!self->navigation_ || g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED)) {
     return TRUE;
   }
@@ -68,7 +68,7 @@ gboolean WebKitView::onLoadFailed(WebKitWebView*, WebKitLoadEvent event, const c
 void WebKitView::onProcessTerminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer data) {
   auto* self = static_cast<WebKitView*>(data);
   self->loadFailed_ = true;
-  // The delegate goes first: what the failed calls lead to must find a page that is not ready.
+  // The delegate is notified first: whatever the failed calls trigger must see a page that is not ready.
   const auto unanswered = std::exchange(self->unanswered_, {});
   if (self->navigation_) self->navigation_->webContentProcessDidTerminate();
   failCalls(unanswered, "the page's process ended");

@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 
 class AbandonedFilesTest : public ::testing::Test {
  protected:
-  /// Makes a file look as if it was last written an hour ago.
+  /// Sets a file's modification time to an hour ago.
   static void age(const std::string& path) {
     std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() - 1h);
   }

@@ -30,7 +30,7 @@ constexpr gid_t kSharedGroup = 12347;
 constexpr const char* kAccessList = "system.posix_acl_access";
 constexpr const char* kDefaultList = "system.posix_acl_default";
 
-/// What the kernel's access control lists are made of.
+/// The kernel's representation of access control lists.
 struct AccessList {
   struct Entry {
     std::uint16_t tag;
@@ -41,7 +41,7 @@ struct AccessList {
   std::array<Entry, 5> entries;
 };
 
-/// The owner reads and writes, and one other user reads; the group may do nothing.
+/// The owner may read and write, one other user may read; the group has no access.
 constexpr AccessList kOneReader{
     .entries = {{{1, 6, ~0U}, {2, 4, kSomebody}, {4, 0, ~0U}, {0x10, 4, ~0U}, {0x20, 0, ~0U}}}};
 
@@ -52,11 +52,12 @@ class FilePermissionsTest : public ::testing::Test {
     ASSERT_EQ(::chmod(directory.path().c_str(), 0777), 0);
   }
 
-  /// Runs `action` on a thread that is an ordinary user to the file system, in `groups` besides their own.
+  /// Runs `action` on a thread with the file system identity of an ordinary user, with `groups` as
+  /// supplementary groups.
   template <typename Action>
-  static void asSomebody(const std::vector<gid_t>& groups, Action action) {
+  static void asOrdinaryUser(const std::vector<gid_t>& groups, Action action) {
     std::thread([&] {
-      // The system call itself, which is about this thread alone.
+      // The raw system call affects only this thread.
       ASSERT_EQ(::syscall(SYS_setgroups, groups.size(), groups.data()), 0);
       ::setfsgid(kTheirGroup);
       ::setfsuid(kSomebody);
@@ -76,9 +77,9 @@ class FilePermissionsTest : public ::testing::Test {
     return status;
   }
   static mode_t modeOf(const std::string& path) { return statusOf(path).st_mode & 0777U; }
-  /// What becomes of the permissions of a file that an ordinary user in `groups` replaces.
+  /// Permissions of a file after an ordinary user in `groups` has replaced it.
   mode_t modeAfterReplacing(const std::string& path, const std::vector<gid_t>& groups) {
-    asSomebody(groups, [&] { EXPECT_TRUE(writeTextFile(fileManager, path, "new")); });
+    asOrdinaryUser(groups, [&] { EXPECT_TRUE(writeTextFile(fileManager, path, "new")); });
     EXPECT_EQ(readFile(path), "new");
     return modeOf(path);
   }
@@ -106,24 +107,24 @@ TEST_F(FilePermissionsTest, TheGroupIsKeptWhereTheOwnerCannotBe) {
 TEST_F(FilePermissionsTest, AnotherGroupGetsNothingThatOthersDidNotHave) {
   EXPECT_EQ(modeAfterReplacing(make("shared", 0660, 0, kSharedGroup), {}), 0600U);
   EXPECT_EQ(modeAfterReplacing(make("read", 0664, 0, kSharedGroup), {}), 0644U);
-  // The group was locked out, and is among the others now.
+  // The group had no access, and now counts as others.
   EXPECT_EQ(modeAfterReplacing(make("out", 0604, 0, kSharedGroup), {}), 0600U);
   EXPECT_EQ(statusOf(directory / "out").st_gid, kTheirGroup);
 }
 
 TEST_F(FilePermissionsTest, AFileSystemThatRefusesToChangeThemIsNoFailure) {
-  // To the system this is the same refusal: the file is somebody else's.
+  // The system refuses in the same way: the file belongs to somebody else.
   const std::string from = make("from", 0666);
   const std::string to = make("to", 0666);
-  asSomebody({}, [&] { EXPECT_TRUE(fileManager.copyPermissions(from, to)); });
+  asOrdinaryUser({}, [&] { EXPECT_TRUE(fileManager.copyPermissions(from, to)); });
   ASSERT_EQ(::chmod(to.c_str(), 0606), 0);
-  asSomebody({}, [&] { EXPECT_TRUE(fileManager.copyPermissions(from, to)) << "narrower"; });
+  asOrdinaryUser({}, [&] { EXPECT_TRUE(fileManager.copyPermissions(from, to)) << "narrower"; });
 }
 
 TEST_F(FilePermissionsTest, ButAPrivateFileIsNeverReplacedByOneThatOthersCanRead) {
   const std::string from = make("from", 0600);
   const std::string to = make("to", 0666);
-  asSomebody({}, [&] { EXPECT_FALSE(fileManager.copyPermissions(from, to)); });
+  asOrdinaryUser({}, [&] { EXPECT_FALSE(fileManager.copyPermissions(from, to)); });
 }
 
 TEST_F(FilePermissionsTest, AnAccessListIsHandedOn) {

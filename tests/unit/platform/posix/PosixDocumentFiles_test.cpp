@@ -39,8 +39,8 @@ class PosixDocumentFilesTest : public ::testing::Test {
     const auto* error = std::get_if<QuendoFileImportError>(&result);
     return error ? std::optional(*error) : std::nullopt;
   }
-  /// Runs `action` on a thread of its own, and ends the whole program when it waits for ever: there is no
-  /// other way out of a call that blocks.
+  /// Runs `action` on its own thread and aborts the test program if it hangs: there is no other way out of a
+  /// blocking call.
   template <typename Action>
   void withinSeconds(int seconds, Action action) {
     std::promise<void> done;
@@ -122,7 +122,7 @@ TEST_F(PosixDocumentFilesTest, CannotReadAFileThatItsOwnerForbids) {
   writeFile(directory / "secret", "x");
   std::filesystem::permissions(directory.path(), std::filesystem::perms(0755));
   std::filesystem::permissions(directory / "secret", std::filesystem::perms::none);
-  // Root may read everything, so one thread becomes nobody to the file system.
+  // Root may read everything, so this thread takes the file system identity of nobody.
   std::thread nobody([&] {
     constexpr uid_t somebodyElse = 65534;
     if (::geteuid() == 0) ::setfsuid(somebodyElse);
@@ -132,7 +132,7 @@ TEST_F(PosixDocumentFilesTest, CannotReadAFileThatItsOwnerForbids) {
 }
 
 TEST_F(PosixDocumentFilesTest, CannotReadAFileWhoseBytesTheSystemKeeps) {
-  // Regular, and readable by its permissions, but not at the address that reading begins with.
+  // A regular file, readable by its permissions, but not at offset 0.
   if (!std::filesystem::exists("/proc/self/mem")) GTEST_SKIP() << "there is no such file here";
   EXPECT_EQ(errorOf("/proc/self/mem"), QuendoFileImportError::unreadable());
 }

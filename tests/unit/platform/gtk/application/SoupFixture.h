@@ -18,13 +18,13 @@ namespace quendo::gtk {
 
 using namespace std::chrono_literals;
 
-/// Exchanges with a server in this process, over the loopback interface and without certificates: those are
-/// tried out on the whole program.
+/// Exchanges with an in-process server over loopback, without TLS: certificates are tested with the whole
+/// program.
 class SoupHttpSessionTest : public ::testing::Test {
  protected:
   SoupHttpSessionTest() : server_(adoptReference(soup_server_new("raw-paths", FALSE, nullptr))) {
     soup_server_add_handler(server_.get(), nullptr, &SoupHttpSessionTest::handle, this, nullptr);
-    // The first address is that of the IPv4 loopback; the port is any that is free.
+    // The first URI is the IPv4 loopback one; any free port.
     EXPECT_TRUE(soup_server_listen_local(server_.get(), 0, SOUP_SERVER_LISTEN_IPV4_ONLY, nullptr));
     GSList* uris = soup_server_get_uris(server_.get());
     port_ = g_uri_get_port(static_cast<GUri*>(uris->data));
@@ -44,7 +44,7 @@ class SoupHttpSessionTest : public ::testing::Test {
     return made;
   }
 
-  /// Starts an exchange and waits for its end.
+  /// Starts an exchange and waits for its completion.
   std::optional<HttpResponse> fetch(HttpRequest made) {
     int completions = 0;
     std::optional<HttpResponse> answered;

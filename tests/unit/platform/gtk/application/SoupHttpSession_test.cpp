@@ -154,7 +154,7 @@ TEST_F(SoupHttpSessionTest, EndsAtTheTimeOutWhileTheBodyStillComes) {
                        }),
                        nullptr);
     }
-    // Another byte follows each that was sent, as long as there is somebody to read it.
+    // Sends one byte after another for as long as the client reads.
     g_signal_connect(message, "wrote-chunk", G_CALLBACK(+[](SoupServerMessage* sender, gpointer) {
                        soup_server_message_pause(sender);
                        g_timeout_add_full(

@@ -22,8 +22,7 @@ void expectOnly(const std::set<std::string>& known, GType type) {
   for (const std::string& name : signalsOf(type)) EXPECT_TRUE(known.contains(name)) << name;
 }
 
-// A signal that a newer engine adds may stand for a new dialog: it has to be answered, or to be found
-// harmless.
+// A signal added by a newer engine may be a new dialog: it must be answered or verified to be harmless.
 TEST(WebKitRequests, KnowsEverySignalOfTheEngine) {
   std::set<std::string> ofView = {
       "authenticate",      "context-menu",       "create",        "decide-policy",
@@ -31,7 +30,7 @@ TEST(WebKitRequests, KnowsEverySignalOfTheEngine) {
       "run-color-chooser", "run-file-chooser",   "script-dialog", "show-notification",
       "show-option-menu",
   };
-  // These only say that something happened, or do nothing when they are not answered.
+  // These are notifications only, or do nothing if not handled.
   ofView.insert({
       "close",
       "context-menu-dismissed",
