@@ -76,28 +76,28 @@ def test_item_can_be_chosen_with_the_mouse(program, journal, entry, item):
 
 def test_f10_reaches_the_menu_bar_and_escape_leaves_it(program, journal):
     desktop.press("F10")
-    wait_until(lambda: not journal.has_keyboard(), 5, "the menu bar to take the keyboard")
+    wait_until(lambda: not journal.has_keyboard(), 10, "the menu bar to take the keyboard")
     desktop.press("Escape")
-    wait_until(journal.has_keyboard, 5, "the page to have the keyboard again")
+    wait_until(journal.has_keyboard, 10, "the page to have the keyboard again")
     assert not [one for one in journal.entries() if one != "keydown F10"]
 
 
 def test_writing_goes_on_after_a_menu_was_opened_and_left(program, journal):
     program.open_menu("Arquivo")
     program.close_menu()
-    wait_until(journal.has_keyboard, 5, "the page to have the keyboard again")
+    wait_until(journal.has_keyboard, 10, "the page to have the keyboard again")
 
 
 def test_writing_goes_on_after_an_item_was_chosen(program, journal):
     program.choose("Arquivo", "Salvar agora")
     journal.wait_for(("flushPendingSave",))
-    wait_until(journal.has_keyboard, 5, "the page to have the keyboard again")
+    wait_until(journal.has_keyboard, 10, "the page to have the keyboard again")
 
 
 def test_writing_goes_on_after_an_item_was_chosen_by_keyboard(program, journal):
     desktop.press("F10", "Right", "Down", "Return")
     journal.wait_for(("createNote",))
-    wait_until(journal.has_keyboard, 5, "the page to have the keyboard again")
+    wait_until(journal.has_keyboard, 10, "the page to have the keyboard again")
 
 
 def test_a_pointer_that_passes_over_the_menu_bar_does_not_take_the_keyboard(program, journal):
@@ -133,7 +133,7 @@ def _wait_for_focus(program, item):
         return any(one.name == item.title(LANGUAGE) and one.has("focused")
                    for one in program.accessible().find("menu bar").walk())
 
-    wait_until(focused, 5, f"{item.title(LANGUAGE)!r} to have the focus")
+    wait_until(focused, 10, f"{item.title(LANGUAGE)!r} to have the focus")
 
 
 def _click_item(program, entry, target):

@@ -41,7 +41,7 @@ def keyboard():
 
     def change(layout):
         desktop.run("setxkbmap", layout)
-        wait_until(lambda: _layout() == layout, 5, f"the keyboard layout {layout}")
+        wait_until(lambda: _layout() == layout, 10, f"the keyboard layout {layout}")
 
     yield change
     change(before)

@@ -174,7 +174,7 @@ def drag(make_quendo):
         window = wait_until(lambda: next((one for one in desktop.windows() if one.title == "Files"), None), 15,
                             "the window with the files")
         desktop.run("wmctrl", "-i", "-r", hex(window.id), "-e", "0,0,0,-1,-1")
-        wait_until(lambda: desktop.geometry(window)[0] < 50, 5, "the window with the files in the corner")
+        wait_until(lambda: desktop.geometry(window)[0] < 50, 10, "the window with the files in the corner")
         desktop.drag(window, quendo.window)
 
     yield run

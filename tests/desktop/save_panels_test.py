@@ -89,7 +89,7 @@ def panels(make_quendo, reporter):
 
 def test_an_export_is_written_under_its_suggested_name(panels):
     panel = panels.export("My note.md", "# Olá \u2028 \U0001f600\n")
-    wait_until(lambda: name_in(panel) == "My note.md", 5, "the suggested name")
+    wait_until(lambda: name_in(panel) == "My note.md", 10, "the suggested name")
     desktop.press("Return")
     assert panels.answer() == [EXPORTED, True, "Markdown exported"]
     assert (panels.quendo.home / "My note.md").read_bytes() == "# Olá \u2028 \U0001f600\n".encode()
@@ -135,7 +135,7 @@ def confirm_replacing(panels, title, replace, about=""):
     wait_until(lambda: desktop.active_window() == question.id, 10, "the question to have the keyboard")
     name = "Replace" if replace else "Cancel"
     asked = wait_until(lambda: next((one for one in panels.quendo.accessible().children()
-                                     if one.find_all("label", "Replace")), None), 5, "the question's buttons")
+                                     if one.find_all("label", "Replace")), None), 10, "the question's buttons")
     assert any(about in one.name for one in asked.find_all("label")), asked.tree()
     panels.click(asked, name)
     wait_until(lambda: question not in panels.quendo.windows(), 10, "the question to be gone")
@@ -223,7 +223,7 @@ def test_a_suggested_name_with_a_tilde_is_asked_about_and_takes_another_type(pan
     file.write_text("old")
     panel = panels.save_as("~draft.md", "new")
     panels.choose_extension(panel, 3)
-    wait_until(lambda: name_in(panel) == "~draft.json", 5, "the name with the other extension")
+    wait_until(lambda: name_in(panel) == "~draft.json", 10, "the name with the other extension")
     panels.click(panel, "Save")
     confirm_replacing(panels, "Save Note As", replace=True)
     assert panels.answer() == [SAVED, True, "n1", "~draft.json", "Salvo como ~draft.json"]
@@ -236,7 +236,7 @@ def test_a_type_that_is_chosen_changes_the_name_and_not_the_folder_that_was_type
     panel = panels.save_as("draft.md", "{}")
     panels.rename(panel, str(folder / "notes"))
     panels.choose_extension(panel, 3)
-    wait_until(lambda: name_in(panel) == str(folder / "notes.json"), 5, "the path with the other extension")
+    wait_until(lambda: name_in(panel) == str(folder / "notes.json"), 10, "the path with the other extension")
     panels.click(panel, "Save")
     assert panels.answer() == [SAVED, True, "n1", "notes.json", "Salvo como notes.json"]
     assert (folder / "notes.json").read_text() == "{}"
@@ -294,9 +294,9 @@ def test_a_link_is_followed_to_its_target(panels):
 def test_save_as_offers_its_types_and_changes_the_name_at_once(panels):
     panel = panels.save_as("draft.md", "{}")
     panel.find("label", "Extension:")
-    wait_until(lambda: name_in(panel) == "draft.md", 5, "the suggested name")
+    wait_until(lambda: name_in(panel) == "draft.md", 10, "the suggested name")
     panels.choose_extension(panel, 3)
-    wait_until(lambda: name_in(panel) == "draft.json", 5, "the name with the other extension")
+    wait_until(lambda: name_in(panel) == "draft.json", 10, "the name with the other extension")
     panels.click(panel, "Save")
     assert panels.answer() == [SAVED, True, "n1", "draft.json", "Salvo como draft.json"]
     assert (panels.quendo.home / "draft.json").read_text() == "{}"
