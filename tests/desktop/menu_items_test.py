@@ -1,4 +1,4 @@
-"""Every command of the menu by its item: through accessibility, by keyboard and with the mouse."""
+"""Every menu command by its item: through accessibility, by keyboard and by mouse."""
 
 import pytest
 
@@ -13,7 +13,7 @@ LANGUAGE = "pt"
 
 @pytest.fixture(scope="module")
 def running(tmp_path_factory, installation, program_arguments):
-    """One program with the recording page for all tests of this file: (program, reporter)."""
+    """One program with the recording page, shared by all tests of this file: (program, reporter)."""
     directory = tmp_path_factory.mktemp("menu-items")
     server = Reporter()
     tree = installation.copy(directory, recording_page(server))
@@ -50,7 +50,7 @@ def test_item_runs_its_command_once(program, journal, entry, item):
 
 @pytest.mark.parametrize(("entry", "item"), [menu.PAGE_COMMANDS[at] for at in (0, 4, 7, -1)], ids=_ids)
 def test_item_can_be_chosen_with_arrows_and_return(program, journal, entry, item):
-    # A pointer that rests on the bar would choose among the menus too.
+    # A pointer resting on the bar would switch menus too.
     desktop.park_pointer()
     desktop.press("F10")
     _wait_for_focus(program, menu.BAR[0].items[0])
@@ -127,7 +127,7 @@ def test_menus_hold_what_they_must_in_order(program, journal):
 
 
 def _wait_for_focus(program, item):
-    """Waits until the keyboard is at an item of an open menu."""
+    """Waits until an item of an open menu has the keyboard focus."""
 
     def focused():
         return any(one.name == item.title(LANGUAGE) and one.has("focused")
@@ -137,8 +137,8 @@ def _wait_for_focus(program, item):
 
 
 def _click_item(program, entry, target):
-    """Clicks on an item of an open menu. Accessibility counts its height within the menu's own surface, which
-    begins a little above the lower edge of the menu's title."""
+    """Clicks an item of an open menu. Its accessible extents are relative to the menu's own surface, which starts a
+    little above the lower edge of the menu's title."""
     _, top, _, height = program.accessible().find("menu bar").find("menu item", entry.title(LANGUAGE)).extents()
     x, y, width, item_height = target.extents()
     desktop.click_in(program.window, x + width / 2, top + height + y + item_height / 2 - 4)

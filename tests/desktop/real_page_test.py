@@ -94,10 +94,10 @@ def test_a_file_is_opened_through_the_file_dialog(opened, name):
     quendo.press("ctrl+o")
     dialog = quendo.wait_for_window("Open Text Files in Quendo")
     wait_until(lambda: desktop.active_window() == dialog.id, 10, "the dialog to have the keyboard")
-    # A slash opens the field for a path.
+    # A slash opens the location field.
     quendo.type("/")
     field = quendo.accessible().find("text")
-    # Letters that the keyboard lacks would be put onto it one by one, which a busy machine does not bear.
+    # xdotool remaps missing letters one by one, which is unreliable on a busy machine.
     quendo.paste(str(file)[1:])
     wait_until(lambda: field.text == str(file), 10, "the path in the dialog")
     quendo.press("Return")
@@ -128,7 +128,7 @@ def test_the_status_says_saved_and_failed_and_saved_again(opened):
     quendo, page = opened
     write(quendo, page, "# Safe")
     wait_until(lambda: page.status() == "saved", 10, "the note to be saved")
-    # A file in the place of the directory makes every write fail, for root as well.
+    # A file in place of the directory makes every write fail, even for root.
     directory = quendo.state.directory
     aside = directory.with_name("aside")
     directory.rename(aside)

@@ -1,4 +1,4 @@
-"""The window: its name, size and place, and what the commands of the window do with it."""
+"""The window: title, size and position, and what the window commands do."""
 
 import subprocess
 
@@ -51,7 +51,7 @@ def test_it_opens_centred_at_its_size_every_time(make_quendo):
     for _ in range(2):
         x, y, width, height = desktop.geometry(quendo.window)
         assert (width, height) == (1320, 820)
-        # The title bar above the inside may shift it by half of its height.
+        # The title bar above may shift it by half its height.
         assert abs(x + width / 2 - SCREEN[0] / 2) <= 16
         assert abs(y + height / 2 - SCREEN[1] / 2) <= 16
         resize(quendo.window, 1000, 700)
@@ -163,7 +163,7 @@ def test_a_command_that_the_page_lacks_says_so_in_the_page(make_quendo, reporter
     quendo.start(environment={"LC_ALL": f"{language}_XX.UTF-8"}).wait_for_page()
     journal = Journal(reporter, quendo)
     journal.clear()
-    # The second is asked for with "?.", so that its absence is no error.
+    # The second one is called with "?.", so its absence is no error.
     desktop.press("ctrl+shift+t", "ctrl+n")
     journal.expect((f"showToast {said[language]}",))
 
