@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "app/ExitStatus.h"
 #include "bridge/PageProtocol.h"
-#include "i18n/NativeLanguage.h"
 #include "platform/SiteConfiguration.h"
 
 namespace quendo {
@@ -20,19 +20,6 @@ std::vector<std::string> sharedLinkHosts() {
   return {domain, "www." + domain, "app." + domain};
 }
 
-/// What a start says that finds the notes open in another session of the same user.
-std::string openElsewhereText(NativeLanguage language) {
-  switch (language) {
-    case NativeLanguage::en:
-      return "Quendo is already open in another session of this user. Close it there first.";
-    case NativeLanguage::es:
-      return "Quendo ya está abierto en otra sesión de este usuario. Ciérralo allí primero.";
-    case NativeLanguage::pt:
-      break;
-  }
-  return "O Quendo já está aberto em outra sessão deste usuário. Feche-o lá primeiro.";
-}
-
 }  // namespace
 
 AppController::AppController(const HostPorts& ports)
@@ -41,9 +28,11 @@ AppController::AppController(const HostPorts& ports)
       store_(ports.fileManager, ports.storeQueue, ports.mainQueue, ports.persistenceTestMode),
       pageCalls_(state_, surface_, localization_),
       bootstrap_(store_, localization_, std::string(kPublicSiteUrl)),
-      fatalErrors_(state_, localization_, ports.toolkit, ports.application),
+      fatalErrors_(state_, surface_, localization_, ports.toolkit, ports.application,
+                   [this] { updateChecks_.stop(); }),
+      notesLock_(state_, store_, localization_, ports.toolkit, ports.application, ports.mainQueue),
       navigation_(webBundle_, ports.workspace),
-      panels_(localization_, surface_),
+      panels_(state_, localization_, surface_),
       spelling_(ports.locale, ports.mainQueue, surface_),
       exportPanels_(localization_, pageCalls_, surface_, ports.fileManager, ports.contentTypes,
                     ports.workspace),
@@ -54,8 +43,8 @@ AppController::AppController(const HostPorts& ports)
                     ports.workspace, pageCalls_, surface_, localization_),
       menu_(ports.application, state_, pageCalls_, localization_, ports.defaults,
             [this] { updateChecks_.checkForUpdates(); }),
-      termination_(state_, surface_, ports.application, ports.mainQueue, store_, pageCalls_, openedFiles_,
-                   localization_, ports.uuids),
+      termination_(state_, surface_, ports.application, ports.mainQueue, store_, pageCalls_, panels_,
+                   openedFiles_, localization_, ports.uuids),
       dispatcher_(std::make_shared<MessageDispatcher>(store_, ports.pasteboard, pageCalls_,
                                                       MessageHandlers{exportPanels_, sharing_, menu_})) {}
 
@@ -65,10 +54,10 @@ AppController::~AppController() {
 
 void AppController::applicationDidFinishLaunching() {
   menu_.buildMainMenu();
-  if (!store_.claimDirectory()) {
-    fatalErrors_.showFatalError(openElsewhereText(localization_.current()));
-    return;
-  }
+  notesLock_.acquire([this] { openNotes(); });
+}
+
+void AppController::openNotes() {
   buildWindow();
   // Without its resources the program only shows why, and ends.
   if (state_.fatalMode) return;
@@ -133,11 +122,23 @@ bool AppController::applicationShouldHandleReopen(bool /*hasVisibleWindows*/) {
   return true;
 }
 
+int AppController::applicationWasStarted(StartKind kind, const std::vector<std::string>& urls) {
+  if (!urls.empty()) return exitStatusAfterOpeningFiles(kind, applicationOpenFiles(urls));
+  if (kind == StartKind::again) applicationShouldHandleReopen(true);
+  return kExitSuccess;
+}
+
+// A found update is offered in a sheet of the window.
+void AppController::performMenuItem(const MenuItem& item) {
+  if (surface_.window || item.action != "checkForUpdates") menu_.performMenuItem(item);
+}
+
 bool AppController::decidePolicyForNavigation(const NavigationAction& action) {
-  return navigation_.decidePolicyForNavigation(action);
+  return !state_.fatalMode && navigation_.decidePolicyForNavigation(action);
 }
 
 void AppController::didFinishNavigation() {
+  if (state_.fatalMode) return;
   state_.webReady = true;
   ports_.application.updateMainMenu();
   openedFiles_.deliverPendingFileImports();
@@ -146,6 +147,7 @@ void AppController::didFinishNavigation() {
     // Shown in Portuguese whatever the interface language.
     pageCalls_.showToast("Interface recuperada · suas notas foram restauradas");
   }
+  termination_.pageDidFinishLoading();
 }
 
 void AppController::didFailNavigation(const std::string& localizedDescription) {
@@ -171,10 +173,11 @@ void AppController::webContentProcessDidTerminate() {
     return;
   }
   webView_->loadFile(webBundle_.indexPath(), *webBundle_.webRoot());
+  termination_.pageWasLost();
 }
 
 void AppController::createWebView(const std::optional<std::string>& url) {
-  navigation_.openNewWindowRequest(url);
+  if (!state_.fatalMode) navigation_.openNewWindowRequest(url);
 }
 
 void AppController::runTextInputPanel(const std::string& prompt, const std::string& defaultText,

@@ -8,6 +8,7 @@
 #include "app/FatalErrors.h"
 #include "app/HostPorts.h"
 #include "app/NavigationPolicy.h"
+#include "app/NotesLock.h"
 #include "app/PagePanels.h"
 #include "app/SpellChecking.h"
 #include "app/TerminationHandshake.h"
@@ -43,12 +44,15 @@ class AppController final : public ApplicationDelegate,
   void applicationDidFinishLaunching() override;
   bool applicationShouldHandleReopen(bool hasVisibleWindows) override;
   bool applicationOpenFiles(const std::vector<std::string>& urls) override {
-    return openedFiles_.enqueueOpenedFiles(urls);
+    return !state_.fatalMode && openedFiles_.enqueueOpenedFiles(urls);
   }
-  TerminationReply applicationShouldTerminate() override { return termination_.applicationShouldTerminate(); }
+  int applicationWasStarted(StartKind kind, const std::vector<std::string>& urls) override;
+  TerminationReply applicationShouldTerminate(TerminationReason reason) override {
+    return termination_.applicationShouldTerminate(reason);
+  }
   bool applicationShouldTerminateAfterLastWindowClosed() const override { return false; }
   bool validateMenuItem(const MenuItem& item) const override { return menu_.validateMenuItem(item); }
-  void performMenuItem(const MenuItem& item) override { menu_.performMenuItem(item); }
+  void performMenuItem(const MenuItem& item) override;
 
   bool windowShouldClose() override { return termination_.windowShouldClose(); }
 
@@ -64,6 +68,7 @@ class AppController final : public ApplicationDelegate,
   void runOpenPanel(std::function<void(std::optional<std::vector<std::string>>)> completion) override;
 
  private:
+  void openNotes();
   void buildWindow();
   void makeWebView();
   void makeWindow();
@@ -77,6 +82,7 @@ class AppController final : public ApplicationDelegate,
   PageCalls pageCalls_;
   BootstrapScript bootstrap_;
   FatalErrors fatalErrors_;
+  NotesLock notesLock_;
   WebBundle webBundle_;
   NavigationPolicy navigation_;
   PagePanels panels_;

@@ -5,6 +5,12 @@ namespace quendo {
 void FatalErrors::showFatalError(const std::string& message) {
   state_.fatalMode = true;
   state_.webReady = false;
+  surface_.window = nullptr;
+  stopEverythingElse_();
+  if (state_.terminationUnattended) {
+    application_.terminate();
+    return;
+  }
   Alert alert;
   alert.style = AlertStyle::critical;
   alert.messageText = localization_.tr("O Quendo não pôde iniciar");

@@ -11,11 +11,17 @@ void PagePanels::runTextInputPanel(const std::string& prompt, const std::string&
     alert.messageText = prompt;
     alert.buttons = {"OK", localization_.tr("Cancelar")};
     alert.accessory = Alert::TextField{defaultText, 320, 24};
-    surface_.window->beginSheet(alert, lifetime_.guard([this, completion](AlertResult result) {
+    shownPrompt_ = surface_.window->beginSheet(alert, lifetime_.guard([this, completion](AlertResult result) {
+      shownPrompt_.reset();
       finish([&] { completion(result.button == 0 ? std::optional(std::move(result.text)) : std::nullopt); });
     }));
   };
   add({show, [completion] { completion(std::nullopt); }});
+}
+
+void PagePanels::dismissTextInputPanels() {
+  refuseWaiting();
+  if (const auto prompt = shownPrompt_) prompt->dismiss();
 }
 
 // Several files may always be chosen, whatever the page's input asks for; the page judges the contents.
@@ -39,7 +45,7 @@ void PagePanels::refuseWaiting() {
 }
 
 void PagePanels::add(Request request) {
-  if (waiting_.size() >= kMaximumWaiting) {
+  if (!canAsk() || waiting_.size() >= kMaximumWaiting) {
     request.refuse();
     return;
   }
@@ -50,6 +56,7 @@ void PagePanels::add(Request request) {
 void PagePanels::finish(const std::function<void()>& answer) {
   answer();
   showing_ = false;
+  if (!canAsk()) refuseWaiting();
   showNext();
 }
 

@@ -23,31 +23,84 @@ constexpr std::string_view kStoreFailed =
 constexpr std::string_view kStoreTooSlow =
     "A gravação no disco demorou demais. O Quendo permaneceu aberto para não perder seu texto.";
 
+// How long an unattended quit waits for a page that is loading, and how often it starts over with another.
+constexpr std::chrono::milliseconds kPageLoadLimit = 15s;
+constexpr int kMostPagesLost = 3;
+
+// Leaves the page time to answer even while a key is held.
+constexpr std::chrono::milliseconds kQueuedKeysLimit = 3s;
+
 }  // namespace
 
-TerminationReply TerminationHandshake::applicationShouldTerminate() {
-  if (state_.fatalMode) return TerminationReply::now;
-  if (state_.terminationPending) return TerminationReply::later;
+TerminationReply TerminationHandshake::applicationShouldTerminate(TerminationReason reason) {
+  if (state_.fatalMode || state_.notesLockedElsewhere) return TerminationReply::now;
+  const bool unattended = reason != TerminationReason::user;
+  if (state_.terminationPending) {
+    if (unattended) quitIsUnattended();
+    return TerminationReply::later;
+  }
   state_.terminationPending = true;
-  const Attempt attempt = uuids_.randomUuid();
-  terminationAttempt_ = attempt;
+  pagesLost_ = 0;
   application_.updateMainMenu();
-  armTimeout(kPageReplyLimit, attempt, kPageTooSlow);
-  // Without a web view nobody replies, and the time-out cancels the attempt.
-  pageCalls_.prepareForTermination(
-      lifetime_.guard([this, attempt](EvaluationResult reply) { pageDidReply(attempt, std::move(reply)); }));
+  // What it says is about to be tried again.
+  if (const auto alert = std::exchange(cancelAlert_, nullptr)) alert->dismiss();
+  if (unattended) quitIsUnattended();
+  if (unattended && !state_.webReady && surface_.webView) {
+    awaitPage();
+  } else {
+    askPage();
+  }
   return TerminationReply::later;
 }
 
+// A page that waits for the answer to its `prompt()` runs no script, and would never reply.
+void TerminationHandshake::quitIsUnattended() {
+  state_.terminationUnattended = true;
+  panels_.dismissTextInputPanels();
+}
+
+void TerminationHandshake::pageDidFinishLoading() {
+  if (state_.terminationPending && phase_ == Phase::awaitingPage) askPage();
+}
+
+void TerminationHandshake::pageWasLost() {
+  const bool waits = state_.terminationPending && phase_ != Phase::writing;
+  if (waits && state_.terminationUnattended && ++pagesLost_ <= kMostPagesLost) awaitPage();
+}
+
+// A page that never finishes loading may all the same be there, and have text in it: it is asked in the end.
+void TerminationHandshake::awaitPage() {
+  disarmTimeout();
+  phase_ = Phase::awaitingPage;
+  terminationAttempt_ = uuids_.randomUuid();
+  armTimeout(kPageLoadLimit, [this] { askPage(); });
+}
+
+void TerminationHandshake::askPage() {
+  disarmTimeout();
+  phase_ = Phase::askingPage;
+  const Attempt attempt = uuids_.randomUuid();
+  terminationAttempt_ = attempt;
+  armCancel(kPageReplyLimit, attempt, kPageTooSlow);
+  // Without a web view nobody replies, and the time-out cancels the attempt.
+  pageCalls_.afterQueuedKeys(kQueuedKeysLimit, lifetime_.guard([this, attempt] {
+    // An attempt that is over must not put the page into its closing state any more.
+    if (!isCurrent(attempt)) return;
+    pageCalls_.prepareForTermination(lifetime_.guard(
+        [this, attempt](EvaluationResult reply) { pageDidReply(attempt, std::move(reply)); }));
+  }));
+}
+
 void TerminationHandshake::pageDidReply(const Attempt& attempt, EvaluationResult reply) {
-  if (!isCurrent(attempt)) return;
+  if (!isCurrent(attempt) || phase_ != Phase::askingPage) return;
   std::string* serialized = reply.error ? nullptr : stringField(reply.value, "serialized");
   if (!serialized) {
     cancelTermination(attempt, kPageFailed);
     return;
   }
   disarmTimeout();
-  armTimeout(kDiskWriteLimit, attempt, kStoreTooSlow);
+  phase_ = Phase::writing;
+  armCancel(kDiskWriteLimit, attempt, kStoreTooSlow);
   const std::int64_t revision = integerField(reply.value, "revision");
   store_.save(std::move(*serialized), revision, lifetime_.guard([this, attempt](bool success) {
     if (success) {
@@ -71,6 +124,7 @@ void TerminationHandshake::cancelTermination(const Attempt& attempt, std::string
   terminationReplySent_ = true;
   application_.replyToApplicationShouldTerminate(false);
   state_.terminationPending = false;
+  state_.terminationUnattended = false;
   terminationReplySent_ = false;
   terminationAttempt_.reset();
   application_.updateMainMenu();
@@ -94,10 +148,13 @@ bool TerminationHandshake::mayReply(const Attempt& attempt) const {
   return isCurrent(attempt) && !terminationReplySent_ && !state_.fatalMode;
 }
 
-void TerminationHandshake::armTimeout(std::chrono::milliseconds delay, const Attempt& attempt,
-                                      std::string_view message) {
-  terminationTimeout_ = mainQueue_.asyncAfter(
-      delay, lifetime_.guard([this, attempt, message] { cancelTermination(attempt, message); }));
+void TerminationHandshake::armTimeout(std::chrono::milliseconds delay, std::function<void()> expired) {
+  terminationTimeout_ = mainQueue_.asyncAfter(delay, lifetime_.guard(std::move(expired)));
+}
+
+void TerminationHandshake::armCancel(std::chrono::milliseconds delay, const Attempt& attempt,
+                                     std::string_view message) {
+  armTimeout(delay, [this, attempt, message] { cancelTermination(attempt, message); });
 }
 
 void TerminationHandshake::disarmTimeout() {
@@ -111,7 +168,7 @@ void TerminationHandshake::showCancelAlert(std::string_view message) {
   alert.messageText = localization_.tr("O Quendo não fechou");
   alert.informativeText = message;
   alert.buttons = {localization_.tr("Continuar editando")};
-  surface_.window->beginSheet(alert, {});
+  cancelAlert_ = surface_.window->beginSheet(alert, {});
 }
 
 }  // namespace quendo

@@ -9,6 +9,10 @@ struct HostState {
   bool fatalMode = false;             ///< The host has given up; once true, never false again.
   bool recoveringWebContent = false;  ///< The page's process was lost and its page is being reloaded.
   bool terminationPending = false;    ///< A quit is being negotiated.
+  /// The quit being negotiated was asked for by a signal or the session: an alert may find nobody to read it.
+  bool terminationUnattended = false;
+  /// Another session has the notes. Nothing has been opened yet, and there is nothing to save.
+  bool notesLockedElsewhere = false;
 };
 
 }  // namespace quendo

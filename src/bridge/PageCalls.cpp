@@ -67,12 +67,12 @@ void PageCalls::showToast(std::string_view message) {
   runDirect(scriptOf(kShowToast, {javascriptLiteral(message)}));
 }
 
+void PageCalls::afterQueuedKeys(std::chrono::milliseconds limit, std::function<void()> then) {
+  if (surface_.webView) surface_.webView->afterQueuedKeys(limit, std::move(then));
+}
+
 void PageCalls::prepareForTermination(EvaluationHandler completion) {
-  if (!surface_.webView) return;
-  surface_.webView->afterQueuedKeys(lifetime_.guard([this, completion = std::move(completion)] {
-    // A quit that was cancelled meanwhile must not put the page into its closing state any more.
-    if (state_.terminationPending) runDirect(scriptOf(kPrepareForTermination, {}), completion);
-  }));
+  runDirect(scriptOf(kPrepareForTermination, {}), std::move(completion));
 }
 
 void PageCalls::terminationDidCancel() {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -34,8 +36,10 @@ class PageCalls {
   void nativeShareDidFinish(bool success, std::string_view attemptId);
   void showToast(std::string_view message);
 
-  /// Asks for the final state, with all that was typed before. `completion` is called once; never without a
-  /// web view, or when the quit is cancelled before the page could be asked.
+  /// Calls `then` once the keys pressed before have reached the page; see `WebView`. Never without a web
+  /// view.
+  void afterQueuedKeys(std::chrono::milliseconds limit, std::function<void()> then);
+  /// Asks for the final state. `completion` is called once; never without a web view.
   void prepareForTermination(EvaluationHandler completion);
   void terminationDidCancel();
   /// The two calls that await the page's answer. `completion` is called once; without a web view never.

@@ -43,6 +43,10 @@ std::string ExportPanels::startingFolder() const {
 }
 
 void ExportPanels::presentExportPanel(std::string filename, std::string content, std::string format) {
+  if (!surface_.window) {
+    finishNativeExport(false, "Exportação cancelada");
+    return;
+  }
   const bool plain = format == "plain";
   SavePanelConfiguration panel = panelFor(filename);
   const std::size_t held = content.size() + panel.nameFieldStringValue.size();
@@ -109,6 +113,10 @@ void ExportPanels::finishNativeExport(bool success, std::string_view message) {
 void ExportPanels::presentSaveAsPanel(std::string noteId, std::string filename, std::string content) {
   SavePanelConfiguration panel = panelFor(filename);
   const std::size_t held = content.size() + panel.nameFieldStringValue.size();
+  if (!surface_.window) {
+    pageCalls_.nativeSaveAsDidFinish(false, noteId, "", kSaveCancelled);
+    return;
+  }
   if (!takeRoom(held)) {
     pageCalls_.nativeSaveAsDidFinish(false, noteId, "", kSaveFailed);
     return;

@@ -43,7 +43,7 @@ NoteSharing::~NoteSharing() {
 
 void NoteSharing::presentSharePicker(std::string attemptId, std::string title, std::string filename,
                                      std::string content, std::string urlString) {
-  if (shareIsUnderWay()) {
+  if (shareIsUnderWay() || !surface_.window) {
     pageCalls_.nativeShareDidFinish(false, attemptId);
     return;
   }
@@ -88,7 +88,7 @@ std::vector<SharedItem> NoteSharing::itemsFor(const std::string& title, const st
 std::optional<std::string> NoteSharing::writeSharedFile(const std::string& filename,
                                                         const std::string& content) {
   auto directory =
-      createClaimedDirectory(fileManager_, uuids_, fileManager_.temporaryDirectory(), kDirectoryPrefix);
+      createLockedDirectory(fileManager_, uuids_, fileManager_.temporaryDirectory(), kDirectoryPrefix);
   if (!directory) return std::nullopt;
   std::string path = directory->path + "/" + safeFilename(filename);
   if (!writeTextFile(fileManager_, path, content)) {

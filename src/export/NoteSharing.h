@@ -9,7 +9,7 @@
 #include "bridge/MessageHandlers.h"
 #include "bridge/PageCalls.h"
 #include "bridge/Surface.h"
-#include "export/ClaimedDirectories.h"
+#include "export/LockedDirectories.h"
 #include "export/SharedCopies.h"
 #include "i18n/Localization.h"
 #include "platform/Clock.h"
@@ -71,7 +71,7 @@ class NoteSharing final : public ShareHandler,
   std::shared_ptr<SharingService> activeSharingService_;
   std::optional<std::string> activeSharingAttemptId_;
   std::shared_ptr<DelayedTask> sharingTimeout_;
-  std::optional<ClaimedDirectory> sharedTemporaryDirectory_;
+  std::optional<LockedDirectory> sharedTemporaryDirectory_;
   const std::shared_ptr<SharedCopies> copies_;
   Lifetime lifetime_;
 };

@@ -25,7 +25,7 @@ std::optional<std::string> SharedCopies::copyFile(const std::string& path) {
   for (const std::string& missing : {*caches, *caches + "/Quendo", *parent}) {
     if (!fileManager_.fileExists(missing)) fileManager_.createPrivateDirectory(missing);
   }
-  auto own = createClaimedDirectory(fileManager_, uuids_, *parent, "");
+  auto own = createLockedDirectory(fileManager_, uuids_, *parent, "");
   if (!own) return std::nullopt;
   std::string copy = std::string(own->path).append("/").append(lastPathComponent(path));
   if (!fileManager_.snapshotItem(path, copy)) {

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "export/ClaimedDirectories.h"
+#include "export/LockedDirectories.h"
 #include "platform/Clock.h"
 #include "platform/FileManager.h"
 #include "platform/UuidSource.h"
@@ -33,7 +33,7 @@ class SharedCopies {
   FileManager& fileManager_;
   const Clock& clock_;
   UuidSource& uuids_;
-  std::optional<ClaimedDirectory> latest_;
+  std::optional<LockedDirectory> latest_;
 };
 
 }  // namespace quendo

@@ -78,13 +78,53 @@ constexpr std::array kTranslations = {
                 "No se pudo completar la acción"},
 };
 
-/// Texts of the host beside those.
 constexpr std::array kHostTexts = {
     Translation{"Enviar por e-mail", "Send by E-mail", "Enviar por correo"},
     Translation{"Abrir com", "Open with", "Abrir con"},
     Translation{"Copiar arquivo", "Copy File", "Copiar archivo"},
     Translation{"Copiar texto", "Copy Text", "Copiar texto"},
     Translation{"Copiar link", "Copy Link", "Copiar enlace"},
+    Translation{"O Quendo está aberto em outra sessão", "Quendo Is Open in Another Session",
+                "Quendo está abierto en otra sesión"},
+    Translation{"Feche-o lá. Suas notas serão abertas aqui em seguida.",
+                "Close it there. Your notes will then open here.",
+                "Ciérralo allí. Tus notas se abrirán aquí a continuación."},
+    Translation{"Quendo {version} está disponível", "Quendo {version} is available",
+                "Quendo {version} está disponible"},
+    Translation{"Você está usando a versão {version}. Atualize para receber as melhorias mais recentes.",
+                "You are using version {version}. Update to get the latest improvements.",
+                "Estás usando la versión {version}. Actualiza para recibir las mejoras más recientes."},
+};
+
+constexpr std::array<std::string_view, 24> kPortugueseOnly = {
+    // Fatal errors and the recovery of the page.
+    "Os recursos do aplicativo não foram encontrados.",
+    "Falha ao abrir a interface: ",
+    "Falha ao carregar a interface: ",
+    "O processo da interface foi encerrado e os recursos locais não foram encontrados.",
+    "Interface recuperada · suas notas foram restauradas",
+    // Why a quit was cancelled.
+    "O editor não respondeu a tempo. O Quendo permaneceu aberto para não perder seu texto.",
+    "Não foi possível preparar o rascunho para gravação. Nada foi fechado.",
+    "Não foi possível gravar o rascunho no disco. Libere espaço e tente novamente.",
+    "A gravação no disco demorou demais. O Quendo permaneceu aberto para não perder seu texto.",
+    // What became of opened files.
+    ": excede o limite de ",
+    ": selecione um arquivo, não uma pasta",
+    ": o arquivo não pôde ser lido",
+    ": não parece ser um arquivo de texto",
+    ": não foi possível ler o arquivo",
+    ": o conjunto selecionado ultrapassa 60 MB",
+    "A interface não conseguiu criar as abas. Os arquivos continuam aguardando no Quendo.",
+    "Arquivo sem nome",
+    " arquivo(s).",
+    // Save As, the clipboard and update checks.
+    "Salvamento cancelado",
+    "Não foi possível salvar o arquivo",
+    "Salvo como ",
+    "Texto copiado",
+    "Markdown copiado",
+    "A verificação já está em andamento",
 };
 
 }  // namespace
@@ -95,6 +135,10 @@ std::span<const Translation> allTranslations() {
 
 std::span<const Translation> hostTexts() {
   return kHostTexts;
+}
+
+std::span<const std::string_view> portugueseOnlyTexts() {
+  return kPortugueseOnly;
 }
 
 // Linear search is enough: texts are looked up when a menu or a panel is built.

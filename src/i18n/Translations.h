@@ -12,13 +12,20 @@ struct Translation {
   std::string_view spanish;
 };
 
-/// Every row, in the table's own order.
+// Every text that the host shows is a row of one of these three tables; a test reads the sources for others.
+// Constants; any thread.
+
+/// Texts that every host shows, in the table's own order.
 std::span<const Translation> allTranslations();
 
-/// More rows, of texts that only the host shows.
+/// More of them, of one platform or with a placeholder such as {version} in them.
 std::span<const Translation> hostTexts();
 
-/// The row of either table with exactly that Portuguese text, or null.
+/// Texts, or beginnings and ends of texts, that stay Portuguese in every language. They have no translations,
+/// so `tr` would return them unchanged.
+std::span<const std::string_view> portugueseOnlyTexts();
+
+/// The row of the first two tables with exactly that Portuguese text, or null.
 const Translation* findTranslation(std::string_view portuguese);
 
 }  // namespace quendo

@@ -15,6 +15,19 @@ enum class TerminationReply : std::uint8_t {
   later,  ///< Wait for `replyToApplicationShouldTerminate`.
 };
 
+/// Who asked the application to end.
+enum class TerminationReason : std::uint8_t {
+  user,     ///< A menu, a key or a button; somebody is there to read an alert.
+  signal,   ///< A signal to the process: a terminal, a service manager.
+  session,  ///< The end of the desktop session.
+};
+
+/// How a process of the program was started.
+enum class StartKind : std::uint8_t {
+  launch,  ///< It became the running program.
+  again,   ///< The program was running already, and takes over what the process was started for.
+};
+
 /// What the application object asks its delegate. Main thread.
 class ApplicationDelegate : public MenuDelegate {
  public:
@@ -23,7 +36,10 @@ class ApplicationDelegate : public MenuDelegate {
   virtual bool applicationShouldHandleReopen(bool hasVisibleWindows) = 0;
   /// The desktop hands over files, as URLs. False when none of them was taken.
   virtual bool applicationOpenFiles(const std::vector<std::string>& urls) = 0;
-  virtual TerminationReply applicationShouldTerminate() = 0;
+  /// A process was started with these URLs, which may be none; a launch first finishes launching. Returns
+  /// the exit status: of the process itself when it was started again, of the program when it launched.
+  virtual int applicationWasStarted(StartKind kind, const std::vector<std::string>& urls) = 0;
+  virtual TerminationReply applicationShouldTerminate(TerminationReason reason) = 0;
   virtual bool applicationShouldTerminateAfterLastWindowClosed() const = 0;
 };
 
@@ -43,7 +59,7 @@ class Application {
   /// Validates the items of the main menu anew.
   virtual void updateMainMenu() = 0;
 
-  /// Asks to quit: the delegate decides through `applicationShouldTerminate`.
+  /// Asks to quit for the user: the delegate decides through `applicationShouldTerminate`.
   virtual void terminate() = 0;
   /// The one answer to each `TerminationReply::later`: true ends the application.
   virtual void replyToApplicationShouldTerminate(bool shouldTerminate) = 0;

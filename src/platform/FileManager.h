@@ -31,17 +31,17 @@ class WritableFile {
   virtual bool close() = 0;
 };
 
-/// A directory that is claimed, until this is destroyed or the process ends, however it ends.
-class DirectoryClaim {
+/// An exclusive lock on a directory, held until this is destroyed or the process ends, however it ends.
+class DirectoryLock {
  public:
-  virtual ~DirectoryClaim() = default;
+  virtual ~DirectoryLock() = default;
 };
 
-/// Outcome of claiming a directory.
-struct DirectoryClaimResult {
-  /// Null when the directory could not be claimed.
-  std::unique_ptr<DirectoryClaim> claim;
-  bool takenByAnother = false;  ///< Another process has claimed it.
+/// Outcome of locking a directory.
+struct DirectoryLockResult {
+  /// Null when the directory could not be locked.
+  std::unique_ptr<DirectoryLock> lock;
+  bool heldByAnother = false;  ///< Another process has locked it.
 };
 
 /// The file system. Paths are absolute, in the file system's own encoding. Nothing throws: each failure
@@ -102,10 +102,8 @@ class FileManager {
   virtual bool copyPermissions(const std::string& from, const std::string& to) = 0;
   /// Puts `from` in the place of `to` in one step; `to` may exist.
   virtual bool renameItem(const std::string& from, const std::string& to) = 0;
-  /// Claims a directory among all processes that claim it in this way, also those of other sessions. Waits up
-  /// to `patience` for a process that has it and may be about to end.
-  virtual DirectoryClaimResult claimDirectory(const std::string& path,
-                                              std::chrono::milliseconds patience) = 0;
+  /// Locks a directory against all processes that lock it this way, those of other sessions too. Never waits.
+  virtual DirectoryLockResult lockDirectory(const std::string& path) = 0;
   /// Returns true once the names in a directory have reached the storage device.
   virtual bool synchronizeDirectory(const std::string& path) = 0;
 };

@@ -22,7 +22,8 @@ class Toolkit {
   virtual std::shared_ptr<SharingServicePicker> makeSharingServicePicker(SharedItems items) = 0;
   /// Shows an alert modal to the application; `completion` is called once it was dismissed, which may be
   /// before this returns.
-  virtual void runModal(const Alert& alert, std::function<void(AlertResult)> completion) = 0;
+  virtual std::shared_ptr<PresentedAlert> runModal(const Alert& alert,
+                                                   std::function<void(AlertResult)> completion) = 0;
 };
 
 }  // namespace quendo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -77,9 +78,11 @@ class WebView {
   /// Runs a script in the main frame, in the page's own world. `completion` may be empty; otherwise it is
   /// called once, on the main thread, also when the page's process ends before the script.
   virtual void evaluateJavaScript(const std::string& script, EvaluationHandler completion) = 0;
-  /// Calls `then` once the keys that were pressed before have reached the page, which takes scripts past
-  /// keys that still wait. Never called when the web view ends first.
-  virtual void afterQueuedKeys(std::function<void()> then) = 0;
+  /// Calls `then` once the keys pressed before have reached the page: scripts overtake keys that still wait.
+  /// Where more are pressed meanwhile, one that is held for instance, it is called at the page's first answer
+  /// after `limit`.
+  /// A page that answers nothing holds it up; it is never called when the web view ends first.
+  virtual void afterQueuedKeys(std::chrono::milliseconds limit, std::function<void()> then) = 0;
   /// Runs `body` as an async function, in the same place, with `arguments` as its named parameters; a
   /// promise that it returns is awaited. `completion` is called once, on the main thread.
   virtual void callAsyncJavaScript(const std::string& body, const Value::Dictionary& arguments,

@@ -55,6 +55,16 @@ struct AlertResult {
   std::string text;  ///< What the accessory text field held.
 };
 
+/// An alert on the screen, or one that waits for its turn there. Letting go of it does not take it away.
+/// Main thread.
+class PresentedAlert {
+ public:
+  virtual ~PresentedAlert() = default;
+  /// Takes the alert away; its completion gets -1, before or soon after this returns. Does nothing once the
+  /// alert has ended.
+  virtual void dismiss() = 0;
+};
+
 /// A panel in which the user chooses files that exist.
 struct OpenPanel {
   std::string title;
@@ -78,7 +88,8 @@ class Window {
 
   /// Whether a sheet is shown, or waits for its turn.
   virtual bool hasAttachedSheet() const = 0;
-  virtual void beginSheet(const Alert& alert, std::function<void(AlertResult)> completion) = 0;
+  virtual std::shared_ptr<PresentedAlert> beginSheet(const Alert& alert,
+                                                     std::function<void(AlertResult)> completion) = 0;
   /// Completes with file paths, or with nothing when the user cancelled.
   virtual void beginSheet(const OpenPanel& panel,
                           std::function<void(std::optional<std::vector<std::string>>)> completion) = 0;

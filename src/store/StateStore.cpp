@@ -15,8 +15,6 @@ namespace {
 
 constexpr const char* kPrimaryName = "/state-v1.json";
 constexpr const char* kBackupName = "/state-v1.backup.json";
-// A process that is ending may have 140 MB to flush.
-constexpr std::chrono::milliseconds kClaimPatience{5000};
 
 bool isWithinLimit(std::int64_t bytes) {
   return bytes <= StateStore::maximumStateBytes;
@@ -66,15 +64,14 @@ StateStore::Paths StateStore::paths() const {
   return {directory, directory + kPrimaryName, directory + kBackupName};
 }
 
-bool StateStore::claimDirectory() {
-  DirectoryClaimResult result;
+bool StateStore::lockDirectory() {
+  DirectoryLockResult result;
   queue_.sync([this, &result] {
     const std::string directory = paths().directory;
-    if (fileManager_.createDirectory(directory))
-      result = fileManager_.claimDirectory(directory, kClaimPatience);
-    directoryClaim_ = std::move(result.claim);
+    if (fileManager_.createDirectory(directory)) result = fileManager_.lockDirectory(directory);
+    directoryLock_ = std::move(result.lock);
   });
-  return !result.takenByAnother;
+  return !result.heldByAnother;
 }
 
 std::optional<std::string> StateStore::load() {

@@ -40,11 +40,11 @@ class StateStore {
   StateStore(const StateStore&) = delete;
   StateStore& operator=(const StateStore&) = delete;
 
-  /// Claims the directory of the state for this process until the store ends, so that no second process
-  /// replaces its documents or removes what it is writing. False when another process has it; where nothing
-  /// can be claimed, on a file system without locks for instance, the store goes on without. Waits a few
-  /// seconds for a process that is about to end. Any thread but the queue's own.
-  bool claimDirectory();
+  /// Locks the state's directory for this process until the store ends: no second process replaces its
+  /// documents or removes what it is writing. False when another process holds the lock; where there are no
+  /// locks, on some network file systems, the store goes on without. Does not wait for the lock. Any thread
+  /// but the queue's own.
+  bool lockDirectory();
 
   /// The newest state, or absent when there is none. Waits until nothing is being written and nothing waits
   /// to be, so it sees every save that was made before. Any thread but the queue's own. Writes nothing.
@@ -96,7 +96,7 @@ class StateStore {
   const bool persistenceTestMode_;
 
   // Read and written only on the queue.
-  std::unique_ptr<DirectoryClaim> directoryClaim_;
+  std::unique_ptr<DirectoryLock> directoryLock_;
   std::int64_t latestRevision_ = 0;
   bool abandonedFilesRemoved_ = false;
 

@@ -41,28 +41,10 @@ bool isWithin(std::optional<std::chrono::system_clock::time_point> date, std::ch
   return date && *date > now - limit;
 }
 
-std::string alertTitle(NativeLanguage language, const std::string& version) {
-  switch (language) {
-    case NativeLanguage::en:
-      return "Quendo " + version + " is available";
-    case NativeLanguage::es:
-      return "Quendo " + version + " está disponible";
-    case NativeLanguage::pt:
-      break;
-  }
-  return "Quendo " + version + " está disponível";
-}
-
-std::string alertBody(NativeLanguage language, const std::string& version) {
-  switch (language) {
-    case NativeLanguage::en:
-      return "You are using version " + version + ". Update to get the latest improvements.";
-    case NativeLanguage::es:
-      return "Estás usando la versión " + version + ". Actualiza para recibir las mejoras más recientes.";
-    case NativeLanguage::pt:
-      break;
-  }
-  return "Você está usando a versão " + version + ". Atualize para receber as melhorias mais recentes.";
+std::string withVersion(std::string text, const std::string& version) {
+  constexpr std::string_view kPlaceholder = "{version}";
+  const std::size_t place = text.find(kPlaceholder);
+  return place == std::string::npos ? text : text.replace(place, kPlaceholder.size(), version);
 }
 
 }  // namespace
@@ -75,6 +57,11 @@ void UpdateChecks::startUpdateChecks() {
   if (updateTimer_) updateTimer_->cancel();
   armUpdateTimer();
   mainQueue_.asyncAfter(kFirstCheckDelay, lifetime_.guard([this] { performUpdateCheck(false); }));
+}
+
+void UpdateChecks::stop() {
+  if (updateTimer_) updateTimer_->cancel();
+  lifetime_ = Lifetime();
 }
 
 void UpdateChecks::armUpdateTimer() {
@@ -173,11 +160,13 @@ void UpdateChecks::offer(const Release& release, Date now) {
 }
 
 void UpdateChecks::presentUpdateAlert(const QuendoReleaseManifest& manifest, const std::string& downloadURL) {
-  const NativeLanguage language = localization_.current();
   Alert alert;
   alert.style = AlertStyle::informational;
-  alert.messageText = alertTitle(language, manifest.version);
-  alert.informativeText = alertBody(language, currentVersion());
+  alert.messageText = withVersion(localization_.tr("Quendo {version} está disponível"), manifest.version);
+  alert.informativeText =
+      withVersion(localization_.tr("Você está usando a versão {version}. Atualize para receber as melhorias "
+                                   "mais recentes."),
+                  currentVersion());
   const std::string releaseNotes = manifest.releaseNotes.value_or("");
   const std::string_view notes = trimmed(releaseNotes);
   if (!notes.empty()) {

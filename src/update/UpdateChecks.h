@@ -48,6 +48,8 @@ class UpdateChecks {
 
   /// Once, at the launch. A second call starts the repeating timer anew.
   void startUpdateChecks();
+  /// For good: no further check comes by itself, and one that is running leads to nothing.
+  void stop();
   /// The menu's command.
   void checkForUpdates() { performUpdateCheck(true); }
   void performUpdateCheck(bool manual);

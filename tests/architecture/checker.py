@@ -148,3 +148,19 @@ def outside_ports(files):
         found += [f"{path}:{number} uses {what}: {line.strip()}"
                   for number, line in enumerate(lines, 1) for pattern, what in WORDS if pattern.search(line)]
     return found
+
+
+_COMMENT = re.compile(r'//[^\n]*|/\*.*?\*/|("(?:\\.|[^"\\\n])*")', re.DOTALL)
+_LITERALS = re.compile(r'(?:"(?:\\.|[^"\\\n])*"\s*)+')
+
+
+def literals(text):
+    """The string literals of a source, neighbours joined as the compiler does."""
+    bare = _COMMENT.sub(lambda found: found[1] or " ", _INCLUDE.sub("", text))
+    return ["".join(re.findall(r'"((?:\\.|[^"\\\n])*)"', run)) for run in _LITERALS.findall(bare)]
+
+
+def looks_like_text(literal):
+    """Whether a person would read it: it has two words, or a letter that no identifier has."""
+    return bool(re.search(r"[À-ÿ]|[A-Za-z]{2,} [A-Za-z]{2,}", literal))
+

@@ -44,3 +44,20 @@ def test_every_place_that_the_document_sends_one_to_exists():
     assert len(places) > 12
     missing = [place for place in places if not (SOURCE.parent / place).exists()]
     assert not missing, missing
+
+
+# What looks like a text of the interface and is none, by file: the page's contract, what a terminal shows,
+# messages of the compiler, and errors that only the page's scripts see.
+NO_INTERFACE = {"bridge/PageProtocol.h", "bridge/BootstrapScript.cpp", "platform/gtk/main.cpp", "import/Utf8Writer.h",
+                "store/ByteBlock.h", "platform/gtk/web/WebKitView.cpp", "platform/gtk/web/WebKitViewSignals.cpp"}
+# Names that are the same in every language.
+NAMES = {"Main Menu", "Português", "Español"}
+
+
+def test_every_text_of_the_interface_is_a_row_of_a_table(files):
+    rows = set(checker.literals(files["i18n/Translations.cpp"]))
+    missing = [f"{path}: {text}" for path, source in files.items()
+               if path not in NO_INTERFACE and not path.startswith("i18n/")
+               for text in checker.literals(source)
+               if checker.looks_like_text(text) and text not in rows | NAMES and not text.startswith("quendo: ")]
+    assert not missing, "\n" + "\n".join(missing)

@@ -119,3 +119,15 @@ def test_the_diagram_leaves_out_arrows_that_others_imply():
              "menu/Menu.h": '#include "platform/Port.h"\n', "platform/Port.h": ""}
     assert diagram.diagram(files) == ("```mermaid\nflowchart TD\n  app[app] --> menu[menu]\n"
                                       "  menu[menu] --> platform[platform]\n```\n")
+
+
+def test_literals_are_read_as_the_compiler_joins_them():
+    text = '#include "a/b c d.h"\n// "no text"\nsay("Olá, " /* "nor this" */\n    "mundo", "x\\"y");\n'
+    assert checker.literals(text) == ["Olá, mundo", 'x\\"y']
+
+
+@pytest.mark.parametrize("literal, text", [("Nova nota", True), ("Não", True), ("state-v1.json", False),
+                                           ("window.a?.(", False), (" (", False)])
+def test_texts_are_told_from_other_literals(literal, text):
+    assert checker.looks_like_text(literal) == text
+

@@ -2,6 +2,7 @@
 
 import os
 import shutil
+import signal
 import subprocess
 
 import pytest
@@ -152,15 +153,46 @@ def test_another_session_does_not_open_the_same_notes_a_second_time(make_quendo,
     quendo.press("ctrl+n")
     quendo.type("Typed in the first session")
     other = make_quendo(home=quendo.home).start(environment=other_session, wait=False)
-    wait_until(lambda: len(other.windows()) == 1, 20, "the alert of the second program")
-    desktop.wait_until_still(other.windows()[0])
-    desktop.activate(other.windows()[0])
+    _wait_for_alert(other)
     desktop.press("Return")
     assert other.wait_for_end() == 0
     quendo.focus()
     quendo.type(", and on it goes")
     assert quendo.terminate() == 0
     assert quendo.state.holds("Typed in the first session, and on it goes")
+
+
+def _wait_for_alert(other):
+    """Waits for the alert that says where the notes are, while nothing else is shown."""
+    wait_until(lambda: len(other.windows()) == 1, 20, "the alert of the second program")
+    desktop.wait_until_still(other.windows()[0])
+    desktop.activate(other.windows()[0])
+
+
+def test_the_notes_open_by_themselves_when_the_other_session_ends(make_quendo, reporter, other_session):
+    quendo = make_quendo().start()
+    quendo.wait_for_page()
+    quendo.press("ctrl+n")
+    quendo.type("Begun in the first session")
+    page = reporter.page(head="<script>report('state', JSON.stringify(window.__QUENDO_NATIVE_STATE__));</script>")
+    other = make_quendo(page=page, home=quendo.home).start(environment=other_session, wait=False)
+    _wait_for_alert(other)
+    assert not reporter.loads, "nothing is opened meanwhile"
+    quendo.focus()
+    quendo.type(", saved there")
+    assert quendo.terminate() == 0
+    assert "Begun in the first session, saved there" in reporter.wait_for("state", timeout=20)
+    wait_until(lambda: [one.title for one in other.windows()] == ["Quendo"], 10, "the alert to be gone")
+
+
+@pytest.mark.parametrize("number", [signal.SIGTERM, signal.SIGINT], ids=lambda one: one.name)
+def test_a_start_that_waits_for_the_other_session_ends_at_a_signal(make_quendo, other_session, number):
+    quendo = make_quendo().start()
+    quendo.wait_for_page()
+    other = make_quendo(home=quendo.home).start(environment=other_session, wait=False)
+    _wait_for_alert(other)
+    process.kill(other.pid, number)
+    assert other.wait_for_end() == 0
 
 
 def test_notes_can_be_opened_once_the_other_session_has_ended(make_quendo, reporter, other_session):

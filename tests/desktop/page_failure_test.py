@@ -1,6 +1,5 @@
 """The web process dies, or the page cannot be loaded."""
 
-import signal
 import subprocess
 from pathlib import Path
 
@@ -75,7 +74,7 @@ def test_a_page_killed_while_it_prepares_to_quit_cancels_the_quit(make_quendo, r
         window.quendoPrepareForTermination = () => { report('asked'); for (;;) {} };
         </script>""")).start()
     reporter.wait_for_page()
-    process.kill(quendo.pid, signal.SIGTERM)
+    quendo.press("ctrl+q")
     reporter.wait_for("asked")
     kill_page(quendo)
     quendo.dismiss_alert("Não foi possível preparar o rascunho para gravação. Nada foi fechado.",

@@ -20,8 +20,6 @@ ENTRY_POINTS = {
     "close item": lambda quendo: quendo.choose("Janela", "Fechar janela"),
     "close key": lambda quendo: quendo.press("ctrl+shift+w"),
     "close button": lambda quendo: subprocess.run(["wmctrl", "-i", "-c", hex(quendo.window.id)], check=True),
-    "SIGTERM": lambda quendo: process.kill(quendo.pid, signal.SIGTERM),
-    "SIGINT": lambda quendo: process.kill(quendo.pid, signal.SIGINT),
 }
 
 

@@ -1,7 +1,6 @@
 """Quitting during a save: the program exits once the document is on disk, and not before."""
 
 import os
-import time
 
 import pytest
 
@@ -90,12 +89,3 @@ def test_a_quit_at_the_moment_of_the_message_leaves_one_whole_document(running):
     assert program.wait_for_end(timeout=60) == 0
     assert program.state.text() == '{"revision":1}' or _is_whole(program.state.primary, 2)
     assert not _is_writing(program)
-
-
-@pytest.mark.parametrize("number", [15, 2, 1], ids=["SIGTERM", "SIGINT", "SIGHUP"])
-def test_a_signal_ends_an_idle_program_at_once(running, number):
-    program, _ = running
-    began = time.monotonic()
-    process.kill(program.pid, number)
-    assert program.wait_for_end(timeout=30) == 0
-    assert time.monotonic() - began < 10

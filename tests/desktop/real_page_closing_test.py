@@ -9,6 +9,8 @@ from harness.pointer import Pointer
 from harness.waiting import wait_until
 from harness.writing import draft, texts, write
 
+pytestmark = pytest.mark.never_retried
+
 STORE_FAILED = "Não foi possível gravar o rascunho no disco. Libere espaço e tente novamente."
 # Keys of the page, and keys of menu commands that the host runs in the page.
 KEYS = ["ctrl+shift+p", "ctrl+k", "ctrl+n", "ctrl+p", "ctrl+w", "ctrl+shift+t", "ctrl+o", "ctrl+f", "ctrl+z",

@@ -9,18 +9,18 @@ std::string parentOf(const std::string& path) {
   return path.substr(0, path.rfind('/'));
 }
 
-class FakeDirectoryClaim final : public DirectoryClaim {
+class FakeDirectoryLock final : public DirectoryLock {
  public:
   using Paths = std::shared_ptr<std::set<std::string>>;
-  FakeDirectoryClaim(Paths claimed, std::string path) : claimed_(std::move(claimed)), path_(std::move(path)) {
-    claimed_->insert(path_);
+  FakeDirectoryLock(Paths locked, std::string path) : locked_(std::move(locked)), path_(std::move(path)) {
+    locked_->insert(path_);
   }
-  ~FakeDirectoryClaim() override { claimed_->erase(path_); }
-  FakeDirectoryClaim(const FakeDirectoryClaim&) = delete;
-  FakeDirectoryClaim& operator=(const FakeDirectoryClaim&) = delete;
+  ~FakeDirectoryLock() override { locked_->erase(path_); }
+  FakeDirectoryLock(const FakeDirectoryLock&) = delete;
+  FakeDirectoryLock& operator=(const FakeDirectoryLock&) = delete;
 
  private:
-  Paths claimed_;
+  Paths locked_;
   std::string path_;
 };
 
@@ -221,11 +221,10 @@ bool FakeFileManager::renameItem(const std::string& from, const std::string& to)
   return true;
 }
 
-DirectoryClaimResult FakeFileManager::claimDirectory(const std::string& path,
-                                                     std::chrono::milliseconds /*patience*/) {
-  if (!begin("claimDirectory " + path) || !hasDirectory(path)) return {};
-  if (claimedByAnother.contains(path) || claimed_->contains(path)) return {nullptr, true};
-  return {std::make_unique<FakeDirectoryClaim>(claimed_, path)};
+DirectoryLockResult FakeFileManager::lockDirectory(const std::string& path) {
+  if (!begin("lockDirectory " + path) || !hasDirectory(path)) return {};
+  if (lockedByAnother.contains(path) || locked_->contains(path)) return {nullptr, true};
+  return {std::make_unique<FakeDirectoryLock>(locked_, path)};
 }
 
 bool FakeFileManager::synchronizeDirectory(const std::string& path) {

@@ -28,8 +28,8 @@ class FakeFileManager final : public FileManager {
 
   /// Symbolic links: path -> target.
   std::map<std::string, std::string> links;
-  /// Directories that another process has claimed.
-  std::set<std::string> claimedByAnother;
+  /// Directories that another process has locked.
+  std::set<std::string> lockedByAnother;
   /// Files that no process has touched for long; see `removeAbandonedFile`.
   std::set<std::string> abandoned;
   /// When directories last changed.
@@ -99,7 +99,7 @@ class FakeFileManager final : public FileManager {
   std::unique_ptr<WritableFile> createFile(const std::string& path, FileAccess access) override;
   bool copyPermissions(const std::string& from, const std::string& to) override;
   bool renameItem(const std::string& from, const std::string& to) override;
-  DirectoryClaimResult claimDirectory(const std::string& path, std::chrono::milliseconds patience) override;
+  DirectoryLockResult lockDirectory(const std::string& path) override;
   bool synchronizeDirectory(const std::string& path) override;
 
  private:
@@ -116,7 +116,7 @@ class FakeFileManager final : public FileManager {
   Names namesOnDevice_;
   std::vector<NameChange> nameChanges_;
   std::set<std::string> directories_;
-  std::shared_ptr<std::set<std::string>> claimed_ = std::make_shared<std::set<std::string>>();
+  std::shared_ptr<std::set<std::string>> locked_ = std::make_shared<std::set<std::string>>();
   std::function<bool(const std::string&)> failCondition_;
   mutable std::size_t calls_ = 0;
   std::size_t failFirst_ = 0;

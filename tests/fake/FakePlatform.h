@@ -155,7 +155,14 @@ struct FakeWebView final : WebView {
     scripts.push_back(script);
     evaluations.push_back({script, {}, std::move(completion)});
   }
-  void afterQueuedKeys(std::function<void()> then) override { then(); }
+  void afterQueuedKeys(std::chrono::milliseconds limit, std::function<void()> then) override {
+    keyLimits.push_back(limit);
+    if (keysWait) {
+      waitingForKeys.push_back(std::move(then));
+    } else {
+      then();
+    }
+  }
   void callAsyncJavaScript(const std::string& body, const Value::Dictionary& arguments,
                            EvaluationHandler completion) override {
     asyncCalls.push_back({body, arguments, std::move(completion)});
@@ -169,6 +176,10 @@ struct FakeWebView final : WebView {
   NavigationDelegate* navigation = nullptr;
   UiDelegate* ui = nullptr;
   std::vector<std::string> scripts;
+  /// Whether keys wait on their way to the page; what is to follow them is kept then.
+  bool keysWait = false;
+  std::vector<std::function<void()>> waitingForKeys;
+  std::vector<std::chrono::milliseconds> keyLimits;
   std::vector<Call> evaluations;
   std::vector<Call> asyncCalls;
   std::vector<std::vector<std::vector<std::string>>> spelling;  ///< The choices of each call.
@@ -225,11 +236,22 @@ struct FakeSharingPicker final : SharingServicePicker {
   RectEdge edge = RectEdge::maxX;
 };
 
+/// Tells when the host takes an alert away, and ends it then.
+struct FakePresentedAlert final : PresentedAlert {
+  void dismiss() override {
+    ++dismissed;
+    if (const auto end = std::exchange(completion, {})) end({});
+  }
+  int dismissed = 0;
+  std::function<void(AlertResult)> completion;
+};
+
 struct FakeWindow final : Window {
   template <typename Panel, typename Result>
   struct Sheet {
     Panel panel;
     std::function<void(Result)> completion;
+    std::shared_ptr<FakePresentedAlert> presented;
   };
   using Paths = std::optional<std::vector<std::string>>;
 
@@ -247,11 +269,15 @@ struct FakeWindow final : Window {
   void setContentView(View& /*view*/) override { log.push_back("setContentView"); }
   void makeKeyAndOrderFront() override { log.push_back("makeKeyAndOrderFront"); }
   bool hasAttachedSheet() const override { return sheetAttached; }
-  void beginSheet(const Alert& alert, std::function<void(AlertResult)> completion) override {
-    alerts.push_back({alert, std::move(completion)});
+  std::shared_ptr<PresentedAlert> beginSheet(const Alert& alert,
+                                             std::function<void(AlertResult)> completion) override {
+    auto presented = std::make_shared<FakePresentedAlert>();
+    presented->completion = completion;
+    alerts.push_back({alert, std::move(completion), presented});
+    return presented;
   }
   void beginSheet(const OpenPanel& panel, std::function<void(Paths)> completion) override {
-    openPanels.push_back({panel, std::move(completion)});
+    openPanels.push_back({panel, std::move(completion), nullptr});
   }
   std::shared_ptr<SavePanel> beginSheet(SavePanelConfiguration configuration,
                                         SavePanelCompletion completion) override {
@@ -296,8 +322,12 @@ struct FakeToolkit final : Toolkit {
     pickers.push_back(std::make_shared<FakeSharingPicker>(std::move(items)));
     return pickers.back();
   }
-  void runModal(const Alert& alert, std::function<void(AlertResult)> completion) override {
-    modals.push_back({alert, std::move(completion)});
+  std::shared_ptr<PresentedAlert> runModal(const Alert& alert,
+                                           std::function<void(AlertResult)> completion) override {
+    auto presented = std::make_shared<FakePresentedAlert>();
+    presented->completion = completion;
+    modals.push_back({alert, std::move(completion), presented});
+    return presented;
   }
 
   static std::string rectText(const Rect& rect) {
@@ -333,7 +363,10 @@ struct FakeApplication final : Application {
   void updateMainMenu() override { log.push_back("updateMainMenu"); }
   void terminate() override {
     log.push_back("terminate");
-    if (delegate) lastReply = delegate->applicationShouldTerminate();
+    askToTerminate(TerminationReason::user);
+  }
+  void askToTerminate(TerminationReason reason) {
+    if (delegate) lastReply = delegate->applicationShouldTerminate(reason);
   }
   void replyToApplicationShouldTerminate(bool shouldTerminate) override {
     replies.push_back(shouldTerminate);

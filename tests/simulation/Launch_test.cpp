@@ -193,25 +193,116 @@ TEST_F(PagePanelsTest, NeverShowsWhatAPageHadAskedForBeforeItsProcessEnded) {
   EXPECT_EQ(window().alerts[1].panel.messageText, "of the next page");
 }
 
-TEST_F(LaunchTest, NotesThatAnotherSessionHasOpenAreNotOpenedASecondTime) {
-  const std::string directory = "/home/user/.local/share/Quendo";
-  platform_.files.claimedByAnother.insert(directory);
-  platform_.defaults.strings["QuendoLanguage"] = "en";
-  launch();
+class NotesLockedElsewhereTest : public fake::HostTest {
+ protected:
+  NotesLockedElsewhereTest() {
+    platform_.files.lockedByAnother.insert(kDirectory);
+    platform_.defaults.strings["QuendoLanguage"] = "en";
+    launch();
+  }
+  void otherSessionEnds(const std::string& state) {
+    platform_.files.setFile(kDirectory + "/state-v1.json", state);
+    platform_.files.lockedByAnother.clear();
+  }
+  const Alert& alert() { return platform_.toolkit.modals.at(0).panel; }
+
+  const std::string kDirectory = "/home/user/.local/share/Quendo";
+};
+
+TEST_F(NotesLockedElsewhereTest, SaysAtOnceWhatIsGoingOnAndOpensNothing) {
+  platform_.mainQueue.advance(300ms);
   ASSERT_EQ(platform_.toolkit.modals.size(), 1U);
-  EXPECT_EQ(platform_.toolkit.modals[0].panel.messageText, "Quendo Could Not Start");
-  EXPECT_EQ(platform_.toolkit.modals[0].panel.informativeText,
-            "Quendo is already open in another session of this user. Close it there first.");
+  EXPECT_EQ(alert().messageText, "Quendo Is Open in Another Session");
+  EXPECT_EQ(alert().informativeText, "Close it there. Your notes will then open here.");
+  EXPECT_EQ(alert().buttons, std::vector<std::string>{"Quit Quendo"});
+  platform_.mainQueue.advance(1h);
+  EXPECT_EQ(platform_.toolkit.modals.size(), 1U) << "it says so once";
   EXPECT_EQ(platform_.toolkit.window, nullptr);
-  platform_.toolkit.modals[0].completion({});
-  EXPECT_EQ(platform_.application.lastReply, TerminationReply::now);
 }
 
-TEST_F(LaunchTest, ADirectoryThatCannotBeClaimedIsUsedAllTheSame) {
-  platform_.files.failCallsIf([](const std::string& call) { return call.starts_with("claimDirectory"); });
+TEST_F(NotesLockedElsewhereTest, GoesOnByItselfWithWhatTheOtherSessionSaved) {
+  platform_.mainQueue.advance(1h);
+  otherSessionEnds("{\"n\":1}");
+  platform_.mainQueue.advance(300ms);
+  EXPECT_EQ(platform_.toolkit.modals[0].presented->dismissed, 1);
+  EXPECT_FALSE(platform_.application.lastReply) << "taking the alert away is no wish to quit";
+  ASSERT_NE(platform_.toolkit.window, nullptr);
+  EXPECT_NE(platform_.toolkit.userContent->scripts.at(0).find("eyJuIjoxfQ=="), std::string::npos);
+  platform_.application.terminate();
+  EXPECT_EQ(platform_.application.lastReply, TerminationReply::later) << "from now on there is text to lose";
+}
+
+TEST_F(NotesLockedElsewhereTest, ShowsNoAlertWhenTheOtherProgramWasJustEnding) {
+  otherSessionEnds("{}");
+  platform_.mainQueue.advance(1min);
+  EXPECT_TRUE(platform_.toolkit.modals.empty());
+  EXPECT_NE(platform_.toolkit.window, nullptr);
+}
+
+TEST_F(NotesLockedElsewhereTest, QuitsAtOnceFromTheAlertAndWhenAskedInAnyOtherWay) {
+  platform_.mainQueue.advance(300ms);
+  platform_.toolkit.modals[0].completion({0, ""});
+  EXPECT_EQ(platform_.application.lastReply, TerminationReply::now);
+  for (const auto reason : {TerminationReason::user, TerminationReason::signal, TerminationReason::session}) {
+    platform_.application.lastReply.reset();
+    platform_.application.askToTerminate(reason);
+    EXPECT_EQ(platform_.application.lastReply, TerminationReply::now);
+  }
+}
+
+TEST_F(NotesLockedElsewhereTest, KeepsTheFilesOfEveryStartForThePageThatIsToCome) {
+  platform_.documents.setFile("/a.md", "A");
+  platform_.documents.setFile("/b.md", "B");
+  EXPECT_EQ(controller_.applicationWasStarted(StartKind::launch, {"file:///a.md"}), 0);
+  EXPECT_EQ(controller_.applicationWasStarted(StartKind::again, {"file:///b.md"}), 0);
+  EXPECT_EQ(controller_.applicationWasStarted(StartKind::again, {}), 0);
+  otherSessionEnds("{}");
+  platform_.mainQueue.advance(300ms);
+  finishLoading();
+  ASSERT_EQ(page().asyncCalls.size(), 1U);
+  const auto* files = page().asyncCalls[0].arguments.at("files").array();
+  ASSERT_NE(files, nullptr);
+  EXPECT_EQ(files->size(), 2U);
+}
+
+TEST_F(NotesLockedElsewhereTest, DoesNothingForTheMenuThatNeedsAWindow) {
+  controller_.performMenuItem(menuItem("checkForUpdates"));
+  EXPECT_TRUE(platform_.httpSession.tasks.empty());
+}
+
+TEST_F(LaunchTest, ADirectoryThatCannotBeLockedIsUsedAllTheSame) {
+  platform_.files.failCallsIf([](const std::string& call) { return call.starts_with("lockDirectory"); });
   launch();
   EXPECT_TRUE(platform_.toolkit.modals.empty());
   EXPECT_NE(platform_.toolkit.window, nullptr);
+}
+
+class StartTest : public fake::HostTest {
+ protected:
+  StartTest() {
+    start();
+    platform_.documents.setFile("/a.md", "A");
+  }
+};
+
+TEST_F(StartTest, ASecondStartEndsWellWhenOneOfItsFilesWasTaken) {
+  EXPECT_EQ(controller_.applicationWasStarted(StartKind::again, {"file:///gone.md", "file:///a.md"}), 0);
+}
+
+TEST_F(StartTest, ASecondStartSaysThatNoneOfItsFilesWasTaken) {
+  EXPECT_EQ(controller_.applicationWasStarted(StartKind::again, {"file:///gone.md"}), 2);
+}
+
+TEST_F(StartTest, ALaunchEndsWellWhateverBecameOfItsFiles) {
+  EXPECT_EQ(controller_.applicationWasStarted(StartKind::launch, {"file:///gone.md"}), 0);
+  EXPECT_EQ(controller_.applicationWasStarted(StartKind::launch, {}), 0);
+}
+
+TEST_F(StartTest, ASecondStartWithoutFilesOnlyBringsTheWindowToTheFront) {
+  EXPECT_EQ(controller_.applicationWasStarted(StartKind::launch, {}), 0);
+  EXPECT_TRUE(platform_.log.empty());
+  EXPECT_EQ(controller_.applicationWasStarted(StartKind::again, {}), 0);
+  EXPECT_EQ(platform_.log, (fake::CallLog{"makeKeyAndOrderFront", "activateIgnoringOtherApps true"}));
 }
 
 }  // namespace

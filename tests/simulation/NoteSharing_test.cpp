@@ -256,22 +256,22 @@ TEST_F(NoteSharingTest, TheFolderOfAnotherRunningInstanceStays) {
   start();
   const std::string shown = "/tmp/Quendo-Share-AAAAAAAA-1111-2222-3333-BBBBBBBBBBBB";
   platform_.files.setDirectory(shown);
-  platform_.files.claimedByAnother.insert(shown);
+  platform_.files.lockedByAnother.insert(shown);
   share("a");
   EXPECT_TRUE(platform_.files.hasDirectory(shown));
   EXPECT_EQ(platform_.toolkit.pickers.size(), 1U);
 }
 
-TEST_F(NoteSharingTest, TheFolderIsClaimedFromThePickerToTheAnswer) {
+TEST_F(NoteSharingTest, TheFolderIsLockedFromThePickerToTheAnswer) {
   start();
   share("a");
-  const auto claim = [&] { return platform_.files.claimDirectory(kFolder, 0ms); };
-  EXPECT_TRUE(claim().takenByAnother);
+  const auto lock = [&] { return platform_.files.lockDirectory(kFolder); };
+  EXPECT_TRUE(lock().heldByAnother);
   const auto service = choose();
-  EXPECT_TRUE(claim().takenByAnother);
+  EXPECT_TRUE(lock().heldByAnother);
   service->delegate->didShareItems(*service);
   platform_.files.setDirectory(kFolder);
-  EXPECT_TRUE(claim().claim);
+  EXPECT_TRUE(lock().lock);
 }
 
 TEST_F(NoteSharingTest, WhereThePlatformHasNoPickerTheNoteIsOfferedInTheInterfaceLanguage) {

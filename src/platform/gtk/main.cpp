@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/AppController.h"
+#include "app/ExitStatus.h"
 #include "platform/SiteConfiguration.h"
 #include "platform/gtk/application/GLibMainQueue.h"
 #include "platform/gtk/application/GLibUuidSource.h"
@@ -18,6 +19,7 @@
 #include "platform/gtk/application/GtkHostApplication.h"
 #include "platform/gtk/application/GtkToolkit.h"
 #include "platform/gtk/application/KeyFileDefaults.h"
+#include "platform/gtk/application/QuitSignals.h"
 #include "platform/gtk/application/SoupHttpSession.h"
 #include "platform/gtk/web/SandboxProbe.h"
 #include "platform/posix/EnvironmentLocale.h"
@@ -87,6 +89,8 @@ void addIcons(const quendo::Bundle& bundle) {
 int main(int argc, char** argv) {
   using namespace quendo;
   using namespace quendo::gtk;
+  // Before anything can start a thread or a process.
+  QuitSignals quitSignals;
   Options options = takeOptions(argc, argv);
   const bool persistenceTestMode =
       persistenceTestModeFromEnvironmentValue(std::getenv("QUENDO_PERSISTENCE_TEST"));
@@ -95,8 +99,8 @@ int main(int argc, char** argv) {
   g_set_application_name("Quendo");
 
   // A test run must never reach the user's own instance, nor be reached by it.
-  GtkHostApplication application(persistenceTestMode ? "com.quendo.Quendo.PersistenceTest"
-                                                     : "com.quendo.Quendo");
+  GtkHostApplication application(
+      persistenceTestMode ? "com.quendo.Quendo.PersistenceTest" : "com.quendo.Quendo", quitSignals);
   GtkToolkit toolkit(application);
   const ExecutableBundle bundle;
   const EnvironmentLocale locale;

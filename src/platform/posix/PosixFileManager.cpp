@@ -14,7 +14,6 @@
 #include <filesystem>
 #include <limits>
 #include <system_error>
-#include <thread>
 #include <utility>
 
 #include "files/Path.h"
@@ -57,9 +56,9 @@ std::optional<std::string> userDirectory(const char* variable, const char* below
   return (home == "/" ? "" : withoutTrailingSlashes(home)) + belowHome;
 }
 
-class PosixDirectoryClaim final : public DirectoryClaim {
+class PosixDirectoryLock final : public DirectoryLock {
  public:
-  explicit PosixDirectoryClaim(FileDescriptor directory) : directory_(std::move(directory)) {}
+  explicit PosixDirectoryLock(FileDescriptor directory) : directory_(std::move(directory)) {}
 
  private:
   FileDescriptor directory_;
@@ -255,19 +254,13 @@ bool PosixFileManager::renameItem(const std::string& from, const std::string& to
   return std::rename(from.c_str(), to.c_str()) == 0;
 }
 
-DirectoryClaimResult PosixFileManager::claimDirectory(const std::string& path,
-                                                      std::chrono::milliseconds patience) {
-  constexpr std::chrono::milliseconds pause{50};
+DirectoryLockResult PosixFileManager::lockDirectory(const std::string& path) {
   FileDescriptor directory = openFile(path, O_RDONLY | O_DIRECTORY);
   if (!directory.isOpen()) return {};
-  for (std::chrono::milliseconds waited{0};; waited += pause) {
-    if (retryInterrupted([&] { return ::flock(directory.get(), LOCK_EX | LOCK_NB); }) == 0)
-      return {std::make_unique<PosixDirectoryClaim>(std::move(directory))};
-    // A file system without locks refuses in other words; it cannot tell whether anybody is there.
-    if (errno != EWOULDBLOCK) return {};
-    if (waited >= patience) return {nullptr, true};
-    std::this_thread::sleep_for(pause);
-  }
+  if (retryInterrupted([&] { return ::flock(directory.get(), LOCK_EX | LOCK_NB); }) == 0)
+    return {std::make_unique<PosixDirectoryLock>(std::move(directory))};
+  // A file system without locks fails with another error; it cannot tell whether anybody is there.
+  return {nullptr, errno == EWOULDBLOCK};
 }
 
 bool PosixFileManager::synchronizeDirectory(const std::string& path) {

@@ -39,7 +39,7 @@ class PosixFileManager final : public FileManager {
   bool copyPermissions(const std::string& from, const std::string& to) override;
   bool renameItem(const std::string& from, const std::string& to) override;
   /// By an advisory lock of the directory itself, which leaves no file behind.
-  DirectoryClaimResult claimDirectory(const std::string& path, std::chrono::milliseconds patience) override;
+  DirectoryLockResult lockDirectory(const std::string& path) override;
   bool synchronizeDirectory(const std::string& path) override;
 };
 

@@ -35,6 +35,16 @@ def alive(pid):
     return _state(pid) not in ("", "Z", "X")
 
 
+def blocked_signals(pid):
+    """The signals that a process blocks; none when it is gone."""
+    try:
+        with open(f"/proc/{pid}/status", encoding="utf-8", errors="replace") as file:
+            mask = next(int(line.split()[1], 16) for line in file if line.startswith("SigBlk:"))
+    except OSError:
+        return set()
+    return {one for one in signal.Signals if mask >> (one - 1) & 1}
+
+
 def kill(pid, which=signal.SIGKILL):
     """Sends a signal; ignores a process that is gone."""
     try:

@@ -54,6 +54,7 @@ class Quendo:
         self._running = None
         self._others = []
         self._log = None
+        self.launcher = []  # A command that runs the program, in the place of its own process.
 
     @property
     def data(self):
@@ -94,7 +95,7 @@ class Quendo:
         log = self.home / "output.log"
         with open(log, "ab") as output:
             return subprocess.Popen(
-                [str(self.installation.program), *self.arguments, *map(str, arguments)],
+                [*self.launcher, str(self.installation.program), *self.arguments, *map(str, arguments)],
                 env=self.environment | (environment or {}), cwd=self.home, stdin=subprocess.DEVNULL,
                 stdout=output, stderr=output, start_new_session=True)
 
@@ -117,6 +118,10 @@ class Quendo:
         status = self._running.wait(timeout)
         process.end_all(helpers)
         return status
+
+    def wait_for_exit(self, timeout=20.0):
+        """Like `wait_for_end`, but ends no helper process: for tests that look at what is left."""
+        return self._running.wait(timeout)
 
     def terminate(self, timeout=15.0):
         """Asks the program to quit with SIGTERM, as a session does, and returns its exit status."""
@@ -144,6 +149,10 @@ class Quendo:
                 one.wait(10)
             process.end_all(helpers)
         self._others.clear()
+
+    def processes(self):
+        """Identifiers of the program and of all processes below it."""
+        return [self.pid, *process.children(self.pid)]
 
     def web_processes(self):
         """Process IDs of the web processes."""

@@ -88,6 +88,23 @@ TEST(NativeLanguage, ComesOnlyFromTheExactCodes) {
   }
 }
 
+TEST(Translations, LeavesTextsThatStayPortugueseUntranslatedInEveryLanguage) {
+  fake::FakeDefaults defaults;
+  const fake::FakeLocale locale;
+  const Localization localization(defaults, locale);
+  for (const char* code : {"pt", "en", "es"}) {
+    defaults.strings["QuendoLanguage"] = code;
+    for (const std::string_view text : portugueseOnlyTexts()) EXPECT_EQ(localization.tr(text), text);
+  }
+}
+
+TEST(Translations, TranslatesEveryTextOfTheHostsOwnOnce) {
+  for (const Translation& row : hostTexts()) {
+    EXPECT_EQ(findTranslation(row.portuguese), &row) << row.portuguese;
+    EXPECT_FALSE(row.english.empty() || row.spanish.empty()) << row.portuguese;
+  }
+}
+
 TEST(Translations, HoldsExactlyTheSixtyRows) {
   static constexpr Translation kExpected[] = {
       {"Sobre o Quendo", "About Quendo", "Acerca de Quendo"},

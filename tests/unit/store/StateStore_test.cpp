@@ -182,7 +182,7 @@ TEST_F(StateStoreTest, FlushesTheDocumentBeforeItTouchesThePrimaryAndThatBeforeI
       fileManager.log,
       (Answers{"createDirectory " + storeDirectory, "isNameTaken " + temporary, "createFile " + temporary,
                "write " + temporary, "synchronize " + temporary, "close " + temporary,
-               "fileExists " + snapshot, "snapshotItem " + primaryPath + " " + snapshot,
+               "isNameTaken " + snapshot, "snapshotItem " + primaryPath + " " + snapshot,
                "renameItem " + temporary + " " + primaryPath, "synchronizeDirectory " + storeDirectory,
                "renameItem " + snapshot + " " + backupPath}));
 }

@@ -1,3 +1,4 @@
+// Never retried: these tests are about losing text.
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import type { Browser } from 'playwright-core';

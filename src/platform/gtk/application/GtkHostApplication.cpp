@@ -1,25 +1,18 @@
 #include "platform/gtk/application/GtkHostApplication.h"
 
 #include <gdkmm/display.h>
-#include <glib-unix.h>
 #include <gtkmm/aboutdialog.h>
 #include <gtkmm/window.h>
 
-#include <csignal>
 #include <utility>
 
+#include "app/ExitStatus.h"
 #include "files/Url.h"
 #include "platform/SiteConfiguration.h"
+#include "platform/gtk/application/GioWorkspace.h"
 
 namespace quendo::gtk {
 namespace {
-
-gboolean onQuitSignal(gpointer application) {
-  static_cast<GtkHostApplication*>(application)->terminate();
-  return G_SOURCE_CONTINUE;
-}
-
-constexpr int kNoFileTaken = 2;
 
 /// The URLs of the files that a start was given. Names may be any bytes, and are relative to the working
 /// directory of the start that gave them.
@@ -35,9 +28,10 @@ std::vector<std::string> fileUrlsOf(Gio::ApplicationCommandLine& line) {
 
 }  // namespace
 
-GtkHostApplication::GtkHostApplication(const std::string& identifier)
+GtkHostApplication::GtkHostApplication(const std::string& identifier, QuitSignals& quitSignals)
     : application_(Gtk::Application::create(identifier, Gio::Application::Flags::HANDLES_COMMAND_LINE)),
-      menuBar_(Gio::Menu::create()) {
+      menuBar_(Gio::Menu::create()),
+      quitSignals_(quitSignals) {
   application_->property_register_session() = true;
   g_signal_connect_swapped(application_->gobj(), "query-end",
                            G_CALLBACK(+[](GtkHostApplication* self) { self->onSessionQueryEnd(); }), this);
@@ -49,7 +43,6 @@ GtkHostApplication::GtkHostApplication(const std::string& identifier)
 
 GtkHostApplication::~GtkHostApplication() {
   g_signal_handlers_disconnect_by_data(application_->gobj(), this);
-  for (const unsigned source : signalSources_) g_source_remove(source);
 }
 
 // The session waits while the quit is negotiated: the inhibitor is taken before this handler returns. A quit
@@ -61,7 +54,7 @@ void GtkHostApplication::onSessionQueryEnd() {
     sessionInhibitor_ =
         gtk_application_inhibit(application_->gobj(), window, GTK_APPLICATION_INHIBIT_LOGOUT, "Quendo");
   }
-  terminate();
+  askToTerminate(TerminationReason::session);
 }
 
 void GtkHostApplication::releaseSession() {
@@ -70,35 +63,29 @@ void GtkHostApplication::releaseSession() {
 }
 
 int GtkHostApplication::run(int argc, char** argv) {
+  // A second start has nothing to save, and nothing would read its signals while it waits for the first.
+  g_application_register(G_APPLICATION(application_->gobj()), nullptr, nullptr);
+  if (application_->is_remote()) quitSignals_.release();
   const int status = application_->run(argc, argv);
   return exitStatus_ != 0 ? exitStatus_ : status;
 }
 
 void GtkHostApplication::onStartup() {
   if (startCondition_ && !startCondition_()) {
-    exitStatus_ = 1;
+    exitStatus_ = kExitCannotStart;
     return;
   }
-  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-    signalSources_.push_back(g_unix_signal_add(signal, onQuitSignal, this));
-  }
+  quitSignals_.receive([this] { askToTerminate(TerminationReason::signal); });
   application_->hold();
   started_ = true;
   delegate_->applicationDidFinishLaunching();
 }
 
-// The first call belongs to the launch itself; each later one is a second start, whose exit status tells
-// whether its files were taken.
+// The first call belongs to the launch itself; each later one is a second start.
 int GtkHostApplication::onCommandLine(Gio::ApplicationCommandLine& line) {
-  if (!started_) return 1;
-  const bool isLaunch = !std::exchange(launched_, true);
-  const std::vector<std::string> urls = fileUrlsOf(line);
-  if (urls.empty()) {
-    if (!isLaunch) delegate_->applicationShouldHandleReopen(true);
-    return 0;
-  }
-  const bool taken = delegate_->applicationOpenFiles(urls);
-  return taken || isLaunch ? 0 : kNoFileTaken;
+  if (!started_) return kExitCannotStart;
+  const StartKind kind = std::exchange(launched_, true) ? StartKind::again : StartKind::launch;
+  return delegate_->applicationWasStarted(kind, fileUrlsOf(line));
 }
 
 // Presenting the window is all that activation means here; the desktop decides about focus stealing.
@@ -189,6 +176,13 @@ void GtkHostApplication::showAboutPanel() {
   panel->set_title("Quendo");
   if (Gtk::Window* window = application_->get_active_window()) panel->set_transient_for(*window);
   panel->set_modal(true);
+  // The toolkit's own way would start the browser with the signals that are blocked here.
+  panel->signal_activate_link().connect(
+      [](const std::string& url) {
+        openUrlOutside(url);
+        return true;
+      },
+      false);
   panel->signal_close_request().connect(
       [panel] {
         delete panel;
@@ -199,7 +193,11 @@ void GtkHostApplication::showAboutPanel() {
 }
 
 void GtkHostApplication::terminate() {
-  if (delegate_->applicationShouldTerminate() == TerminationReply::now) application_->quit();
+  askToTerminate(TerminationReason::user);
+}
+
+void GtkHostApplication::askToTerminate(TerminationReason reason) {
+  if (delegate_->applicationShouldTerminate(reason) == TerminationReply::now) application_->quit();
 }
 
 void GtkHostApplication::replyToApplicationShouldTerminate(bool shouldTerminate) {

@@ -13,6 +13,7 @@
 
 #include "platform/Application.h"
 #include "platform/gtk/application/GtkMenuModel.h"
+#include "platform/gtk/application/QuitSignals.h"
 
 namespace quendo::gtk {
 
@@ -30,14 +31,14 @@ class Responder {
 /// ends. Main thread.
 class GtkHostApplication final : public Application {
  public:
-  /// `identifier` names the one instance on the session bus.
-  explicit GtkHostApplication(const std::string& identifier);
+  /// `identifier` names the one instance on the session bus. `quitSignals` must outlive the application.
+  GtkHostApplication(const std::string& identifier, QuitSignals& quitSignals);
   ~GtkHostApplication() override;
   GtkHostApplication(const GtkHostApplication&) = delete;
   GtkHostApplication& operator=(const GtkHostApplication&) = delete;
 
   /// Asked once, in the first instance only, before anything is built. False ends the program with
-  /// status 1.
+  /// `kExitCannotStart`.
   void setStartCondition(std::function<bool()> condition) { startCondition_ = std::move(condition); }
   /// Runs the event loop until the application ends; returns the exit status.
   int run(int argc, char** argv);
@@ -65,6 +66,7 @@ class GtkHostApplication final : public Application {
 
  private:
   void onStartup();
+  void askToTerminate(TerminationReason reason);
   void onSessionQueryEnd();
   void releaseSession();
   int onCommandLine(Gio::ApplicationCommandLine& line);
@@ -81,7 +83,7 @@ class GtkHostApplication final : public Application {
   std::function<bool()> startCondition_;
   ApplicationDelegate* delegate_ = nullptr;
   Responder* responder_ = nullptr;
-  std::vector<unsigned> signalSources_;
+  QuitSignals& quitSignals_;
   unsigned sessionInhibitor_ = 0;  ///< Holds up the session's end while a quit is negotiated, or 0.
   bool started_ = false;           ///< The launch has begun.
   bool launched_ = false;          ///< The command line of the launch itself has been seen.

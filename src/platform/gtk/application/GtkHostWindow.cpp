@@ -252,13 +252,11 @@ void GtkHostWindow::makeKeyAndOrderFront() {
   if (firstTime && content_ && content_->webView()) content_->webView()->grabFocus();
 }
 
-void GtkHostWindow::beginSheet(const Alert& alert, std::function<void(AlertResult)> completion) {
-  sheets_.present([this, alert, completion = std::move(completion)](std::function<void()> gone) {
-    showAlert(&window_, alert, [completion, gone = std::move(gone)](AlertResult result) {
-      gone();
-      if (completion) completion(std::move(result));
-    });
-  });
+std::shared_ptr<PresentedAlert> GtkHostWindow::beginSheet(const Alert& alert,
+                                                          std::function<void(AlertResult)> completion) {
+  auto sheet = std::make_shared<AlertSheet>(alert, std::move(completion));
+  sheets_.present([this, sheet](std::function<void()> gone) { sheet->show(window_, std::move(gone)); });
+  return sheet;
 }
 
 void GtkHostWindow::beginSheet(const OpenPanel& panel,

@@ -42,7 +42,8 @@ class GtkHostWindow final : public Window, public Responder {
   void makeKeyAndOrderFront() override;
   // A sheet waits only while another one is shown.
   bool hasAttachedSheet() const override { return sheets_.isShowing(); }
-  void beginSheet(const Alert& alert, std::function<void(AlertResult)> completion) override;
+  std::shared_ptr<PresentedAlert> beginSheet(const Alert& alert,
+                                             std::function<void(AlertResult)> completion) override;
   void beginSheet(const OpenPanel& panel,
                   std::function<void(std::optional<std::vector<std::string>>)> completion) override;
   std::shared_ptr<SavePanel> beginSheet(SavePanelConfiguration configuration,

@@ -31,8 +31,9 @@ std::shared_ptr<SharingServicePicker> GtkToolkit::makeSharingServicePicker(Share
   return std::make_shared<GtkSharingPicker>(items);
 }
 
-void GtkToolkit::runModal(const Alert& alert, std::function<void(AlertResult)> completion) {
-  showAlert(application_.application()->get_active_window(), alert, std::move(completion));
+std::shared_ptr<PresentedAlert> GtkToolkit::runModal(const Alert& alert,
+                                                     std::function<void(AlertResult)> completion) {
+  return showAlert(application_.application()->get_active_window(), alert, std::move(completion));
 }
 
 }  // namespace quendo::gtk

@@ -13,7 +13,8 @@ class GtkToolkit final : public Toolkit {
   std::unique_ptr<Window> makeWindow(const Rect& contentRect, std::uint32_t styleMask) override;
   std::unique_ptr<View> makeContainerView(const Rect& frame) override;
   std::shared_ptr<SharingServicePicker> makeSharingServicePicker(SharedItems items) override;
-  void runModal(const Alert& alert, std::function<void(AlertResult)> completion) override;
+  std::shared_ptr<PresentedAlert> runModal(const Alert& alert,
+                                           std::function<void(AlertResult)> completion) override;
 
  private:
   GtkHostApplication& application_;

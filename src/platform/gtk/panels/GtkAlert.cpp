@@ -100,9 +100,22 @@ std::optional<std::vector<std::string>> chosenPaths(GtkFileChooserNative* choose
   return paths.empty() ? std::nullopt : std::optional(std::move(paths));
 }
 
+class ShownAlert final : public PresentedAlert {
+ public:
+  explicit ShownAlert(const std::shared_ptr<Gtk::MessageDialog>& dialog) : dialog_(dialog) {}
+  void dismiss() override {
+    const auto dialog = dialog_.lock();
+    if (dialog && dialog->get_visible()) dialog->response(static_cast<int>(Gtk::ResponseType::CANCEL));
+  }
+
+ private:
+  std::weak_ptr<Gtk::MessageDialog> dialog_;
+};
+
 }  // namespace
 
-void showAlert(Gtk::Window* parent, const Alert& alert, std::function<void(AlertResult)> completion) {
+std::shared_ptr<PresentedAlert> showAlert(Gtk::Window* parent, const Alert& alert,
+                                          std::function<void(AlertResult)> completion) {
   const bool isMessageLong = isLong(alert.messageText);
   auto dialog = std::make_shared<Gtk::MessageDialog>(
       isMessageLong ? std::string() : alert.messageText, false, messageType(alert.style),
@@ -142,6 +155,28 @@ void showAlert(Gtk::Window* parent, const Alert& alert, std::function<void(Alert
   } else if (auto* button = dialog->get_widget_for_response(defaultResponse)) {
     // A text that scrolls comes first, but the keyboard is for the answer.
     button->grab_focus();
+  }
+  return std::make_shared<ShownAlert>(dialog);
+}
+
+void AlertSheet::show(Gtk::Window& parent, std::function<void()> gone) {
+  if (ended_) {
+    gone();
+    return;
+  }
+  shown_ =
+      showAlert(&parent, alert_, [self = shared_from_this(), gone = std::move(gone)](AlertResult result) {
+        const auto completion = std::exchange(self->completion_, {});
+        gone();
+        if (completion) completion(std::move(result));
+      });
+}
+
+void AlertSheet::dismiss() {
+  if (shown_) {
+    shown_->dismiss();
+  } else if (!std::exchange(ended_, true)) {
+    if (const auto completion = std::exchange(completion_, {})) completion({});
   }
 }
 

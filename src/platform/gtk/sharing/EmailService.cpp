@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/gtk/GObjectPtr.h"
+#include "platform/gtk/application/QuitSignals.h"
 #include "platform/gtk/sharing/PortalRequest.h"
 #include "platform/posix/FileDescriptor.h"
 
@@ -70,7 +71,10 @@ class EmailService final : public GtkSharingService {
     }
     if (copy_) command.insert(command.end(), {"--attach", copy_->c_str()});
     command.push_back(nullptr);
-    const auto process = adoptReference(g_subprocess_newv(command.data(), G_SUBPROCESS_FLAGS_NONE, nullptr));
+    const auto launcher = adoptReference(g_subprocess_launcher_new(G_SUBPROCESS_FLAGS_NONE));
+    g_subprocess_launcher_set_child_setup(launcher.get(), restoreQuitSignals, nullptr, nullptr);
+    const auto process =
+        adoptReference(g_subprocess_launcher_spawnv(launcher.get(), command.data(), nullptr));
     if (!process) {
       report(false);
       return;

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/gtk/application/QuitSignals.h"
+
 namespace quendo::gtk {
 namespace {
 
@@ -26,8 +28,8 @@ class OpenWithService final : public GtkSharingService {
     GList uris{uri.get(), nullptr, nullptr};
     const bool launched = g_desktop_app_info_launch_uris_as_manager(
         program_.get(), &uris, context ? G_APP_LAUNCH_CONTEXT(context.get()) : nullptr,
-        static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_DO_NOT_REAP_CHILD), nullptr, nullptr,
-        onStarted, this, nullptr);
+        static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_DO_NOT_REAP_CHILD), restoreQuitSignals,
+        nullptr, onStarted, this, nullptr);
     // A program that the session bus starts has no process of ours to watch.
     if (!launched || !isWatched_) report(launched);
   }

@@ -3,6 +3,7 @@
 #include <gtkmm/widget.h>
 #include <webkit/webkit.h>
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -29,7 +30,7 @@ class WebKitView final : public WebView {
   void setInspectable(bool inspectable) override;
   void loadFile(const std::string& path, const std::string& readAccessPath) override;
   void evaluateJavaScript(const std::string& script, EvaluationHandler completion) override;
-  void afterQueuedKeys(std::function<void()> then) override;
+  void afterQueuedKeys(std::chrono::milliseconds limit, std::function<void()> then) override;
   void callAsyncJavaScript(const std::string& body, const Value::Dictionary& arguments,
                            EvaluationHandler completion) override;
   void checkSpelling(const std::vector<std::vector<std::string>>& choices) override;
@@ -42,6 +43,7 @@ class WebKitView final : public WebView {
 
  private:
   void connectSignals();
+  void countKeys();
   void load(const std::string& uri);
   /// What a call carries to its end. The view may be gone by then.
   struct Call {
@@ -54,6 +56,7 @@ class WebKitView final : public WebView {
   Call registerCall(EvaluationHandler completion);
   static void askForKeys(std::unique_ptr<KeyDrain> drain);
   static void onKeysTold(GObject* source, GAsyncResult* result, gpointer data);
+  static void finish(const Call& call, EvaluationResult result);
   void answer(const Call& call, EvaluationResult result);
   static void failCalls(const UnansweredCalls& calls, const char* reason);
   static void finishEvaluation(GObject* source, GAsyncResult* result, gpointer data);
@@ -78,8 +81,11 @@ class WebKitView final : public WebView {
   /// replaced; what a replaced page still answers finds nothing here.
   UnansweredCalls unanswered_;
   std::uint64_t lastCall_ = 0;
-  std::string filteredRoot_;  ///< The read access that the content filter in force was made for.
-  bool loadFailed_ = false;   ///< The load under way has failed; its end is no success.
+  std::string filteredRoot_;            ///< The read access that the content filter in force was made for.
+  GtkEventController* keys_ = nullptr;  ///< The view owns it.
+  std::uint64_t keysPressed_ =
+      0;                     ///< Keys that the web view was given, whether or not the page has them yet.
+  bool loadFailed_ = false;  ///< The load under way has failed; its end is no success.
   std::shared_ptr<int> alive_ = std::make_shared<int>(0);
 };
 

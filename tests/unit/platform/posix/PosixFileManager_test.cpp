@@ -262,22 +262,22 @@ TEST_F(PosixFileManagerTest, TellsWhenAnItemItselfLastChanged) {
   EXPECT_EQ(fileManager.modificationDate(directory / "missing"), std::nullopt);
 }
 
-TEST_F(PosixFileManagerTest, ADirectoryIsClaimedByOneAtATimeAndLeavesNoFile) {
-  auto first = fileManager.claimDirectory(directory.path(), std::chrono::milliseconds(0));
-  EXPECT_TRUE(first.claim);
-  EXPECT_FALSE(first.takenByAnother);
-  const auto second = PosixFileManager().claimDirectory(directory.path(), std::chrono::milliseconds(60));
-  EXPECT_FALSE(second.claim);
-  EXPECT_TRUE(second.takenByAnother);
+TEST_F(PosixFileManagerTest, ADirectoryIsLockedByOneAtATimeAndLeavesNoFile) {
+  auto first = fileManager.lockDirectory(directory.path());
+  EXPECT_TRUE(first.lock);
+  EXPECT_FALSE(first.heldByAnother);
+  const auto second = PosixFileManager().lockDirectory(directory.path());
+  EXPECT_FALSE(second.lock);
+  EXPECT_TRUE(second.heldByAnother);
   EXPECT_TRUE(fileManager.directoryEntries(directory.path()).empty());
-  first.claim.reset();
-  EXPECT_TRUE(fileManager.claimDirectory(directory.path(), std::chrono::milliseconds(0)).claim);
+  first.lock.reset();
+  EXPECT_TRUE(fileManager.lockDirectory(directory.path()).lock);
 }
 
 TEST_F(PosixFileManagerTest, ADirectoryThatIsNotThereIsNobodys) {
-  const auto result = fileManager.claimDirectory(directory / "missing", std::chrono::milliseconds(0));
-  EXPECT_FALSE(result.claim);
-  EXPECT_FALSE(result.takenByAnother);
+  const auto result = fileManager.lockDirectory(directory / "missing");
+  EXPECT_FALSE(result.lock);
+  EXPECT_FALSE(result.heldByAnother);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "export/ClaimedDirectories.h"
+#include "export/LockedDirectories.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -20,9 +20,9 @@ bool any(const std::string& /*path*/) {
   return true;
 }
 
-class ClaimedDirectoriesTest : public ::testing::Test {
+class LockedDirectoriesTest : public ::testing::Test {
  protected:
-  ClaimedDirectoriesTest() { uuids_.prefix = "01234567-89AB-CDEF-0123-456789ABCDE"; }
+  LockedDirectoriesTest() { uuids_.prefix = "01234567-89AB-CDEF-0123-456789ABCDE"; }
   static std::string folder(int number) {
     return "/tmp/X-01234567-89AB-CDEF-0123-456789ABCDE" + std::to_string(number);
   }
@@ -30,29 +30,29 @@ class ClaimedDirectoriesTest : public ::testing::Test {
   fake::FakeUuids uuids_;
 };
 
-TEST_F(ClaimedDirectoriesTest, AnInstanceThatTakesTheNewFolderForAbandonedMakesItTryAnother) {
-  // It has claimed the first and is about to remove it; it has already removed the second.
-  files_.claimedByAnother.insert(folder(1));
+TEST_F(LockedDirectoriesTest, AnInstanceThatTakesTheNewFolderForAbandonedMakesItTryAnother) {
+  // It has locked the first and is about to remove it; it has already removed the second.
+  files_.lockedByAnother.insert(folder(1));
   files_.failCallsIf([](const std::string& call) { return call == "fileExists " + folder(2); });
-  const auto made = createClaimedDirectory(files_, uuids_, "/tmp", "X-");
+  const auto made = createLockedDirectory(files_, uuids_, "/tmp", "X-");
   ASSERT_TRUE(made);
   EXPECT_EQ(made->path, folder(3));
 }
 
-TEST_F(ClaimedDirectoriesTest, ItIsGivenUpAfterThreeAttempts) {
-  for (const int number : {1, 2, 3, 4}) files_.claimedByAnother.insert(folder(number));
-  EXPECT_FALSE(createClaimedDirectory(files_, uuids_, "/tmp", "X-"));
+TEST_F(LockedDirectoriesTest, ItIsGivenUpAfterThreeAttempts) {
+  for (const int number : {1, 2, 3, 4}) files_.lockedByAnother.insert(folder(number));
+  EXPECT_FALSE(createLockedDirectory(files_, uuids_, "/tmp", "X-"));
   EXPECT_EQ(uuids_.made, 3);
 }
 
-TEST_F(ClaimedDirectoriesTest, WithoutLocksAFolderIsMadeAndNoneIsEverFoundAbandoned) {
-  files_.failCallsIf([](const std::string& call) { return call.starts_with("claimDirectory"); });
-  EXPECT_TRUE(createClaimedDirectory(files_, uuids_, "/tmp", "X-"));
+TEST_F(LockedDirectoriesTest, WithoutLocksAFolderIsMadeAndNoneIsEverFoundAbandoned) {
+  files_.failCallsIf([](const std::string& call) { return call.starts_with("lockDirectory"); });
+  EXPECT_TRUE(createLockedDirectory(files_, uuids_, "/tmp", "X-"));
   removeAbandonedDirectories(files_, "/tmp", "X-", any);
   EXPECT_TRUE(files_.hasDirectory(folder(1)));
 }
 
-TEST_F(ClaimedDirectoriesTest, OnlyFoldersWithThePrefixAndAUuidThatMayGoAreRemoved) {
+TEST_F(LockedDirectoriesTest, OnlyFoldersWithThePrefixAndAUuidThatMayGoAreRemoved) {
   const std::string uuid = "AAAAAAAA-1111-2222-3333-BBBBBBBBBBBB";
   for (const std::string& name : {"X-" + uuid, uuid, "X-" + uuid + "1", "X-aaaaaaaa" + uuid.substr(8)})
     files_.setDirectory("/tmp/" + name);
@@ -64,14 +64,14 @@ TEST_F(ClaimedDirectoriesTest, OnlyFoldersWithThePrefixAndAUuidThatMayGoAreRemov
 }
 
 // The same on the real disk, with a process that holds a folder and is then killed.
-TEST_F(ClaimedDirectoriesTest, AFolderStaysForAsLongAsTheProcessThatClaimedItRuns) {
+TEST_F(LockedDirectoriesTest, AFolderStaysForAsLongAsTheProcessThatLockedItRuns) {
   const TemporaryDirectory directory;
   int ready[2];
   ASSERT_EQ(::pipe(ready), 0);
   const pid_t other = ::fork();
   if (other == 0) {
     PosixFileManager files;
-    const auto made = createClaimedDirectory(files, uuids_, directory.path(), "X-");
+    const auto made = createLockedDirectory(files, uuids_, directory.path(), "X-");
     const char said = made ? 'y' : 'n';
     if (::write(ready[1], &said, 1) != 1) ::_exit(1);
     for (;;) ::pause();

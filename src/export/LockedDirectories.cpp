@@ -1,13 +1,11 @@
-#include "export/ClaimedDirectories.h"
+#include "export/LockedDirectories.h"
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 namespace quendo {
 namespace {
 
-constexpr std::chrono::milliseconds kNoPatience{0};
 constexpr int kMostAttempts = 3;
 
 bool isUpperCaseUuid(std::string_view text) {
@@ -25,15 +23,15 @@ std::string pathIn(const std::string& parent, std::string_view name) {
 
 }  // namespace
 
-std::optional<ClaimedDirectory> createClaimedDirectory(FileManager& fileManager, UuidSource& uuids,
-                                                       const std::string& parent, std::string_view prefix) {
+std::optional<LockedDirectory> createLockedDirectory(FileManager& fileManager, UuidSource& uuids,
+                                                     const std::string& parent, std::string_view prefix) {
   for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
     std::string path = pathIn(parent, std::string(prefix) + uuids.randomUuid());
     if (!fileManager.createPrivateDirectory(path)) return std::nullopt;
-    DirectoryClaimResult result = fileManager.claimDirectory(path, kNoPatience);
-    // Until it is claimed, another instance may find it abandoned, claim it and remove it.
-    if (!result.takenByAnother && fileManager.fileExists(path))
-      return ClaimedDirectory{std::move(path), std::move(result.claim)};
+    DirectoryLockResult result = fileManager.lockDirectory(path);
+    // Until it is locked, another instance may find it abandoned, claim it and remove it.
+    if (!result.heldByAnother && fileManager.fileExists(path))
+      return LockedDirectory{std::move(path), std::move(result.lock)};
   }
   return std::nullopt;
 }
@@ -44,8 +42,8 @@ void removeAbandonedDirectories(FileManager& fileManager, const std::string& par
     if (!name.starts_with(prefix) || !isUpperCaseUuid(std::string_view(name).substr(prefix.size()))) continue;
     const std::string path = pathIn(parent, name);
     if (!mayGo(path)) continue;
-    const DirectoryClaimResult result = fileManager.claimDirectory(path, kNoPatience);
-    if (result.claim) fileManager.removeDirectory(path);
+    const DirectoryLockResult result = fileManager.lockDirectory(path);
+    if (result.lock) fileManager.removeDirectory(path);
   }
 }
 
