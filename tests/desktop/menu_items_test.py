@@ -95,7 +95,11 @@ def test_writing_goes_on_after_an_item_was_chosen(program, journal):
 
 
 def test_writing_goes_on_after_an_item_was_chosen_by_keyboard(program, journal):
-    desktop.press("F10", "Right", "Down", "Return")
+    desktop.press("F10")
+    _wait_for_focus(program, menu.BAR[0].items[0])
+    desktop.press("Right")
+    _wait_for_focus(program, menu.FILE.items[0])
+    desktop.press("Return")
     journal.wait_for(("createNote",))
     wait_until(journal.has_keyboard, 10, "the page to have the keyboard again")
 
