@@ -1,5 +1,5 @@
-// Bundles the page into one classic script and one style sheet beside an index.html. The script
-// is an IIFE, not a module, because modules do not load from file: addresses.
+// Bundles the page into one classic script and one style sheet next to an index.html. The script is an IIFE,
+// not a module, because modules do not load from file: URLs.
 import { createHash } from 'node:crypto';
 import { mkdir, readFile, writeFile } from 'node:fs/promises';
 import path from 'node:path';
@@ -28,14 +28,15 @@ const result = await build({
   charset: 'utf8',
   outdir: 'assets',
   write: false,
-  // All notices are in one file beside the page, also those of packages that have none in their code.
+  // All notices go into one file next to the page, including those of packages without licence comments in
+  // their code.
   legalComments: 'none',
   metafile: true,
   logLevel: 'warning',
 });
 
-// The editor library adds one <style> element of its own, which the policy admits by this nonce.
-// It is derived from the bundle, so the same sources always give the same page.
+// The editor library adds a <style> element, which the policy allows by this nonce. The nonce is derived from
+// the bundle, so builds are reproducible.
 const hash = createHash('sha256');
 for (const file of result.outputFiles) hash.update(path.basename(file.path)).update(file.contents);
 const nonce = hash.digest('base64url').slice(0, 22);

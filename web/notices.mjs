@@ -1,10 +1,10 @@
-// The notices that the licences of the bundled packages ask to be kept. The bundle itself has no comments.
+// The licence notices of the bundled packages. The bundle itself contains no comments.
 import { readdir, readFile } from 'node:fs/promises';
 import path from 'node:path';
 
 const FOLDER = 'node_modules/';
 
-/** Folders of the packages that a bundle has code of, from the root, sorted. `metafile` is esbuild's. */
+/** Sorted folders, relative to the root, of all packages with code in the bundle. `metafile` is esbuild's. */
 export function bundledPackages(metafile) {
   const packages = new Set();
   for (const { inputs } of Object.values(metafile.outputs)) {
@@ -19,22 +19,25 @@ export function bundledPackages(metafile) {
 }
 
 /**
- * Name, version and licence of each bundled package, with the text of the licence. Fails for a package that
- * does not come with one: such a page must not be shipped.
+ * Name, version, licence and licence text of each bundled package. Throws if a package has no licence text:
+ * such a page must not be shipped.
  */
 export async function noticesOf(metafile, root) {
   const notices = await Promise.all(bundledPackages(metafile).map((folder) => noticeOf(path.join(root, folder))));
-  return [
-    'This program contains the packages below, under the licences that follow each of them.\n',
-    ...notices,
-  ].join(`\n${'-'.repeat(80)}\n\n`);
+  return ['This program contains the packages below, under the licences that follow each of them.\n', ...notices].join(
+    `\n${'-'.repeat(80)}\n\n`,
+  );
 }
 
 async function noticeOf(folder) {
   const { name, version, license } = JSON.parse(await readFile(path.join(folder, 'package.json'), 'utf8'));
   const files = (await readdir(folder)).filter((file) => /^(?:licen[cs]e|copying|notice)\b/i.test(file)).sort();
   const texts = await Promise.all(files.map((file) => readFile(path.join(folder, file), 'utf8')));
-  const whole = texts.map((text) => text.replaceAll('\r\n', '\n').trim()).filter(Boolean).join('\n\n');
-  if (!license || !/licen[cs]e|permission/i.test(whole)) throw new Error(`${name} ${version} comes without the text of its licence.`);
+  const whole = texts
+    .map((text) => text.replaceAll('\r\n', '\n').trim())
+    .filter(Boolean)
+    .join('\n\n');
+  if (!license || !/licen[cs]e|permission/i.test(whole))
+    throw new Error(`${name} ${version} comes without the text of its licence.`);
   return `${name} ${version} (${license})\n\n${whole}\n`;
 }

@@ -4,7 +4,7 @@ import { build } from 'esbuild';
 
 export const root = path.dirname(path.dirname(fileURLToPath(import.meta.url)));
 
-/** Bundles programs for Node below `.build`, each beside the folder it has here; gives their paths. */
+/** Bundles programs for Node into `.build`, mirroring the folders here; returns the output paths. */
 export async function bundleForNode(entryPoints) {
   const outdir = path.join(root, '.build');
   await build({
@@ -20,7 +20,7 @@ export async function bundleForNode(entryPoints) {
     outbase: root,
     outExtension: { '.js': '.mjs' },
     sourcemap: 'inline',
-    // Node 18 has the web's crypto object only as a module.
+    // In Node 18, Web Crypto is a module, not a global.
     banner: { js: "import { webcrypto } from 'node:crypto'; globalThis.crypto ??= webcrypto;" },
     logLevel: 'warning',
   });

@@ -1,5 +1,5 @@
-// Takes a picture of every view, light and dark, in every language: `npm run pictures`. They are there to be
-// looked at; what a program can judge of them is in the tests.
+// Takes a screenshot of every view, light and dark, in every language: `npm run pictures`. They are for
+// people to look at; everything a program can check is in the tests.
 import { pathToFileURL } from 'node:url';
 import { bundleForNode } from './bundle.mjs';
 

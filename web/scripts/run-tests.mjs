@@ -1,4 +1,4 @@
-// Bundles the tests below the given folder and runs them with Node's own test runner.
+// Bundles the tests in the given folder and runs them with Node's test runner.
 import { spawn } from 'node:child_process';
 import { readdir, readFile, rm, writeFile } from 'node:fs/promises';
 import path from 'node:path';
@@ -19,10 +19,10 @@ const outdir = path.join(root, '.build', folder);
 await rm(outdir, { recursive: true, force: true });
 const built = await bundleForNode(files.map((name) => path.join(folder, name)));
 
-/** Runs the tests of the given files. */
+/** Runs the given test files. */
 async function attempt(chosen) {
-  const told = path.join(outdir, 'results.jsonl');
-  await rm(told, { force: true });
+  const resultsFile = path.join(outdir, 'results.jsonl');
+  await rm(resultsFile, { force: true });
   const runner = spawn(
     process.execPath,
     [
@@ -31,25 +31,28 @@ async function attempt(chosen) {
       '--test-reporter=spec',
       '--test-reporter-destination=stdout',
       `--test-reporter=${path.join(root, 'scripts/test-results.mjs')}`,
-      `--test-reporter-destination=${told}`,
+      `--test-reporter-destination=${resultsFile}`,
       ...chosen,
     ],
     { stdio: 'inherit', cwd: root },
   );
   const status = await new Promise((resolve) => runner.on('exit', (code) => resolve(code ?? 1)));
-  const lines = await readFile(told, 'utf8').catch(() => '');
-  const results = lines.split('\n').filter(Boolean).map((line) => JSON.parse(line));
+  const lines = await readFile(resultsFile, 'utf8').catch(() => '');
+  const results = lines
+    .split('\n')
+    .filter(Boolean)
+    .map((line) => JSON.parse(line));
   return { status, results };
 }
 
-/** The name of the file in which a test is, however the runner spells it. */
+/** The name of a test's file, whether the runner reports the source or the bundle. */
 const fileOf = (file = '') => path.basename(file).replace(/\.test\.[a-z]+$/, '');
 const key = ({ file, name }) => JSON.stringify([fileOf(file), name]);
 const { status, results } = await attempt(built);
 const all = new Map(results.map((result) => [key(result), result]));
 const failing = () => [...all.values()].filter((result) => result.state === 'fail');
-// A browser's test depends on how busy the machine is: what fails is run again, counted and named. Files that say
-// "Never retried" in a line of their own are about losing text; their first failure is final.
+// Browser tests depend on how busy the machine is, so failing files are run again; retries are counted and
+// listed. Files with a line starting with "Never retried" test for data loss: their first failure is final.
 const neverRetried = new Set();
 for (const name of files) {
   const text = await readFile(path.join(root, folder, name), 'utf8');
@@ -57,15 +60,17 @@ for (const name of files) {
 }
 const retriable = () => failing().filter(({ file }) => !neverRetried.has(fileOf(file)));
 for (let count = 2; count <= attempts && retriable().length > 0; count++) {
-  const wrong = new Set(retriable().map(({ file }) => fileOf(file)));
-  const again = await attempt(built.filter((file) => wrong.has(fileOf(file))));
+  const failedFiles = new Set(retriable().map(({ file }) => fileOf(file)));
+  const again = await attempt(built.filter((file) => failedFiles.has(fileOf(file))));
   const passedNow = new Set(again.results.filter(({ state }) => state === 'pass').map(key));
   const failedNow = new Set(again.results.filter(({ state }) => state === 'fail').map(({ file }) => fileOf(file)));
   for (const result of retriable()) {
-    // A file that ended before it told of its tests is as good as what it tells now.
-    const mended = result.name ? passedNow.has(key(result)) : !failedNow.has(fileOf(result.file));
-    console.log(`retried: ${fileOf(result.file)}: ${result.name ?? 'the file as a whole'} (${mended ? 'passed' : 'failed again'})`);
-    if (mended) all.delete(key(result));
+    // A file that ended before reporting its tests is judged by the new run as a whole.
+    const passed = result.name ? passedNow.has(key(result)) : !failedNow.has(fileOf(result.file));
+    console.log(
+      `retried: ${fileOf(result.file)}: ${result.name ?? 'the file as a whole'} (${passed ? 'passed' : 'failed again'})`,
+    );
+    if (passed) all.delete(key(result));
   }
   for (const result of again.results) if (!all.has(key(result))) all.set(key(result), result);
 }
@@ -76,7 +81,7 @@ process.exit(failing().length > 0 || (status !== 0 && results.every(({ state }) 
 function report(tests) {
   const escaped = (text) =>
     text
-      // XML 1.0 has no way to write these.
+      // XML 1.0 cannot represent these.
       .replace(/[\u0000-\u0008\u000b\u000c\u000e-\u001f\ufffe\uffff]/g, '')
       .replace(/[&<>"]/g, (character) => `&#${character.charCodeAt(0)};`);
   const cases = tests.map(({ file = folder, name = 'the file as a whole', state, message }) => {

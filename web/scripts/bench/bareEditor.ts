@@ -2,7 +2,7 @@ import { defaultKeymap, history, historyKeymap } from '@codemirror/commands';
 import { EditorView, keymap } from '@codemirror/view';
 import { activeNote, type GivenState } from './given';
 
-// The least that a person would call an editor: it takes keys, undoes them and wraps lines.
+// The least that counts as an editor: typing, undo and line wrapping.
 const { text, place } = activeNote(window as GivenState);
 const view = new EditorView({
   parent: document.body,

@@ -2,7 +2,7 @@ import { type GivenState, givenDocument } from './given';
 
 const ROWS = 24;
 
-// The least that a search can do: look through every text and name the first of those that have the words.
+// The least a search can do: scan every text and list the first ones that match.
 const texts = givenDocument(window as GivenState).notes.map(({ text }) => text);
 const input = document.createElement('input');
 input.id = 'searchInput';

@@ -1,5 +1,4 @@
-// Bundles what the benchmarks put into pages, each as one classic script:
-// `node scripts/bench/build.mjs --outdir DIR`.
+// Bundles the benchmarks' page scripts, one classic script each: `node scripts/bench/build.mjs --outdir DIR`.
 import path from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { build } from 'esbuild';
@@ -9,7 +8,7 @@ const at = process.argv.indexOf('--outdir');
 const outdir = at < 0 ? undefined : process.argv[at + 1];
 if (!outdir) throw new Error('usage: build.mjs --outdir DIR');
 
-// Made as the page's own bundle is, so that neither side has the better compiler.
+// Same options as the page's own bundle, so neither side has the better compiler.
 await build({
   absWorkingDir: root,
   entryPoints: ['typing', 'searches', 'saves', 'bareEditor', 'bareSearch'].map((name) => `scripts/bench/${name}.ts`),

@@ -1,10 +1,10 @@
-/** What the measuring scripts share: the moments that a page can see, and a way to hand over what was measured. */
+/** Shared by the benchmark scripts: timing points visible to a page, and a way to return measurements. */
 
 const channel = new MessageChannel();
 const waiting: Array<() => void> = [];
 channel.port1.onmessage = () => waiting.shift()?.();
 
-/** Runs as a task of its own as soon as the present one has ended; timers would be late by their own rules. */
+/** Runs as a separate task right after the current one; timers would be delayed by clamping. */
 export function nextTask(run: () => void): void {
   waiting.push(run);
   channel.port2.postMessage(null);
@@ -15,7 +15,7 @@ export interface Frame {
   readonly ended: number;
 }
 
-/** Waits for the next frame and for the task after it: style, layout and painting lie in between. */
+/** Calls back in the task after the next frame, so style, layout and painting are included. */
 export function nextFrame(run: (frame: Frame) => void): void {
   requestAnimationFrame((time) => {
     const began = Math.min(time, performance.now());
@@ -23,7 +23,7 @@ export function nextFrame(run: (frame: Frame) => void): void {
   });
 }
 
-/** Keeps what is measured while it is wanted. The benchmark starts and takes it by `window[name]`. */
+/** Collects measurements on request. The benchmark starts it and takes the values through `window[name]`. */
 export class Recording<Value> {
   #values: Value[] | null = null;
 

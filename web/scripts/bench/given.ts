@@ -1,4 +1,4 @@
-/** The document as the window hands it over, as far as the bare pages read it. */
+/** The parts of the initial document that the bare pages read. */
 interface GivenDocument {
   readonly notes: ReadonlyArray<{ readonly id: string; readonly text: string }>;
   readonly tabs: { readonly active: string };
@@ -10,11 +10,11 @@ export interface GivenState {
 }
 
 export function givenDocument({ __QUENDO_NATIVE_STATE__: state }: GivenState): GivenDocument {
-  if (!state) throw new Error('the window has handed over no document');
+  if (!state) throw new Error('the host provided no document');
   return state;
 }
 
-/** The text that is open, and the offset at which it was left. */
+/** The text of the active note, and the caret's offset in it. */
 export function activeNote(given: GivenState): { readonly text: string; readonly place: number } {
   const { notes, tabs, places } = givenDocument(given);
   const note = notes.find(({ id }) => id === tabs.active);

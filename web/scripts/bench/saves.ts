@@ -31,7 +31,7 @@ function time(run: () => void): number {
 const task = () => new Promise<void>((resolve) => nextTask(resolve));
 const pause = (ms: number) => new Promise<void>((resolve) => setTimeout(resolve, ms));
 
-/** The page calls the text saved once the host has answered for all of it. */
+/** Waits until the page reports "saved", that is, the host has confirmed every change. */
 async function saved(): Promise<void> {
   while (document.querySelector('#saveState')?.getAttribute('data-state') !== 'saved') await pause(20);
 }
@@ -39,11 +39,11 @@ async function saved(): Promise<void> {
 async function changeNote(): Promise<void> {
   document.querySelector<HTMLElement>('.cm-content')?.focus();
   document.execCommand('insertText', false, 'x');
-  // The editor reads what was written in a microtask and may draw after it.
+  // The editor handles DOM changes in a microtask and may draw afterwards.
   await task();
 }
 
-/** What a save of one changed note consists of, each part by itself. */
+/** Times the steps of saving one changed note separately. */
 async function parts(): Promise<Parts> {
   await saved();
   await changeNote();
@@ -51,7 +51,7 @@ async function parts(): Promise<Parts> {
   const serialise = time(() => {
     message = page.quendoPrepareForTermination();
   });
-  // To look at one character the engine has to put the whole string into one piece of memory.
+  // Reading one character forces the engine to flatten the string's rope.
   const join = time(() => message.serialized.charCodeAt(message.serialized.length >> 1));
   const post = time(() => page.webkit.messageHandlers.quendoState.postMessage(message));
   page.quendoTerminationDidCancel();
@@ -59,7 +59,7 @@ async function parts(): Promise<Parts> {
   return { serialise, join, post };
 }
 
-/** The longest time for which a save in its normal course lets nothing else happen on the page. */
+/** The longest time an ordinary save blocks the page. */
 async function longestBlock(): Promise<number> {
   await saved();
   await changeNote();
@@ -74,7 +74,7 @@ async function longestBlock(): Promise<number> {
   return longest;
 }
 
-/** The floor: the whole document, as it was handed over, made into JSON anew. */
+/** The baseline: serialising the whole initial document from scratch. */
 const stringify = () => time(() => JSON.stringify(page.__QUENDO_NATIVE_STATE__));
 
 Object.assign(window, { measuredSaves: { parts, longestBlock, stringify } });

@@ -1,11 +1,11 @@
 import { nextFrame, nextTask, Recording } from './clock';
 
 interface Key {
-  /** The task that took the key and what followed in it, in milliseconds. */
+  /** The task that handled the key, including its microtasks, in milliseconds. */
   readonly handled: number;
   /** The frame that shows it: callbacks, style, layout, painting. */
   readonly drawn: number;
-  /** The times of day, in milliseconds, in which the page got the key and had drawn its frame. */
+  /** Times of day, in milliseconds, when the page received the key and had painted its frame. */
   readonly came: number;
   readonly painted: number;
 }
@@ -13,8 +13,8 @@ interface Key {
 const keys = new Recording<Key>('typedKeys');
 const modifiers = new Set(['Shift', 'Control', 'Alt', 'Meta', 'AltGraph']);
 
-// In the head of the page, so that no other listener comes before this one. The event's own time is
-// not used: it follows the display server's clock, which may be ahead of the page's.
+// Goes into the page's head, so its listener runs first. The event's own timestamp is not used: it follows
+// the display server's clock, which may be ahead of the page's.
 window.addEventListener(
   'keydown',
   ({ key }) => {
@@ -26,7 +26,7 @@ window.addEventListener(
       handled ??= performance.now();
     });
     nextFrame((frame) => {
-      // Where the frame came before the task, the key was handled when the frame began.
+      // If the frame came before the task, the key was handled at the start of the frame.
       const until = Math.min(handled ?? frame.began, frame.began);
       const drawn = frame.ended - frame.began;
       keys.add({ handled: until - began, drawn, came, painted: Date.now() });

@@ -6,7 +6,7 @@ import { fakeHost, launch, open } from '../../tests/e2e/browser';
 import { stored, views, wordsIn } from '../../tests/e2e/views';
 
 const folder = path.resolve('.build/pictures');
-/** The least window that everything has to fit, and an ordinary one. */
+/** The smallest supported window, and an ordinary one. */
 const sizes = [
   [880, 600],
   [1320, 780],
@@ -24,7 +24,7 @@ async function takeAll(browser: Browser): Promise<number> {
           const before = fakeHost(name in states ? states[name] : stored, language);
           const { page, context } = await open(browser, { colorScheme, width, height, before });
           await show(page, wordsIn(language));
-          // What moves has come to rest by then.
+          // Let transitions finish.
           await page.waitForTimeout(250);
           const file = `${name.replaceAll(' ', '-')}-${language}-${colorScheme}-${width}.png`;
           await page.screenshot({ path: path.join(folder, file) });

@@ -27,10 +27,10 @@ const context = startApp(read, port, nonce);
 const answers: HostAnswers = hostAnswers(context);
 Object.assign(window, pageGlobals(context, answers, stored));
 
-// A document that was read is written again soon: it may have come from the backup.
+// Save even an unchanged document soon: it may have been recovered from the backup.
 if (stored !== undefined && !read.newer) context.saver.changed();
 
-/** Moving about in a note changes nothing that must be saved at once, but is kept when the page is left. */
+/** Moving around in a note is not worth a save of its own, but is kept when the user leaves the page. */
 const flush = () => {
   if (rememberPlace(context) && !read.newer) context.saver.changed();
   context.saver.flush();
@@ -41,7 +41,7 @@ document.addEventListener('visibilitychange', () => {
   if (document.visibilityState === 'hidden') flush();
 });
 
-// With the host most keys belong to its menu, which runs the same commands.
+// Under the host most keys belong to its menu, which runs the same commands.
 window.addEventListener(
   'keydown',
   (event) => {

@@ -7,7 +7,7 @@ import { nextRevision } from '../state/revision';
 import { QuietTime } from '../state/quiet';
 import { Saver, type SaveStatus } from '../state/saver';
 import { type Change, Workspace } from '../state/workspace';
-import { makePieces } from '../state/write';
+import { prepareJson } from '../state/write';
 import { applyAppearance, followDesktop } from '../views/rootStyle';
 import { Shell } from '../views/shell';
 import { type Context, focusMain, rememberPlace } from '../commands/context';
@@ -22,7 +22,7 @@ import { commands, noteMenu, reservedKeys } from '../commands/table';
 import { closeTab } from '../commands/tabs';
 import { currentState } from '../commands/termination';
 
-/** Builds the page on a document and joins its pieces: what changes is shown and saved. */
+/** Builds the page and wires it up: changes are shown and saved. */
 export function startApp(document: ReadResult, port: HostPort, nonce: string): Context {
   const { contents, newer } = document;
   const workspace = new Workspace(contents, newer, Date.now);
@@ -59,10 +59,10 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     onScroll: () => shell.preview.follow(),
   });
   const quiet = new QuietTime(pageClock);
-  window.addEventListener('keydown', () => quiet.disturbed(), { capture: true });
+  window.addEventListener('keydown', () => quiet.keyPressed(), { capture: true });
   const saver = new Saver({
     clock: pageClock,
-    whenIdle: (run, longest) => quiet.after(makePieces(workspace.contents), longest, run),
+    whenIdle: (run, longest) => quiet.after(prepareJson(workspace.contents), longest, run),
     prepare: () => currentState(context),
     send: (serialized, revision) => port.save(serialized, revision),
     onStatus: reportStatus(shell),
@@ -99,7 +99,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
   return context;
 }
 
-/** The user picked a language in the page: the host is told, so that its menus follow. */
+/** The user picked a language in the page; tell the host, whose menus follow it. */
 export function chooseLanguage({ port }: Context, language: Language): void {
   setLanguage(language);
   port.rememberLanguage(language);
@@ -130,7 +130,7 @@ function show(context: Context, change: Change, id?: string): void {
   }
 }
 
-/** Trouble and its end are said aloud once; the rest stands at the lower edge. */
+/** Errors and recovery are announced once, in a toast; everything else only shows in the status bar. */
 function reportStatus(shell: Shell): (status: SaveStatus) => void {
   let failed = false;
   return (status) => {

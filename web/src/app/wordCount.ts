@@ -8,12 +8,12 @@ const PAUSE_MS = 120;
 const SLICE_MS = 5;
 let cancel = (): void => undefined;
 
-/** Brings the count of words to what is on show, soon and in slices, so that no key press waits. */
+/** Updates the word count shortly after a change, in slices, without delaying key presses. */
 export function showCount(context: Context): void {
   cancel();
   let isSelection = false;
   const work = function* () {
-    const state = context.workspace.activeNote ? context.editor.onShow?.state : undefined;
+    const state = context.workspace.activeNote ? context.editor.shownNote?.state : undefined;
     if (!state) return null;
     const selected = state.selection.ranges.filter((range) => !range.empty);
     isSelection = selected.length > 0;

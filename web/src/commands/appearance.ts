@@ -15,7 +15,7 @@ export function resetZoom(context: Context): void {
   setZoom(context, 1);
 }
 
-/** The size is told even when it stays, as at the end of the row. */
+/** Announces the size even when it did not change, at either end of the range. */
 function setZoom({ workspace, shell }: Context, zoom: number): void {
   if (zoom !== workspace.settings.zoom) workspace.setSettings({ zoom });
   shell.toasts.show(t('zoom.now', { percent: Math.round(zoom * 100) }));

@@ -2,32 +2,32 @@ import { counted, t } from '../i18n/language';
 import { titleOf } from '../state/workspace';
 import { binDialog } from '../views/binDialog';
 import { confirmDialog } from '../views/confirmDialog';
-import { type Context, focusMain, mayChange } from './context';
+import { type Context, focusMain, requireWritable } from './context';
 import { openNote } from './notes';
 
-/** What was deleted, with the way back and the way out. */
+/** Lists deleted notes, to restore them or delete them for good. */
 export function showBin(context: Context): void {
   const { workspace } = context;
   binDialog({
     workspace,
     onRestore: (id) => restore(context, id),
-    onEmpty: () => askToEmpty(context),
+    onEmpty: () => confirmEmptyBin(context),
     onClose: () => focusMain(context),
   });
 }
 
 function restore(context: Context, id: string): void {
   const { workspace, shell } = context;
-  if (!mayChange(context) || !workspace.restoreNote(id)) return;
+  if (!requireWritable(context) || !workspace.restoreNote(id)) return;
   openNote(context, id);
   const note = workspace.note(id);
   shell.toasts.show(t('bin.restored', { title: (note && titleOf(note)) || t('untitled') }));
 }
 
-/** Nothing brings back what was in the bin, so this asks, and Enter alone does not agree. */
-function askToEmpty(context: Context): void {
+/** Emptying the bin cannot be undone, so this asks first, and Enter alone does not confirm. */
+function confirmEmptyBin(context: Context): void {
   const { workspace, shell } = context;
-  if (!mayChange(context)) return;
+  if (!requireWritable(context)) return;
   confirmDialog({
     title: 'bin.empty',
     question: counted('bin.emptyAsk', workspace.bin.length),

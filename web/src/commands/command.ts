@@ -4,26 +4,26 @@ import { keyLabel } from './keys';
 
 export interface Command {
   readonly label: Key;
-  /** Its name as things stand, where it depends on them. */
+  /** The name in the current state, for commands whose name depends on it. */
   readonly labelNow?: (context: Context) => Key;
   /** Its key in the host's window. */
   readonly key?: string;
-  /** Its key in a browser, where that differs because browsers keep the menu's for themselves. */
+  /** Its key in a browser, if different because browsers reserve the menu's key. */
   readonly browserKey?: string;
-  /** The host's menu does not have the key, so that the page listens for it there too. */
+  /** The host's menu does not bind this key, so the page listens for it there too. */
   readonly listens?: true;
-  /** The action of the host's menu that it is. */
+  /** The host menu action it corresponds to. */
   readonly menu?: string;
-  /** The function by which the host's menu calls it, and what it is called with. */
+  /** The global function the host's menu calls for it, and the arguments. */
   readonly call?: readonly [name: string, argument?: string | number];
-  /** Whether it would do anything now. */
+  /** Whether running it now would have an effect. */
   readonly available?: (context: Context) => boolean;
   readonly run: (context: Context) => void;
 }
 
 export type CommandTable = Readonly<Record<string, Command>>;
 
-/** The key a command has here: in the host's window its menu key, else the browser's. */
+/** The command's key in this environment: the menu key under the host, otherwise the browser's. */
 export function keyOf({ key, browserKey }: Command, native: boolean): string | undefined {
   return native ? key : (browserKey ?? key);
 }
@@ -41,7 +41,7 @@ export function isAvailable(command: Command, context: Context): boolean {
   return command.available?.(context) ?? true;
 }
 
-/** The command that a key press stands for. With the host, its menu takes most of them. */
+/** The command bound to a key press. Under the host, its menu handles most of them. */
 export function pressedCommand(
   table: CommandTable,
   native: boolean,
@@ -54,8 +54,8 @@ export function pressedCommand(
 }
 
 /**
- * The functions that the host's menu calls. They give nothing back, because the web view reports a
- * promise, a function or an element as a failed script.
+ * The functions that the host's menu calls. They return nothing, because the web view reports a returned
+ * promise, function or element as a script failure.
  */
 export function menuFunctions(
   table: CommandTable,

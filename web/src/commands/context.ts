@@ -9,7 +9,7 @@ import type { Shell } from '../views/shell';
 import type { HostPort } from './port';
 import type { PendingCopies, PendingShare } from './requests';
 
-/** What commands work on. */
+/** What commands operate on. */
 export interface Context {
   readonly workspace: Workspace;
   readonly editor: NoteEditor;
@@ -18,41 +18,41 @@ export interface Context {
   readonly port: HostPort;
   readonly copies: PendingCopies;
   readonly share: PendingShare;
-  /** What an editor beside the notes' own needs to know. */
+  /** What any editor other than the notes' own needs to know. */
   readonly practice: Pick<PracticeOptions, 'nonce' | 'reservedKeys'>;
   readonly nextRevision: () => number;
 }
 
-/** Puts the focus where writing goes on. */
+/** Focuses the place where the user goes on writing. */
 export function focusMain({ workspace, editor, shell }: Context): void {
   const note = workspace.activeNote;
-  // A note without text is there to be written, not to be read.
+  // An empty note has nothing to preview, so it opens for writing.
   if (note?.text.length === 0 && shell.preview.mode === 'instead') shell.preview.show(null);
   if (note && shell.preview.mode === 'instead') shell.preview.focus();
   else if (note) editor.focus();
   else shell.focusEmpty();
 }
 
-/** Notes down where the shown note is left; tells whether it was elsewhere before. */
+/** Records the reading position in the open note; returns whether it moved. */
 export function rememberPlace({ workspace, editor }: Context): boolean {
   try {
     const at = editor.place;
     return at !== null && workspace.setPlace(at.id, at.place);
   } catch {
-    // The editor may be in the middle of an update; a save, or quitting, must not fail for that.
+    // The editor may be in the middle of an update. That must not make a save or a quit fail.
     return false;
   }
 }
 
-/** The note a command is about, or a word to the user that there is none. */
+/** The note a command applies to; tells the user if there is none. */
 export function requireNote({ workspace, shell }: Context): Note | null {
   const note = workspace.activeNote;
   if (!note) shell.toasts.show(t('note.needed'));
   return note;
 }
 
-/** Commands that change something stop here when the document is not to be changed. */
-export function mayChange({ workspace, shell }: Context): boolean {
+/** Commands that change something stop here when the document is read-only. */
+export function requireWritable({ workspace, shell }: Context): boolean {
   if (workspace.readOnly) shell.toasts.show(t('readonly.refused'));
   else closeDialog();
   return !workspace.readOnly;

@@ -17,20 +17,20 @@ export function copyForWhatsApp(context: Context): Promise<boolean> {
   return copy(context, toWhatsApp, 'copied.whatsapp');
 }
 
-/** A note's text with its marks rewritten, if it has any that mean something. */
+/** The note's text with its Markdown converted, if it is Markdown. */
 export function converted(note: Note, convert: (text: string) => string): string {
   const text = note.text.toString();
   return note.format === 'markdown' ? convert(text) : text;
 }
 
-/** Puts the active note's text on the clipboard and says in one toast how that went. */
+/** Copies the active note's text and reports the outcome in a single toast. */
 async function copy(
   context: Context,
   convert: (text: string) => string,
   done: 'copied.markdown' | 'copied.plain' | 'copied.whatsapp',
 ): Promise<boolean> {
   const note = requireNote(context);
-  // The length before is asked first: a text far too long is not worth converting.
+  // Check the length before converting too: a text far over the limit is not worth converting.
   if (!note || !fits(context, 'copy', note.text.toString())) return false;
   const text = converted(note, convert);
   if (!fits(context, 'copy', text)) return false;

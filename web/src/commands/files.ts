@@ -27,9 +27,9 @@ export function saveNoteAs(context: Context): void {
 }
 
 /**
- * What becomes of an answer to Save As. The host words it in Portuguese only, so the page says it
- * itself; the wording tells a cancelled panel from a failure. A note that is gone by then has
- * nothing to remember.
+ * Handles the answer to Save As. The host words it in Portuguese only, so the page uses its own text; the
+ * host's message only distinguishes a cancelled dialog from a failure. If the note no longer exists, there is
+ * no file name to remember.
  */
 export function savedAs(
   { workspace, shell }: Context,
@@ -46,18 +46,18 @@ export function savedAs(
   shell.toasts.show(t('file.saved', { name: fileName }));
 }
 
-/** The host words the answer to an export in the interface language. */
+/** The host words its answer to an export in the interface language. */
 export function exported({ shell }: Context, success: boolean, message: string): void {
   shell.toasts.show(message || t(success ? 'export.done' : 'export.failed'));
 }
 
-/** The name of the file that the note went to or came from, else one made of its title. */
+/** The file name the note was saved to or imported from, otherwise one derived from its title. */
 export function suggestedName(note: Note): string {
   const known = note.fileName ?? note.name;
   return known === null ? fileNameFor(titleOf(note), note.format) : shortFileName(known);
 }
 
-/** The text with the line breaks that its file came with. */
+/** The text with the line breaks of the file it came from. */
 export function withLineBreaks(note: Note, text: string): string {
   return note.lineBreak === '\n' ? text : text.replaceAll('\n', note.lineBreak);
 }
@@ -70,10 +70,7 @@ function exportNote(context: Context, format: Format, textOf: (note: Note) => st
   const content = withLineBreaks(note, textOf(note));
   if (!fits(context, 'file', content)) return;
   const known = note.fileName ?? note.name;
-  const filename =
-    known === null
-      ? fileNameFor(titleOf(note), format)
-      : shortFileName(inFormat(known, format));
+  const filename = known === null ? fileNameFor(titleOf(note), format) : shortFileName(inFormat(known, format));
   if (context.port.exportFile({ filename, content, format })) return;
   context.shell.toasts.show(t('export.failed'));
 }

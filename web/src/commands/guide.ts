@@ -6,15 +6,11 @@ import { type Context, focusMain } from './context';
 import { keyLabel } from './keys';
 import { lessonKeys, lessons } from './lessons';
 
-/** The commands that stand with the keys of the editor. */
+/** The commands the guide lists with the editor's keys. */
 const writingNames: ReadonlyArray<string> = ['find', 'replace', 'goToLine'];
 
-/** Lessons first, then every command with its key or with where else it is found. */
-export function showGuide(
-  context: Context,
-  table: CommandTable,
-  inMenu: ReadonlyArray<ReadonlyArray<string>>,
-): void {
+/** Lessons first, then every command with its key or where else to find it. */
+export function showGuide(context: Context, table: CommandTable, inMenu: ReadonlyArray<ReadonlyArray<string>>): void {
   const sheet = practice(lessons, context.practice);
   guideDialog(sheet, guideSections(context, table, inMenu), () => {
     sheet.destroy();

@@ -1,9 +1,9 @@
-/** Keys are written as modifiers and a name joined by hyphens: "Mod-Shift-s". */
+/** Keys are written as modifiers and a name, joined by hyphens: "Mod-Shift-s". */
 
-/** The desktop itself, which the host's platform flag does not tell. */
+/** Whether this is a Mac. The host's platform flag does not tell. */
 const onMac = /mac/i.test(globalThis.navigator?.platform ?? '');
 
-/** Keys of the host's menu that have no command here. */
+/** Host menu keys that have no command here. */
 export const menuOnlyKeys = ['Mod-h', 'Mod-Alt-h', 'Mod-m', 'Mod-q', 'Mod-Shift-w'];
 
 export function matchesKey(event: KeyboardEvent, key: string): boolean {
@@ -22,7 +22,7 @@ export function matchesKey(event: KeyboardEvent, key: string): boolean {
   );
 }
 
-/** A key as it is printed on this desktop's keyboards. */
+/** A key as labelled on this platform's keyboards. */
 export function keyLabel(key: string): string {
   const parts = key.split('-');
   const name = parts.pop() ?? '';
@@ -45,14 +45,18 @@ export function keyLabel(key: string): string {
 }
 
 const codes: Record<string, string> = { '[': 'BracketLeft', ']': 'BracketRight' };
-/** Signs that some keyboards have above others, so that Shift says nothing about them. */
+/** On some keyboards these characters need Shift, so Shift is not compared for them. */
 const signs: Record<string, string> = { plus: '+=', minus: '-' };
 const names: Record<string, string> = {
   plus: '+',
   minus: '−',
-  up: '↑', enter: 'Enter', tab: 'Tab', escape: 'Esc' };
+  up: '↑',
+  enter: 'Enter',
+  tab: 'Tab',
+  escape: 'Esc',
+};
 
-/** Where a key lies on the keyboard, for those whose letters are not Latin ones. */
+/** The physical key, for layouts whose letters are not Latin. */
 function codesOf(name: string): string[] {
   const code = codes[name];
   return [`Key${name.toUpperCase()}`, `Digit${name}`, ...(code ? [code] : [])];

@@ -2,11 +2,11 @@ import type { Key } from '../i18n/catalogue';
 import type { Lesson } from '../views/practice';
 import { keyLabel } from './keys';
 
-/** The same word in every place where the first word of the start stood, whatever it is now. */
+/** Whether the start's first word was replaced everywhere by one and the same other word. */
 function isReplaced(text: string, start: string): boolean {
   const word = firstWord(start);
-  const pieces = start.split(word).map((piece) => piece.replace(/[.*+?^${}()|[\]\\]/g, '\\$&'));
-  const [first = '', second = '', ...others] = pieces;
+  const parts = start.split(word).map((part) => part.replace(/[.*+?^${}()|[\]\\]/g, '\\$&'));
+  const [first = '', second = '', ...others] = parts;
   const found = new RegExp(`^${first}(.+?)${[second, ...others].join('\\1')}$`, 'u').exec(text);
   return found !== null && found[1] !== word;
 }
@@ -18,7 +18,7 @@ function firstWord(text: string): string {
 const lines = (text: string): string[] => text.split('\n');
 const lastLine = (text: string): number => text.lastIndexOf('\n') + 1;
 
-/** What the guide has people do. A lesson is done when the text is as it asks, by whatever keys. */
+/** The guide's exercises. A lesson is done when the text matches, whichever keys were used. */
 export const lessons: ReadonlyArray<Lesson> = [
   {
     label: 'guide.nextMatch',
@@ -32,7 +32,11 @@ export const lessons: ReadonlyArray<Lesson> = [
     keys: `${keyLabel('Mod-Alt-up')} ↓`,
     hint: 'practice.cursors',
     text: 'practice.cursors.text',
-    isDone: (text, start) => text === lines(start).map((line) => `- ${line}`).join('\n'),
+    isDone: (text, start) =>
+      text ===
+      lines(start)
+        .map((line) => `- ${line}`)
+        .join('\n'),
   },
   {
     label: 'guide.moveLine',
@@ -73,7 +77,7 @@ export const lessons: ReadonlyArray<Lesson> = [
   },
 ];
 
-/** The keys that a lesson is about, under the name that the guide's table gives them. */
+/** The keys a lesson teaches, under their names in the guide's table. */
 export function lessonKeys(): ReadonlyArray<readonly [Key, string]> {
   return lessons.map(({ label, keys }) => [label, keys]);
 }

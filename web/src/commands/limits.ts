@@ -3,7 +3,7 @@ import { t } from '../i18n/language';
 import { utf8Length } from '../text/names';
 import type { Context } from './context';
 
-/** What the host takes, in bytes. It drops what is longer, mostly without a word. */
+/** The host's limits, in bytes. It drops anything longer, mostly without an error. */
 export const hostLimits = {
   copy: { bytes: 2_000_000, complaint: 'copy.tooLarge' },
   share: { bytes: 2_000_000, complaint: 'share.tooLarge' },
@@ -11,7 +11,7 @@ export const hostLimits = {
   file: { bytes: 20_000_000, complaint: 'file.tooLarge' },
 } as const satisfies Record<string, { bytes: number; complaint: Key }>;
 
-/** Tells the user when a text is too long for what is to be done with it. */
+/** Tells the user when a text is too long for the requested action. */
 export function fits({ shell }: Context, use: keyof typeof hostLimits, text: string): boolean {
   const { bytes, complaint } = hostLimits[use];
   if (utf8Length(text) <= bytes) return true;

@@ -4,7 +4,7 @@ import { toText } from '../state/read';
 import { titleOf } from '../state/workspace';
 import { decodeText, MAXIMUM_FILE_BYTES } from '../text/decode';
 import { type Format, formatOf } from '../text/names';
-import { type Context, focusMain, mayChange, rememberPlace, requireNote } from './context';
+import { type Context, focusMain, requireWritable, rememberPlace, requireNote } from './context';
 
 export interface ImportedFile {
   readonly name: string;
@@ -15,7 +15,7 @@ export interface ImportedFile {
 const FAILURES_SHOWN = 3;
 
 export function createNote(context: Context): void {
-  if (!mayChange(context)) return;
+  if (!requireWritable(context)) return;
   const note = context.workspace.addNote({ text: Text.empty });
   openNote(context, note.id);
 }
@@ -32,19 +32,19 @@ export function deleteActiveNote(context: Context): void {
 
 export function togglePinned(context: Context): void {
   const note = requireNote(context);
-  if (!note || !mayChange(context)) return;
+  if (!note || !requireWritable(context)) return;
   context.workspace.setPinned(note.id, !note.pinned);
   context.shell.toasts.show(t(note.pinned ? 'note.unpinned' : 'note.pinned'));
 }
 
-/** Deletes without asking, because the way back is one press away. */
+/** Deletes without asking, because undoing it is one click away. */
 export function deleteNote(context: Context, id: string): void {
-  if (!mayChange(context)) return;
+  if (!requireWritable(context)) return;
   const { workspace, shell } = context;
   const note = workspace.note(id);
   if (!note) return;
   const tab = workspace.tabs.open.indexOf(id);
-  // The editor keeps nothing of a deleted note; should it come back, this is where it opens.
+  // The editor drops its state for a deleted note; if the note is restored, it opens at this position.
   rememberPlace(context);
   workspace.deleteNote(id);
   focusMain(context);
@@ -58,7 +58,7 @@ export function deleteNote(context: Context, id: string): void {
   });
 }
 
-/** Turns what was captured into a note, beside the note that is being written. */
+/** Turns the captured text into a note, without switching away from the current one. */
 export function keepCapture(context: Context): void {
   const { workspace, shell } = context;
   const note = workspace.addNote({ text: toText(workspace.captureDraft.trim()) });
@@ -67,30 +67,30 @@ export function keepCapture(context: Context): void {
 }
 
 /**
- * Opens files that the host has read; returns how many tabs they have. The host forgets them once this
- * returns, so their notes are posted for saving before. Throws when that fails or the window is closing,
- * and the host keeps them.
+ * Opens files that the host has read; returns how many of them have tabs. The host forgets the files once
+ * this returns, so their notes are posted for saving first. Throws if that fails or the window is closing;
+ * the host then keeps the files.
  */
 export function openNativeFiles(context: Context, files: unknown): number {
   if (context.shell.closing.begun) throw new Error('The window is closing.');
-  if (!Array.isArray(files) || !mayChange(context)) return 0;
+  if (!Array.isArray(files) || !requireWritable(context)) return 0;
   const { workspace } = context;
   const sound = files.flatMap(readImportedFile);
   const ids = addFiles(context, sound, workspace.handedOver);
   workspace.setHandedOver(ids);
-  // Left marked then, because the host will hand them over again.
+  // Marked only on failure, because then the host will hand these files over again.
   if (!context.saver.handOver()) throw new Error('The notes of the files could not be handed over.');
-  // If the page lives to see another turn, the host has its answer and will not hand these over again.
+  // If the page is still alive in the next task, the host has its answer and will not hand these over again.
   setTimeout(() => {
     if (workspace.handedOver === ids) workspace.setHandedOver([]);
   });
   return sound.length;
 }
 
-/** Opens files chosen in the page; those for which the window closes meanwhile, once it does not. */
+/** Opens files chosen in the page. During a quit they wait, and open if it is cancelled. */
 export async function importFiles(context: Context, files: ReadonlyArray<File>): Promise<void> {
   await notClosing(context);
-  if (!files.length || !mayChange(context)) return;
+  if (!files.length || !requireWritable(context)) return;
   const read: ImportedFile[] = [];
   const failures: string[] = [];
   for (const file of files) {
@@ -122,9 +122,9 @@ function notClosing({ shell }: Context): Promise<void> {
 }
 
 /**
- * Opens a tab for each file and gives their notes. Files may be alike, from different folders, and
- * still have a note each. Only one that the host hands over again, because it could not know how far
- * it had come, gets the note that it became then, if that is unchanged.
+ * Opens a tab for each file and returns their notes. Two files may be identical (same name in different
+ * folders) and still get a note each. The exception is a file that the host hands over again because it could
+ * not know whether the first attempt arrived: it reuses the note created then, if that is unchanged.
  */
 function addFiles(
   context: Context,
@@ -136,9 +136,7 @@ function addFiles(
   const ids = files.map(({ name, content, format }) => {
     const text = toText(content);
     const lineBreak = isWindowsText(content) ? '\r\n' : '\n';
-    const at = before.findIndex(
-      (one) => one.name === name && one.lineBreak === lineBreak && one.text.eq(text),
-    );
+    const at = before.findIndex((one) => one.name === name && one.lineBreak === lineBreak && one.text.eq(text));
     const [known] = at < 0 ? [] : before.splice(at, 1);
     const { id } = known ?? workspace.addNote({ text, name, format, lineBreak });
     workspace.openTab(id);

@@ -4,17 +4,16 @@ import { type PaletteEntry, paletteDialog } from '../views/paletteDialog';
 import { type CommandTable, isAvailable, labelOf, shownKey } from './command';
 import { type Context, focusMain } from './context';
 
-/** Every command that can be run now, by its name. */
+/** Opens the palette with every command that is available now. */
 export function showPalette(context: Context, table: CommandTable): void {
-  paletteDialog((query) => paletteEntries(context, table, query), () => focusMain(context));
+  paletteDialog(
+    (query) => paletteEntries(context, table, query),
+    () => focusMain(context),
+  );
 }
 
-/** The commands whose names match, the best first; all of them, in their order, for no query. */
-export function paletteEntries(
-  context: Context,
-  table: CommandTable,
-  query: string,
-): ReadonlyArray<PaletteEntry> {
+/** The commands whose names match, best match first; without a query all of them, in table order. */
+export function paletteEntries(context: Context, table: CommandTable, query: string): ReadonlyArray<PaletteEntry> {
   return Object.entries(table)
     .filter(([name, command]) => name !== 'palette' && isAvailable(command, context))
     .flatMap(([name, command]) => {

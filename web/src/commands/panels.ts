@@ -1,11 +1,11 @@
 import { closeDialog } from '../views/dialog';
 import { captureDialog } from '../views/captureDialog';
-import { type Context, focusMain, mayChange } from './context';
+import { type Context, focusMain, requireWritable } from './context';
 import { keyLabel } from './keys';
 import { keepCapture } from './notes';
 
 export function openCapture(context: Context): void {
-  if (!mayChange(context)) return;
+  if (!requireWritable(context)) return;
   captureDialog({
     workspace: context.workspace,
     saveKey: keyLabel('Mod-enter'),
@@ -22,7 +22,7 @@ export function toggleSidebar(context: Context): void {
   setDrawer(context, context.workspace.settings.sidebarOpen ? null : 'sidebar');
 }
 
-/** Opens the sidebar, or with no name folds it. */
+/** Opens the sidebar; any other name closes it. */
 export function setDrawer(context: Context, name: unknown, options?: { focus?: boolean }): void {
   closeDialog();
   const { workspace, shell } = context;

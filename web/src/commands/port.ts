@@ -2,11 +2,11 @@ import type { Language } from '../i18n/language';
 import type { Format } from '../text/names';
 
 /**
- * What a page alone cannot do. Requests are answered later, through `HostAnswers`; where one gives
- * false there is nobody to ask, and no answer comes.
+ * What a page cannot do by itself. Answers arrive later, through `HostAnswers`; a request that returns false
+ * could not be made and gets no answer.
  */
 export interface HostPort {
-  /** The native host is there: it owns the menu keys, the files and the language setting. */
+  /** Running under the native host, which owns the menu keys, the files and the language setting. */
   readonly native: boolean;
   readonly publicUrl: string;
   save(serialized: string, revision: number): boolean;

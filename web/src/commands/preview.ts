@@ -2,7 +2,7 @@ import { closeDialog } from '../views/dialog';
 import type { PreviewMode, PreviewSource } from '../views/previewPane';
 import { type Context, focusMain, requireNote } from './context';
 
-/** Shows the preview this way, or puts it away when it is shown so already. */
+/** Opens the preview in this mode, or closes it if that mode is already open. */
 export function togglePreview(context: Context, mode: PreviewMode): void {
   if (!requireNote(context)) return;
   closeDialog();
@@ -22,13 +22,13 @@ function setMode(context: Context, mode: PreviewMode | null): void {
 }
 
 export function previewSource({ editor }: Context): PreviewSource | null {
-  const { onShow } = editor;
+  const { shownNote } = editor;
   return (
-    onShow && {
-      text: onShow.state.doc,
-      markdown: onShow.syntax === 'markdown',
-      label: onShow.syntax,
-      top: onShow.top,
+    shownNote && {
+      text: shownNote.state.doc,
+      markdown: shownNote.syntax === 'markdown',
+      label: shownNote.syntax,
+      top: shownNote.top,
     }
   );
 }

@@ -1,15 +1,15 @@
 import type { Clock } from '../time/monotonicClock';
 
-/** A host that never answers must not hold up what waits for a copy. */
+/** How long to wait for the host to answer a copy, so a lost answer blocks nothing. */
 const COPY_ANSWER_LIMIT_MS = 10_000;
 
 /**
- * The host ends a share thirty minutes after a service was chosen. One that is older than this got
- * lost, and must not keep the user from ever sharing again.
+ * The host ends a share thirty minutes after the user picked a service. An older one was lost, and must not
+ * block sharing for good.
  */
 const SHARE_LIMIT_MS = 40 * 60 * 1000;
 
-/** Copies that wait for the host's answer. Each is settled once; other answers are ignored. */
+/** Copies waiting for the host's answer. Each settles once; other answers are ignored. */
 export class PendingCopies {
   readonly #clock: Clock;
   readonly #settlers = new Map<string, (message: string | null) => void>();
@@ -18,13 +18,10 @@ export class PendingCopies {
     this.#clock = clock;
   }
 
-  /** Settles with the host's word about a copy that was made, else with null. */
+  /** Resolves with the host's message if the copy succeeded, otherwise with null. */
   open(requestId: string): Promise<string | null> {
     return new Promise((resolve) => {
-      const timer = this.#clock.setTimer(
-        () => this.settle(requestId, null),
-        COPY_ANSWER_LIMIT_MS,
-      );
+      const timer = this.#clock.setTimer(() => this.settle(requestId, null), COPY_ANSWER_LIMIT_MS);
       this.#settlers.set(requestId, (message) => {
         this.#clock.clearTimer(timer);
         resolve(message);
@@ -39,7 +36,7 @@ export class PendingCopies {
   }
 }
 
-/** The one share that may be under way. */
+/** The one share that may be in progress. */
 export class PendingShare {
   readonly #now: () => number;
   #attempt: { readonly id: string; readonly since: number } | null = null;
@@ -58,7 +55,7 @@ export class PendingShare {
     return id;
   }
 
-  /** Ends the share under way; false when the answer is for another one. */
+  /** Ends the share in progress; false if the answer belongs to another one. */
   end(attemptId: string): boolean {
     if (this.#attempt?.id !== attemptId) return false;
     this.#attempt = null;

@@ -5,7 +5,7 @@ import { type Context, requireNote } from './context';
 import { suggestedName, withLineBreaks } from './files';
 import { fits, hostLimits } from './limits';
 
-/** Offers the active note to other programs. The host has one share at a time. */
+/** Shares the active note with other programs. The host allows one share at a time. */
 export function shareNote(context: Context): void {
   const { port, share, shell } = context;
   const note = requireNote(context);
@@ -24,7 +24,9 @@ export function shareNote(context: Context): void {
   shell.toasts.show(t('share.unavailable'));
 }
 
-/** A share that was dismissed and one that failed have the same answer, so neither alarms. */
+/**
+ * The host gives the same answer for a dismissed share and a failed one, so neither is reported as an error.
+ */
 export function shared({ share, shell }: Context, success: boolean, attemptId: string): void {
   if (share.end(attemptId)) shell.toasts.show(t(success ? 'share.done' : 'share.failed'));
 }

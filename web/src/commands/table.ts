@@ -19,8 +19,8 @@ import * as writing from './writing';
 const withNote = ({ workspace }: Context): boolean => workspace.activeNote !== null;
 
 /**
- * Every command, in the order of the guide. Keys, the note's menu, the palette, the guide and the
- * functions that the host's menu calls all come from here.
+ * Every command, in the order shown in the guide. Key bindings, the note menu, the palette, the guide and the
+ * functions called by the host's menu are all derived from this table.
  */
 export const commands = {
   newNote: {
@@ -194,7 +194,7 @@ export const commands = {
 
 type Name = keyof typeof commands;
 
-/** What can be done with the active note, in the groups of its menu. */
+/** The commands in the note menu, by group. */
 export const noteCommands: ReadonlyArray<ReadonlyArray<Name>> = [
   ['saveAs', 'exportMarkdown', 'exportText'],
   ['copyMarkdown', 'copyPlain', 'whatsapp', 'share'],
@@ -204,7 +204,7 @@ export const noteCommands: ReadonlyArray<ReadonlyArray<Name>> = [
   ['delete'],
 ];
 
-/** Keys that the editor must leave to commands. */
+/** Keys the editor must leave to commands. */
 export const reservedKeys: ReadonlyArray<string> = [
   ...menuOnlyKeys,
   ...Object.values(table()).flatMap(({ key }) => (key ? [key] : [])),
@@ -225,7 +225,7 @@ export function noteMenu(context: Context): ReadonlyArray<ReadonlyArray<MenuItem
   );
 }
 
-/** The commands seen as a table of any, which their own entries may look into. */
+/** The table with a plain type, so its own entries can read it. */
 function table(): CommandTable {
   return commands;
 }

@@ -17,7 +17,7 @@ export function closeCurrentTab(context: Context): void {
   if (active !== null) closeTab(context, active);
 }
 
-/** Asks only before more tabs are closed than can be opened again. */
+/** Asks only when closing more tabs than can be reopened. */
 export function requestCloseTabs(context: Context, scope: CloseScope): void {
   const { workspace, shell } = context;
   const ids = tabsInScope(workspace.tabs, scope);
@@ -28,7 +28,7 @@ export function requestCloseTabs(context: Context, scope: CloseScope): void {
   }
   if (ids.length <= HISTORY) {
     closeDialog();
-    closeWithWayBack(context, ids);
+    closeWithUndo(context, ids);
     return;
   }
   confirmDialog({
@@ -41,7 +41,7 @@ export function requestCloseTabs(context: Context, scope: CloseScope): void {
   });
 }
 
-function closeWithWayBack(context: Context, ids: ReadonlyArray<string>): void {
+function closeWithUndo(context: Context, ids: ReadonlyArray<string>): void {
   const { workspace, shell } = context;
   const { open, active } = workspace.tabs;
   const closed = open.flatMap((id, index) => (ids.includes(id) ? { id, index } : []));

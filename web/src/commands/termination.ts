@@ -7,14 +7,14 @@ export interface FinalState {
   readonly revision: number;
 }
 
-/** The host gives up after five seconds for the page and fifteen for the disk. */
+/** The host waits five seconds for the page and fifteen for the disk. */
 const HOST_GIVES_UP_MS = 25_000;
 
 let reopen: ReturnType<typeof setTimeout> | undefined;
 
 /**
- * The document as it must outlive the window. It is taken first; from then on the page takes no input
- * and runs no commands, because their effects would not be in it.
+ * The final document to store before the window closes. After it is taken, the page accepts no input and runs
+ * no commands, because their effects would not be in it.
  */
 export function prepareForTermination(context: Context, untouched: unknown): FinalState {
   const state = context.workspace.readOnly ? keepAsIs(untouched) : currentState(context);

@@ -18,7 +18,7 @@ export function goToLine(context: Context): void {
   inText(context, gotoLine);
 }
 
-/** The editor's own commands need the text to be there and in sight. */
+/** The editor's own commands need an open note and a visible editor. */
 function inText(context: Context, command: EditorCommand): void {
   if (!requireNote(context)) return;
   closeDialog();

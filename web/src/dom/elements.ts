@@ -14,7 +14,7 @@ export interface Props {
   readonly attrs?: Readonly<Record<string, string>>;
 }
 
-/** Makes an element. Text always enters as text, never as markup. */
+/** Creates an element. Text is always inserted as text, never as markup. */
 export function h<K extends keyof HTMLElementTagNameMap>(
   tag: K,
   props: Props = {},
@@ -34,11 +34,9 @@ export function h<K extends keyof HTMLElementTagNameMap>(
   return element;
 }
 
-/** Brings all texts below `root` to the current language. */
+/** Updates all texts below `root` to the current language. */
 export function relabel(root: ParentNode): void {
-  for (const element of root.querySelectorAll<HTMLElement>(
-    '[data-t],[data-t-label],[data-t-placeholder]',
-  )) {
+  for (const element of root.querySelectorAll<HTMLElement>('[data-t],[data-t-label],[data-t-placeholder]')) {
     label(element);
   }
 }
@@ -53,13 +51,9 @@ function label(element: HTMLElement): void {
   if (tPlaceholder) element.setAttribute('placeholder', t(tPlaceholder as Key));
 }
 
-/** An icon button; its name comes from the catalogue. */
+/** An icon button, labelled from the catalogue. */
 export function iconButton(icon: Icon, tLabel: Key, run: () => void): HTMLButtonElement {
-  return h(
-    'button',
-    { class: 'icon-button', tLabel, attrs: { type: 'button' }, on: { click: run } },
-    drawIcon(icon),
-  );
+  return h('button', { class: 'icon-button', tLabel, attrs: { type: 'button' }, on: { click: run } }, drawIcon(icon));
 }
 
 const icons = {

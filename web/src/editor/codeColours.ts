@@ -4,12 +4,12 @@ import { languageOfFence } from './languages';
 
 const LONGEST = 30_000;
 
-/** A run of code and the class names that its colour comes from. */
+/** A run of code and the class names that colour it. */
 export type Run = readonly [text: string, className: string];
 
 /**
- * Code in the colours of its language. A language that is not there yet leaves the code bare and is
- * fetched from the bundle; `onLoaded` tells when it would come out better.
+ * Highlighted code. If the language is not loaded yet, the code stays plain while it loads; `onLoaded` is
+ * called once it has.
  */
 export function colourCode(code: string, label: string, onLoaded: () => void): Run[] {
   const description = code.length > LONGEST ? null : languageOfFence(label);

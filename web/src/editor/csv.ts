@@ -3,17 +3,17 @@ import { Tag } from '@lezer/highlight';
 
 const COLUMNS = 4;
 
-/** Neighbouring columns differ in colour, and the colours come round again. */
+/** Cycles through the colours, so neighbouring columns differ. */
 export const columnTags: ReadonlyArray<Tag> = Array.from({ length: COLUMNS }, () => Tag.define());
 
 interface State {
   column: number;
   quoted: boolean;
-  /** The first separator outside quotes decides what separates in the whole file. */
+  /** The first separator outside quotes is the separator of the whole file. */
   separator: string;
 }
 
-/** Tables as text: commas, semicolons or tabs, fields in quotes that may span lines. */
+/** Delimited tables: commas, semicolons or tabs, with quoted fields that may span lines. */
 export const csvLanguage = StreamLanguage.define<State>({
   name: 'csv',
   startState: () => ({ column: 0, quoted: false, separator: '' }),

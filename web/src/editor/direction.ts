@@ -1,18 +1,19 @@
 import type { Range } from '@codemirror/state';
 import { Decoration, type DecorationSet, EditorView, ViewPlugin } from '@codemirror/view';
 
-const LOOKED_AT = 400;
+const CHECKED_CHARACTERS = 400;
 const firstLetter = /\p{L}/u;
-const rightToLeft = /[\p{Script=Hebrew}\p{Script=Arabic}\p{Script=Syriac}\p{Script=Thaana}\p{Script=Nko}\p{Script=Adlam}]/u;
+const rightToLeft =
+  /[\p{Script=Hebrew}\p{Script=Arabic}\p{Script=Syriac}\p{Script=Thaana}\p{Script=Nko}\p{Script=Adlam}]/u;
 const reversed = Decoration.line({ attributes: { dir: 'rtl' } });
 
-/** Whether the first letter of a line is of a script that runs from right to left. */
+/** Whether a line's first letter belongs to a right-to-left script. */
 export function runsLeftwards(text: string): boolean {
-  const letter = firstLetter.exec(text.slice(0, LOOKED_AT))?.[0];
+  const letter = firstLetter.exec(text.slice(0, CHECKED_CHARACTERS))?.[0];
   return letter !== undefined && rightToLeft.test(letter);
 }
 
-/** Each line runs the way its own first letter does. */
+/** Sets each line's direction by its first letter. */
 export const lineDirections = [
   EditorView.perLineTextDirection.of(true),
   ViewPlugin.fromClass(
@@ -37,7 +38,7 @@ function decorate({ state, visibleRanges }: EditorView): DecorationSet {
   for (const { from, to } of visibleRanges) {
     for (let at = from; at <= to; ) {
       const line = state.doc.lineAt(at);
-      const start = state.sliceDoc(line.from, Math.min(line.to, line.from + LOOKED_AT));
+      const start = state.sliceDoc(line.from, Math.min(line.to, line.from + CHECKED_CHARACTERS));
       if (line.from > done && runsLeftwards(start)) out.push(reversed.range(line.from));
       done = line.from;
       at = line.to + 1;

@@ -24,7 +24,7 @@ const keys: ReadonlyArray<KeyBinding> = [
   indentWithTab,
 ];
 
-/** What every note's editor has. Keys in `reserved` belong to the host's menu. */
+/** The extensions of every editor. Keys in `reserved` belong to the host's menu. */
 export function baseExtensions(reserved: ReadonlyArray<string>, nonce: string): Extension[] {
   const taken = new Set(reserved.map(canonical));
   return [
@@ -45,7 +45,7 @@ export function baseExtensions(reserved: ReadonlyArray<string>, nonce: string): 
   ];
 }
 
-/** What follows the interface language. */
+/** Extensions that depend on the interface language. */
 export function languageExtensions(): Extension[] {
   return [
     EditorState.phrases.of(phrases()),
@@ -66,12 +66,10 @@ export function readOnlyExtensions(readOnly: boolean): Extension {
 }
 
 function isReserved(binding: KeyBinding, taken: ReadonlySet<string>): boolean {
-  return [binding.key, binding.linux, binding.mac].some(
-    (key) => key !== undefined && taken.has(canonical(key)),
-  );
+  return [binding.key, binding.linux, binding.mac].some((key) => key !== undefined && taken.has(canonical(key)));
 }
 
-/** One spelling for a key: modifiers in a fixed order, Control counted as the platform's Mod. */
+/** A canonical spelling for a key: modifiers in a fixed order, Control counted as the platform's Mod. */
 function canonical(key: string): string {
   const parts = key.split(/-(?!$)/);
   const name = (parts.pop() ?? '').toLowerCase();

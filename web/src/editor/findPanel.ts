@@ -16,7 +16,7 @@ import type { Key } from '../i18n/catalogue';
 import { t } from '../i18n/language';
 import { MatchCount, type Matches, MOST_MATCHES, placeOf } from './matches';
 
-/** A query is counted at once, a text that is being written when the hand rests. */
+/** A new query is counted immediately, edited text once typing pauses. */
 const PAUSE_MS = 30;
 const WRITING_PAUSE_MS = 250;
 
@@ -28,7 +28,7 @@ const options: ReadonlyArray<readonly [option: Option, sign: string, label: Key]
   ['regexp', '.*', 'find.regexp'],
 ];
 
-/** Opens the panel with its second row and goes there. */
+/** Opens the panel with the replace row and focuses it. */
 export const openReplace: Command = (view) => {
   if (view.state.readOnly) return openSearchPanel(view);
   openSearchPanel(view);
@@ -43,7 +43,7 @@ export function findPanel(view: EditorView): Panel {
   return new FindPanel(view);
 }
 
-/** Find and replace, above the text. The query itself lives in the editor's state. */
+/** Find and replace, above the text. The query itself is part of the editor's state. */
 class FindPanel implements Panel {
   readonly dom: HTMLElement;
   readonly top = true;
@@ -101,7 +101,7 @@ class FindPanel implements Panel {
     else if (update.selectionSet) this.#showCount();
   }
 
-  /** Brings fields and switches to the query, which may have been set from elsewhere. */
+  /** Syncs fields and toggles with the query, which may have been set elsewhere. */
   #follow(): void {
     const { search, replace } = this.#query;
     if (this.#what.value !== search) this.#what.value = search;
@@ -114,7 +114,14 @@ class FindPanel implements Panel {
   #commit(change: Partial<Record<Option, boolean>> = {}): void {
     const { caseSensitive, wholeWord, regexp } = { ...pick(this.#query), ...change };
     const search = this.#what.value;
-    const query = new SearchQuery({ search, replace: this.#with.value, caseSensitive, wholeWord, regexp, literal: !regexp });
+    const query = new SearchQuery({
+      search,
+      replace: this.#with.value,
+      caseSensitive,
+      wholeWord,
+      regexp,
+      literal: !regexp,
+    });
     if (!query.eq(this.#query)) this.#view.dispatch({ effects: setSearchQuery.of(query) });
   }
 
@@ -125,7 +132,7 @@ class FindPanel implements Panel {
     else this.#showCount();
   }
 
-  /** What was counted before stays on show until there is something newer to show. */
+  /** Keeps showing the previous count until a newer one is available. */
   #countMatches(delay: number): void {
     if (!this.#query.valid) return;
     this.#counting.start(this.#view.state, this.#query, delay, (matches) => {
@@ -203,10 +210,9 @@ class FindPanel implements Panel {
   }
 
   #replacements(): HTMLElement[] {
-    return [
-      ['find.replace', replaceNext] as const,
-      ['find.replaceAll', replaceAll] as const,
-    ].map(([label, command]) => press({ class: 'find-button', t: label }, () => this.#run(command, false)));
+    return [['find.replace', replaceNext] as const, ['find.replaceAll', replaceAll] as const].map(([label, command]) =>
+      press({ class: 'find-button', t: label }, () => this.#run(command, false)),
+    );
   }
 }
 

@@ -3,7 +3,7 @@ import type { Extension } from '@codemirror/state';
 import type { KeyBinding } from '@codemirror/view';
 import { h } from '../dom/elements';
 
-/** The library's own keys belong to the menu, which walks the tabs with them. */
+/** The library's default keys belong to the host's menu, which uses them to switch tabs. */
 export const foldKeys: ReadonlyArray<KeyBinding> = [
   { key: 'Mod-Alt-[', run: foldCode },
   { key: 'Mod-Alt-]', run: unfoldCode },
@@ -11,12 +11,12 @@ export const foldKeys: ReadonlyArray<KeyBinding> = [
   { key: 'Mod-Alt-Shift-]', run: unfoldAll },
 ];
 
-/** How long a text may be for the marks at its edge: each asks how far its block reaches. */
-const LONGEST_MARKED = 500_000;
+/** The longest text with fold markers in the gutter, in characters: each has to find where its block ends. */
+const LONGEST_WITH_GUTTER = 500_000;
 
-/** Headings, lists and blocks of code fold by keys and, in a text that is not huge, at its edge. */
+/** Folds headings, lists and code blocks by key and, unless the text is huge, in the gutter. */
 export function folding(length: number): Extension {
-  return length > LONGEST_MARKED ? folds : [folds, marks];
+  return length > LONGEST_WITH_GUTTER ? folds : [folds, marks];
 }
 
 const folds = codeFolding({
@@ -30,7 +30,7 @@ const folds = codeFolding({
         on: {
           click: (event) => {
             onclick(event);
-            // The button had the focus and is gone now.
+            // The button had the focus and has been removed.
             view.focus();
           },
         },

@@ -2,10 +2,10 @@ import { syntaxHighlighting } from '@codemirror/language';
 import { Tag, tagHighlighter, tags } from '@lezer/highlight';
 import { columnTags } from './csv';
 
-/** The box of a task, which is no atom as code has them. */
+/** A task's checkbox, which should not look like an atom in code. */
 export const taskTag = Tag.define();
 
-/** Syntax becomes plain class names; how they look stands in the style sheet. */
+/** Maps syntax to plain class names; the style sheet decides how they look. */
 export const classNames = tagHighlighter([
   { tag: tags.heading1, class: 'md-heading md-heading-1' },
   { tag: tags.heading2, class: 'md-heading md-heading-2' },

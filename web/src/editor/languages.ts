@@ -10,22 +10,27 @@ import { csvLanguage } from './csv';
 
 type Loader = () => Promise<LanguageSupport>;
 
-/** Some of the older grammars say "property" for what has another name here. */
+/** Some of the legacy grammars emit "property" for what has another name here. */
 const tokenTable = { property: tags.propertyName };
 
 const stream = async (parser: Promise<StreamParser<unknown>>): Promise<LanguageSupport> =>
   new LanguageSupport(StreamLanguage.define({ ...(await parser), tokenTable }));
 
-const clike = (name: 'c' | 'cpp' | 'csharp' | 'java' | 'kotlin'): Loader => () =>
-  stream(import('@codemirror/legacy-modes/mode/clike').then((modes) => modes[name]));
+const clike =
+  (name: 'c' | 'cpp' | 'csharp' | 'java' | 'kotlin'): Loader =>
+  () =>
+    stream(import('@codemirror/legacy-modes/mode/clike').then((modes) => modes[name]));
 
-const script = (typescript: boolean): Loader => async () => javascript({ typescript, jsx: !typescript });
+const script =
+  (typescript: boolean): Loader =>
+  async () =>
+    javascript({ typescript, jsx: !typescript });
 
 /**
- * Each language by its file name extension, with the other names it goes by in code blocks. What is
- * imported in a call is in the one bundle but does not run before a note needs it. That is only for
- * what imports nothing of the editor: the bundler would wrap all it imports as well, the editor among it,
- * and the page would start later, not sooner.
+ * Languages by file extension, with their other names in code blocks. Dynamic imports are part of the single
+ * bundle, but do not run until a note needs them. They only pay off for modules that import nothing from the
+ * editor: the bundler would wrap everything they import as well, including the editor itself, and the page
+ * would start later, not sooner.
  */
 const rows: ReadonlyArray<readonly [names: string, load: Loader]> = [
   ['js javascript jsx mjs cjs node', script(false)],
@@ -36,7 +41,10 @@ const rows: ReadonlyArray<readonly [names: string, load: Loader]> = [
   ['csv tsv', async () => new LanguageSupport(csvLanguage)],
   ['json jsonc json5 geojson', () => stream(import('@codemirror/legacy-modes/mode/javascript').then((m) => m.json))],
   ['py python pyw', () => stream(import('@codemirror/legacy-modes/mode/python').then((m) => m.python))],
-  ['sql mysql postgres postgresql sqlite', () => stream(import('@codemirror/legacy-modes/mode/sql').then((m) => m.standardSQL))],
+  [
+    'sql mysql postgres postgresql sqlite',
+    () => stream(import('@codemirror/legacy-modes/mode/sql').then((m) => m.standardSQL)),
+  ],
   ['yaml yml', () => stream(import('@codemirror/legacy-modes/mode/yaml').then((m) => m.yaml))],
   ['xml svg xsd xsl rss', () => stream(import('@codemirror/legacy-modes/mode/xml').then((m) => m.xml))],
   ['sh bash zsh shell console', () => stream(import('@codemirror/legacy-modes/mode/shell').then((m) => m.shell))],
@@ -58,20 +66,20 @@ for (const [names, load] of rows) {
   for (const each of [name, ...alias]) known.set(each, description);
 }
 
-/** The language that a name stands for, be it a file name extension or the label of a code block. */
+/** The language for a name, either a file extension or a code block's label. */
 export function languageNamed(name: string): LanguageDescription | null {
   return known.get(name.toLowerCase()) ?? null;
 }
 
-/** The language that the label after a code block's fence asks for. */
+/** The language requested by a code block's info string. */
 export function languageOfFence(info: string): LanguageDescription | null {
   const name = /[^\s{},.=]+/.exec(info)?.[0] ?? '';
   return languageNamed(name);
 }
 
 /**
- * What a note's text is read as: "markdown", "plain" or the name of a language. The extension of the
- * file it is kept in decides; a file of plain words does not make a Markdown note less of one.
+ * How a note's text is parsed: "markdown", "plain" or the name of a language. The file extension decides; a
+ * .txt file does not turn a Markdown note into plain text.
  */
 export function syntaxOf({ fileName, name, format }: Pick<Note, 'fileName' | 'name' | 'format'>): string {
   const known = fileName ?? name ?? '';

@@ -1,7 +1,7 @@
 import { type ChangeSpec, EditorSelection } from '@codemirror/state';
 import type { Command } from '@codemirror/view';
 
-/** Makes one line of the selected ones, or of the caret's and the one below; one blank is between. */
+/** Joins the selected lines, or the caret's line and the next, with one space between them. */
 export const joinLines: Command = (view) => {
   const { state } = view;
   if (state.readOnly) return false;

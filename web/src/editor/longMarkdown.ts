@@ -5,12 +5,12 @@ import { type Input, type PartialParse, Parser, Tree, type TreeFragment } from '
 import { fenceAfterLine, fenceAt } from '../text/fences';
 
 /**
- * From this length on, only what is around the screen is parsed: with a tree of the whole text, each key would
- * take time for all of its blocks.
+ * From this length on, only the part around the screen is parsed: with a tree of the whole text, every key
+ * press would take time proportional to its number of blocks.
  */
 const LONG = 100_000;
 const MARGIN = 4000;
-/** How far a block of code or a blank line is looked for, to begin at the edge of a block. */
+/** How far to look for a block boundary to start parsing at. */
 const REACH = 60_000;
 
 interface Range {
@@ -19,10 +19,10 @@ interface Range {
 }
 
 const windows = new WeakMap<Tree, Range>();
-/** What is on screen, while it is parsed at once: the library asks for all that comes before it as well. */
+/** The visible range during a synchronous parse, when the library asks for everything before it too. */
 let asked: Range | null = null;
 
-/** A language that parses a long text only around the screen. */
+/** A language that parses long texts only around the screen. */
 export function windowed({ data, parser, name }: Language): Language {
   return new Language(data, new WindowedParser(parser), [longFolds, followScreen], name);
 }
@@ -38,7 +38,7 @@ class WindowedParser extends Parser {
   createParse(input: Input, fragments: readonly TreeFragment[], ranges: readonly Range[]): PartialParse {
     const context = ParseContext.get();
     if (!context || input.length < LONG || ranges.length > 1) {
-      // A text that has become shorter must not take over the holes of the tree that it had.
+      // A text that has become shorter must not reuse a tree with gaps.
       const sound = fragments.some(({ tree }) => windows.has(tree)) ? [] : fragments;
       return this.#whole.startParse(input, sound, ranges);
     }
@@ -47,10 +47,10 @@ class WindowedParser extends Parser {
   }
 }
 
-/** Ends with a tree as long as the text, in which there is nothing outside of the window. */
+/** Produces a tree as long as the text, with nothing outside the window. */
 class WindowParse implements PartialParse {
   readonly stoppedAt = null;
-  /** The parse is short, so that it is always taken as a whole. */
+  /** The whole length: the window is small enough to parse in one go. */
   readonly parsedPos: number;
   readonly #parse: PartialParse;
   readonly #range: Range;
@@ -76,7 +76,7 @@ class WindowParse implements PartialParse {
 
   stopAt(): void {}
 
-  /** Has the rest parsed when it comes on screen. What was said for the last window is taken back. */
+  /** Marks everything outside the window to be parsed when it scrolls into view, replacing earlier marks. */
   #skipTheRest(): void {
     const { skipped } = this.#context as unknown as { skipped?: Range[] };
     if (skipped) skipped.length = 0;
@@ -86,17 +86,17 @@ class WindowParse implements PartialParse {
   }
 }
 
-/** Whole lines around a part of the text, from the edge of a block on if there is one near. */
+/** Whole lines around a range, starting at a block boundary if one is near. */
 function windowAround(text: Text, { from, to }: Range): Range {
-  // Up to some place means around that place.
+  // A request to parse up to a position means the text around that position.
   const near = Math.max(from, to - REACH);
   const end = text.lineAt(Math.min(text.length, to + MARGIN)).to;
   return { from: blockStart(text, Math.max(0, near - MARGIN)), to: end };
 }
 
 /**
- * The beginning of the block of code that is open at a place, else of the first block after it; the next line
- * when all that is too far away.
+ * The start of the code block open at a position, otherwise of the next block; the line itself if both are
+ * too far away.
  */
 function blockStart(text: Text, position: number): number {
   if (position === 0) return 0;
@@ -117,7 +117,7 @@ function blockStart(text: Text, position: number): number {
   return first.from;
 }
 
-/** Parses what comes on screen before it is drawn, so that nothing changes its height under the reader's eyes. */
+/** Parses what scrolls into view before it is drawn, so line heights do not change under the reader. */
 const followScreen = ViewPlugin.fromClass(
   class {
     #gone = false;
@@ -151,7 +151,7 @@ const followScreen = ViewPlugin.fromClass(
   },
 );
 
-/** How far a heading reaches cannot be told from a tree that ends below the screen. */
+/** A tree that ends below the screen cannot tell how far a heading's section reaches. */
 const longFolds: Extension = foldService.of((state, from, to) => {
   if (state.doc.length < LONG) return null;
   const level = headingLevel(state.doc.lineAt(from).text);
@@ -164,7 +164,7 @@ function headingLevel(line: string): number {
   return /^ {0,3}(#{1,6})(?:\s|$)/.exec(line)?.[1]?.length ?? 0;
 }
 
-/** The end of the last line with anything in it before the next heading of this level or a higher one. */
+/** The end of the last non-blank line before the next heading of the same or a higher level. */
 function sectionEnd({ doc }: EditorState, from: number, level: number): number {
   const { number } = doc.lineAt(from);
   let fence = '';

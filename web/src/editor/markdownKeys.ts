@@ -4,7 +4,7 @@ import { type Command, keymap } from '@codemirror/view';
 import { moveInTable } from './tableKeys';
 import { toggleTasks } from './tasks';
 
-/** Puts marks around what is selected, or takes them away where they are. */
+/** Toggles the given marks around the selection. */
 export function toggleMark(mark: string): Command {
   const { length } = mark;
   return (view) => {
@@ -14,8 +14,14 @@ export function toggleMark(mark: string): Command {
       const { from, to } = range.empty ? (state.wordAt(range.head) ?? range) : range;
       const marked = isMarked(state, from, to, mark);
       const changes: ChangeSpec[] = marked
-        ? [{ from: from - length, to: from }, { from: to, to: to + length }]
-        : [{ from, insert: mark }, { from: to, insert: mark }];
+        ? [
+            { from: from - length, to: from },
+            { from: to, to: to + length },
+          ]
+        : [
+            { from, insert: mark },
+            { from: to, insert: mark },
+          ];
       const shift = marked ? -length : length;
       return { changes, range: EditorSelection.range(range.anchor + shift, range.head + shift) };
     });
@@ -24,7 +30,7 @@ export function toggleMark(mark: string): Command {
   };
 }
 
-/** One asterisk beside another is half of a stronger mark. */
+/** A single asterisk next to another one is half of a stronger mark. */
 function isMarked({ doc }: EditorState, from: number, to: number, mark: string): boolean {
   const { length } = mark;
   const before = doc.sliceString(Math.max(0, from - length - 1), from);
@@ -38,8 +44,8 @@ const ordered = /^\s*(\d{1,9})[.)]/;
 const listItem = /^(\s*)(?:[-*+]|\d{1,9}[.)])\s+/;
 
 /**
- * Where the item would begin one level further in or out: below the text of the item above, or where
- * an item above that stands further out begins.
+ * The item's indent one level in or out: in, below the text of the item above; out, level with the nearest
+ * less indented item above.
  */
 function newIndent(state: EditorState, line: Line, outwards: boolean): number | null {
   const indent = listItem.exec(line.text)?.[1]?.length ?? 0;
@@ -52,18 +58,18 @@ function newIndent(state: EditorState, line: Line, outwards: boolean): number | 
     }
     const start = above[1]?.length ?? 0;
     if (outwards && start < indent) return start;
-    // Below an item that stands further out this one is a level in already.
+    // The item above is less indented, so this one is already nested.
     if (!outwards && start <= indent) return start < indent ? null : textColumn(above[0]);
   }
   return outwards && indent > 0 ? 0 : null;
 }
 
-/** Where the text of an item begins; wide gaps after its mark count as one blank. */
+/** The column of an item's text; wide gaps after the mark count as one space. */
 function textColumn(lead: string): number {
   return lead.trimEnd().length + 1;
 }
 
-/** The number of an item follows the one above it on its new level; the first one there is 1. */
+/** Renumbers an item to follow the one above it on its new level, starting at 1. */
 function renumbering(state: EditorState, line: Line, indent: number): ChangeSpec[] {
   const own = ordered.exec(line.text);
   if (!own?.[1]) return [];
@@ -80,7 +86,7 @@ function renumbering(state: EditorState, line: Line, indent: number): ChangeSpec
   return own[1] === String(number) ? [] : [{ from, to: from + own[1].length, insert: String(number) }];
 }
 
-/** Tab and Shift+Tab on items of a list move them by levels; elsewhere the keys keep their meaning. */
+/** Tab and Shift+Tab indent and outdent list items; elsewhere the keys keep their meaning. */
 export function indentItems(outwards: boolean): Command {
   return (view) => {
     const { state } = view;
@@ -107,7 +113,7 @@ export function indentItems(outwards: boolean): Command {
 
 export const markdownKeys = Prec.high(
   keymap.of([
-    // Enter on an empty item ends the list at once.
+    // Enter on an empty item ends the list right away.
     { key: 'Enter', run: insertNewlineContinueMarkupCommand({ nonTightLists: false }) },
     { key: 'Backspace', run: deleteMarkupBackward },
     { key: 'Tab', run: moveInTable(1), shift: moveInTable(-1) },

@@ -3,7 +3,7 @@ import type { EditorState, Range } from '@codemirror/state';
 import { Decoration, type DecorationSet, type EditorView, ViewPlugin, type ViewUpdate } from '@codemirror/view';
 import type { SyntaxNodeRef } from '@lezer/common';
 
-/** The widest mark of a list, in characters, below which wrapped lines still hang. */
+/** The widest list mark, in characters, that still gets a hanging indent. */
 const WIDEST_LEAD = 16;
 
 const lineClasses: Record<string, string> = {
@@ -29,8 +29,8 @@ const openTask = Decoration.mark({ class: 'md-task' });
 const doneTask = Decoration.mark({ class: 'md-task is-done' });
 
 /**
- * What whole lines look like in Markdown, and the boxes of tasks. The marks stay in the text, so that
- * nothing jumps while it is written; only what is on screen is looked at.
+ * Line styles and checkboxes for Markdown. The marks stay in the text, so nothing jumps while typing; only
+ * visible lines are processed.
  */
 export const markdownLook = ViewPlugin.fromClass(
   class {
@@ -69,7 +69,7 @@ function decorateNode(
   const heading = /^(?:ATX|Setext)Heading([1-6])$/.exec(name);
   const className = heading ? `md-line-heading md-line-heading-${heading[1]}` : lineClasses[name];
   if (className) {
-    // A block may be far longer than the screen.
+    // A block may extend far beyond the screen.
     const last = Math.min(node.to, to);
     for (let at = Math.max(node.from, from); at <= last; ) {
       const { from: start, to: end } = state.doc.lineAt(at);
@@ -81,7 +81,7 @@ function decorateNode(
   else if (name === 'TaskMarker') decorateTask(state, node, out);
 }
 
-/** Lines that wrap begin below the text of their item, not below its mark. */
+/** Gives wrapped lines a hanging indent: they start below the item's text, not its mark. */
 function hang(state: EditorState, mark: SyntaxNodeRef, out: Array<Range<Decoration>>): void {
   const { from, text } = state.doc.lineAt(mark.from);
   const lead = /^ *(?:[-*+]|\d{1,9}[.)]) (?:\[[ xX]\] )?/.exec(text)?.[0].length ?? 0;
@@ -89,7 +89,7 @@ function hang(state: EditorState, mark: SyntaxNodeRef, out: Array<Range<Decorati
   out.push(line(`md-hang md-hang-${lead}`).range(from), listLead.range(from, from + lead));
 }
 
-/** A box is drawn over its marks until the caret comes to them. */
+/** The checkbox covers its marks unless the caret is inside them. */
 function decorateTask(state: EditorState, { from, to }: SyntaxNodeRef, out: Array<Range<Decoration>>): void {
   const done = /x/i.test(state.sliceDoc(from, to));
   const end = state.doc.lineAt(to).to;

@@ -2,26 +2,26 @@ import type { SearchQuery } from '@codemirror/search';
 import type { EditorState } from '@codemirror/state';
 import { inSlices } from '../time/slices';
 
-const PIECE = 100_000;
+const CHUNK = 100_000;
 const SLICE_MS = 6;
 const PAUSE_MS = 4;
-/** More than anyone reads one by one; their places are not worth keeping. */
+/** More than anyone steps through; beyond this, matches are not worth storing. */
 export const MOST_MATCHES = 100_000;
 
 export interface Matches {
-  /** Where each match begins, in order. */
+  /** The start of each match, in order. */
   readonly starts: ReadonlyArray<number>;
   readonly done: boolean;
 }
 
-/** Finds the matches piece by piece, so that a long text can be searched between key presses. */
+/** Finds matches chunk by chunk, so a long text can be searched between key presses. */
 export function* findMatches(state: EditorState, query: SearchQuery): Generator<Matches, Matches> {
   const starts: number[] = [];
   const { doc } = state;
-  // What crosses the end of a piece is looked for a little beyond it.
+  // Search a little past the end of each chunk for matches that cross it.
   const beyond = query.search.length + 1000;
   for (let from = 0; from <= doc.length && starts.length < MOST_MATCHES; ) {
-    const end = from + PIECE >= doc.length ? doc.length + 1 : doc.lineAt(from + PIECE).to + 1;
+    const end = from + CHUNK >= doc.length ? doc.length + 1 : doc.lineAt(from + CHUNK).to + 1;
     let next = end;
     const until = doc.lineAt(Math.min(doc.length, end + beyond)).to;
     const cursor = query.getCursor(state, from, until);
@@ -37,7 +37,7 @@ export function* findMatches(state: EditorState, query: SearchQuery): Generator<
   return { starts, done: true };
 }
 
-/** Counts in slices with pauses between; the next count takes the place of one under way. */
+/** Counts in slices, with pauses in between; a new count replaces the one in progress. */
 export class MatchCount {
   #cancel = (): void => undefined;
 
@@ -52,7 +52,7 @@ export class MatchCount {
   }
 }
 
-/** The place of the match that begins at `at` among all, counted from one; zero when none does. */
+/** The 1-based index of the match starting at `at`; zero if there is none. */
 export function placeOf(starts: ReadonlyArray<number>, at: number): number {
   let low = 0;
   let high = starts.length;

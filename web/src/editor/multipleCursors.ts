@@ -2,8 +2,8 @@ import { EditorSelection, EditorState } from '@codemirror/state';
 import { EditorView, layer, rectangularSelection, RectangleMarker } from '@codemirror/view';
 
 /**
- * More than one caret. The first stays the platform's own, which input methods and dead keys need;
- * only the others are drawn, below the text so that it stays legible.
+ * Multiple carets. The main one stays native, because input methods and dead keys need that; only the others
+ * are drawn, below the text so it stays legible.
  */
 export const multipleCursors = [
   EditorState.allowMultipleSelections.of(true),

@@ -1,12 +1,12 @@
 import { selectAll } from '@codemirror/commands';
 import { type Extension, Prec } from '@codemirror/state';
 import { EditorView } from '@codemirror/view';
-import { isWrittenIn } from './undoReserve';
+import { hasFocusInPage } from './undoReserve';
 
 /**
- * Only the part of a long note that is on screen exists as elements, so the web view's own
- * "select all" would take no more than that part. Both engines announce it by a selection start
- * on the editable element itself; a pointer or a key at work means another selection.
+ * Only the visible part of a long note exists in the DOM, so the web view's own "select all" would select
+ * just that part. Both engines announce it with a selectstart event on the editable element itself; if a
+ * pointer or key is down, it is some other selection.
  */
 export function nativeSelectAll(): Extension {
   watchInput();
@@ -19,11 +19,11 @@ export function nativeSelectAll(): Extension {
   });
 }
 
-/** WebKit keeps one list of undo steps for the page; a panel's undo must not change the note. */
+/** WebKit has one undo stack for the whole page; undo in a panel must not change the note. */
 export const undoOnlyWithFocus: Extension = Prec.high(
   EditorView.domEventHandlers({
     beforeinput(event, view) {
-      if (!event.inputType.startsWith('history') || isWrittenIn(view)) return false;
+      if (!event.inputType.startsWith('history') || hasFocusInPage(view)) return false;
       event.preventDefault();
       return true;
     },

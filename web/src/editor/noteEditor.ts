@@ -1,11 +1,7 @@
 import { Compartment, EditorState, type StateEffect, type Text } from '@codemirror/state';
 import { EditorView } from '@codemirror/view';
 import type { Note, Place } from '../state/model';
-import {
-  baseExtensions,
-  languageExtensions,
-  readOnlyExtensions,
-} from './extensions';
+import { baseExtensions, languageExtensions, readOnlyExtensions } from './extensions';
 import { folding } from './folding';
 import { syntaxOf } from './languages';
 import { placeOf, scrollTo, selectionAt } from './place';
@@ -16,15 +12,15 @@ export interface NoteEditorOptions {
   readonly parent: HTMLElement;
   readonly readOnly: boolean;
   readonly nonce: string;
-  /** Keys that the host's menu owns and the editor leaves alone. */
+  /** Keys the host's menu owns, which the editor ignores. */
   readonly reservedKeys: ReadonlyArray<string>;
   readonly onText: (id: string, text: Text) => void;
-  /** The text, the selection or the note on show is another. */
+  /** Called when the text, the selection or the shown note changes. */
   readonly onView: () => void;
   readonly onScroll: () => void;
 }
 
-export interface OnShow {
+export interface ShownNote {
   readonly id: string;
   readonly state: EditorState;
   readonly top: number;
@@ -36,7 +32,7 @@ interface Session {
   readonly scroll: StateEffect<unknown>;
 }
 
-/** The one editor on the page. Each note keeps its own undo history, caret and scroll position. */
+/** The page's only note editor. Each note keeps its own undo history, selection and scroll position. */
 export class NoteEditor {
   readonly #view: EditorView;
   readonly #options: NoteEditorOptions;
@@ -48,17 +44,17 @@ export class NoteEditor {
 
   constructor(options: NoteEditorOptions) {
     this.#options = options;
-    // The first state decides how the library's style element is made, so it carries the nonce.
+    // The first state determines how the library creates its style element, so it carries the nonce.
     const extensions = EditorView.cspNonce.of(options.nonce);
     this.#view = new EditorView({ parent: options.parent, extensions });
   }
 
-  /** The shown note and where it is being read and written. */
+  /** The shown note with its selection and scroll position. */
   get place(): { readonly id: string; readonly place: Place } | null {
     return this.#shown === null ? null : { id: this.#shown, place: placeOf(this.#view) };
   }
 
-  /** Shows a note where this editor left it, else at a place remembered from an earlier visit. */
+  /** Shows a note where this editor left it, otherwise at the place remembered from an earlier visit. */
   show(note: Note, remembered: Place | null = null): void {
     this.#syntaxName = syntaxOf(note);
     if (this.#shown === note.id && this.#view.state.doc === note.text) {
@@ -77,14 +73,14 @@ export class NoteEditor {
     this.#options.onView();
   }
 
-  /** Leaves the current note, keeping its place. */
+  /** Closes the current note, keeping its session. */
   hide(): void {
     this.#keepSession();
     this.#shown = null;
     this.#view.setState(EditorState.create({ extensions: EditorView.cspNonce.of(this.#options.nonce) }));
   }
 
-  /** Lets go of what is kept of notes that are gone, and of those without a tab that were left long ago. */
+  /** Drops the sessions of deleted notes and of notes without a tab that were left long ago. */
   release(open: Iterable<string>, exists: (id: string) => boolean): void {
     this.#sessions.release(open, exists);
   }
@@ -93,13 +89,13 @@ export class NoteEditor {
     this.#view.focus();
   }
 
-  /** Text has another size, which the editor does not notice by itself. */
+  /** Call after the text size changes, which the editor does not notice by itself. */
   remeasure(): void {
     this.#view.requestMeasure();
   }
 
-  /** What is on show: its text, what is selected of it and where its visible part begins. */
-  get onShow(): OnShow | null {
+  /** The shown note: its state, including the selection, and the start of its visible part. */
+  get shownNote(): ShownNote | null {
     if (this.#shown === null) return null;
     const { state } = this.#view;
     const top = this.#view.scrollDOM.getBoundingClientRect().top - this.#view.documentTop;
@@ -107,19 +103,19 @@ export class NoteEditor {
     return { id: this.#shown, state, top: block.from, syntax: this.#syntaxName };
   }
 
-  /** Runs one of the editor's own commands on the text on show. */
+  /** Focuses the editor and runs one of its commands on the shown note. */
   run(command: (view: EditorView) => boolean): void {
     if (this.#shown === null) return;
     this.#view.focus();
     command(this.#view);
   }
 
-  /** Brings labels and phrases to the current language. */
+  /** Switches labels and phrases to the current language. */
   relabel(): void {
     this.#view.dispatch({ effects: this.#texts.reconfigure(languageExtensions()) });
   }
 
-  /** Shows the text in the syntax that its name asks for, as soon as that is there. */
+  /** Switches to the note's syntax as soon as that is loaded. */
   async #followSyntax(): Promise<void> {
     const [shown, name] = [this.#shown, this.#syntaxName];
     if (this.#view.state.facet(shownSyntax) === name) return;

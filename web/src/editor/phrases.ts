@@ -1,7 +1,7 @@
 import type { Key } from '../i18n/catalogue';
 import { t } from '../i18n/language';
 
-/** The editor library's own English texts, and the rows that stand for them. */
+/** The editor library's English phrases and the catalogue rows that translate them. */
 const rows: Record<string, Key> = {
   Find: 'find.field',
   Replace: 'find.replaceField',

@@ -2,10 +2,10 @@ import { EditorSelection, type StateEffect } from '@codemirror/state';
 import { EditorView } from '@codemirror/view';
 import type { Place } from '../state/model';
 
-/** What the editor keeps free above a line that it scrolls to. */
+/** Space the editor keeps above a line it scrolls to, in pixels. */
 export const TOP_MARGIN = 24;
 
-/** Where a note is being read and written. */
+/** The selection and scroll position. */
 export function placeOf(view: EditorView): Place {
   const { anchor, head } = view.state.selection.main;
   return { anchor, head, top: topOf(view) };
@@ -15,12 +15,15 @@ export function selectionAt({ anchor, head }: Place, length: number): EditorSele
   return EditorSelection.single(Math.min(anchor, length), Math.min(head, length));
 }
 
-/** Puts what stood at the upper edge there again. */
+/** Scrolls the remembered position back to the top edge. */
 export function scrollTo({ top }: Place, length: number): StateEffect<unknown>[] {
   return top > 0 ? [EditorView.scrollIntoView(Math.min(top, length), { y: 'start', yMargin: 0 })] : [];
 }
 
-/** Measured as far below the edge as a line scrolled to comes to lie, so that a place stays put. */
+/**
+ * Measured one margin below the edge, where a scrolled-to line ends up, so restoring a place does not shift
+ * it.
+ */
 function topOf(view: EditorView): number {
   if (view.scrollDOM.scrollTop === 0) return 0;
   const { top } = view.scrollDOM.getBoundingClientRect();

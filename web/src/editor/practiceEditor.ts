@@ -8,12 +8,12 @@ export interface PracticeOptions {
   readonly parent: HTMLElement;
   readonly nonce: string;
   readonly reservedKeys: ReadonlyArray<string>;
-  /** The id of the element that says what is to be done. */
+  /** The id of the element with the instructions. */
   readonly describedBy: string;
   readonly onText: (text: string) => void;
 }
 
-/** A small editor that has the keys of the large one, for a text that nobody keeps. */
+/** A small editor with the main editor's keys, for throwaway text. */
 export class PracticeEditor {
   readonly #options: PracticeOptions;
   readonly #view: EditorView;
@@ -24,7 +24,7 @@ export class PracticeEditor {
     this.#view = new EditorView({ parent: options.parent, extensions });
   }
 
-  /** Shows a text, selected between two offsets. */
+  /** Shows a text with the range between two offsets selected. */
   show(text: string, from: number, to: number): void {
     const { nonce, reservedKeys, describedBy, onText } = this.#options;
     const labels = EditorView.contentAttributes.of({
@@ -34,19 +34,21 @@ export class PracticeEditor {
       lang: htmlTag(),
       tabindex: '0',
     });
-    this.#view.setState(EditorState.create({
-      doc: text,
-      selection: EditorSelection.single(from, to),
-      extensions: [
-        baseExtensions(reservedKeys, nonce),
-        syntaxExtensions('markdown', Text.of(text.split('\n'))),
-        labels,
-        EditorView.updateListener.of((update) => {
-          if (update.docChanged) onText(update.state.doc.toString());
-        }),
-      ],
-    }));
-    // Tab goes on to what stands beside the text.
+    this.#view.setState(
+      EditorState.create({
+        doc: text,
+        selection: EditorSelection.single(from, to),
+        extensions: [
+          baseExtensions(reservedKeys, nonce),
+          syntaxExtensions('markdown', Text.of(text.split('\n'))),
+          labels,
+          EditorView.updateListener.of((update) => {
+            if (update.docChanged) onText(update.state.doc.toString());
+          }),
+        ],
+      }),
+    );
+    // Tab moves the focus out of the text.
     this.#view.setTabFocusMode(true);
   }
 

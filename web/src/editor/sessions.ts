@@ -1,9 +1,9 @@
-/** So many notes without a tab keep what is kept of them: those that were left last. */
+/** How many notes without a tab keep their session, most recently left first. */
 export const KEPT_WITHOUT_TAB = 36;
 
-/** What is kept of notes that are not on show: undo history, selection, scroll position. */
+/** Sessions of notes that are not shown: undo history, selection, scroll position. */
 export class Sessions<Session> {
-  /** The note left last comes last. */
+  /** In the order the notes were left, latest last. */
   readonly #sessions = new Map<string, Session>();
 
   keep(id: string, session: Session): void {
@@ -11,14 +11,16 @@ export class Sessions<Session> {
     this.#sessions.set(id, session);
   }
 
-  /** Gives what is kept of a note that comes on show, and keeps it no longer. */
+  /** Removes and returns the session of a note about to be shown. */
   take(id: string): Session | null {
     const session = this.#sessions.get(id) ?? null;
     this.#sessions.delete(id);
     return session;
   }
 
-  /** Keeps open tabs and the last of the other notes, and nothing of notes that do not exist. */
+  /**
+   * Drops the sessions of deleted notes and, beyond `KEPT_WITHOUT_TAB`, the oldest of those without a tab.
+   */
   release(open: Iterable<string>, exists: (id: string) => boolean): void {
     const tabs = new Set(open);
     const others: string[] = [];

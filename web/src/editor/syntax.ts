@@ -10,23 +10,23 @@ import { markdownKeys } from './markdownKeys';
 import { markdownLook } from './markdownLook';
 import { taskClicks } from './tasks';
 
-/** The name of the syntax that the editor shows its text in. */
+/** The name of the syntax used to show a text. */
 export const shownSyntax = Facet.define<string, string>({ combine: (names) => names[0] ?? 'plain' });
 
-/** Program text is no prose: its words are not in dictionaries and start as they are written. */
+/** Code is not prose: no spell checking and no automatic capitals. */
 const codeWriting: Extension = [
   Prec.high(EditorView.contentAttributes.of({ spellcheck: 'false', autocapitalize: 'off' })),
   EditorView.editorAttributes.of({ class: 'is-code' }),
 ];
 
-/** Makes a syntax ready to be shown. It resolves at once for those that are built in. */
+/** Loads a syntax. Resolves immediately for built-in ones. */
 export async function loadSyntax(name: string): Promise<void> {
   await languageNamed(name)?.load();
 }
 
 /**
- * What follows the kind of text; a language that is not loaded yet counts as plain. A long paragraph
- * would be felt with every key typed into it, so such a text goes without the look of Markdown.
+ * Extensions that depend on the syntax; a language that is not loaded yet counts as plain. A long paragraph
+ * would slow down every key press in it, so such a text goes without Markdown styling.
  */
 export function syntaxExtensions(name: string, text: Text): Extension {
   if (name !== 'markdown') {
@@ -45,10 +45,4 @@ const { language, support } = markdown({
   extensions: { props: [styleTags({ TaskMarker: taskTag })] },
 });
 
-const markdownSyntax: Extension = [
-  markdownKeys,
-  windowed(language),
-  support,
-  markdownLook,
-  taskClicks,
-];
+const markdownSyntax: Extension = [markdownKeys, windowed(language), support, markdownLook, taskClicks];

@@ -3,10 +3,12 @@ import { EditorSelection, type EditorState } from '@codemirror/state';
 import type { Command } from '@codemirror/view';
 import { columnAt, readTable, writeTable } from '../text/tableText';
 
-/** A longer table is left as it is: putting it in order would be felt. */
+/** Longer tables are left alone: aligning one would cause a noticeable delay. */
 const MOST_CHARACTERS = 50_000;
 
-/** Tab and Shift+Tab in a table go from cell to cell and put its columns in order; the last one adds a row. */
+/**
+ * Tab and Shift+Tab in a table move from cell to cell and align its columns; Tab in the last cell adds a row.
+ */
 export function moveInTable(step: 1 | -1): Command {
   return (view) => {
     const { state } = view;
@@ -20,7 +22,7 @@ export function moveInTable(step: 1 | -1): Command {
     const caret = state.doc.lineAt(main.head);
     const index = caret.number - state.doc.lineAt(from).number;
     const columns = table.alignments.length;
-    // From the row of dashes it goes on as from the end of the head.
+    // Treat the delimiter row as the last header cell.
     const column = index === 1 ? columns - 1 : Math.min(columnAt(caret.text, main.head - caret.from), columns - 1);
     const cell = Math.max(0, Math.max(0, index - 1) * columns + column + step);
     const rows = cell < table.rows.length * columns ? table.rows : [...table.rows, table.alignments.map(() => '')];
@@ -40,7 +42,7 @@ export function moveInTable(step: 1 | -1): Command {
   };
 }
 
-/** The lines of the table around a place. One inside of a quotation or a list is left alone. */
+/** The lines of the table at a position. Tables inside quotes and lists are left alone. */
 function tableAt(state: EditorState, at: number): { from: number; to: number } | null {
   const line = state.doc.lineAt(at);
   const start = line.from + (/^\s*/.exec(line.text)?.[0].length ?? 0);

@@ -4,7 +4,7 @@ import { type Command, EditorView } from '@codemirror/view';
 
 const item = /^(\s*(?:>\s?)*\s*(?:[-*+]|\d{1,9}[.)])\s)(\[[ xX]\](?=\s|$))?/;
 
-/** The change that ticks or clears the task of a line, or makes a list item one. */
+/** The change that checks or unchecks the task on a line, or turns a list item into a task. */
 function toggleLine(state: EditorState, at: number): ChangeSpec | null {
   const { from, text } = state.doc.lineAt(at);
   const match = item.exec(text);
@@ -21,7 +21,7 @@ function isCode(state: EditorState, at: number): boolean {
   return false;
 }
 
-/** Ticks or clears the tasks of the selected lines. */
+/** Toggles the tasks on the selected lines. */
 export const toggleTasks: Command = (view) => {
   const { state } = view;
   if (state.readOnly) return false;
@@ -34,7 +34,7 @@ export const toggleTasks: Command = (view) => {
   return changes.length > 0;
 };
 
-/** A press on the box of a task ticks it and leaves the caret where it is. */
+/** Clicking a task's checkbox toggles it without moving the caret. */
 export const taskClicks = EditorView.domEventHandlers({
   mousedown(event, view) {
     const box = event.target instanceof Element ? event.target.closest('.md-task') : null;

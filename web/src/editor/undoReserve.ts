@@ -6,10 +6,10 @@ const FULL = 20;
 const LOW = 5;
 
 /**
- * The host's menu runs the web view's own undo and redo, and WebKit refuses them while its own
- * list of steps is empty. What the editor inserts by itself, as when pasting or continuing a
- * list, makes no such step. So some are kept in reserve, made in an element off the screen;
- * taking one back is announced there, and is passed on to the editor that is written in.
+ * The host's menu runs the web view's own undo and redo, which WebKit refuses while its undo stack is empty.
+ * Changes made by the editor itself, such as pasting or continuing a list, add nothing to that stack. So a
+ * reserve of undo steps is kept, created in an off-screen element; undoing one of them fires an event there,
+ * which is forwarded to the focused editor.
  */
 export function keepUndoReserve(): void {
   if (!isWebKit()) return;
@@ -32,22 +32,22 @@ export function keepUndoReserve(): void {
     left += back ? -1 : 1;
     const view = editorOf(document.activeElement);
     if (view) (back ? undo : redo)(view);
-    // Filling ends what WebKit could redo, so it waits until there is hardly anything left.
+    // Refilling clears WebKit's redo stack, so wait until the reserve is nearly used up.
     if (left < LOW) setTimeout(fill);
   });
   if (document.readyState === 'complete') setTimeout(fill);
   else window.addEventListener('load', () => setTimeout(fill), { once: true });
 }
 
-/** Whether the editor has the page's focus. The window's own may be with the menu that was just chosen from. */
-export function isWrittenIn(view: EditorView): boolean {
+/** Whether the editor has the focus within the page. The window's focus may be on the menu just used. */
+export function hasFocusInPage(view: EditorView): boolean {
   return view.root.activeElement === view.contentDOM;
 }
 
-/** The editor whose text has the focus; what stands beside the text, as its find panel, does not count. */
+/** The editor whose text has the focus; its find panel does not count. */
 function editorOf(element: Element | null): EditorView | null {
   const view = element instanceof HTMLElement ? EditorView.findFromDOM(element) : null;
-  return view && isWrittenIn(view) ? view : null;
+  return view && hasFocusInPage(view) ? view : null;
 }
 
 function isWebKit(): boolean {

@@ -1,6 +1,6 @@
 import { isLanguage, type Language, pickLanguage } from '../i18n/language';
 
-/** What the host sets before the page's script runs. In a browser none of it is there. */
+/** What the host sets before the page's script runs. None of it exists in a browser. */
 interface BootstrapGlobals {
   __QUENDO_IS_MAC__?: unknown;
   __QUENDO_PUBLIC_URL__?: unknown;
@@ -9,11 +9,11 @@ interface BootstrapGlobals {
 }
 
 export interface Bootstrap {
-  /** The host's flag. It says that the host is there, on whatever desktop. */
+  /** The host's flag: true under the native host on every platform. */
   readonly native: boolean;
   readonly publicUrl: string;
   readonly language: Language | null;
-  /** The stored document, or undefined when there is none. */
+  /** The stored document, or undefined if there is none. */
   readonly document: unknown;
 }
 
@@ -28,7 +28,7 @@ export function readBootstrap(globals: BootstrapGlobals): Bootstrap {
   };
 }
 
-/** The host's language first, then the one chosen in the page before, then the desktop's. */
+/** The host's language, then the one chosen earlier in the page, then the system's. */
 export function startLanguage(bootstrap: Bootstrap, chosen: Language | null): Language {
   return bootstrap.language ?? chosen ?? pickLanguage(navigator.languages);
 }

@@ -5,7 +5,7 @@ import { webCopy } from './webClipboard';
 
 const STORAGE_KEY = 'quendo-state';
 
-/** Stands in for the host in a plain browser: local storage, downloads, the web's clipboard. */
+/** Replaces the host in a plain browser: local storage, downloads, the web clipboard. */
 export function browserPort(publicUrl: string, answers: () => HostAnswers): HostPort {
   return {
     native: false,
@@ -29,14 +29,17 @@ export function browserPort(publicUrl: string, answers: () => HostAnswers): Host
     share: ({ attemptId, title, content }) => {
       if (typeof navigator.share !== 'function') return false;
       const report = (success: boolean) => answers().shared(success, attemptId);
-      navigator.share({ title, text: content }).then(() => report(true), () => report(false));
+      navigator.share({ title, text: content }).then(
+        () => report(true),
+        () => report(false),
+      );
       return true;
     },
     rememberLanguage: () => undefined,
   };
 }
 
-/** The document that an earlier visit left. A damaged one is put aside before it is replaced. */
+/** The document stored by an earlier visit. A damaged one is moved aside before it is overwritten. */
 export function storedDocument(): unknown {
   let text: string | null = null;
   try {

@@ -9,33 +9,21 @@ import { prepareForTermination, terminationDidCancel } from '../commands/termina
 import { isLanguage, setLanguage } from '../i18n/language';
 
 /**
- * Every name that the host calls in the page. Functions of the menu give nothing back, because
- * the web view reports a promise, a function or an element as a failed script. While the window
- * closes, answers and messages arrive as ever, and what would act for the user does nothing.
+ * Every global the host calls. Menu functions return nothing, because the web view reports a returned
+ * promise, function or element as a script failure. While the window is closing, answers and messages are
+ * still handled, but functions that act for the user do nothing.
  */
-export function pageGlobals(
-  context: Context,
-  answers: HostAnswers,
-  stored: unknown,
-  table: CommandTable = commands,
-) {
+export function pageGlobals(context: Context, answers: HostAnswers, stored: unknown, table: CommandTable = commands) {
   const { workspace, shell } = context;
   return {
     quendoNativeSaveDidFinish: (success: unknown, revision: unknown): void =>
       answers.saved(success === true, Number(revision)),
     quendoNativeExportDidFinish: (success: unknown, message: unknown): void =>
       answers.exported(success === true, String(message)),
-    quendoNativeSaveAsDidFinish: (
-      success: unknown,
-      noteId: unknown,
-      fileName: unknown,
-      message: unknown,
-    ): void => answers.savedAs(success === true, String(noteId), String(fileName), String(message)),
-    quendoNativeClipboardDidFinish: (
-      success: unknown,
-      message: unknown,
-      requestId: unknown,
-    ): void => answers.copied(success === true, String(message), String(requestId)),
+    quendoNativeSaveAsDidFinish: (success: unknown, noteId: unknown, fileName: unknown, message: unknown): void =>
+      answers.savedAs(success === true, String(noteId), String(fileName), String(message)),
+    quendoNativeClipboardDidFinish: (success: unknown, message: unknown, requestId: unknown): void =>
+      answers.copied(success === true, String(message), String(requestId)),
     quendoNativeShareDidFinish: (success: unknown, attemptId: unknown): void =>
       answers.shared(success === true, String(attemptId)),
     showToast: (message: unknown): void => shell.toasts.show(String(message)),
@@ -44,8 +32,7 @@ export function pageGlobals(
     quendoTerminationDidCancel: (): void => terminationDidCancel(context),
 
     quendoOpenNativeFiles: (files: unknown): number => openNativeFiles(context, files),
-    quendoCopyCurrentNoteForWhatsApp: async (): Promise<boolean> =>
-      !shell.closing.begun && copyForWhatsApp(context),
+    quendoCopyCurrentNoteForWhatsApp: async (): Promise<boolean> => !shell.closing.begun && copyForWhatsApp(context),
 
     ...menuFunctions(table, (command) => {
       if (!shell.closing.begun) command.run(context);

@@ -13,13 +13,9 @@ export function hasHost(target: WebKitWindow): boolean {
   return Boolean(target.webkit?.messageHandlers?.quendoState);
 }
 
-/** Requests to the native host, each a message by its name. */
-export function nativePort(
-  target: WebKitWindow,
-  publicUrl: string,
-  answers: () => HostAnswers,
-): HostPort {
-  /** False when the message could not be posted at all, so that no answer will come. */
+/** Requests to the native host, one message name each. */
+export function nativePort(target: WebKitWindow, publicUrl: string, answers: () => HostAnswers): HostPort {
+  /** False if the message could not be posted, so no answer will come. */
   const post = (name: string, body: unknown): boolean => {
     try {
       const handler = target.webkit?.messageHandlers?.[name];

@@ -1,10 +1,14 @@
 import type { HostAnswers, HostPort } from '../commands/port';
 
-/** Copies with the browser's own clipboard, where no host takes the text. */
+/** Copies through the browser's clipboard API when there is no host. */
 export function webCopy(answers: () => HostAnswers): HostPort['copy'] {
   return ({ text, successMessage, requestId }) => {
     const report = (success: boolean) => answers().copied(success, successMessage, requestId);
     if (!navigator.clipboard) report(false);
-    else navigator.clipboard.writeText(text).then(() => report(true), () => report(false));
+    else
+      navigator.clipboard.writeText(text).then(
+        () => report(true),
+        () => report(false),
+      );
   };
 }

@@ -1,4 +1,5 @@
-/** Every text of the page, one row each: Portuguese, English, Spanish. `{x}` is filled in. */
+/** Every text of the page, one row each: Portuguese, English, Spanish. `{x}` is a placeholder. */
+// biome-ignore format: one row per text
 export const catalogue = {
   'untitled': ['Sem título', 'Untitled', 'Sin título'],
   'close': ['Fechar', 'Close', 'Cerrar'],

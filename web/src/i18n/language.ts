@@ -11,7 +11,7 @@ export function isLanguage(value: unknown): value is Language {
   return languages.some((language) => language === value);
 }
 
-/** The first of the wished tags that is spoken here; Portuguese when none is. */
+/** The first requested language that is supported; Portuguese if none is. */
 export function pickLanguage(tags: ReadonlyArray<string>): Language {
   for (const tag of tags) {
     const code = tag.slice(0, 2).toLowerCase();
@@ -38,13 +38,13 @@ export function onLanguageChange(listener: () => void): void {
   listeners.add(listener);
 }
 
-/** A text in the current language, its `{names}` filled in. */
+/** A text in the current language, with its `{placeholders}` filled in. */
 export function t(key: Key, values: Record<string, string | number> = {}): string {
   const text = catalogue[key][languages.indexOf(current)] ?? key;
   return text.replace(/\{(\w+)\}/g, (hole, name) => String(values[name] ?? hole));
 }
 
-/** The singular or plural row of a counted text. */
+/** The singular or plural form of a text with a count. */
 export function counted(key: CountedKey, n: number): string {
   return t(`${key}.${n === 1 ? 'one' : 'many'}`, { n });
 }

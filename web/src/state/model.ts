@@ -2,27 +2,27 @@ import type { Text } from '@codemirror/state';
 import type { Language } from '../i18n/language';
 import type { Format } from '../text/names';
 
-/** The newest document version that this page can read and the one that it writes. */
+/** The newest document version this page can read, and the one it writes. */
 export const DOCUMENT_VERSION = 1;
 
 /**
- * Members that this version does not know, each as its name and its JSON. They are written back
- * as they came, so that a newer version's additions survive a visit to this one.
+ * Members this version does not know, as name and JSON. They are written back unchanged, so a newer version's
+ * additions survive being opened in this one.
  */
 export type Extra = ReadonlyArray<readonly [name: string, json: string]>;
 
-/** One note. Records are never changed in place: a new text makes a new record. */
+/** One note. Records are immutable: new text means a new record. */
 export interface Note {
   readonly id: string;
   readonly text: Text;
   readonly format: Format;
-  /** The name of the file it was imported from; such a note keeps it as its title. */
+  /** The name of the imported file, which stays the note's title. */
   readonly name: string | null;
-  /** The file name of the last Save As, offered again the next time. */
+  /** The file name of the last Save As, suggested the next time. */
   readonly fileName: string | null;
-  /** The line break of the file it came from, given back when it is written to a file. */
+  /** The line break of the imported file, used again when the note is written to a file. */
   readonly lineBreak: '\n' | '\r\n';
-  /** Stands before the others in the list. */
+  /** Listed before the others. */
   readonly pinned: boolean;
   readonly created: number;
   readonly updated: number;
@@ -42,12 +42,12 @@ export interface ClosedTab {
 export interface Tabs {
   readonly open: ReadonlyArray<string>;
   readonly active: string | null;
-  /** Closed tabs, the latest last. */
+  /** Closed tabs, latest last. */
   readonly closed: ReadonlyArray<ClosedTab>;
   readonly extra: Extra;
 }
 
-/** Where a note was left: the selection, and what stood at the upper edge, as text offsets. */
+/** Where the user left a note: the selection and the position at the top edge, as text offsets. */
 export interface Place {
   readonly anchor: number;
   readonly head: number;
@@ -57,7 +57,7 @@ export interface Place {
 export const themes = ['system', 'light', 'dark'] as const;
 export type Theme = (typeof themes)[number];
 
-/** What a stored choice means here; one that this version does not know follows the desktop. */
+/** The theme for a stored value; unknown values follow the system. */
 export function readTheme(chosen: string): Theme {
   return themes.find((theme) => theme === chosen) ?? 'system';
 }
@@ -66,33 +66,36 @@ export interface Settings {
   readonly language: Language | null;
   readonly sidebarOpen: boolean;
   readonly sidebarMode: string;
-  /** One of `themes`, or the word of a later version, which is kept. */
+  /** One of `themes`, or a later version's value, which is preserved. */
   readonly theme: string;
-  /** The size of all text, 1 being as designed. */
+  /** Text size factor; 1 is the default. */
   readonly zoom: number;
-  /** The preview is kept open beside the text. One in its place ends with the page, so that a start is for writing. */
+  /**
+   * Whether the preview is kept open beside the text. The preview in place of the text is not persisted, so
+   * the page always starts ready for writing.
+   */
   readonly previewBeside: boolean;
   readonly extra: Extra;
 }
 
-/** The whole document as the page holds it. */
+/** The whole document as held in memory. */
 export interface Contents {
   readonly revision: number;
   readonly notes: ReadonlyArray<Note>;
   readonly bin: ReadonlyArray<BinnedNote>;
   readonly tabs: Tabs;
-  /** Where notes were left, the latest last. */
+  /** Where notes were left, latest last. */
   readonly places: ReadonlyMap<string, Place>;
   readonly settings: Settings;
-  /** What was typed into quick capture and not yet kept. */
+  /** Unsaved text in quick capture. */
   readonly captureDraft: string;
-  /** Notes of the files that the host handed over last, while it cannot know yet that they are here. */
+  /** Notes created from the files the host handed over last, while it cannot know that they arrived. */
   readonly handedOver: ReadonlyArray<string>;
-  /** Entries among the notes that could not be read as notes, as JSON; kept, not shown. */
+  /** Entries of `notes` that could not be read as notes, as JSON; preserved, not shown. */
   readonly unreadable: ReadonlyArray<string>;
-  /** The same for entries of the bin. */
+  /** The same for `bin`. */
   readonly unreadableBin: ReadonlyArray<string>;
-  /** Whole members that were not what they should be, each with its name, as JSON; kept. */
+  /** Whole members of the wrong type, each with its name, as JSON; preserved. */
   readonly setAside: ReadonlyArray<string>;
   readonly extra: Extra;
 }

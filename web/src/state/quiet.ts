@@ -1,12 +1,12 @@
 import type { Clock } from '../time/monotonicClock';
 import { workSlice } from '../time/slices';
 
-/** Longer than a quick writer takes from one key to the next within a word. */
+/** Longer than a fast typist's interval between keys within a word. */
 const QUIET_MS = 120;
-/** The longest that work goes on before it lets a key or a frame through. */
+/** The longest that work runs before it lets a key or a frame through. */
 const SLICE_MS = 5;
 
-/** Finds moments in which nobody is typing. */
+/** Waits for pauses in typing. */
 export class QuietTime {
   readonly #clock: Clock;
   #lastKey = Number.NEGATIVE_INFINITY;
@@ -15,14 +15,14 @@ export class QuietTime {
     this.#clock = clock;
   }
 
-  /** A key was pressed. */
-  disturbed(): void {
+  /** Call on every key press. */
+  keyPressed(): void {
     this.#lastKey = this.#clock.now();
   }
 
   /**
-   * Does `work` bit by bit, then calls `run` once no key has been pressed for a moment. Who types
-   * without any pause is waited for so many milliseconds at most. Gives the way to call it off.
+   * Does `work` in slices, then calls `run` once no key has been pressed for a moment, or after `longest`
+   * milliseconds of continuous typing. Returns a cancel function.
    */
   after(work: Iterator<unknown>, longest: number, run: () => void): () => void {
     const clock = this.#clock;

@@ -19,20 +19,20 @@ import { soundTabs } from './tabRow';
 import { readZoom } from './zoom';
 
 const BIN_KEEPS_MS = 30 * 24 * 60 * 60 * 1000;
-/** The host takes ids of up to 200 bytes. */
+/** The host allows ids of up to 200 bytes. */
 const LONGEST_ID = 60;
 const CLOCK_LIMIT = 8.64e15;
 
 export interface ReadResult {
   readonly contents: Contents;
-  /** The document comes from a newer version: it may be shown and must not be overwritten. */
+  /** The document comes from a newer version: it can be shown but must not be overwritten. */
   readonly newer: boolean;
 }
 
 /**
- * Reads a stored document of any shape. What is missing gets its default, what is known but
- * unusable is kept aside, what is unknown is kept: the start never fails. A document of an older
- * version is first brought to this one's shape; one of a newer version is read as far as it goes.
+ * Reads a stored document of any shape without ever failing. Missing members get their defaults, known but
+ * unusable ones are set aside, unknown ones are preserved. Documents of older versions are migrated first;
+ * newer ones are read as far as possible.
  */
 export function readContents(stored: unknown, now: number): ReadResult {
   if (!isMembers(stored)) return { contents: emptyContents, newer: false };
@@ -73,7 +73,7 @@ export function readContents(stored: unknown, now: number): ReadResult {
   return { contents, newer };
 }
 
-/** Text as it comes from outside, with any of the common line breaks. */
+/** Text from outside, with any of the common line breaks. */
 export function toText(content: string): Text {
   return Text.of(content.split(/\r\n?|\n/));
 }
@@ -142,11 +142,7 @@ function readTime(value: unknown, otherwise: number): number {
   return typeof value === 'number' && value >= 0 && value <= CLOCK_LIMIT ? value : otherwise;
 }
 
-function readTabs(
-  value: unknown,
-  notes: ReadonlyArray<Note>,
-  bin: ReadonlyArray<BinnedNote>,
-): Tabs {
+function readTabs(value: unknown, notes: ReadonlyArray<Note>, bin: ReadonlyArray<BinnedNote>): Tabs {
   const members = isMembers(value) ? value : {};
   const tabs: Tabs = {
     open: texts(members.open),
@@ -154,11 +150,7 @@ function readTabs(
     closed: entries(members.closed).flatMap(readClosedTab),
     extra: unknownMembers(members, TABS_MEMBERS),
   };
-  return soundTabs(
-    tabs,
-    new Set(notes.map((note) => note.id)),
-    new Set(bin.map(({ note }) => note.id)),
-  );
+  return soundTabs(tabs, new Set(notes.map((note) => note.id)), new Set(bin.map(({ note }) => note.id)));
 }
 
 function readClosedTab(value: unknown): ClosedTab[] {
@@ -195,7 +187,7 @@ function readOffset(value: unknown): number {
   return typeof value === 'number' && value >= 0 && value < 2 ** 31 ? Math.trunc(value) : 0;
 }
 
-/** Members that hold something of another kind than they should, with what they held. */
+/** Members of the wrong type, with their values. */
 function readSetAside(value: Members): string[] {
   const kept: string[] = [];
   const before = value.setAside ?? [];
@@ -220,7 +212,7 @@ function unknownMembers(value: Members, known: ReadonlyArray<string>): Extra {
   return extra;
 }
 
-/** Nesting too deep to be written again is the one thing that cannot be kept. */
+/** Nesting too deep to serialise is the one thing that cannot be preserved. */
 function keepJson(value: unknown, into: string[]): void {
   try {
     const json = JSON.stringify(value) as string | undefined;

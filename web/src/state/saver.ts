@@ -1,4 +1,4 @@
-/** When the document is sent to be stored, and what may be said about it. */
+/** Decides when the document is saved, and what the user is told about it. */
 
 import type { Clock } from '../time/monotonicClock';
 
@@ -12,13 +12,16 @@ interface Prepared {
 export interface SaverOptions {
   readonly clock: Clock;
   /**
-   * Calls back when nobody types, with most of the document made ready, or after `longest`
-   * milliseconds all the same; gives the way to call it off.
+   * Calls `run` during a pause in typing, with most of the document already serialised, or after `longest`
+   * milliseconds regardless; returns a cancel function.
    */
   readonly whenIdle: (run: () => void, longest: number) => () => void;
-  /** The document as JSON, and the revision that was given to it. */
+  /** The document as JSON, with its new revision. */
   readonly prepare: () => Prepared;
-  /** Posts a document; the answer comes through `answered`. False when nobody took it, and none comes. */
+  /**
+   * Posts a document; the answer arrives through `answered`. False if it could not be posted, so no answer
+   * comes.
+   */
   readonly send: (serialized: string, revision: number) => boolean;
   readonly onStatus: (status: SaveStatus) => void;
 }
@@ -26,37 +29,36 @@ export interface SaverOptions {
 const PAUSE_MS = 300;
 const LONGEST_WAIT_MS = 2000;
 /**
- * A quiet moment is waited for this long, and longer where handing over a huge document would be
- * felt: so many times as long as it took the last time, within a limit.
+ * How long to wait for a pause in typing. Longer if posting a huge document would be noticeable: a multiple
+ * of what the last one took, up to a limit.
  */
 const PATIENCE_MS = 1000;
 const PATIENCE_PER_COST = 10;
 const LONGEST_PATIENCE_MS = 5000;
 const FIRST_RETRY_MS = 1000;
 const LAST_RETRY_MS = 60_000;
-/** While saving fails, changes alone do not bring on another try sooner than this after the last. */
+/** While saving fails, changes do not trigger another attempt sooner than this after the last one. */
 const CHANGED_RETRY_MS = 5000;
 const ANSWER_LIMIT_MS = 30_000;
 
 /**
- * Changes are counted; each sent document remembers the count it covers. Saves go out one at a time,
- * so a burst of changes costs one more save, of the newest state; only `handOver` does not wait for
- * the answer to the one before. Only a positive answer for a revision makes what that revision covers
- * count as saved.
+ * Changes are counted, and each sent document remembers the count it covers. Saves go out one at a time, so a
+ * burst of changes costs one more save, of the latest state; only `handOver` does not wait for the previous
+ * answer. Only a positive answer for a revision marks the changes it covers as saved.
  */
 export class Saver {
   readonly #options: SaverOptions;
   #changes = 0;
   #savedChanges = 0;
   #oldestUnsaved = 0;
-  /** Documents without an answer yet, oldest first; the last one is the one waited for. */
+  /** Unanswered documents, oldest first; the last one is the one waited for. */
   #sent: Array<{ revision: number; changes: number }> = [];
   #waiting = false;
   #again: 'at once' | 'when idle' | null = null;
   #failures = 0;
   #retryAt = 0;
   #lastTry = 0;
-  /** Milliseconds for which the last document that was sent kept everything else waiting. */
+  /** How long posting the last document blocked the page, in milliseconds. */
   #cost = 0;
   #timer: unknown = null;
   #cancelIdle: (() => void) | null = null;
@@ -71,30 +73,30 @@ export class Saver {
     return this.#status;
   }
 
-  /** Something changed; it is saved after a pause, and while changes go on, every two seconds. */
+  /** Call on every change; saves after a pause, and every two seconds while changes continue. */
   changed(): void {
     const now = this.#options.clock.now();
     if (this.#changes === this.#savedChanges) this.#oldestUnsaved = now;
     this.#changes++;
-    // A save that only waits for a quiet moment is not put off by what goes on meanwhile.
+    // Further changes do not postpone a save that is only waiting for a pause in typing.
     if (!this.#cancelIdle) this.#schedule(this.#nextSave() - now);
     this.#report();
   }
 
-  /** Saves what is not saved, now and whatever was waited for. */
+  /** Saves unsaved changes now, without waiting for a pause. */
   flush(): void {
     if (this.#changes !== this.#savedChanges) this.#attempt(true);
   }
 
   /**
-   * Posts what is not saved before it returns, even while an earlier document is unanswered: for what
-   * the host discards once the page has taken it. False when it could not be posted.
+   * Posts unsaved changes before returning, even while an earlier document is unanswered: for content the
+   * host discards once the page has accepted it. False if it could not be posted.
    */
   handOver(): boolean {
     return this.#changes === this.#savedChanges || this.#post();
   }
 
-  /** The answer for a document. Answers for older documents than the last count for what they are. */
+  /** Handles the answer for a document, which may be an older one than the last. */
   answered(success: boolean, revision: number): void {
     const last = this.#sent.at(-1);
     if (success) {
@@ -125,7 +127,7 @@ export class Saver {
     this.#post();
   }
 
-  /** Posts the document as it is now; false when that failed. */
+  /** Posts the current document; false if that failed. */
   #post(): boolean {
     this.#clearTimer();
     const { clock } = this.#options;
@@ -140,7 +142,7 @@ export class Saver {
     return false;
   }
 
-  /** A document too long to be put together is a failure like any other. */
+  /** A document too long to serialise is a failure like any other. */
   #prepare(): Prepared | null {
     try {
       return this.#options.prepare();
@@ -193,14 +195,17 @@ export class Saver {
 
   #schedule(delay: number): void {
     this.#clearTimer();
-    this.#timer = this.#options.clock.setTimer(() => {
-      this.#timer = null;
-      const longest = Math.min(PATIENCE_MS + PATIENCE_PER_COST * this.#cost, LONGEST_PATIENCE_MS);
-      this.#cancelIdle = this.#options.whenIdle(() => {
-        this.#cancelIdle = null;
-        if (this.#changes !== this.#savedChanges) this.#attempt(false);
-      }, longest);
-    }, Math.max(0, delay));
+    this.#timer = this.#options.clock.setTimer(
+      () => {
+        this.#timer = null;
+        const longest = Math.min(PATIENCE_MS + PATIENCE_PER_COST * this.#cost, LONGEST_PATIENCE_MS);
+        this.#cancelIdle = this.#options.whenIdle(() => {
+          this.#cancelIdle = null;
+          if (this.#changes !== this.#savedChanges) this.#attempt(false);
+        }, longest);
+      },
+      Math.max(0, delay),
+    );
   }
 
   #clearTimer(): void {
@@ -211,13 +216,13 @@ export class Saver {
   }
 
   #report(): void {
-    const status = this.#judge();
+    const status = this.#currentStatus();
     if (status === this.#status) return;
     this.#status = status;
     this.#options.onStatus(status);
   }
 
-  #judge(): SaveStatus {
+  #currentStatus(): SaveStatus {
     if (this.#changes === this.#savedChanges) return 'saved';
     if (this.#failures > 0) return 'failed';
     return this.#waiting ? 'saving' : 'unsaved';

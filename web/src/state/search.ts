@@ -3,42 +3,39 @@ import { findFolded, fold } from '../text/fold';
 import type { Note } from './model';
 import { titleOf } from './workspace';
 
-export interface Found {
+export interface SearchMatch {
   readonly note: Note;
-  /** The match is in the title, so that its surroundings need not be shown. */
+  /** The title matches, so no context needs to be shown. */
   readonly inTitle: boolean;
-  /** Where the match is in the folded text; in the text itself it is mostly at the same place. */
+  /** Offset of the match in the folded text; usually the same in the text itself. */
   readonly near: number;
 }
 
 const CONTEXT_BEFORE = 24;
 const CONTEXT_AFTER = 120;
-/** Folded texts are kept up to this many characters each; longer ones are folded anew. */
+/** Folded texts up to this many characters are cached; longer ones are folded on every search. */
 const KEPT_CHARACTERS = 200_000;
-const PIECE_CHARACTERS = 100_000;
+const CHUNK_CHARACTERS = 100_000;
 const WINDOW_CHARACTERS = 400;
-/** About as many characters are looked through between two pauses; a note costs as much as some by itself. */
+/** Characters to search between pauses, roughly; each note also has a fixed cost in characters. */
 const PAUSE_WORK = 500_000;
 const NOTE_WORK = 2000;
 
-/** What is looked through of a note: its title, a line break and its text, or the title alone. */
+/** What is searched in a note: its title, a line break and its text, or just the title. */
 interface Folded {
   readonly whole: string;
   readonly titleLength: number;
   readonly hasText: boolean;
 }
 
-/** One look at one string for each note, since finding things in memory takes longer than reading them. */
+/** One string per note: locating objects in memory takes longer than scanning them. */
 const foldedNotes = new WeakMap<Note, Folded>();
 
 /**
- * Looks through the notes in the given order and yields every find, and null now and then, so that
- * the caller can stop for a key press. The query is a line, which has no break in it.
+ * Searches the notes in the given order and yields every match, and null from time to time, so the caller can
+ * pause for a key press. A query is a single line, so it cannot match across title and text.
  */
-export function* searchNotes(
-  notes: Iterable<Note>,
-  query: string,
-): Generator<Found | null, void> {
+export function* searchNotes(notes: Iterable<Note>, query: string): Generator<SearchMatch | null, void> {
   const wanted = fold(query.trim());
   let work = 0;
   for (const note of notes) {
@@ -46,7 +43,7 @@ export function* searchNotes(
     const { whole, titleLength, hasText } = kept ?? foldNote(note);
     const at = whole.indexOf(wanted);
     if (at >= 0) yield { note, inTitle: at < titleLength, near: Math.max(0, at - titleLength - 1) };
-    else if (!hasText && pieceWith(note.text, wanted)) yield { note, inTitle: false, near: 0 };
+    else if (!hasText && chunkWith(note.text, wanted)) yield { note, inTitle: false, near: 0 };
     work += kept?.hasText ? NOTE_WORK + whole.length : PAUSE_WORK;
     if (work < PAUSE_WORK) continue;
     work = 0;
@@ -54,12 +51,12 @@ export function* searchNotes(
   }
 }
 
-/** Whether every note that has the one query has the other too, so that its finds are enough to look through. */
+/** Whether every match of `query` also matches `before`, so it is enough to search the earlier matches. */
 export function narrows(query: string, before: string): boolean {
   return before !== '' && fold(query.trim()).includes(fold(before.trim()));
 }
 
-/** Folds the notes ahead of a search, one at a time. */
+/** Folds notes ahead of a search, one at a time. */
 export function* foldNotes(notes: Iterable<Note>): Generator<void, void> {
   for (const note of notes) {
     if (!foldedNotes.has(note)) foldNote(note);
@@ -68,8 +65,8 @@ export function* foldNotes(notes: Iterable<Note>): Generator<void, void> {
 }
 
 /**
- * A piece of a note's text around a match, on one line; empty when there is none. A guess where that
- * is saves the look through all of the text.
+ * An excerpt around a match, on one line; empty if there is none. A correct guess in `near` saves searching
+ * the text.
  */
 export function contextOf(text: Text, query: string, near = 0): string {
   const wanted = fold(query.trim());
@@ -80,18 +77,18 @@ export function contextOf(text: Text, query: string, near = 0): string {
     return onOneLine(text.sliceString(from, Math.min(text.length, end + CONTEXT_AFTER)), from > 0);
   }
   if (text.length <= KEPT_CHARACTERS) return excerpt(text.toString(), wanted);
-  const piece = pieceWith(text, wanted);
-  if (!piece) return '';
-  const context = excerpt(text.sliceString(piece.from, piece.to), wanted);
-  return piece.from > 0 && !context.startsWith('…') ? `…${context}` : context;
+  const chunk = chunkWith(text, wanted);
+  if (!chunk) return '';
+  const context = excerpt(text.sliceString(chunk.from, chunk.to), wanted);
+  return chunk.from > 0 && !context.startsWith('…') ? `…${context}` : context;
 }
 
-/** A part of a long text that has the match in it. */
-function pieceWith(text: Text, wanted: string): { from: number; to: number } | null {
-  // Pieces overlap, so that a match across their edge is not missed.
+/** A chunk of a long text that contains a match. */
+function chunkWith(text: Text, wanted: string): { from: number; to: number } | null {
+  // Chunks overlap, so a match across their boundary is not missed.
   const overlap = wanted.length * 4;
-  for (let from = 0; from < text.length; from += PIECE_CHARACTERS) {
-    const to = Math.min(text.length, from + PIECE_CHARACTERS + overlap);
+  for (let from = 0; from < text.length; from += CHUNK_CHARACTERS) {
+    const to = Math.min(text.length, from + CHUNK_CHARACTERS + overlap);
     if (fold(text.sliceString(from, to)).includes(wanted)) return { from, to };
   }
   return null;
@@ -107,7 +104,7 @@ function foldNote(note: Note): Folded {
 }
 
 function excerpt(text: string, wanted: string): string {
-  // Mapping a match back to the text's own offsets is slow, so it is narrowed down first.
+  // Mapping a match back to the text's own offsets is slow, so narrow down the range first.
   const overlap = wanted.length * 4;
   const step = Math.max(WINDOW_CHARACTERS, overlap);
   for (let at = 0; at < text.length; at += step) {

@@ -1,6 +1,6 @@
 import type { ClosedTab, Tabs } from './model';
 
-/** How many closed tabs can be opened again. */
+/** How many closed tabs can be reopened. */
 export const HISTORY = 50;
 
 export type CloseScope = 'others' | 'right' | 'all';
@@ -12,7 +12,7 @@ export function openTab(tabs: Tabs, id: string, index = afterActive(tabs)): Tabs
   return { ...tabs, open, active: id, closed: tabs.closed.filter((tab) => tab.id !== id) };
 }
 
-/** A new tab stands beside the one it was opened from. */
+/** A new tab opens next to the active one. */
 function afterActive(tabs: Tabs): number {
   const at = tabs.active === null ? -1 : tabs.open.indexOf(tabs.active);
   return at < 0 ? tabs.open.length : at + 1;
@@ -27,18 +27,25 @@ export function closeTabs(tabs: Tabs, ids: ReadonlyArray<string>): Tabs {
   if (!gone.length) return tabs;
   const open = tabs.open.filter((id) => !leaving.has(id));
   const kept = tabs.closed.filter((tab) => !leaving.has(tab.id));
-  return { ...tabs, open, active: heir(tabs, leaving), closed: [...kept, ...gone].slice(-HISTORY) };
+  return { ...tabs, open, active: nextActive(tabs, leaving), closed: [...kept, ...gone].slice(-HISTORY) };
 }
 
-/** When the active tab closes, the one to its right takes over, else the one to its left. */
-function heir(tabs: Tabs, leaving: ReadonlySet<string>): string | null {
+/** When the active tab closes, its right neighbour becomes active, otherwise its left one. */
+function nextActive(tabs: Tabs, leaving: ReadonlySet<string>): string | null {
   if (tabs.active !== null && !leaving.has(tabs.active)) return tabs.active;
   const at = tabs.active === null ? 0 : tabs.open.indexOf(tabs.active);
   const right = tabs.open.slice(at).find((id) => !leaving.has(id));
-  return right ?? tabs.open.slice(0, at).reverse().find((id) => !leaving.has(id)) ?? null;
+  return (
+    right ??
+    tabs.open
+      .slice(0, at)
+      .reverse()
+      .find((id) => !leaving.has(id)) ??
+    null
+  );
 }
 
-/** Forgets tabs whose notes are gone for good, in the row and in the history. */
+/** Removes tabs of permanently deleted notes, open and closed ones. */
 export function forgetTabs(tabs: Tabs, ids: ReadonlyArray<string>): Tabs {
   const closed = closeTabs(tabs, ids);
   return { ...closed, closed: closed.closed.filter((tab) => !ids.includes(tab.id)) };
@@ -51,7 +58,7 @@ export function tabsInScope(tabs: Tabs, scope: CloseScope): ReadonlyArray<string
   return tabs.open.slice(tabs.open.indexOf(tabs.active) + 1);
 }
 
-/** The tab `step` places from the active one, around the ends. */
+/** The tab `step` positions from the active one, wrapping around. */
 export function neighbour(tabs: Tabs, step: number): string | null {
   const count = tabs.open.length;
   if (!count) return null;
@@ -59,12 +66,10 @@ export function neighbour(tabs: Tabs, step: number): string | null {
   return tabs.open[(((at + step) % count) + count) % count] ?? null;
 }
 
-/** Tabs as read from a document, cut down to what the notes can bear. */
+/** Tabs as read from a document, reduced to existing notes; closed tabs may also refer to the bin. */
 export function soundTabs(tabs: Tabs, notes: ReadonlySet<string>, bin: ReadonlySet<string>): Tabs {
   const open = [...new Set(tabs.open)].filter((id) => notes.has(id));
-  const closed = tabs.closed.filter(
-    (tab) => (notes.has(tab.id) || bin.has(tab.id)) && !open.includes(tab.id),
-  );
+  const closed = tabs.closed.filter((tab) => (notes.has(tab.id) || bin.has(tab.id)) && !open.includes(tab.id));
   const active = tabs.active !== null && open.includes(tabs.active) ? tabs.active : (open[0] ?? null);
   return { ...tabs, open, active, closed: closed.slice(-HISTORY) };
 }

@@ -1,15 +1,14 @@
 import { isMembers } from './migrations';
 import { readRevision } from './revision';
 
-/** What the store never writes, whatever it holds: it goes by revisions, and none is below zero. */
+/** A revision the store never writes: it compares revisions, and none is below zero. */
 const NEVER = -1;
 
 /**
- * A document as it was loaded, in a form that cannot replace the one in the store. The store goes
- * by the revision given beside the document if that is 1 or more, else by the document's own, and
- * writes nothing when it holds a higher one. It knows the loaded document's revision, so a lower
- * one beside the document as it came is refused. Where there is no lower one to give, the document
- * says itself that it is below all others.
+ * The loaded document in a form that cannot replace the stored one. The store uses the revision passed with
+ * the document if that is 1 or more, otherwise the document's own, and writes nothing if it holds a higher
+ * one. It knows the loaded document's revision, so it refuses the unchanged document with a lower one. If
+ * there is no lower one to pass, the document's own revision is set below all others.
  */
 export function keepAsIs(loaded: unknown): { serialized: string; revision: number } {
   const known = isMembers(loaded) ? readRevision(loaded.revision) : 0;
@@ -18,7 +17,7 @@ export function keepAsIs(loaded: unknown): { serialized: string; revision: numbe
     const members = isMembers(loaded) ? loaded : {};
     return { serialized: JSON.stringify({ ...members, revision: NEVER }), revision: NEVER };
   } catch {
-    // Nested too deeply to be written again; as it is not to be written, a word is enough.
+    // Too deeply nested to be serialised; since it must not be stored anyway, a stub is enough.
     return { serialized: JSON.stringify({ revision: NEVER }), revision: NEVER };
   }
 }

@@ -5,7 +5,7 @@ import { closeTabs, forgetTabs, openTab } from './tabRow';
 
 /** What changed: one note's text; the set of notes or tabs; a setting; the capture draft. */
 export type Change = 'text' | 'notes' | 'tabs' | 'settings' | 'draft';
-/** Where so many notes were left is remembered; those left longest ago are forgotten first. */
+/** How many notes' places are remembered; the oldest are dropped first. */
 const PLACES = 1000;
 
 export type Listener = (change: Change, id?: string) => void;
@@ -17,12 +17,12 @@ export interface NewNote {
   readonly lineBreak?: Note['lineBreak'];
 }
 
-/** The notes and everything about them that outlives the page, with those who watch it. */
+/** The notes and all other persistent state, with change listeners. */
 export class Workspace {
   readonly #listeners: Listener[] = [];
   readonly #notes: Map<string, Note>;
   #contents: Contents;
-  /** The notes in the order of the list, until one of them changes. */
+  /** The notes in list order, cached until one of them changes. */
   #order: ReadonlyArray<Note> | null = null;
 
   constructor(
@@ -34,7 +34,7 @@ export class Workspace {
     this.#notes = new Map(contents.notes.map((note) => [note.id, note]));
   }
 
-  /** The document as of now, for serialising. */
+  /** The current document, for serialising. */
   get contents(): Contents {
     return { ...this.#contents, notes: [...this.#notes.values()] };
   }
@@ -63,30 +63,28 @@ export class Workspace {
     return this.#notes.get(id) ?? null;
   }
 
-  /** What was deleted, the latest first. */
+  /** Deleted notes, latest first. */
   get bin(): ReadonlyArray<BinnedNote> {
     return [...this.#contents.bin].sort((a, b) => b.deleted - a.deleted);
   }
 
-  /** All notes, the pinned ones first, else the latest changed first. */
+  /** All notes, pinned ones first, then by last change. */
   notesInOrder(): ReadonlyArray<Note> {
     this.#order ??= [...this.#notes.values()].sort(
-      (a, b) =>
-        Number(b.pinned) - Number(a.pinned) || b.updated - a.updated || b.created - a.created,
+      (a, b) => Number(b.pinned) - Number(a.pinned) || b.updated - a.updated || b.created - a.created,
     );
     return this.#order;
   }
 
-  /** Where a note was left, if that is remembered. */
+  /** Where the user left a note, if remembered. */
   place(id: string): Place | null {
     return this.#contents.places.get(id) ?? null;
   }
 
-  /** Remembers where a note is left; tells whether it was elsewhere before. */
+  /** Remembers where the user left a note; returns whether that changed. */
   setPlace(id: string, place: Place): boolean {
     const before = this.place(id);
-    const same =
-      before?.anchor === place.anchor && before.head === place.head && before.top === place.top;
+    const same = before?.anchor === place.anchor && before.head === place.head && before.top === place.top;
     if (same || !this.#notes.has(id)) return false;
     const places = new Map(this.#contents.places);
     places.delete(id);
@@ -103,7 +101,7 @@ export class Workspace {
     return this.#contents.handedOver;
   }
 
-  /** Every save takes this along as it is by then; it is no reason for one. */
+  /** Saved along with the next change; not worth a save of its own. */
   setHandedOver(handedOver: ReadonlyArray<string>): void {
     this.#contents = { ...this.#contents, handedOver };
   }
@@ -127,33 +125,33 @@ export class Workspace {
       extra: [],
     };
     this.#put(note);
-    this.#tell('notes', note.id);
+    this.#notify('notes', note.id);
     return note;
   }
 
   setText(id: string, text: Text): void {
     const note = this.#notes.get(id);
     if (!note || note.text === text) return;
-    // Later than its creation even if the clock was set back: isUntouched() goes by that.
+    // Later than its creation even if the clock was set back, because isUntouched() depends on it.
     this.#put({ ...note, text, updated: Math.max(this.now(), note.created + 1) });
-    this.#tell('text', id);
+    this.#notify('text', id);
   }
 
   setFileName(id: string, fileName: string): void {
     const note = this.#notes.get(id);
     if (!note || note.fileName === fileName) return;
     this.#put({ ...note, fileName });
-    this.#tell('notes', id);
+    this.#notify('notes', id);
   }
 
   setPinned(id: string, pinned: boolean): void {
     const note = this.#notes.get(id);
     if (!note || note.pinned === pinned) return;
     this.#put({ ...note, pinned });
-    this.#tell('notes', id);
+    this.#notify('notes', id);
   }
 
-  /** Moves a note to the bin and closes its tab; the closed tab remembers the way back. */
+  /** Moves a note to the bin and closes its tab; reopening the tab restores the note. */
   deleteNote(id: string): void {
     const note = this.#notes.get(id);
     if (!note) return;
@@ -164,22 +162,22 @@ export class Workspace {
       ? closeTabs(tabs, [id])
       : { ...tabs, closed: [...tabs.closed.filter((tab) => tab.id !== id), { id, index: 0 }] };
     this.#contents = { ...this.#contents, bin, tabs: closed };
-    this.#tell('notes', id);
-    this.#tell('tabs');
+    this.#notify('notes', id);
+    this.#notify('tabs');
   }
 
-  /** Takes a note back out of the bin. */
+  /** Restores a note from the bin. */
   restoreNote(id: string): boolean {
     const binned = this.#contents.bin.find(({ note }) => note.id === id);
     if (!binned) return false;
     const bin = this.#contents.bin.filter((entry) => entry !== binned);
     this.#contents = { ...this.#contents, bin };
     this.#put(binned.note);
-    this.#tell('notes', id);
+    this.#notify('notes', id);
     return true;
   }
 
-  /** Lets go of what is in the bin, for good. */
+  /** Deletes the notes in the bin for good. */
   emptyBin(): void {
     const { bin } = this.#contents;
     if (!bin.length) return;
@@ -187,7 +185,7 @@ export class Workspace {
     const places = new Map(this.#contents.places);
     for (const id of ids) places.delete(id);
     this.#contents = { ...this.#contents, bin: [], places, tabs: forgetTabs(this.tabs, ids) };
-    this.#tell('notes');
+    this.#notify('notes');
   }
 
   openTab(id: string, index?: number): void {
@@ -195,17 +193,20 @@ export class Workspace {
   }
 
   /**
-   * Closes tabs. Notes in which nothing was ever written go with their tabs; one that was emptied stays
-   * a note like any other, with its way back.
+   * Closes tabs. Notes that never had any text are removed with their tabs; one that was emptied stays a
+   * normal note and can be reopened.
    */
   closeTabs(ids: ReadonlyArray<string>): void {
     const untouched = this.readOnly ? [] : ids.filter((id) => this.#isUntouched(id));
     for (const id of untouched) this.#drop(id);
     this.#setTabs(forgetTabs(closeTabs(this.tabs, ids), untouched));
-    if (untouched.length) this.#tell('notes');
+    if (untouched.length) this.#notify('notes');
   }
 
-  /** Opens the tab closed last, out of the bin if need be; tells whether there was one. */
+  /**
+   * Reopens the tab closed last, restoring its note from the bin if necessary; returns the note's id, or null
+   * if there is none.
+   */
   reopenTab(): string | null {
     const last = this.tabs.closed.at(-1);
     if (!last) return null;
@@ -220,7 +221,7 @@ export class Workspace {
     return last.id;
   }
 
-  /** Puts closed tabs back where they stood, but for those whose notes are gone. */
+  /** Puts closed tabs back at their old positions, except those whose notes are gone. */
   reopenTabs(closed: ReadonlyArray<ClosedTab>, active: string | null): void {
     const known = closed.filter(({ id }) => this.#notes.has(id));
     const tabs = known.reduce((row, { id, index }) => openTab(row, id, index), this.tabs);
@@ -230,13 +231,13 @@ export class Workspace {
 
   setSettings(change: Partial<Settings>): void {
     this.#contents = { ...this.#contents, settings: { ...this.settings, ...change } };
-    this.#tell('settings');
+    this.#notify('settings');
   }
 
   setCaptureDraft(draft: string): void {
     if (draft === this.captureDraft) return;
     this.#contents = { ...this.#contents, captureDraft: draft };
-    this.#tell('draft');
+    this.#notify('draft');
   }
 
   #isUntouched(id: string): boolean {
@@ -257,20 +258,20 @@ export class Workspace {
   #setTabs(tabs: Tabs): void {
     if (tabs === this.tabs) return;
     this.#contents = { ...this.#contents, tabs };
-    this.#tell('tabs');
+    this.#notify('tabs');
   }
 
-  #tell(change: Change, id?: string): void {
+  #notify(change: Change, id?: string): void {
     for (const listener of this.#listeners) listener(change, id);
   }
 }
 
-/** What a note is called: the name it was imported with, else its first line. */
+/** A note's display title: the name it was imported with, otherwise its first line. */
 export function titleOf(note: Note): string {
   return note.name ?? headOf(note.text).title;
 }
 
-/** Whether nothing was ever written in it: every change of the text makes `updated` later than `created`. */
+/** Whether the note never had any text: every edit makes `updated` later than `created`. */
 function isUntouched({ text, created, updated }: Note): boolean {
   return text.length === 0 && updated === created;
 }

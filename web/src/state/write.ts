@@ -1,34 +1,27 @@
 import type { Text } from '@codemirror/state';
-import {
-  type BinnedNote,
-  type Contents,
-  DOCUMENT_VERSION,
-  type Extra,
-  type Note,
-  type Place,
-} from './model';
+import { type BinnedNote, type Contents, DOCUMENT_VERSION, type Extra, type Note, type Place } from './model';
 
 /**
- * Serialising costs what changed. Note records and the nodes of a text's tree never change, so
- * the JSON of each is kept for as long as it lives: a key typed into a large note costs its leaf
- * and the path above it, and every other note is one string that exists already.
+ * The cost of serialising depends on what changed. Note records and the nodes of a text's tree are immutable,
+ * so the JSON of each is cached for its lifetime: a key typed into a large note costs its leaf and the path
+ * above it, and every other note is an existing string.
  */
-const notePieces = new WeakMap<Note, string>();
-const binPieces = new WeakMap<BinnedNote, string>();
-const textPieces = new WeakMap<Text, string>();
-const placePieces = new WeakMap<Place, string>();
+const noteCache = new WeakMap<Note, string>();
+const binCache = new WeakMap<BinnedNote, string>();
+const textCache = new WeakMap<Text, string>();
+const placeCache = new WeakMap<Place, string>();
 
 /**
- * Neighbouring notes are kept as one string too, found by the first of them, so that the whole
- * document is put together from few long pieces instead of many short ones.
+ * Neighbouring notes are also cached as one string, keyed by the first of them, so the document is assembled
+ * from a few long strings instead of many short ones.
  */
-const groupPieces = new WeakMap<Note, { notes: ReadonlyArray<Note>; json: string }>();
+const groupCache = new WeakMap<Note, { notes: ReadonlyArray<Note>; json: string }>();
 const GROUP_NOTES = 64;
 const LONGEST_COPIED_GROUP = 2_000_000;
 
 type Members = ReadonlyArray<readonly [name: string, json: string]>;
 
-/** The document as JSON. Lone surrogates leave escaped, so the text is always well formed. */
+/** The document as JSON. Lone surrogates are escaped, so the result is always well-formed. */
 export function serialize(contents: Contents, revision: number): string {
   const { tabs, setAside, handedOver } = contents;
   const members: Array<readonly [string, string]> = [
@@ -57,17 +50,17 @@ export function serialize(contents: Contents, revision: number): string {
 }
 
 /**
- * Makes the pieces that `serialize` will need, one note at a time, so that the caller can let
- * keys and frames through in between.
+ * Builds what `serialize` will need, one note at a time, so the caller can let keys and frames through in
+ * between.
  */
-export function* makePieces({ notes, bin }: Contents): Generator<void, void> {
+export function* prepareJson({ notes, bin }: Contents): Generator<void, void> {
   for (const note of notes) {
-    if (notePieces.has(note)) continue;
+    if (noteCache.has(note)) continue;
     noteJson(note);
     yield;
   }
   for (const entry of bin) {
-    if (binPieces.has(entry)) continue;
+    if (binCache.has(entry)) continue;
     binnedJson(entry);
     yield;
   }
@@ -88,13 +81,13 @@ function groups(notes: ReadonlyArray<Note>): string[] {
 function groupJson(notes: ReadonlyArray<Note>): string {
   const [first] = notes;
   if (!first) return '';
-  const known = groupPieces.get(first);
+  const known = groupCache.get(first);
   if (known && isSame(known.notes, notes)) return known.json;
   const pieces = notes.map(noteJson);
   const length = pieces.reduce((sum, piece) => sum + piece.length, 0);
-  // A copy in one piece is quick to put into the document; of something long it is not quick to make.
+  // A flat copy is quick to insert into the document; a long one is not quick to make.
   const json = length <= LONGEST_COPIED_GROUP ? pieces.join(',') : chain(pieces, ',');
-  groupPieces.set(first, { notes, json });
+  groupCache.set(first, { notes, json });
   return json;
 }
 
@@ -103,18 +96,18 @@ function isSame(some: ReadonlyArray<Note>, others: ReadonlyArray<Note>): boolean
 }
 
 function noteJson(note: Note): string {
-  return kept(notePieces, note, () => object(noteMembers(note), note.extra));
+  return cached(noteCache, note, () => object(noteMembers(note), note.extra));
 }
 
 function binnedJson(entry: BinnedNote): string {
   const { note, deleted } = entry;
-  return kept(binPieces, entry, () =>
+  return cached(binCache, entry, () =>
     object([...noteMembers(note), ['deleted', JSON.stringify(deleted)]], note.extra),
   );
 }
 
 function placeJson(place: Place): string {
-  return kept(placePieces, place, () => {
+  return cached(placeCache, place, () => {
     const { anchor, head, top } = place;
     return JSON.stringify({ anchor, head, top });
   });
@@ -150,22 +143,20 @@ function settingsJson({ settings }: Contents): string {
 }
 
 /**
- * The inside of a text's JSON string. Leaves are joined by line breaks, and no character spans
- * one, so each can be escaped by itself.
+ * A text as the inside of a JSON string. Leaves are joined by line breaks, and no character spans one, so
+ * each can be escaped separately.
  */
 function textJson(text: Text): string {
-  return kept(textPieces, text, () =>
-    text.children
-      ? chain(text.children.map(textJson), '\\n')
-      : JSON.stringify(text.toString()).slice(1, -1),
+  return cached(textCache, text, () =>
+    text.children ? chain(text.children.map(textJson), '\\n') : JSON.stringify(text.toString()).slice(1, -1),
   );
 }
 
-function kept<K extends object>(pieces: WeakMap<K, string>, key: K, make: () => string): string {
-  let json = pieces.get(key);
+function cached<K extends object>(cache: WeakMap<K, string>, key: K, make: () => string): string {
+  let json = cache.get(key);
   if (json === undefined) {
     json = make();
-    pieces.set(key, json);
+    cache.set(key, json);
   }
   return json;
 }
@@ -179,7 +170,7 @@ function array(parts: ReadonlyArray<string>): string {
   return `[${chain(parts, ',')}]`;
 }
 
-/** Joins by `+`, which engines do without copying; `join` copies all parts at every level. */
+/** Concatenates with `+`, which engines do without copying; `join` copies everything at every level. */
 function chain(parts: ReadonlyArray<string>, separator: string): string {
   let whole = parts[0] ?? '';
   for (let i = 1; i < parts.length; i++) whole += separator + parts[i];

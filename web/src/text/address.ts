@@ -1,8 +1,8 @@
 const allowed = new Set(['http:', 'https:', 'mailto:']);
 
 /**
- * An address that a link in the preview may carry, or null. Only whole addresses of the web and of
- * mail pass; anything else, hidden behind blanks or not, is shown as text.
+ * An address that a link in the preview may use, or null. Only absolute web and mail addresses pass; anything
+ * else, disguised with whitespace or not, is shown as text.
  */
 export function safeAddress(written: string): string | null {
   const address = written.trim();

@@ -2,15 +2,15 @@ import type { Text } from '@codemirror/state';
 
 export interface Count {
   readonly words: number;
-  /** Characters as they are stored, an emoji counting once; ends of lines included. */
+  /** Code points, so an emoji counts once; line breaks included. */
   readonly characters: number;
 }
 
-/** A run of letters and digits, or one character of a script that puts no blanks between words. */
+/** A run of letters and digits, or one character of a script that does not separate words with spaces. */
 const word =
   /[\p{Script=Han}\p{Script=Hiragana}\p{Script=Katakana}]|(?:(?![\p{Script=Han}\p{Script=Hiragana}\p{Script=Katakana}])[\p{L}\p{N}\p{M}])+(?:['’.,_-](?=[\p{L}\p{N}])(?:(?![\p{Script=Han}\p{Script=Hiragana}\p{Script=Katakana}])[\p{L}\p{N}\p{M}])+)*/gu;
 
-/** Texts share the pieces in which they are alike, so that only pieces never seen cost anything. */
+/** Texts share nodes where they are equal, so only new nodes have to be counted. */
 const counted = new WeakMap<Text, Count>();
 
 export function countString(text: string): Count {
@@ -22,7 +22,7 @@ export function countString(text: string): Count {
   return { words, characters: text.length - pairs };
 }
 
-/** Counts a text and rests after each piece; what it gives back at the end is the count. */
+/** Counts a text, yielding after each node; returns the total. */
 export function* countText(text: Text): Generator<undefined, Count> {
   const known = counted.get(text);
   if (known) return known;

@@ -1,4 +1,4 @@
-/** Reads the bytes of a chosen file as text, or tells that they are none. */
+/** Decodes a chosen file's bytes, or reports that they are not text. */
 
 export const MAXIMUM_FILE_BYTES = 20_000_000;
 
@@ -16,16 +16,16 @@ const SIGNATURES: ReadonlyArray<ReadonlyArray<number>> = [
   [0xce, 0xfa, 0xed, 0xfe],
   [0xcf, 0xfa, 0xed, 0xfe],
 ];
-/** What the bytes 80 to 9F are in Windows-1252; 0 where nothing is defined. All others are as in Latin-1. */
+/** What bytes 0x80 to 0x9F mean in Windows-1252; 0 if undefined. All others are as in Latin-1. */
 const WINDOWS_1252_FROM_80 = [
-  0x20ac, 0, 0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160, 0x2039, 0x0152, 0, 0x017d, 0,
-  0, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022, 0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0, 0x017e, 0x0178,
+  0x20ac, 0, 0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160, 0x2039, 0x0152, 0, 0x017d, 0, 0,
+  0x2018, 0x2019, 0x201c, 0x201d, 0x2022, 0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0, 0x017e, 0x0178,
 ];
 const SAMPLE = 16_384;
 
 type Decoder = (bytes: Uint8Array) => string | null;
 
-/** UTF-32 before UTF-16, one of whose marks begins one of UTF-32's. */
+/** UTF-32 before UTF-16, because one of its byte order marks starts with a UTF-16 one. */
 const MARKED: ReadonlyArray<readonly [mark: ReadonlyArray<number>, decode: Decoder]> = [
   [[0xff, 0xfe, 0, 0], (bytes) => decodeUtf32(bytes, true)],
   [[0, 0, 0xfe, 0xff], (bytes) => decodeUtf32(bytes, false)],
@@ -34,8 +34,8 @@ const MARKED: ReadonlyArray<readonly [mark: ReadonlyArray<number>, decode: Decod
 ];
 
 /**
- * The decoded text without a byte order mark, or null when the bytes are not text. The host reads
- * the files that come from the desktop by the same rules, and both are tested with the same samples.
+ * The decoded text without a byte order mark, or null if the bytes are not text. The host reads files opened
+ * from the desktop by the same rules, and both are tested with the same samples.
  */
 export function decodeText(bytes: Uint8Array): string | null {
   for (const [mark, decode] of MARKED) {
@@ -48,7 +48,7 @@ export function decodeText(bytes: Uint8Array): string | null {
   const wide = guessUtf16(bytes);
   const unmarked = wide && acceptable(decodeAs(wide, bytes));
   if (unmarked !== null) return unmarked;
-  // Latin-1 gives every byte a meaning, so no further code page is ever tried.
+  // Latin-1 assigns every byte a character, so there is nothing to try after it.
   return looksTextual(bytes) ? (decodeWindows1252(bytes) ?? decodeLatin1(bytes)) : null;
 }
 
@@ -56,7 +56,7 @@ function startsWith(bytes: Uint8Array, start: ReadonlyArray<number>): boolean {
   return bytes.length >= start.length && start.every((value, i) => bytes[i] === value);
 }
 
-/** Null where bytes have no meaning in the encoding. A mark is a character like any other. */
+/** Null if the bytes are invalid in the encoding. A byte order mark is kept like any other character. */
 function decodeAs(encoding: string, bytes: Uint8Array): string | null {
   try {
     return new TextDecoder(encoding, { fatal: true, ignoreBOM: true }).decode(bytes);
@@ -82,7 +82,7 @@ function decodeUtf32(bytes: Uint8Array, littleEndian: boolean): string | null {
   return textOfUnits(units.subarray(0, length));
 }
 
-/** Engines differ in what they make of bytes that the code page leaves undefined, so it is spelt out here. */
+/** Engines disagree on bytes the code page leaves undefined, so they are mapped here. */
 function decodeWindows1252(bytes: Uint8Array): string | null {
   const units = new Uint16Array(bytes);
   for (let at = 0; at < units.length; at++) {
@@ -95,12 +95,12 @@ function decodeWindows1252(bytes: Uint8Array): string | null {
   return textOfUnits(units);
 }
 
-/** By this name the web's decoders mean Windows-1252. */
+/** Not with TextDecoder: its "latin1" is really Windows-1252. */
 function decodeLatin1(bytes: Uint8Array): string {
   return textOfUnits(new Uint16Array(bytes));
 }
 
-/** All machines that the page runs on keep the low byte first. */
+/** All supported machines are little-endian. */
 function textOfUnits(units: Uint16Array): string {
   return new TextDecoder('utf-16le', { ignoreBOM: true }).decode(units);
 }
@@ -113,7 +113,7 @@ function acceptable(text: string | null): string | null {
   return text !== null && looksTextual(codePoints(text)) ? text : null;
 }
 
-/** Files of two-byte text without a mark show themselves by zeros at every other byte. */
+/** UTF-16 without a byte order mark is recognised by zeros in every other byte. */
 function guessUtf16(bytes: Uint8Array): 'utf-16le' | 'utf-16be' | null {
   const sample = bytes.subarray(0, 4096);
   if (sample.length < 4 || sample.length % 2 !== 0) return null;
@@ -134,7 +134,7 @@ function* codePoints(text: string): Iterable<number> {
   for (const char of text) yield char.codePointAt(0) ?? 0;
 }
 
-/** Whether the beginning has no zero and at most one other control character in a hundred. */
+/** Whether the beginning has no zero byte and at most one percent other control characters. */
 function looksTextual(values: Iterable<number>): boolean {
   let total = 0;
   let controls = 0;

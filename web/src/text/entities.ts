@@ -1,6 +1,6 @@
 import { characterEntities } from 'character-entities';
 
-/** The characters that an entity of HTML stands for; one that is not known stays as it is. */
+/** The characters an HTML entity stands for; unknown ones stay as they are. */
 export function decodeEntity(entity: string): string {
   const numeric = /^&#(?:x([\da-f]{1,6})|(\d{1,7}));$/i.exec(entity);
   if (!numeric) {

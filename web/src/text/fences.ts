@@ -1,12 +1,12 @@
 import type { Text } from '@codemirror/state';
 
-/** The marks of the code block that is open, as "```" or "~~~~"; empty outside of one. */
+/** The opening fence of the current code block, such as "```" or "~~~~"; empty outside code. */
 export type Fence = string;
 
 const known = new WeakMap<Text, Map<Fence, Fence>>();
 const edge = /^ {0,3}(`{3,}|~{3,})(.*)$/s;
 
-/** Which block of code is open at the beginning of the line at `position`. */
+/** The code block open at the start of the line at `position`. */
 export function fenceAt(text: Text, position: number): Fence {
   let fence: Fence = '';
   let part = text;
@@ -30,7 +30,7 @@ export function fenceAt(text: Text, position: number): Fence {
   return fence;
 }
 
-/** Parts of a text never change, so what each makes of a fence is found out once. */
+/** Nodes of a text are immutable, so the effect of each on a fence is cached. */
 function fenceAfter(part: Text, before: Fence): Fence {
   const results = known.get(part) ?? new Map<Fence, Fence>();
   known.set(part, results);

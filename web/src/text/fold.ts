@@ -2,18 +2,18 @@ const LATIN_ONLY = /^[\x00-\xff]*$/;
 const ACCENTED = /[\xe0-\xff]/g;
 const MARKS = /\p{M}+/gu;
 
-/** The small letters from U+00E0 to U+00FF without their accents; each stays one character. */
+/** The lower-case letters U+00E0 to U+00FF without accents, one character each. */
 const BARE_LETTERS = Array.from({ length: 32 }, (_, i) => withoutMarks(String.fromCharCode(0xe0 + i)));
 
-/** Lower case without accents, so that "acao" finds "Ação". */
+/** Lower case without accents: "acao" finds "Ação". */
 export function fold(text: string): string {
   return LATIN_ONLY.test(text) ? foldLatin(text) : withoutMarks(text).toLowerCase();
 }
 
 /**
- * Where `foldedQuery` stands in `text`, in the text's own offsets. Folding changes the length of
- * what is beyond Latin-1, so such a text is folded character by character with a map back; meant
- * for titles and excerpts, not for whole notes.
+ * The position of `foldedQuery` in `text`, in the text's own offsets. Folding changes the length of text
+ * outside Latin-1, so such text is folded character by character with a map back. Meant for titles and
+ * excerpts, not whole notes.
  */
 export function findFolded(text: string, foldedQuery: string): { from: number; to: number } | null {
   if (!foldedQuery) return null;
@@ -25,9 +25,9 @@ export function findFolded(text: string, foldedQuery: string): { from: number; t
   const origin: number[] = [];
   let offset = 0;
   for (const char of text) {
-    const piece = fold(char);
-    for (let i = 0; i < piece.length; i++) origin.push(offset);
-    folded += piece;
+    const foldedChar = fold(char);
+    for (let i = 0; i < foldedChar.length; i++) origin.push(offset);
+    folded += foldedChar;
     offset += char.length;
   }
   const at = folded.indexOf(foldedQuery);
@@ -36,8 +36,8 @@ export function findFolded(text: string, foldedQuery: string): { from: number; t
 }
 
 /**
- * Engines keep such a text with one byte a character as long as nothing widens it, which taking
- * characters apart does: what was widened takes twice the memory and is looked through more slowly.
+ * Engines store such text with one byte per character until something widens it, and normalising does.
+ * Widened text takes twice the memory and is slower to search.
  */
 function foldLatin(text: string): string {
   return text.toLowerCase().replace(ACCENTED, (letter) => BARE_LETTERS[letter.charCodeAt(0) - 0xe0] ?? letter);

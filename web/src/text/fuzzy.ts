@@ -2,13 +2,13 @@ import { fold } from './fold';
 
 export interface FuzzyMatch {
   readonly score: number;
-  /** The characters of the text that stand for the query, as offsets in order. */
+  /** Offsets of the matched characters in the text, in order. */
   readonly at: ReadonlyArray<number>;
 }
 
 /**
- * Whether the characters of a query occur in a text in order, case and accents aside. Beginnings
- * of words and characters in a row count for more, so that "sc" finds "Salvar como" first.
+ * Whether a query's characters occur in a text in order, ignoring case and accents. Word starts and
+ * consecutive characters score higher, so "sc" finds "Salvar como" first.
  */
 export function fuzzyMatch(query: string, text: string): FuzzyMatch | null {
   const wanted = [...fold(query)].filter((char) => char.trim() !== '');
@@ -24,7 +24,7 @@ export function fuzzyMatch(query: string, text: string): FuzzyMatch | null {
       if (chars[i] !== wanted[q]) continue;
       const rest = best(q + 1, i + 1, true);
       if (!rest) break;
-      const score = rest.score + worth(chars, i, inRow && i === from);
+      const score = rest.score + scoreOf(chars, i, inRow && i === from);
       if (!result || score > result.score) result = { score, at: [i, ...rest.at] };
     }
     memory.set(key, result);
@@ -33,14 +33,14 @@ export function fuzzyMatch(query: string, text: string): FuzzyMatch | null {
   const match = best(0, 0, false);
   if (!match) return null;
   const offsets = offsetsOf(text);
-  // Of two texts that match alike, the shorter one is the better.
+  // Of two equal matches, the shorter text wins.
   return {
     score: match.score - chars.length / 100,
     at: match.at.map((index) => offsets[index] ?? 0),
   };
 }
 
-function worth(chars: ReadonlyArray<string>, index: number, inRow: boolean): number {
+function scoreOf(chars: ReadonlyArray<string>, index: number, inRow: boolean): number {
   const startsWord = index === 0 || !/[\p{L}\p{N}]/u.test(chars[index - 1] ?? '');
   return 1 + (inRow ? 6 : 0) + (startsWord ? 5 : 0) - index / 1000;
 }

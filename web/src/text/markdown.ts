@@ -3,14 +3,14 @@ import { decodeEntity } from './entities';
 import { addressOf, type Join, linkText, referenceName } from './links';
 import { hasLongParagraph } from './paragraphs';
 
-/** The marks of another way to write formatted text. An empty mark leaves the text bare. */
+/** The marks of another text format. An empty mark leaves the text unmarked. */
 export interface Style {
   readonly bold: string;
   readonly italic: string;
   readonly struck: string;
-  /** Around code within a line. */
+  /** Around inline code. */
   readonly code: string;
-  /** The line above and below a block of code. */
+  /** The line above and below a code block. */
   readonly fence: string;
   readonly link: Join;
 }
@@ -18,18 +18,18 @@ export interface Style {
 const grammar = parser.configure(GFM);
 type Node = ReturnType<typeof grammar.parse>['topNode'];
 
-/** Deeper nesting than anyone writes is left as it stands, before it exhausts the stack. */
+/** Deeper nesting than anyone writes is left as it is instead of overflowing the stack. */
 const DEEPEST = 400;
 const RULE = '———';
 
-/** The kinds of emphasis that are under way; the same kind is not marked twice. */
+/** The emphasis currently open; the same kind is not marked twice. */
 const BOLD = 1;
 const ITALIC = 2;
 const STRUCK = 4;
 
 /**
- * Rewrites the marks of Markdown and leaves everything else where it stands: line breaks,
- * indentation, and all that is code. A text too long to be parsed stays as it is.
+ * Converts Markdown's marks and leaves everything else alone: line breaks, indentation and all code. A text
+ * too long to parse is returned unchanged.
  */
 export function convertMarkdown(markdown: string, style: Style): string {
   const source = markdown.replace(/\r\n?/g, '\n');
@@ -57,7 +57,7 @@ class Conversion {
         if (at.name === 'LinkReference') this.#define(at.node);
       },
     });
-    // Definitions may follow the links that use them or come before, so uses are found first.
+    // Definitions may come before or after the links that use them, so references are collected first.
     if (this.#definitions.size) {
       tree.iterate({
         enter: (at) => {
@@ -68,7 +68,7 @@ class Conversion {
     return this.#children(tree.topNode, 0);
   }
 
-  /** What lies between `from` and `to`: the children converted, the text around them as it is. */
+  /** The range from `from` to `to`: children converted, the text around them unchanged. */
   #children(node: Node, active: number, from = node.from, to = node.to): string {
     if (this.#depth >= DEEPEST) return this.#source.slice(from, to);
     this.#depth++;
@@ -78,11 +78,11 @@ class Conversion {
       if (child.from < at) continue;
       const gap = this.#source.slice(at, child.from);
       at = child.to;
-      // The row of dashes below a table's head says nothing to a reader.
+      // A table's delimiter row means nothing to a reader.
       if (node.name === 'Table' && child.name === 'TableDelimiter') continue;
       out += gap + this.#node(child, active);
       const next = child.nextSibling;
-      // A box to tick stands in for the bullet before it.
+      // A checkbox replaces the bullet before it.
       if (child.name === 'ListMark' && isTicked(child, next)) at = next?.from ?? at;
       if (child.name === 'QuoteMark' && !/^[\s>]/.test(this.#source.slice(at, at + 1))) out += ' ';
     }
@@ -140,13 +140,13 @@ class Conversion {
     const before = isWordCharacter(this.#source[node.from - 1]);
     const after = isWordCharacter(this.#source[node.to]);
     if (!before && !after) return wrapLines(inner, mark);
-    // Between characters, as in 2*3*4, the marks are more likely meant as they stand.
+    // Inside a word, as in 2*3*4, the marks are more likely meant literally.
     const sign = this.#source.slice(node.from, node.firstChild?.to);
     const digits = /\d/.test(`${this.#source[node.from - 1]}${this.#source[node.to]}`);
     return before && after && (sign.length === 1 || digits) ? sign + inner + sign : inner;
   }
 
-  /** A heading is bold as a whole, in lines of its own. */
+  /** A heading is bold throughout, on lines of its own. */
   #heading(node: Node): string {
     const last = node.lastChild;
     const to = last?.name === 'HeaderMark' && last.from > node.from ? last.from : node.to;
@@ -163,7 +163,7 @@ class Conversion {
     return code + (code ? inner : inner.replace(/^ (.*\S.*) $/, '$1')) + code;
   }
 
-  /** Code comes out letter by letter; only its fence changes. */
+  /** Code stays verbatim; only the fence changes. */
   #fenced(node: Node): string {
     const { fence } = this.#style;
     let code = '';
@@ -204,7 +204,7 @@ class Conversion {
     return reference === null ? null : (this.#definitions.get(reference) ?? null);
   }
 
-  /** The definition that a link without an address of its own points to. */
+  /** The definition of a reference link. */
   #reference(node: Node): string | null {
     const [open, close, ...address] = node.getChildren('LinkMark');
     if (!open || !close || address.length) return null;
@@ -243,14 +243,14 @@ class Conversion {
 }
 
 /**
- * The parser looks ahead from each of a run of spaces, which takes long for a long run. Other blanks
- * in their place read the same and are passed over; what comes out is cut from the source itself.
+ * The parser looks ahead from every space in a run, which is slow for long runs. Replacing them with other
+ * blanks parses the same without that; the output is taken from the original source.
  */
 export function withoutLongGaps(source: string): string {
   return source.replace(/(?<=\S) {100,}(?=\S)/g, (run) => '\u00a0'.repeat(run.length));
 }
 
-/** The quote marks of a code block's first line, which stand before its fence already. */
+/** The quote marks of a code block's first line, already written before its fence. */
 function quotesBefore(block: Node): number {
   const first = block.getChild('CodeText')?.from ?? block.from;
   return block.getChildren('QuoteMark').filter(({ from }) => from < first).length;
@@ -265,8 +265,8 @@ function isWordCharacter(character: string | undefined): boolean {
 }
 
 /**
- * Marks reach no further than their line, so each line gets its own. An address at its end stays
- * outside: the closing mark would be taken for a part of it.
+ * Marks do not span lines, so each line gets its own. An address at the end of a line stays outside: the
+ * closing mark would be taken as part of it.
  */
 function wrapLines(text: string, mark: string): string {
   if (!mark) return text;

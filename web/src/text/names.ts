@@ -2,7 +2,7 @@ const MARKDOWN_EXTENSIONS = new Set(['md', 'markdown', 'mdown', 'mkd', 'mkdn']);
 
 export type Format = 'markdown' | 'plain';
 
-/** What follows the last dot of a name, in small letters. */
+/** The extension of a file name, in lower case. */
 export function extensionOf(name: string): string {
   const dot = name.lastIndexOf('.');
   return dot > 0 ? name.slice(dot + 1).toLowerCase() : '';
@@ -12,30 +12,30 @@ export function formatOf(name: string): Format {
   return MARKDOWN_EXTENSIONS.has(extensionOf(name)) ? 'markdown' : 'plain';
 }
 
-/** What file systems take in a name is 255 bytes, and the host keeps 180 characters of one. */
+/** File systems allow 255 bytes in a name, and the host keeps 180 characters. */
 const NAME_BYTES = 240;
 const NAME_CHARACTERS = 180;
 const TITLE_CHARACTERS = 80;
 
 const endings: Record<Format, string> = { markdown: '.md', plain: '.txt' };
 
-/** A file name for a title: what no common file system takes is replaced, the length kept sane. */
+/** A file name for a title: characters that file systems reject are replaced, the length is limited. */
 export function fileNameFor(title: string, format: Format): string {
   const clean = title.replace(/[/\\:*?"<>|\u0000-\u001f\u007f]+/g, '-').trim();
   const base = shorten(clean, NAME_BYTES - 4, TITLE_CHARACTERS).replace(/^\.+|[.\s]+$/g, '');
   return (base || 'nota') + endings[format];
 }
 
-/** A file's name with an extension for the format; one that fits already stays. */
+/** The file name with an extension for the format; a suitable one stays. */
 export function inFormat(name: string, format: Format): string {
   const extension = extensionOf(name);
-  // What follows a dot is an extension only if it looks like one, unlike the end of "v1.2".
+  // Text after a dot counts as an extension only if it looks like one, unlike the end of "v1.2".
   const known = /^(?=.*[a-z])[a-z0-9+]{1,10}$/.test(extension);
   if (known && formatOf(name) === format) return name;
   return (known ? name.slice(0, -extension.length - 1) : name) + endings[format];
 }
 
-/** A file name cut to what can be written, the extension kept. */
+/** The file name cut to a length that can be written, keeping the extension. */
 export function shortFileName(name: string): string {
   const ending = /(?<=.)\.[a-z0-9+]{1,10}$/i.exec(name)?.[0] ?? '';
   const base = name.slice(0, name.length - ending.length);
@@ -44,8 +44,7 @@ export function shortFileName(name: string): string {
 }
 
 /**
- * The beginning of a text, cut between characters as a reader counts them. Halves of a character,
- * which cannot be written as UTF-8, are replaced.
+ * The beginning of a text, cut between graphemes. Lone surrogates, which UTF-8 cannot encode, are replaced.
  */
 export function shorten(text: string, bytes: number, characters = Number.POSITIVE_INFINITY): string {
   const whole = text.replace(/\p{Cs}/gu, '\ufffd');
@@ -62,7 +61,7 @@ export function shorten(text: string, bytes: number, characters = Number.POSITIV
   return out;
 }
 
-/** Length in UTF-8, in which all of the host's limits are counted. */
+/** Length in UTF-8, the unit of all host limits. */
 export function utf8Length(text: string): number {
   let bytes = text.length;
   for (let i = 0; i < text.length; i++) {

@@ -1,8 +1,8 @@
 const LONGEST_PARAGRAPH = 50_000;
 
 /**
- * Tells whether a text has a paragraph too long to be read as Markdown. A paragraph is parsed as a
- * whole, and the cost can grow with the square of its length.
+ * Whether a text has a paragraph too long to parse as Markdown. Paragraphs are parsed as a whole, at a cost
+ * that can grow with the square of the length.
  */
 export function hasLongParagraph(lines: Iterable<string>): boolean {
   let length = 0;

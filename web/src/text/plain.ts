@@ -1,6 +1,6 @@
 import { convertMarkdown } from './markdown';
 
-/** Markdown as one reads it: the marks gone, lists and quotes kept, addresses after their words. */
+/** Markdown as plain text: marks removed, lists and quotes kept, addresses after their labels. */
 export function toPlainText(markdown: string): string {
   return convertMarkdown(markdown, {
     bold: '',

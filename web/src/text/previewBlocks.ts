@@ -6,35 +6,36 @@ import { addressOf, referenceName } from './links';
 
 export const previewGrammar = parser.configure(GFM);
 
-/** Every kind of element that a preview can have. */
+/** Every element a preview may contain. */
+// biome-ignore format: readable as a block
 export type Tag =
   | 'h1' | 'h2' | 'h3' | 'h4' | 'h5' | 'h6' | 'p' | 'blockquote' | 'ul' | 'ol' | 'li' | 'pre' | 'hr' | 'div'
   | 'table' | 'thead' | 'tbody' | 'tr' | 'th' | 'td' | 'em' | 'strong' | 's' | 'code' | 'a' | 'br' | 'span';
 
-export interface Piece {
+export interface PreviewNode {
   readonly tag: Tag;
-  readonly children: ReadonlyArray<Piece | string>;
+  readonly children: ReadonlyArray<PreviewNode | string>;
   readonly kind?: 'image' | 'done' | 'toDo' | 'raw' | 'end' | 'center';
-  /** Only for links, and only what may be followed. */
+  /** Links only, and only addresses that are safe to follow. */
   readonly href?: string;
-  /** The number that an ordered list begins with. */
+  /** The first number of an ordered list. */
   readonly start?: number;
-  /** The label of a block of code. */
+  /** The info string of a code block. */
   readonly language?: string;
 }
 
 export interface Block {
   readonly from: number;
   readonly to: number;
-  /** Blocks with the same key look the same. */
+  /** Blocks with equal keys render alike. */
   readonly key: string;
-  readonly make: () => Piece;
+  readonly make: () => PreviewNode;
 }
 
-/** Deeper nesting than anyone writes is shown as text, before it exhausts the stack. */
+/** Deeper nesting than anyone writes is shown as text instead of overflowing the stack. */
 const DEEPEST = 100;
 
-/** The blocks of a parsed text. What a block is made of is worked out only when it is asked for. */
+/** The blocks of a parsed text. A block's content is built only on demand. */
 export function blocksOf(source: string, tree: Tree): Block[] {
   const definitions = definitionsOf(source, tree);
   const context = [...definitions].join('\n');
@@ -44,7 +45,7 @@ export function blocksOf(source: string, tree: Tree): Block[] {
     if (node.name === 'LinkReference') continue;
     const block = node;
     const key = `${source.slice(from, to)}\u0000${context}`;
-    blocks.push({ from, to, key, make: () => new Maker(source, definitions).block(block, 0) });
+    blocks.push({ from, to, key, make: () => new BlockBuilder(source, definitions).block(block, 0) });
   }
   return blocks;
 }
@@ -64,13 +65,13 @@ function definitionsOf(source: string, tree: Tree): Map<string, string> {
   return found;
 }
 
-class Maker {
+class BlockBuilder {
   constructor(
     readonly source: string,
     readonly definitions: ReadonlyMap<string, string>,
   ) {}
 
-  block(node: SyntaxNode, depth: number): Piece {
+  block(node: SyntaxNode, depth: number): PreviewNode {
     if (depth > DEEPEST) return { tag: 'p', children: [this.text(node)] };
     const heading = /^(?:ATX|Setext)Heading([1-6])$/.exec(node.name);
     if (heading) return { tag: `h${heading[1]}` as Tag, children: trimmed(this.inline(node, depth)) };
@@ -106,8 +107,8 @@ class Maker {
     return this.source.slice(from, to);
   }
 
-  blocks(node: SyntaxNode, depth: number): Piece[] {
-    const out: Piece[] = [];
+  blocks(node: SyntaxNode, depth: number): PreviewNode[] {
+    const out: PreviewNode[] = [];
     for (let child = node.firstChild; child; child = child.nextSibling) {
       if (/^(?:ListMark|QuoteMark|LinkReference)$/.test(child.name)) continue;
       out.push(this.block(child, depth + 1));
@@ -115,18 +116,23 @@ class Maker {
     return out;
   }
 
-  /** Code letter by letter, without its fence and the marks of quotes and lists around it. */
-  code(node: SyntaxNode): Piece {
+  /** Code verbatim, without its fence or the quote and list marks around it. */
+  code(node: SyntaxNode): PreviewNode {
     const info = node.getChild('CodeInfo');
     const lines = node.getChildren('CodeText').map((part) => this.text(part));
     const language = info ? { language: this.text(info) } : {};
     return { tag: 'pre', children: [lines.join('')], ...language };
   }
 
-  table(node: SyntaxNode, depth: number): Piece {
+  table(node: SyntaxNode, depth: number): PreviewNode {
     const delimiter = node.getChild('TableDelimiter');
-    const sides = delimiter ? this.text(delimiter).replace(/^\s*\||\|\s*$/g, '').split('|').map(sideOf) : [];
-    const row = (line: SyntaxNode, tag: Tag): Piece => ({
+    const sides = delimiter
+      ? this.text(delimiter)
+          .replace(/^\s*\||\|\s*$/g, '')
+          .split('|')
+          .map(sideOf)
+      : [];
+    const row = (line: SyntaxNode, tag: Tag): PreviewNode => ({
       tag: 'tr',
       children: sides.map((side, index) => {
         const cell = cellsOf(line)[index];
@@ -135,12 +141,18 @@ class Maker {
     });
     const head = node.getChildren('TableHeader').map((line) => row(line, 'th'));
     const body = node.getChildren('TableRow').map((line) => row(line, 'td'));
-    return { tag: 'table', children: [{ tag: 'thead', children: head }, { tag: 'tbody', children: body }] };
+    return {
+      tag: 'table',
+      children: [
+        { tag: 'thead', children: head },
+        { tag: 'tbody', children: body },
+      ],
+    };
   }
 
-  inline(node: SyntaxNode, depth: number, from = node.from, to = node.to): Array<Piece | string> {
+  inline(node: SyntaxNode, depth: number, from = node.from, to = node.to): Array<PreviewNode | string> {
     if (depth > DEEPEST) return [this.source.slice(from, to)];
-    const out: Array<Piece | string> = [];
+    const out: Array<PreviewNode | string> = [];
     let at = from;
     for (let child = node.firstChild; child && child.from < to; child = child.nextSibling) {
       if (child.from < at) continue;
@@ -152,7 +164,7 @@ class Maker {
     return out;
   }
 
-  span(node: SyntaxNode, depth: number): Array<Piece | string> {
+  span(node: SyntaxNode, depth: number): Array<PreviewNode | string> {
     const written = this.text(node);
     switch (node.name) {
       case 'Emphasis':
@@ -191,15 +203,15 @@ class Maker {
     return /Mark$/.test(node.name) ? [] : this.inline(node, depth);
   }
 
-  label(node: SyntaxNode, depth: number): Array<Piece | string> {
+  label(node: SyntaxNode, depth: number): Array<PreviewNode | string> {
     const [open, close] = node.getChildren('LinkMark');
     return this.inline(node, depth, open?.to, close?.from);
   }
 
-  link(node: SyntaxNode, depth: number): Array<Piece | string> {
+  link(node: SyntaxNode, depth: number): Array<PreviewNode | string> {
     const url = node.getChild('URL');
     const target = url ? this.text(url) : this.definitions.get(this.reference(node) ?? '');
-    // A label in brackets that points nowhere is just that.
+    // A bracketed label without a target is plain text.
     if (target === undefined) return [this.text(node)];
     return [linkTo(addressOf(target), this.label(node, depth))];
   }
@@ -212,12 +224,12 @@ class Maker {
   }
 }
 
-function linkTo(address: string, label: ReadonlyArray<Piece | string>): Piece {
+function linkTo(address: string, label: ReadonlyArray<PreviewNode | string>): PreviewNode {
   const href = safeAddress(address);
   return href === null ? { tag: 'span', children: label } : { tag: 'a', href, children: label };
 }
 
-/** The cells of a row, also those between two bars that hold nothing. */
+/** The cells of a row, including empty ones between two bars. */
 function cellsOf(row: SyntaxNode): Array<SyntaxNode | null> {
   const cells: Array<SyntaxNode | null> = [];
   let cell: SyntaxNode | null = null;
@@ -238,9 +250,9 @@ function sideOf(dashes: string): { readonly kind?: 'end' | 'center' } {
   return { kind: text.startsWith(':') ? 'center' : 'end' };
 }
 
-/** Without the blanks that stood between the text and the marks around it. */
-function trimmed(pieces: ReadonlyArray<Piece | string>): Array<Piece | string> {
-  const out = [...pieces];
+/** Trims the blanks between the text and the surrounding marks. */
+function trimmed(nodes: ReadonlyArray<PreviewNode | string>): Array<PreviewNode | string> {
+  const out = [...nodes];
   if (typeof out[0] === 'string') out[0] = out[0].trimStart();
   const last = out.length - 1;
   if (typeof out[last] === 'string') out[last] = (out[last] as string).trimEnd();

@@ -1,28 +1,28 @@
-/** Tables of Markdown as text: rows of cells between bars, below the head a row of dashes. */
+/** Markdown tables as text: rows of cells between bars, with a delimiter row below the header. */
 
 export type Alignment = 'none' | 'left' | 'center' | 'right';
 
 export interface Table {
   readonly indent: string;
   readonly alignments: ReadonlyArray<Alignment>;
-  /** The head first, then the body; every row has as many cells as the widest. */
+  /** The header first, then the body; every row is padded to the same number of cells. */
   readonly rows: ReadonlyArray<ReadonlyArray<string>>;
 }
 
 export interface WrittenTable {
   readonly lines: ReadonlyArray<string>;
-  /** Where in its line each cell's text begins and ends, by row and column. */
+  /** Start and end of each cell's text within its line, by row and column. */
   readonly cells: ReadonlyArray<ReadonlyArray<readonly [from: number, to: number]>>;
 }
 
-/** A longer cell stands out of its column, so that one of them does not spread all the others. */
+/** Longer cells overflow their column, so one of them does not widen the whole table. */
 const WIDEST = 60;
 const dashes = /^:?-+:?$/;
 const wide =
   /\p{Emoji_Presentation}|[\u1100-\u115f\u2e80-\ua4cf\uac00-\ud7a3\uf900-\ufaff\ufe30-\ufe4f\uff00-\uff60\uffe0-\uffe6\u{20000}-\u{3fffd}]/u;
 const graphemes = new Intl.Segmenter();
 
-/** Reads a table, or gives null where the lines are none. */
+/** Parses a table; null if the lines are not one. */
 export function readTable(lines: ReadonlyArray<string>): Table | null {
   const [head = '', below = ''] = lines;
   const marks = cellsOf(below);
@@ -36,13 +36,13 @@ export function readTable(lines: ReadonlyArray<string>): Table | null {
   };
 }
 
-/** The cell that a place in a line is in, counted from 0. */
+/** The index of the cell at an offset in a line, from 0. */
 export function columnAt(line: string, offset: number): number {
   const start = /^\s*\|?/.exec(line)?.[0].length ?? 0;
   return offset <= start ? 0 : split(line.slice(start, offset)).length - 1;
 }
 
-/** Writes a table with its columns below each other. */
+/** Formats a table with aligned columns. */
 export function writeTable({ indent, alignments, rows }: Table): WrittenTable {
   const widths = alignments.map((_, column) =>
     Math.min(WIDEST, Math.max(3, ...rows.map((row) => widthOf(row[column] ?? '')))),
@@ -65,7 +65,7 @@ export function writeTable({ indent, alignments, rows }: Table): WrittenTable {
   return { lines, cells };
 }
 
-/** Cells without the blanks around them and without the bars at the ends. */
+/** Trimmed cells, without the outer bars. */
 function cellsOf(line: string): string[] {
   const inside = line.trim().replace(/^\|/, '');
   const cells = split(inside).map((cell) => cell.trim());
@@ -73,12 +73,12 @@ function cellsOf(line: string): string[] {
   return cells;
 }
 
-/** Parts at bars; one behind a backslash belongs to the text. */
+/** Splits at bars; an escaped bar belongs to the text. */
 function split(text: string): string[] {
   const parts = [''];
-  for (const [piece] of text.matchAll(/\\.|[^\\]|\\$/gsu)) {
-    if (piece === '|') parts.push('');
-    else parts[parts.length - 1] += piece;
+  for (const [token] of text.matchAll(/\\.|[^\\]|\\$/gsu)) {
+    if (token === '|') parts.push('');
+    else parts[parts.length - 1] += token;
   }
   return parts;
 }
@@ -94,7 +94,7 @@ function marksOf(alignment: Alignment, width: number): string {
   return `${start}${'-'.repeat(width - 2)}${end}`;
 }
 
-/** Columns that a text takes where letters are all of one width. */
+/** The width of a text in columns of a monospaced font. */
 function widthOf(text: string): number {
   let width = 0;
   for (const { segment } of graphemes.segment(text)) width += wide.test(segment) ? 2 : 1;

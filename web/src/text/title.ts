@@ -1,20 +1,20 @@
 import type { Text } from '@codemirror/state';
 
-/** Only the head of a note is looked at: a first line of many megabytes must cost nothing. */
+/** Only the start of a note is examined: a first line of many megabytes must cost nothing. */
 const HEAD_CHARACTERS = 4000;
 const TITLE_CHARACTERS = 120;
 const EXCERPT_CHARACTERS = 160;
 
 export interface Head {
-  /** First line with anything in it, Markdown marks removed; empty when there is none. */
+  /** The first non-blank line without Markdown marks; empty if there is none. */
   readonly title: string;
-  /** The text after that line, on one line. */
+  /** The text after that line, collapsed to one line. */
   readonly excerpt: string;
 }
 
 const cache = new WeakMap<Text, Head>();
 
-/** Title and excerpt of a note's text, kept for as long as that text lives. */
+/** Title and excerpt of a note's text, cached for the lifetime of the text. */
 export function headOf(text: Text): Head {
   let head = cache.get(text);
   if (!head) {
@@ -40,12 +40,17 @@ export function readHead(start: string): Head {
   return { title: clip(title, TITLE_CHARACTERS), excerpt: clip(rest.join(' '), EXCERPT_CHARACTERS) };
 }
 
-/** One line as a reader sees it: without the marks that make it a heading, a task or a link. */
+/** One line as a reader sees it, without heading, task and link marks. */
 export function stripMarks(line: string): string {
-  // The edge of a code block, or the dashes of a table.
+  // A code fence, or the delimiter row of a table.
   if (/^\s*(?:`{3,}|~{3,})[^`]*$/.test(line) || /^\s*\|[-|:\s]+$/.test(line)) return '';
   const row = /^\s*\|(.*)\|\s*$/.exec(line)?.[1];
-  const bare = (row?.split('|').map((cell) => cell.trim()).join(' · ') ?? line)
+  const bare = (
+    row
+      ?.split('|')
+      .map((cell) => cell.trim())
+      .join(' · ') ?? line
+  )
     .replace(/^\s*(?:>\s*)*/, '')
     .replace(/^(?:#{1,6}\s+|[-*+]\s+\[[ xX]\]\s+|[-*+]\s+|\d{1,9}[.)]\s+)/, '')
     .replace(/\s+#+\s*$/, '')
@@ -57,7 +62,7 @@ export function stripMarks(line: string): string {
   return /^(?:[-*_=`~]\s*){3,}$/.test(bare) || /^#{1,6}$/.test(bare) ? '' : bare;
 }
 
-/** Cuts by characters, so that an emoji at the edge is kept or dropped whole. */
+/** Never splits a surrogate pair, so an emoji at the limit is kept or dropped whole. */
 function clip(text: string, limit: number): string {
   if (text.length <= limit) return text;
   const cut = text.slice(0, limit);

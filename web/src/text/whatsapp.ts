@@ -1,8 +1,8 @@
 import { convertMarkdown } from './markdown';
 
 /**
- * Markdown as the messenger WhatsApp marks it up. What it cannot show (headings, links, tasks)
- * becomes the nearest text that it can.
+ * Markdown converted to WhatsApp's formatting. What WhatsApp cannot show (headings, links, tasks) becomes the
+ * closest text it can.
  */
 export function toWhatsApp(markdown: string): string {
   return convertMarkdown(markdown, {

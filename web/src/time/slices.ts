@@ -1,21 +1,21 @@
 /**
- * Long work in slices between which keys and frames get through. Work is an iterator: each step is
- * short, and its last one gives the result.
+ * Long work done in slices, so key presses and frames get through in between. Work is an iterator: each step
+ * is short, and the iterator's return value is the result.
  */
 
 export interface Slicing<Step, Result> {
-  /** The longest a slice may take, in milliseconds; a step that has begun is finished. */
+  /** The longest a slice may take, in milliseconds; a step in progress is finished. */
   readonly slice: number;
-  /** How long the first slice waits, in milliseconds. Without it the work begins within this call. */
+  /** Delay before the first slice, in milliseconds. Without it, work starts within this call. */
   readonly delay?: number;
-  /** The pause between two slices, in milliseconds; none longer than it takes to let events through. */
+  /** Pause between slices, in milliseconds; without it, just long enough to let events through. */
   readonly pause?: number;
-  /** Called before each pause with the last step. */
+  /** Called before each pause with the latest step's value. */
   readonly onPause?: (step: Step) => void;
   readonly onDone: (result: Result) => void;
 }
 
-/** Works until it is done or the slice is over, one step at least; gives the last step. */
+/** Works until done or until the slice is over, at least one step; returns the last result. */
 export function workSlice<Step, Result>(
   work: Iterator<Step, Result>,
   slice: number,
@@ -27,7 +27,7 @@ export function workSlice<Step, Result>(
   return step;
 }
 
-/** Works in slices; gives the function that calls off what is left. */
+/** Works in slices; returns a cancel function. */
 export function inSlices<Step, Result>(
   work: Iterator<Step, Result>,
   { slice, delay, pause = 0, onPause, onDone }: Slicing<Step, Result>,

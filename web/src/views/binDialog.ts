@@ -9,7 +9,7 @@ import { WindowedList } from './windowedList';
 
 const ROW_REMS = 3.875;
 
-/** What was deleted, the latest first. Enter brings a note back. */
+/** Deleted notes, latest first. Enter restores one. */
 export function binDialog(options: {
   readonly workspace: Workspace;
   readonly onRestore: (id: string) => void;

@@ -3,7 +3,7 @@ import { t } from '../i18n/language';
 import type { Workspace } from '../state/workspace';
 import { closeDialog, openDialog } from './dialog';
 
-/** The panel that takes a thought. What is typed is kept in the workspace at once. */
+/** The quick capture dialog. What is typed goes into the workspace immediately. */
 export function captureDialog(options: {
   readonly workspace: Workspace;
   readonly saveKey: string;

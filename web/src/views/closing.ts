@@ -1,4 +1,4 @@
-/** Events that begin something. Those that end it, such as a key's release, are let through. */
+/** Events that start an interaction. Those that end one, such as keyup, are let through. */
 const INPUT = [
   ...['keydown', 'keypress', 'beforeinput', 'cut', 'paste', 'cancel'],
   ...['pointerdown', 'mousedown', 'touchstart', 'click', 'auxclick', 'dblclick', 'contextmenu'],
@@ -6,9 +6,10 @@ const INPUT = [
 ];
 
 /**
- * The time from a quit's final state to its end or its cancel. What a user does meanwhile would not be
- * in that state, so no input reaches the page; what was open, typed and focused stays as it was.
- * Construct it before anything else listens on the window, because its listeners must run first.
+ * The time between a quit's final state and either the end of the page or the quit's cancellation. Anything
+ * the user did then would be missing from that state, so the page gets no input; open dialogs, typed text and
+ * the focus are preserved. Construct this before anything else listens on the window, because its listeners
+ * must run first.
  */
 export class Closing {
   #begun = false;
@@ -26,7 +27,7 @@ export class Closing {
     return this.#begun;
   }
 
-  /** Runs this at once, or as soon as the quit has been cancelled. */
+  /** Runs this immediately, or once the quit has been cancelled. */
   after(run: () => void): void {
     if (this.#begun) this.#waiting.push(run);
     else run();
@@ -44,7 +45,7 @@ export class Closing {
     if (!this.#begun) return;
     this.#begun = false;
     setInert(false);
-    // A press outside closes a menu, which no page can prevent.
+    // Clicking outside closes a popover menu, which a page cannot prevent, so reopen it.
     for (const menu of this.#menus) if (!menu.matches(':popover-open')) menu.showPopover();
     this.#refocus();
     for (const run of this.#waiting.splice(0)) run();
@@ -57,14 +58,14 @@ export class Closing {
   }
 }
 
-/** Toasts stay readable: screen readers skip what is inert. */
+/** Toasts are not made inert: screen readers skip inert content. */
 function setInert(inert: boolean): void {
   for (const element of document.querySelectorAll<HTMLElement>('.app, dialog')) element.inert = inert;
 }
 
 /**
- * WebKit sends keys on to a focused element that has become inert, so it loses the focus. Returns a
- * function that restores the focus, and the selection in a field.
+ * WebKit still sends keys to a focused element that became inert, so blur it. Returns a function that
+ * restores the focus and, in a field, the selection.
  */
 function takeFocus(): () => void {
   const focused = document.activeElement;

@@ -2,13 +2,13 @@ import type { Key } from '../i18n/catalogue';
 import { closeDialog, openDialog } from './dialog';
 import { h } from '../dom/elements';
 
-/** Asks before something is done that is not easily undone. */
+/** Asks for confirmation before an action that is hard to undo. */
 export function confirmDialog(options: {
   readonly title: Key;
   readonly question: string;
   readonly why: Key;
   readonly action: Key;
-  /** What is agreed to cannot be undone at all, so that a hasty Enter must not agree. */
+  /** The action cannot be undone at all, so a hasty Enter must not confirm it. */
   readonly careful?: boolean;
   readonly onYes: () => void;
   readonly onClose: () => void;

@@ -5,7 +5,7 @@ export interface DialogOptions {
   readonly title: Key;
   readonly class: string;
   readonly content: ReadonlyArray<Node>;
-  /** Called once, however the dialog went away. */
+  /** Called exactly once, whichever way the dialog was closed. */
   readonly onClose: () => void;
   readonly focus?: HTMLElement;
 }
@@ -13,7 +13,7 @@ export interface DialogOptions {
 let current: HTMLDialogElement | null = null;
 let serial = 0;
 
-/** Opens a modal dialog in place of any other. The browser keeps the focus inside it. */
+/** Opens a modal dialog, replacing any other. The browser keeps the focus inside it. */
 export function openDialog(options: DialogOptions): void {
   closeDialog();
   const titleId = `dialogTitle${++serial}`;
@@ -29,7 +29,8 @@ export function openDialog(options: DialogOptions): void {
     ...options.content,
   );
   dialog.addEventListener('close', () => finish(dialog, options.onClose));
-  // The browser closes a dialog at once but says so later, and keys that come in between would be lost.
+  // The browser closes a dialog immediately but fires the close event later; keys pressed in between would be
+  // lost.
   dialog.addEventListener('keydown', (event) => {
     if (event.key !== 'Escape' || event.isComposing || event.defaultPrevented) return;
     event.preventDefault();
@@ -40,7 +41,8 @@ export function openDialog(options: DialogOptions): void {
   });
   current = dialog;
   document.body.append(dialog);
-  // What has the focus now would get it back from the browser, a text with the caret at its beginning.
+  // Otherwise the browser would return the focus to this element on closing, in a text with the caret at the
+  // start.
   if (document.activeElement instanceof HTMLElement) document.activeElement.blur();
   dialog.showModal();
   (options.focus ?? dialog).focus();
@@ -48,11 +50,11 @@ export function openDialog(options: DialogOptions): void {
 
 export function closeDialog(): void {
   current?.close();
-  // The close event comes later; what opens next must not wait for it.
+  // The close event is asynchronous; whatever opens next must not wait for it.
   current?.dispatchEvent(new Event('close'));
 }
 
-/** The veil around a dialog reports its presses as the dialog's own. */
+/** Clicks on the backdrop are reported with the dialog as their target. */
 function isOutside({ clientX, clientY }: PointerEvent, dialog: HTMLElement): boolean {
   const { left, right, top, bottom } = dialog.getBoundingClientRect();
   return clientX < left || clientX > right || clientY < top || clientY > bottom;

@@ -8,17 +8,13 @@ export interface GuideSection {
   readonly rows: ReadonlyArray<GuideRow>;
 }
 
-/** What can be done, with its keys or with the word where else it is. */
+/** A command with its key, or where else to find it. */
 export type GuideRow =
   | { readonly label: Key; readonly keys: string }
   | { readonly label: Key; readonly elsewhere: Key };
 
-/** A sheet to practice on, and the table of keys. */
-export function guideDialog(
-  sheet: Practice,
-  sections: ReadonlyArray<GuideSection>,
-  onClose: () => void,
-): void {
+/** The exercises and the table of keys. */
+export function guideDialog(sheet: Practice, sections: ReadonlyArray<GuideSection>, onClose: () => void): void {
   const blocks = sections.map(({ title, rows }) =>
     h(
       'section',

@@ -2,24 +2,19 @@ import type { Key } from '../i18n/catalogue';
 import { h, iconButton } from '../dom/elements';
 
 export interface MenuItem {
-  /** What the item is known by, whatever the language. */
+  /** A language-independent identifier. */
   readonly name: string;
   readonly label: Key;
   readonly keys: string;
-  /** Shown as not available now. It can still be pressed, and then says why. */
+  /** Shown as unavailable. It can still be clicked, and then explains why. */
   readonly disabled: boolean;
   readonly run: () => void;
 }
 
 export type MenuGroups = ReadonlyArray<ReadonlyArray<MenuItem>>;
 
-/** A button with a menu below it. `onLeave` puts the focus where it belongs afterwards. */
-export function menuButton(
-  id: string,
-  label: Key,
-  groups: () => MenuGroups,
-  onLeave: () => void,
-): HTMLElement {
+/** A button with a menu below it. `onLeave` restores the focus afterwards. */
+export function menuButton(id: string, label: Key, groups: () => MenuGroups, onLeave: () => void): HTMLElement {
   const menu = h('div', {
     class: 'menu',
     tLabel: label,

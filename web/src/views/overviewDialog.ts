@@ -9,12 +9,8 @@ export interface OverviewActions {
   close(id: string): void;
 }
 
-/** All open tabs with the beginning of each note. */
-export function overviewDialog(
-  workspace: Workspace,
-  actions: OverviewActions,
-  onClose: () => void,
-): void {
+/** All open tabs, each with the beginning of its note. */
+export function overviewDialog(workspace: Workspace, actions: OverviewActions, onClose: () => void): void {
   const grid = h('div', { class: 'overview', tLabel: 'overview.title', attrs: { role: 'listbox' } });
   const draw = (focusAt: number) => {
     const { open, active } = workspace.tabs;

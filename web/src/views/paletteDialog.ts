@@ -6,18 +6,15 @@ export interface PaletteEntry {
   readonly name: string;
   readonly label: string;
   readonly keys: string;
-  /** The characters of the label that were looked for, as offsets. */
+  /** Offsets of the matched characters in the label. */
   readonly marked: ReadonlyArray<number>;
   readonly run: () => void;
 }
 
 const LIST_ID = 'paletteList';
 
-/** A field that narrows down what can be done, and Enter does it. The focus stays in the field. */
-export function paletteDialog(
-  find: (query: string) => ReadonlyArray<PaletteEntry>,
-  onClose: () => void,
-): void {
+/** A filter field above the list of commands; Enter runs the current one. The focus stays in the field. */
+export function paletteDialog(find: (query: string) => ReadonlyArray<PaletteEntry>, onClose: () => void): void {
   let entries: ReadonlyArray<PaletteEntry> = [];
   let current = 0;
   const field = h('input', {

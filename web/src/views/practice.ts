@@ -3,13 +3,13 @@ import type { Key } from '../i18n/catalogue';
 import { t } from '../i18n/language';
 import { h } from '../dom/elements';
 
-/** Something to be done with a text, by which a key is learned. */
+/** An exercise that teaches a key. */
 export interface Lesson {
   readonly label: Key;
   readonly keys: string;
   readonly hint: Key;
   readonly text: Key;
-  /** What is selected at the start; the caret is at the beginning otherwise. */
+  /** What is selected at the start; by default, the caret is at the beginning. */
   readonly select?: (start: string) => readonly [from: number, to: number];
   readonly isDone: (text: string, start: string) => boolean;
 }
@@ -20,7 +20,7 @@ export interface Practice {
   destroy(): void;
 }
 
-/** A sheet on which the lessons are done, in any order. */
+/** The exercises, which can be done in any order. */
 export function practice(
   lessons: ReadonlyArray<Lesson>,
   options: Pick<PracticeOptions, 'nonce' | 'reservedKeys'>,
@@ -39,7 +39,10 @@ export function practice(
       attrs: { type: 'button' },
       on: { click: () => show(index) },
     });
-    step.append(h('span', { class: 'practice-tick', attrs: { 'aria-hidden': 'true' } }), h('span', { t: lesson.label }));
+    step.append(
+      h('span', { class: 'practice-tick', attrs: { 'aria-hidden': 'true' } }),
+      h('span', { t: lesson.label }),
+    );
     return step;
   });
   const element = h(
@@ -52,7 +55,13 @@ export function practice(
       { class: 'practice-sheet' },
       h('p', { class: 'practice-hint', attrs: { id: 'practiceHint' } }, keys, hint),
       paper,
-      h('div', { class: 'practice-foot' }, outcome, button('practice.again', () => show(current)), next),
+      h(
+        'div',
+        { class: 'practice-foot' },
+        outcome,
+        button('practice.again', () => show(current)),
+        next,
+      ),
     ),
   );
   const editor = new PracticeEditor({
@@ -79,12 +88,12 @@ export function practice(
     keys.textContent = lesson.keys;
     delete outcome.dataset.t;
     outcome.textContent = '';
-    editor.show(start, ...(lesson.select?.(start) ?? [0, 0] as const));
+    editor.show(start, ...(lesson.select?.(start) ?? ([0, 0] as const)));
     mark();
     editor.focus();
   }
 
-  /** The next lesson that is not done, or simply the next. */
+  /** The next unfinished lesson, or simply the next one. */
   function following(): number {
     const after = lessons.map((_, step) => (current + 1 + step) % lessons.length);
     return after.find((index) => !done.has(index)) ?? after[0] ?? 0;

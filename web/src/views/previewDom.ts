@@ -1,40 +1,40 @@
 import { colourCode } from '../editor/codeColours';
 import { t } from '../i18n/language';
-import type { Piece } from '../text/previewBlocks';
+import type { PreviewNode } from '../text/previewBlocks';
 import { h } from '../dom/elements';
 
 /**
- * Makes the elements of a preview, one by one and from a closed list of kinds; a note's text gets in as
- * text, and nothing of it becomes the name of an element or of an attribute.
+ * Builds a preview's elements from a closed list of tags. Note text is only ever inserted as text, never as
+ * an element or attribute name.
  */
-export function drawPiece(piece: Piece, onLoaded: () => void): HTMLElement {
-  const element = h(piece.tag, piece.kind ? { class: `is-${piece.kind}` } : {});
-  if (piece.tag === 'pre') {
-    element.append(...codeOf(piece, onLoaded));
-    // What is wider than the page is scrolled to, with the keyboard as well.
+export function renderPreviewNode(node: PreviewNode, onLoaded: () => void): HTMLElement {
+  const element = h(node.tag, node.kind ? { class: `is-${node.kind}` } : {});
+  if (node.tag === 'pre') {
+    element.append(...codeOf(node, onLoaded));
+    // Wide code scrolls, so it must be focusable for keyboard users.
     element.tabIndex = 0;
     return element;
   }
-  if (piece.href !== undefined) {
-    element.setAttribute('href', piece.href);
+  if (node.href !== undefined) {
+    element.setAttribute('href', node.href);
     element.setAttribute('target', '_blank');
     element.setAttribute('rel', 'noopener noreferrer');
-    element.title = piece.href;
+    element.title = node.href;
   }
-  if (piece.start !== undefined && piece.start !== 1) element.setAttribute('start', String(piece.start));
-  if (piece.kind === 'done' || piece.kind === 'toDo') {
+  if (node.start !== undefined && node.start !== 1) element.setAttribute('start', String(node.start));
+  if (node.kind === 'done' || node.kind === 'toDo') {
     element.setAttribute('role', 'img');
-    element.setAttribute('aria-label', t(piece.kind === 'done' ? 'preview.done' : 'preview.toDo'));
+    element.setAttribute('aria-label', t(node.kind === 'done' ? 'preview.done' : 'preview.toDo'));
   }
-  if (piece.kind === 'image') element.append(h('span', { class: 'image-sign' }, t('preview.image')), ' ');
-  if (piece.tag === 'td' || piece.tag === 'th') element.dir = 'auto';
-  for (const child of piece.children) {
-    element.append(typeof child === 'string' ? child : drawPiece(child, onLoaded));
+  if (node.kind === 'image') element.append(h('span', { class: 'image-sign' }, t('preview.image')), ' ');
+  if (node.tag === 'td' || node.tag === 'th') element.dir = 'auto';
+  for (const child of node.children) {
+    element.append(typeof child === 'string' ? child : renderPreviewNode(child, onLoaded));
   }
   return element;
 }
 
-function codeOf({ children, language }: Piece, onLoaded: () => void): Node[] {
+function codeOf({ children, language }: PreviewNode, onLoaded: () => void): Node[] {
   const code = children.join('');
   if (!language) return [document.createTextNode(code)];
   return colourCode(code, language, onLoaded).map(([text, className]) =>

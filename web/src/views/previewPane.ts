@@ -5,7 +5,7 @@ import { hasLongParagraph } from '../text/paragraphs';
 import { type Block, blocksOf, previewGrammar } from '../text/previewBlocks';
 import { h } from '../dom/elements';
 import { inSlices } from '../time/slices';
-import { drawPiece } from './previewDom';
+import { renderPreviewNode } from './previewDom';
 
 export type PreviewMode = 'beside' | 'instead';
 
@@ -14,7 +14,7 @@ export interface PreviewSource {
   readonly markdown: boolean;
   /** The language of a text that is not Markdown. */
   readonly label: string;
-  /** Where the part of the text begins that is on screen. */
+  /** Offset of the first visible character. */
   readonly top: number;
 }
 
@@ -23,7 +23,7 @@ export interface PreviewOptions {
   readonly leave: () => void;
 }
 
-/** As much of a text is shown at once as takes no time that would be felt. */
+/** How much of a text is rendered at once: as much as takes no noticeable time. */
 const PART = 120_000;
 const PAUSE_MS = 90;
 const SLICE_MS = 6;
@@ -33,7 +33,7 @@ interface Drawn {
   readonly element: HTMLElement;
 }
 
-/** The note as it reads. It follows the text after a pause, in slices, and only while it is open. */
+/** The rendered note. Follows the text after a pause, in slices, and only while it is open. */
 export class Preview {
   readonly element: HTMLElement;
   readonly #page = h('div', { class: 'preview-page' });
@@ -81,7 +81,7 @@ export class Preview {
     this.element.focus();
   }
 
-  /** The text or the place in it may be another. */
+  /** Call when the text or the position in it may have changed. */
   changed(): void {
     if (!this.#mode) return;
     this.#cancel();
@@ -89,13 +89,13 @@ export class Preview {
     this.#cancel = () => clearTimeout(timer);
   }
 
-  /** Draws everything again, as when its words or colours are others. */
+  /** Redraws everything, for example after a change of language or theme. */
   redraw(): void {
     this.#forget();
     this.changed();
   }
 
-  /** Scrolls to what the editor shows. */
+  /** Scrolls to the part the editor shows. */
   follow(): void {
     const source = this.#mode === 'beside' ? this.#options.source() : null;
     if (!source || source.text !== this.#text) return;
@@ -140,7 +140,7 @@ export class Preview {
     if (this.#mode) this.#scrollTo(source.top);
   }
 
-  /** Parses in slices. A change meanwhile starts over, because it cancels this. */
+  /** Parses in slices. A change in the meantime cancels this and starts over. */
   #parse(part: string, done: (blocks: ReadonlyArray<Block>) => void): void {
     const parse = previewGrammar.startParse(withoutLongGaps(part));
     this.#cancel = inSlices(stepsOf(parse), {
@@ -149,7 +149,7 @@ export class Preview {
     });
   }
 
-  /** Keeps what is alike at the beginning and at the end, and makes anew what lies between. */
+  /** Keeps equal blocks at the start and the end, and rebuilds those in between. */
   #draw(blocks: ReadonlyArray<Block>): void {
     const before = this.#drawn;
     let head = 0;
@@ -163,8 +163,8 @@ export class Preview {
       if (index < head) return { block, element: (before[index] as Drawn).element };
       const fromEnd = blocks.length - index;
       if (fromEnd <= tail) return { block, element: (before[before.length - fromEnd] as Drawn).element };
-      const element = drawPiece(block.make(), () => this.redraw());
-      // A block as a whole runs the way its first letter does; code and the frame of a table do not.
+      const element = renderPreviewNode(block.make(), () => this.redraw());
+      // A block's first letter decides its direction, except for code and tables.
       if (!/^(?:pre|table)$/i.test(element.localName)) element.dir = 'auto';
       this.#page.insertBefore(element, next);
       return { block, element };
@@ -194,7 +194,7 @@ function* stepsOf(parse: PartialParse): Generator<undefined, Tree> {
   }
 }
 
-/** Where the shown part of a long text begins: on a line, with room above what is on screen. */
+/** The start of the shown part of a long text: at a line start, some way above the visible text. */
 function partOf({ text, top }: PreviewSource): number {
   if (text.length <= PART) return 0;
   const third = PART / 3;
@@ -204,5 +204,10 @@ function partOf({ text, top }: PreviewSource): number {
 
 function plainBlock(part: string, { markdown, label }: PreviewSource): Block {
   const language = markdown ? {} : { language: label };
-  return { from: 0, to: part.length, key: `\u0000${part}`, make: () => ({ tag: 'pre', children: [part], ...language }) };
+  return {
+    from: 0,
+    to: part.length,
+    key: `\u0000${part}`,
+    make: () => ({ tag: 'pre', children: [part], ...language }),
+  };
 }

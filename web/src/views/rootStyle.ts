@@ -1,11 +1,11 @@
 import { readTheme, type Settings } from '../state/model';
 
-/** The size of all text at zoom 1; every size in the style sheets is a multiple of it. */
+/** The root font size at zoom 1, in pixels; the style sheets size text in rem. */
 const ROOT_PIXELS = 16;
 
 let current: Pick<Settings, 'theme' | 'zoom'> = { theme: 'system', zoom: 1 };
 
-/** Shows the page in the chosen theme and size. */
+/** Applies the theme and zoom. */
 export function applyAppearance(settings: Pick<Settings, 'theme' | 'zoom'>): void {
   current = settings;
   const { documentElement: root } = document;
@@ -14,12 +14,12 @@ export function applyAppearance(settings: Pick<Settings, 'theme' | 'zoom'>): voi
   root.style.fontSize = `${ROOT_PIXELS * settings.zoom}px`;
 }
 
-/** Follows the desktop for as long as the page lives. */
+/** Follows the system's theme for the lifetime of the page. */
 export function followDesktop(): void {
   prefersDark().addEventListener('change', () => applyAppearance(current));
 }
 
-/** A length that grows with the text, in pixels. */
+/** Converts rem to pixels at the current zoom. */
 export function rootPixels(rems: number): number {
   return rems * ROOT_PIXELS * current.zoom;
 }

@@ -10,7 +10,7 @@ import { StatusBar } from './statusBar';
 import { EDITOR_PANEL_ID, TabBar } from './tabBar';
 import { Toasts } from './toasts';
 
-/** What a user can ask for by pointing at the page. */
+/** What the user can do with the mouse in the page. */
 export interface ShellActions {
   createNote(): void;
   openNote(id: string): void;
@@ -30,14 +30,14 @@ export interface ShellActions {
   leavePreview(): void;
 }
 
-/** The frame of the page: sidebar, tabs, editor, status. */
+/** The page's frame: sidebar, tabs, editor, status bar. */
 export class Shell {
   readonly closing = new Closing();
   readonly sidebar: Sidebar;
   readonly tabBar: TabBar;
   readonly status: StatusBar;
   readonly toasts = new Toasts(() => this.closing.begun);
-  /** Where the editor lives. */
+  /** The editor's container. */
   readonly editorPanel: HTMLElement;
   readonly preview: Preview;
   readonly #workspace: Workspace;
@@ -95,7 +95,12 @@ export class Shell {
       'div',
       { class: 'top-end' },
       iconButton('grid', 'cmd.overview', () => actions.showOverview()),
-      menuButton('noteMenu', 'actions.label', () => actions.noteMenu(), () => actions.focusEditor()),
+      menuButton(
+        'noteMenu',
+        'actions.label',
+        () => actions.noteMenu(),
+        () => actions.focusEditor(),
+      ),
     );
     const top = h('header', { class: 'top' }, this.#toggle, this.tabBar.element, this.#topEnd);
     const main = h('main', { class: 'main' }, h('h1', { class: 'unseen' }, 'Quendo'), top);
@@ -113,7 +118,7 @@ export class Shell {
     this.renderSettings();
   }
 
-  /** Shows the note of the active tab, or what to do when there is none. */
+  /** Shows the active tab's note, or a hint if there is none. */
   renderMain(): void {
     const note = this.#workspace.activeNote;
     this.editorPanel.hidden = note === null;
@@ -128,7 +133,7 @@ export class Shell {
     this.retitle();
   }
 
-  /** The window's and the panel's name follow the active note. */
+  /** Updates the titles of window and panel for the active note. */
   retitle(): void {
     const note = this.#workspace.activeNote;
     const title = note ? titleOf(note) : '';
@@ -140,7 +145,7 @@ export class Shell {
     this.#create.focus();
   }
 
-  /** Opens or folds the sidebar as the settings say, and shows what they choose. */
+  /** Applies the settings: sidebar open or closed, theme. */
   renderSettings(): void {
     const { sidebarOpen: open, theme } = this.#workspace.settings;
     this.sidebar.element.hidden = !open;
@@ -162,7 +167,7 @@ export class Shell {
   }
 }
 
-/** The host's menu and the page both open files by pressing this input. */
+/** Both the host's menu and the page open files by clicking this input. */
 function fileInput(actions: ShellActions): HTMLInputElement {
   const input = h('input', {
     tLabel: 'import.label',
@@ -177,7 +182,7 @@ function fileInput(actions: ShellActions): HTMLInputElement {
   return input;
 }
 
-/** A file dropped anywhere opens as a tab; left alone, the web view would go to it. */
+/** Opens files dropped anywhere as tabs; by default, the web view would navigate to them. */
 function acceptDroppedFiles(actions: ShellActions): void {
   const take = (event: DragEvent) => {
     if (!event.dataTransfer?.types.includes('Files')) return;

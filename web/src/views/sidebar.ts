@@ -1,5 +1,5 @@
 import type { Note } from '../state/model';
-import { contextOf, type Found, foldNotes, narrows, searchNotes } from '../state/search';
+import { contextOf, type SearchMatch, foldNotes, narrows, searchNotes } from '../state/search';
 import { titleOf, type Workspace } from '../state/workspace';
 import { counted, t } from '../i18n/language';
 import { findFolded, fold } from '../text/fold';
@@ -18,34 +18,34 @@ export interface SidebarActions {
 }
 
 const ROW_REMS = 3.875;
-/** The longest the search works before it lets a key press or a frame through. */
+/** The longest a search runs before it lets a key press or a frame through. */
 const SLICE_MS = 12;
-/** The same for what nobody waits for. */
+/** The same for work nobody is waiting for. */
 const AHEAD_SLICE_MS = 8;
 /**
- * How often a search that takes longer shows what it has found so far. A frame with a new list may
- * take as long as all the looking, so that one which ends before shows its list only once.
+ * How often a slow search shows its matches so far. Drawing a new list may take as long as the whole search,
+ * so one that finishes sooner draws its list only once.
  */
 const SHOW_MS = 40;
 
-/** The list of notes, and what the search leaves of it. */
+/** The list of notes, filtered by the search field. */
 export class Sidebar {
   readonly element: HTMLElement;
   readonly #workspace: Workspace;
   readonly #actions: SidebarActions;
-  readonly #list: WindowedList<Found>;
+  readonly #list: WindowedList<SearchMatch>;
   readonly #input: HTMLInputElement;
   readonly #outcome: HTMLElement;
   #query = '';
   #stopSearch = (): void => undefined;
-  /** What the last search that came to its end has found, and in which notes. */
-  #finds: { readonly query: string; readonly of: unknown; readonly notes: ReadonlyArray<Note> } | null = null;
+  /** Matches of the last completed search, and the list they were found in. */
+  #lastSearch: { readonly query: string; readonly of: unknown; readonly notes: ReadonlyArray<Note> } | null = null;
   #folding = false;
 
   constructor(workspace: Workspace, actions: SidebarActions) {
     this.#workspace = workspace;
     this.#actions = actions;
-    this.#list = new WindowedList<Found>({
+    this.#list = new WindowedList<SearchMatch>({
       rowHeight: () => rootPixels(ROW_REMS),
       idPrefix: 'note-',
       key: ({ note }) => note.id,
@@ -87,42 +87,45 @@ export class Sidebar {
     );
   }
 
-  /** Puts the list in order anew and filters it by what the search field holds. */
+  /** Sorts the list and filters it by the search field. */
   render(): void {
     this.#stopSearch();
     const before = this.#query;
     this.#query = fold(this.#input.value.trim());
     const notes = this.#workspace.notesInOrder();
     if (!this.#query) {
-      this.#show(notes.map((note) => ({ note, inTitle: true, near: 0 })), true);
+      this.#show(
+        notes.map((note) => ({ note, inTitle: true, near: 0 })),
+        true,
+      );
       return;
     }
-    const found: Found[] = [];
-    const last = this.#finds;
+    const found: SearchMatch[] = [];
+    const last = this.#lastSearch;
     const isNarrower = last?.of === notes && narrows(this.#query, last.query);
     let shown = performance.now();
     this.#stopSearch = inSlices(gather(searchNotes(isNarrower ? last.notes : notes, this.#query), found), {
       slice: SLICE_MS,
       onPause: () => {
         const now = performance.now();
-        // The same search again replaces its finds at once, so that the list does not jump.
+        // A repeated search replaces its matches in one go, so the list does not jump.
         if (before === this.#query || now - shown <= SHOW_MS) return;
         this.#show([...found], false);
         shown = now;
       },
       onDone: () => {
         this.#show(found, true);
-        this.#finds = { query: this.#query, of: notes, notes: found.map((find) => find.note) };
+        this.#lastSearch = { query: this.#query, of: notes, notes: found.map((find) => find.note) };
       },
     });
   }
 
-  /** Puts the latest notes first. What a search found stays as it is. */
+  /** Moves the latest notes to the top. Search results keep their order. */
   reorder(): void {
     if (!this.#query) this.render();
   }
 
-  /** Shows a note's new text in its row, without moving rows under the writer's eyes. */
+  /** Updates the text of a note's row without reordering rows while the user is typing. */
   refresh(): void {
     this.#list.refresh();
   }
@@ -136,7 +139,7 @@ export class Sidebar {
     this.#input.select();
   }
 
-  /** Whoever goes to the search field will type into it; by then the notes are ready for that. */
+  /** Prepares the notes when the search field gets the focus, before the user types. */
   #foldAhead(): void {
     if (this.#folding) return;
     this.#folding = true;
@@ -149,21 +152,19 @@ export class Sidebar {
     });
   }
 
-  #show(found: ReadonlyArray<Found>, complete: boolean): void {
+  #show(found: ReadonlyArray<SearchMatch>, complete: boolean): void {
     this.#list.setItems(found);
     this.#list.element.hidden = complete && found.length === 0;
     if (!complete) return;
     const query = this.#input.value.trim();
     if (query) {
-      this.#outcome.textContent = found.length
-        ? counted('search.count', found.length)
-        : t('search.none', { query });
+      this.#outcome.textContent = found.length ? counted('search.count', found.length) : t('search.none', { query });
     } else {
       this.#outcome.textContent = found.length ? '' : t('sidebar.empty');
     }
   }
 
-  #fillRow(row: HTMLElement, { note: listed, inTitle, near }: Found): void {
+  #fillRow(row: HTMLElement, { note: listed, inTitle, near }: SearchMatch): void {
     const note = this.#workspace.note(listed.id) ?? listed;
     const title = titleOf(note);
     const below = (!inTitle && contextOf(note.text, this.#query, near)) || excerptOf(note);
@@ -199,15 +200,15 @@ export class Sidebar {
   }
 }
 
-/** Puts every find on the list, and rests where the search does. */
-function* gather(search: Iterable<Found | null>, found: Found[]): Generator<void, void> {
+/** Collects all matches, pausing where the search does. */
+function* gather(search: Iterable<SearchMatch | null>, found: SearchMatch[]): Generator<void, void> {
   for (const find of search) {
     if (find) found.push(find);
     else yield;
   }
 }
 
-/** An imported note keeps its file name as title, so its first line belongs below. */
+/** An imported note has its file name as title, so its first line belongs in the excerpt. */
 function excerptOf(note: Note): string {
   const { title, excerpt } = headOf(note.text);
   return note.name === null ? excerpt : [title, excerpt].filter(Boolean).join(' ');
@@ -220,9 +221,5 @@ function pinMark(): HTMLElement {
 function marked(text: string, query: string): Array<Node | string> {
   const match = findFolded(text, query);
   if (!match) return [text];
-  return [
-    text.slice(0, match.from),
-    h('mark', {}, text.slice(match.from, match.to)),
-    text.slice(match.to),
-  ];
+  return [text.slice(0, match.from), h('mark', {}, text.slice(match.from, match.to)), text.slice(match.to)];
 }

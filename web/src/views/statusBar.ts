@@ -19,7 +19,7 @@ const labels: Record<SaveStatus | 'readonly', Key> = {
   readonly: 'save.readonly',
 };
 
-/** The lower edge: whether the text is safe, the language, the guide. */
+/** The bar at the bottom: save state, language, guide. */
 export class StatusBar {
   readonly element: HTMLElement;
   readonly #state: HTMLElement;
@@ -88,7 +88,7 @@ export class StatusBar {
     this.#theme.value = theme;
   }
 
-  /** How much is written, in words that the caller has chosen; empty when no note is open. */
+  /** The word count, as worded by the caller; empty if no note is open. */
   showCount(text: string): void {
     if (this.#count.textContent !== text) this.#count.textContent = text;
   }

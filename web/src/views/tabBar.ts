@@ -16,7 +16,9 @@ interface TabElements {
 
 export const EDITOR_PANEL_ID = 'editorPanel';
 
-/** The row of open tabs. One of them is in the tab order; arrows walk along the row. */
+/**
+ * The row of open tabs, with a roving tabindex: one tab is in the tab order, arrow keys move between them.
+ */
 export class TabBar {
   readonly element: HTMLElement;
   readonly #workspace: Workspace;
@@ -57,7 +59,7 @@ export class TabBar {
     this.#active = active;
   }
 
-  /** Shows a note's title in its tab, if it has one and the title is another. */
+  /** Updates a note's tab title, if it has a tab and the title changed. */
   retitle(id: string): void {
     const note = this.#workspace.note(id);
     const elements = this.#tabs.get(id);
@@ -76,7 +78,7 @@ export class TabBar {
     });
     tab.dataset.id = id;
     tab.setAttribute('aria-keyshortcuts', 'Delete');
-    // The keyboard closes with Delete on the tab; the cross is for the pointer alone.
+    // Keyboard users close a tab with Delete; the cross is only for the pointer.
     const close = h(
       'button',
       {

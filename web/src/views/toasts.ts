@@ -10,7 +10,7 @@ const SHOWN_MS = 4000;
 const SHOWN_WITH_ACTION_MS = 12_000;
 const MOST = 3;
 
-/** Short messages at the lower edge, read out politely. */
+/** Short messages at the bottom, in a polite live region. */
 export class Toasts {
   readonly element = h('div', {
     class: 'toasts',
@@ -19,12 +19,12 @@ export class Toasts {
 
   readonly #isHeld: () => boolean;
 
-  /** While `isHeld`, no toast goes. */
+  /** No toast expires while `isHeld` returns true. */
   constructor(isHeld: () => boolean) {
     this.#isHeld = isHeld;
   }
 
-  /** Opens the region once for all, so that screen readers know it before it speaks. */
+  /** Opens the region once, because screen readers only announce changes to a region they already know. */
   start(): void {
     document.body.append(this.element);
     this.element.showPopover();
@@ -37,11 +37,9 @@ export class Toasts {
         toast.remove();
         action.run();
       };
-      toast.append(
-        h('button', { t: action.label, attrs: { type: 'button' }, on: { click: run } }),
-      );
+      toast.append(h('button', { t: action.label, attrs: { type: 'button' }, on: { click: run } }));
     }
-    // Shown anew, the region comes to lie above a dialog that was opened since.
+    // Reopening the region puts it above a dialog opened since.
     if (document.querySelector('dialog[open]')) {
       this.element.hidePopover();
       this.element.showPopover();
@@ -51,7 +49,7 @@ export class Toasts {
     this.#expire(toast, action ? SHOWN_WITH_ACTION_MS : SHOWN_MS);
   }
 
-  /** A toast waits while it is pointed at or its button has the focus. */
+  /** A toast stays while it is hovered or its button has the focus. */
   #expire(toast: HTMLElement, delay: number): void {
     setTimeout(() => {
       if (this.#isHeld() || toast.matches(':hover, :focus-within')) this.#expire(toast, SHOWN_MS);

@@ -1,7 +1,7 @@
 import { h } from '../dom/elements';
 
 export interface WindowedListOptions<Item> {
-  /** In pixels; it follows the size of the text. */
+  /** In pixels; scales with the text size. */
   readonly rowHeight: () => number;
   readonly idPrefix: string;
   readonly key: (item: Item) => string;
@@ -15,8 +15,9 @@ export interface WindowedListOptions<Item> {
 const MARGIN_ROWS = 6;
 
 /**
- * A list box of rows of one height, of which only those near the visible part exist, so that ten
- * thousand notes scroll like ten. The box itself has the focus and names its current row.
+ * A virtualised list box with rows of equal height: only rows near the visible part exist, so ten thousand
+ * notes scroll like ten. The box itself has the focus and points to its current row with
+ * aria-activedescendant.
  */
 export class WindowedList<Item> {
   readonly element: HTMLElement;
@@ -51,7 +52,7 @@ export class WindowedList<Item> {
     return this.#items;
   }
 
-  /** Shows these items; the current row stays on its item where that is still there. */
+  /** Shows these items; the current row stays on its item if that is still in the list. */
   setItems(items: ReadonlyArray<Item>): void {
     const before = this.#items[this.#current];
     const key = before === undefined ? null : this.#options.key(before);
@@ -61,7 +62,7 @@ export class WindowedList<Item> {
     this.refresh();
   }
 
-  /** Marks the item that is open in the editor. */
+  /** Marks the item open in the editor. */
   select(key: string | null): void {
     this.#selectedKey = key;
     this.refresh();
@@ -73,7 +74,7 @@ export class WindowedList<Item> {
     this.#reveal();
   }
 
-  /** Draws the rows again with the next frame. */
+  /** Redraws the rows in the next frame. */
   refresh(): void {
     if (!this.#frame) this.#frame = requestAnimationFrame(() => this.#draw());
   }
@@ -83,10 +84,7 @@ export class WindowedList<Item> {
     const rowHeight = this.#options.rowHeight();
     const { scrollTop, clientHeight } = this.element;
     const first = Math.max(0, Math.floor(scrollTop / rowHeight) - MARGIN_ROWS);
-    const last = Math.min(
-      this.#items.length,
-      Math.ceil((scrollTop + clientHeight) / rowHeight) + MARGIN_ROWS,
-    );
+    const last = Math.min(this.#items.length, Math.ceil((scrollTop + clientHeight) / rowHeight) + MARGIN_ROWS);
     this.#space.style.height = `${this.#items.length * rowHeight}px`;
     const rows = [...this.#space.children] as HTMLElement[];
     for (let index = first; index < last; index++) {

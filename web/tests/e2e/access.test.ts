@@ -12,7 +12,7 @@ before(async () => {
 after(() => browser.close());
 
 async function violations(page: Page): Promise<string[]> {
-  // Colours are judged as they come to rest.
+  // Colours are checked after transitions.
   await page.evaluate(() => Promise.allSettled(document.getAnimations().map((animation) => animation.finished)));
   await page.evaluate(axe.source);
   return page.evaluate(async () => {
@@ -26,7 +26,7 @@ async function violations(page: Page): Promise<string[]> {
 
 for (const colorScheme of ['light', 'dark'] as const) {
   for (const [name, show] of Object.entries(views)) {
-    test(`${name}, ${colorScheme}: nothing stands in anybody's way`, async () => {
+    test(`${name}, ${colorScheme}: no accessibility violations`, async () => {
       const { page, context } = await open(browser, { colorScheme, before: fakeHost(stored) });
       await show(page, wordsIn('en'));
       assert.deepEqual(await violations(page), []);
@@ -42,17 +42,17 @@ for (const colorScheme of ['light', 'dark'] as const) {
   });
 }
 
-test('wherever the Tab key leads, the focus is seen', async () => {
+test('wherever the Tab key leads, the focus is visible', async () => {
   const { page, context } = await open(browser, { before: fakeHost(stored) });
   await page.focus('#searchInput');
   const seen = new Set<string>();
   for (let i = 0; i < 14; i++) {
-    // In the text the Tab key indents, unless Escape was pressed before it.
+    // In the editor, Tab indents unless Escape was pressed first.
     if (await page.evaluate(() => document.activeElement?.classList.contains('cm-content'))) {
       await page.keyboard.press('Escape');
     }
     await page.keyboard.press('Tab');
-    // The list marks its row with the next frame.
+    // The list updates its current row in the next frame.
     await page.evaluate(() => new Promise((resolve) => requestAnimationFrame(() => setTimeout(resolve))));
     const focus = await page.evaluate(() => {
       const active = document.activeElement as HTMLElement;

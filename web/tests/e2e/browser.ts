@@ -21,7 +21,7 @@ export function launch(): Promise<Browser> {
 export interface Opened {
   readonly page: Page;
   readonly context: BrowserContext;
-  /** What went wrong in the page: thrown errors, refused resources, requests beyond file:. */
+  /** Anything that went wrong in the page: uncaught errors, blocked resources, requests other than file:. */
   readonly trouble: string[];
 }
 
@@ -51,7 +51,7 @@ export async function open(browser: Browser, options: OpenOptions = {}): Promise
   return { page, context, trouble };
 }
 
-/** A host that notes every message and answers saves as `host.answer` says. */
+/** A fake host that records every message and answers saves as `host.answer` says. */
 export function fakeHost(state?: unknown, language: Language = 'en'): string {
   const stored = state === undefined ? '' : `window.__QUENDO_NATIVE_STATE__ = ${JSON.stringify(state)};`;
   return `
@@ -91,7 +91,7 @@ export async function lastState(page: Page): Promise<Record<string, unknown>> {
   return JSON.parse(String(sent.at(-1)?.body.serialized)) as Record<string, unknown>;
 }
 
-/** The text that the page would keep, which is more than the part on screen. */
+/** The whole text of the note, not only the rendered part. */
 export async function noteTexts(page: Page): Promise<string[]> {
   const serialized = await page.evaluate(() => {
     const host = window as unknown as {
@@ -108,7 +108,7 @@ export async function noteTexts(page: Page): Promise<string[]> {
 
 export const saved = '#saveState[data-state="saved"]';
 
-/** Milliseconds that the page's thread is busy with one typed character: the median of many. */
+/** How long one typed character blocks the page, in milliseconds: the median of many. */
 export function typingCost(page: Page): Promise<number> {
   return page.evaluate(async () => {
     const costs: number[] = [];

@@ -18,12 +18,12 @@ interface FinalState {
 const close = (page: Page) => page.evaluate('quendoPrepareForTermination()') as Promise<FinalState>;
 const cancel = (page: Page) => page.evaluate('quendoTerminationDidCancel()');
 
-/** A document without its revision, which every state has another of. */
+/** A document without its revision, which differs in every state. */
 function content({ serialized }: Pick<FinalState, 'serialized'>): Record<string, unknown> {
   return { ...(JSON.parse(serialized) as Record<string, unknown>), revision: 0 };
 }
 
-/** All that can be seen of the page that a command or a key would change. */
+/** Everything visible in the page that a command or a key would change. */
 function seen(page: Page): Promise<unknown> {
   return page.evaluate(() => [
     [...document.querySelectorAll('dialog')].map((dialog) => dialog.className),
@@ -61,22 +61,36 @@ const CALLS = [
   'setDrawer(null)',
 ];
 
-/** Presses, calls and points at everything, as hands and host may that are not done yet. */
+/** Tries every key, call and click, as a user or host unaware of the quit might. */
 async function tryEverything(page: Page): Promise<void> {
   for (const call of CALLS) {
     await page.evaluate(call);
     await page.keyboard.type('q');
   }
   for (const key of KEYS) await page.keyboard.press(key);
-  for (const [x, y] of [[20, 300], [660, 20], [660, 300], [1300, 20], [1200, 765]] as const) await page.mouse.click(x, y);
+  for (const [x, y] of [
+    [20, 300],
+    [660, 20],
+    [660, 300],
+    [1300, 20],
+    [1200, 765],
+  ] as const)
+    await page.mouse.click(x, y);
   await page.mouse.click(660, 300, { button: 'middle' });
-  for (const selector of ['.toast button', '.palette-row', '.capture .button', '.bin-button', '.tab-close', '.practice-step']) {
+  for (const selector of [
+    '.toast button',
+    '.palette-row',
+    '.capture .button',
+    '.bin-button',
+    '.tab-close',
+    '.practice-step',
+  ]) {
     await page.evaluate((one) => document.querySelector<HTMLElement>(one)?.click(), selector);
   }
   await page.evaluate("document.activeElement && document.execCommand('insertText', false, 'q')");
 }
 
-test('nothing opens, nothing is typed and nothing is done while the window closes', async () => {
+test('nothing opens, nothing is typed and nothing is done while the window is closing', async () => {
   const { page, context, trouble } = await open(browser, { before: fakeHost() });
   let chosen = 0;
   page.on('filechooser', () => {
@@ -132,7 +146,7 @@ const OPEN: Record<string, readonly [opened: (page: Page) => Promise<unknown>, m
 };
 
 for (const [name, [show, more]] of Object.entries(OPEN)) {
-  test(`what was typed into the ${name} is there after a quit that was called off`, async () => {
+  test(`text typed into the ${name} is still there after a cancelled quit`, async () => {
     const { page, context } = await open(browser, { before: fakeHost() });
     await page.evaluate('createNote()');
     await page.keyboard.type('texto');
@@ -151,7 +165,7 @@ for (const [name, [show, more]] of Object.entries(OPEN)) {
   });
 }
 
-test('the menu of the note stays open, and works again', async () => {
+test('the note menu stays open, and works again', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.evaluate('createNote()');
   await page.keyboard.type('texto');
@@ -166,7 +180,7 @@ test('the menu of the note stays open, and works again', async () => {
   await context.close();
 });
 
-test("a toast's button waits for the end of the quit", async () => {
+test("a toast's button waits until the quit is over", async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.clock.install();
   await page.evaluate('createNote()');
@@ -177,7 +191,7 @@ test("a toast's button waits for the end of the quit", async () => {
   const final = await close(page);
   assert.equal((content(final).bin as unknown[]).length, 1);
   await page.keyboard.press('Enter');
-  await page.mouse.click(...await centre(page, '.toast button'));
+  await page.mouse.click(...(await centre(page, '.toast button')));
   await page.evaluate("document.querySelector('.toast button').click()");
   assert.deepEqual(content(await close(page)), content(final));
   // The way back is not lost over a long quit.
@@ -189,7 +203,7 @@ test("a toast's button waits for the end of the quit", async () => {
   await context.close();
 });
 
-test('files that come while the window closes are opened after it was called off, or stay where they are', async () => {
+test('files that arrive while the window is closing open after the quit is cancelled, or stay with the host', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.waitForSelector(saved);
   const final = await close(page);
@@ -206,7 +220,7 @@ test('files that come while the window closes are opened after it was called off
   await context.close();
 });
 
-test('answers of the host count and its language arrives, though the window was closing', async () => {
+test("the host's answers and language still count while the window is closing", async () => {
   const { page, context } = await open(browser, { before: `${fakeHost()} host.answer = null;` });
   await page.evaluate('createNote()');
   await page.keyboard.type('texto');
@@ -215,8 +229,10 @@ test('answers of the host count and its language arrives, though the window was 
   await close(page);
   await page.evaluate("quendoSetLanguage('es'); showToast('Listo')");
   await page.evaluate((revision) => {
-    (window as unknown as { quendoNativeSaveDidFinish(...values: unknown[]): void })
-      .quendoNativeSaveDidFinish(true, revision);
+    (window as unknown as { quendoNativeSaveDidFinish(...values: unknown[]): void }).quendoNativeSaveDidFinish(
+      true,
+      revision,
+    );
   }, first?.body.revision);
   assert.equal(await page.innerText('.toast'), 'Listo');
   assert.equal(await page.getAttribute('html', 'lang'), 'en');

@@ -14,7 +14,7 @@ async function write(page: Page, text: string): Promise<void> {
   await page.keyboard.type(text);
 }
 
-/** Opens so many notes one after the other and closes all tabs. */
+/** Opens this many notes one after the other and closes all tabs. */
 async function passThrough(page: Page, count: number): Promise<void> {
   await page.evaluate((many) => {
     const host = window as unknown as {
@@ -65,7 +65,7 @@ test('an open tab keeps its undo history, however many others are visited', asyn
   await context.close();
 });
 
-test('the editor holds nothing of a deleted note, which still opens where it was left', async () => {
+test('the editor keeps nothing of a deleted note, which reopens where it was left', async () => {
   const { page, context } = await open(browser);
   await write(page, 'segredo');
   await page.keyboard.press('ArrowLeft');

@@ -9,7 +9,7 @@ before(async () => {
 });
 after(() => browser.close());
 
-/** Opens a page with one note, the caret at its beginning. */
+/** Opens a page with one note and the caret at its beginning. */
 async function withNote(text: string, options: Parameters<typeof open>[1] = {}) {
   const opened = await open(browser, options);
   await opened.page.keyboard.press('Alt+n');
@@ -21,7 +21,7 @@ async function withNote(text: string, options: Parameters<typeof open>[1] = {}) 
 const count = (page: Page, shown: string) =>
   page.waitForFunction((text) => document.querySelector('.find-count')?.textContent === text, shown);
 
-test('words are found, counted and walked', async () => {
+test('matches are found, counted and stepped through', async () => {
   const { page, context, trouble } = await withNote('Casa, casa e casarão\nação');
   await page.keyboard.press('Control+f');
   await page.keyboard.type('casa');
@@ -49,7 +49,7 @@ test('words are found, counted and walked', async () => {
   await context.close();
 });
 
-test('regular expressions replace with groups, and a wrong one is said to be', async () => {
+test('regular expressions replace with groups, and invalid ones are reported', async () => {
   const { page, context } = await withNote('2024-01-02\n2025-03-04');
   await page.keyboard.press('Control+Alt+f');
   await page.click('[aria-label="Regexp"]');
@@ -66,7 +66,7 @@ test('regular expressions replace with groups, and a wrong one is said to be', a
   await context.close();
 });
 
-test('the panel speaks the language of the page', async () => {
+test("the find panel uses the page's language", async () => {
   const { page, context } = await withNote('casa', { locale: 'es-AR' });
   await page.keyboard.press('Control+Alt+f');
   await page.keyboard.type('casa');
@@ -77,7 +77,7 @@ test('the panel speaks the language of the page', async () => {
   await context.close();
 });
 
-test('a line is gone to by its number', async () => {
+test('go to line', async () => {
   const { page, context } = await withNote('um\ndois\ntres');
   await page.keyboard.press('Control+Alt+g');
   await page.keyboard.type('2');
@@ -87,7 +87,7 @@ test('a line is gone to by its number', async () => {
   await context.close();
 });
 
-test('several carets write at once', async () => {
+test('several carets type at once', async () => {
   const { page, context, trouble } = await withNote('um dois um tres um');
   for (let i = 0; i < 3; i++) await page.keyboard.press('Control+d');
   await page.keyboard.type('x');
@@ -111,7 +111,7 @@ test('several carets write at once', async () => {
   await context.close();
 });
 
-test('a column is selected by dragging', async () => {
+test('dragging selects a column', async () => {
   const { page, context } = await withNote('aa1\nbb2\ncc3');
   const box = await page.locator('.cm-line').nth(0).boundingBox();
   const last = await page.locator('.cm-line').nth(2).boundingBox();
@@ -130,7 +130,7 @@ test('a column is selected by dragging', async () => {
   await context.close();
 });
 
-test('lines move, double and join', async () => {
+test('lines are moved, duplicated and joined', async () => {
   const { page, context } = await withNote('um\ndois\ntres');
   await page.keyboard.press('Alt+ArrowDown');
   assert.deepEqual(await noteTexts(page), ['dois\num\ntres']);
@@ -141,7 +141,7 @@ test('lines move, double and join', async () => {
   await context.close();
 });
 
-test('a section folds by key and opens by a press', async () => {
+test('a section folds by key and unfolds by a click', async () => {
   const { page, context } = await withNote('# Um\n\ntexto\n\n# Dois\n\nfim');
   await page.keyboard.press('Control+Alt+BracketLeft');
   await page.waitForSelector('.fold-rest');
@@ -152,7 +152,7 @@ test('a section folds by key and opens by a press', async () => {
   await context.close();
 });
 
-test('words are counted in the text and in what is selected', async () => {
+test('words are counted in the text and in the selection', async () => {
   const { page, context } = await withNote('um dois tres\nquatro');
   const shown = (text: string) =>
     page.waitForFunction((wanted) => document.querySelector('#textCount')?.textContent === wanted, text);

@@ -15,7 +15,7 @@ const text = (page: Page) =>
   page.evaluate(() => [...document.querySelectorAll('.practice .cm-line')].map((line) => line.textContent).join('\n'));
 const outcome = (page: Page) => page.innerText('.practice-outcome');
 
-/** The keys that the guide itself tells, pressed as it says. */
+/** The keys from the guide, pressed as instructed. */
 const solutions: ReadonlyArray<readonly string[]> = [
   ['Control+d', 'Control+d', 'Control+d', 'x'],
   ['Control+Alt+ArrowDown', 'Control+Alt+ArrowDown', '-', 'Space'],
@@ -27,7 +27,7 @@ const solutions: ReadonlyArray<readonly string[]> = [
 ];
 
 for (const [index, locale] of ['pt-BR', 'en-US', 'es-ES'].entries()) {
-  test(`every lesson of the guide is done by its keys in ${locale}`, async () => {
+  test(`every lesson of the guide can be done with its keys in ${locale}`, async () => {
     const { page, context, trouble } = await open(browser, { locale });
     await page.keyboard.press('Alt+n');
     await page.keyboard.type('A nota');
@@ -40,7 +40,7 @@ for (const [index, locale] of ['pt-BR', 'en-US', 'es-ES'].entries()) {
       }
       const wanted = step === solutions.length - 1 ? 'practice.allDone' : 'practice.done';
       assert.equal(await outcome(page), catalogue[wanted][index], `lesson ${step}: ${await text(page)}`);
-      // From the text, Tab reaches the button that starts over, then the one that goes on.
+      // From the text, Tab moves to the restart button, then to the next button.
       for (const key of ['Tab', 'Tab', 'Enter']) await page.keyboard.press(key);
     }
     assert.equal(solutions.length, lessons.length);
@@ -54,7 +54,7 @@ for (const [index, locale] of ['pt-BR', 'en-US', 'es-ES'].entries()) {
   });
 }
 
-test('a lesson is not done by something else and can be started over', async () => {
+test('a lesson is not done by anything else and can be restarted', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.evaluate('quendoOpenShortcutGuide()');
   await page.keyboard.type('x');

@@ -36,7 +36,7 @@ const MENU = [
   "state.sidebarMode='all';renderSidebar();setDrawer('sidebar',{focus:false});document.getElementById('searchInput').focus();document.getElementById('searchInput').select()",
 ];
 
-test('every snippet of the menu runs and gives nothing back', async () => {
+test('every menu script runs and returns nothing', async () => {
   const { page, context, trouble } = await open(browser, { before: fakeHost() });
   for (const prepared of [false, true]) {
     if (prepared) await page.evaluate('createNote(), createNote(), undefined');
@@ -49,7 +49,7 @@ test('every snippet of the menu runs and gives nothing back', async () => {
   await context.close();
 });
 
-test('the search snippet reaches the field from under a dialog and a folded sidebar', async () => {
+test('the search script focuses the field from a dialog and with the sidebar closed', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.click('[aria-label="Hide the note list"]');
   await page.evaluate('openCapture()');
@@ -59,7 +59,7 @@ test('the search snippet reaches the field from under a dialog and a folded side
   await context.close();
 });
 
-test('saves carry rising revisions and are shown for what they are', async () => {
+test('saves carry increasing revisions, and their status is shown', async () => {
   const stored = { version: 1, revision: 9e15, notes: [{ id: 'a', text: 'velho' }], tabs: { open: ['a'] } };
   const { page, context } = await open(browser, { before: fakeHost(stored) });
   await page.waitForSelector(saved);
@@ -72,13 +72,16 @@ test('saves carry rising revisions and are shown for what they are', async () =>
   await page.waitForSelector(saved);
   const sent = await messages(page, 'quendoState');
   const revisions = sent.map(({ body }) => Number(body.revision));
-  assert.ok(revisions.every((revision, i) => revision > (revisions[i - 1] ?? 9e15)), revisions.join());
+  assert.ok(
+    revisions.every((revision, i) => revision > (revisions[i - 1] ?? 9e15)),
+    revisions.join(),
+  );
   const state = await lastState(page);
   assert.equal(state.revision, revisions.at(-1));
   await context.close();
 });
 
-test('a host that never answers leaves the text not saved', async () => {
+test('without an answer from the host the text is not reported as saved', async () => {
   const { page, context } = await open(browser, { before: `${fakeHost()} host.answer = null;` });
   await page.evaluate('createNote()');
   await page.keyboard.type('x');
@@ -90,7 +93,7 @@ test('a host that never answers leaves the text not saved', async () => {
   await context.close();
 });
 
-test('the last state is whole in the middle of a composition and of a capture', async () => {
+test('the final state is complete in the middle of a composition and of a capture', async () => {
   const { page, context } = await open(browser, { before: `${fakeHost()} host.answer = null;` });
   await page.evaluate('createNote()');
   await page.keyboard.type('a');
@@ -99,7 +102,7 @@ test('the last state is whole in the middle of a composition and of a capture', 
   assert.deepEqual(await noteTexts(page), ['aにほ']);
   await page.evaluate('openCapture()');
   await page.keyboard.type('pensamento');
-  const final = await page.evaluate('quendoPrepareForTermination()') as { serialized: string; revision: number };
+  const final = (await page.evaluate('quendoPrepareForTermination()')) as { serialized: string; revision: number };
   const state = JSON.parse(final.serialized) as Record<string, unknown>;
   assert.equal(state.captureDraft, 'pensamento');
   assert.equal(state.revision, final.revision);
@@ -117,10 +120,12 @@ test('a newer document opens read-only and is never written', async () => {
   assert.match(await page.innerText('[role=alert]'), /newer version/);
   await page.click('.cm-content');
   await page.keyboard.type('x');
-  await page.evaluate("createNote(); openCapture(); quendoCloseCurrentTab(); quendoReopenClosedTab(); flushPendingSave(); quendoOpenNativeFiles([{name:'a',content:'b'}])");
+  await page.evaluate(
+    "createNote(); openCapture(); quendoCloseCurrentTab(); quendoReopenClosedTab(); flushPendingSave(); quendoOpenNativeFiles([{name:'a',content:'b'}])",
+  );
   await page.waitForTimeout(500);
   assert.deepEqual(await messages(page, 'quendoState'), []);
-  const final = await page.evaluate('quendoPrepareForTermination()') as { serialized: string; revision: number };
+  const final = (await page.evaluate('quendoPrepareForTermination()')) as { serialized: string; revision: number };
   assert.deepEqual(JSON.parse(final.serialized), stored);
   assert.equal(final.revision, 1);
   await context.close();
@@ -137,7 +142,7 @@ test('hostile documents do not stop the page', async () => {
   }
 });
 
-test('requests to the host have their bodies, and answers their effects', async () => {
+test('requests to the host have the right bodies, and answers take effect', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   const opened = await page.evaluate(
     "quendoOpenNativeFiles([{name:'plano.md',content:'# Plano\\n**x**',format:'markdown',byteCount:9}, null, 5])",
@@ -173,7 +178,7 @@ test('requests to the host have their bodies, and answers their effects', async 
   await context.close();
 });
 
-test('keys of the host menu are left to the host', async () => {
+test("keys of the host's menu are left to the host", async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.evaluate('createNote()');
   for (const key of ['Control+k', 'Control+s', 'Control+p', 'Control+m', 'Control+h', 'Control+Alt+w']) {
@@ -196,19 +201,21 @@ test('keys of the host menu are left to the host', async () => {
   await context.close();
 });
 
-test('native editing commands reach the whole note', async () => {
+test('native editing commands affect the whole note', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   const content = Array.from({ length: 5000 }, (_, i) => `linha ${i}`).join('\n');
   await page.evaluate(
-    (text) => (window as unknown as { quendoOpenNativeFiles(files: unknown): number })
-      .quendoOpenNativeFiles([{ name: 'longo.txt', content: text, format: 'plain', byteCount: 1 }]),
+    (text) =>
+      (window as unknown as { quendoOpenNativeFiles(files: unknown): number }).quendoOpenNativeFiles([
+        { name: 'longo.txt', content: text, format: 'plain', byteCount: 1 },
+      ]),
     content,
   );
   await page.focus('.cm-content');
   await page.evaluate("document.execCommand('selectAll')");
   await page.keyboard.type('tudo');
   assert.deepEqual(await noteTexts(page), ['tudo']);
-  // WebKit announces its own undo and redo this way; Chromium does so only for its menus.
+  // WebKit announces its own undo and redo this way; Chromium only does so for its menus.
   const announce = (inputType: string) =>
     page.evaluate(
       (type) =>
@@ -238,7 +245,7 @@ test('markup in notes and names stays text', async () => {
   await context.close();
 });
 
-test('the policy refuses inline scripts and connections', async () => {
+test('the policy blocks inline scripts and connections', async () => {
   const { page, context } = await open(browser);
   await page.evaluate(() => {
     const script = document.createElement('script');
@@ -246,7 +253,12 @@ test('the policy refuses inline scripts and connections', async () => {
     document.body.append(script);
   });
   assert.equal(await page.evaluate('window.evil'), undefined);
-  const refused = await page.evaluate(() => fetch('data:,x').then(() => false, () => true));
+  const refused = await page.evaluate(() =>
+    fetch('data:,x').then(
+      () => false,
+      () => true,
+    ),
+  );
   assert.equal(refused, true);
   await context.close();
 });

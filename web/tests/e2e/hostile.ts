@@ -1,4 +1,4 @@
-/** What a hostile note would try. `ran()` is what each of them wants to call. */
+/** What a hostile note might try. Each attack tries to call `ran()`. */
 const addresses = [
   'javascript:ran()',
   'JaVaScRiPt:ran()',

@@ -17,13 +17,13 @@ async function write(page: Page, ...texts: string[]): Promise<void> {
   }
 }
 
-/** Leaves the page as one does for another window, and comes back to it as after a restart. */
+/** Leaves the page as if switching windows, and opens it again as if after a restart. */
 async function restart(page: Page): Promise<void> {
   await page.waitForSelector(saved);
   await page.reload();
 }
 
-/** Waits until the editor has drawn and nothing has scrolled for a moment. */
+/** Waits until the editor has drawn and scrolling has settled. */
 function settled(page: Page): Promise<void> {
   return page.evaluate(async () => {
     const top = () => document.querySelector('.cm-scroller')?.scrollTop;
@@ -37,11 +37,16 @@ function settled(page: Page): Promise<void> {
 const tabs = (page: Page) => page.locator('[role=tab]').allInnerTexts();
 const rows = (page: Page) => page.locator('#sidebar .row-title').allInnerTexts();
 
-test('caret and scroll position outlive tab switches and a restart', async () => {
+test('caret and scroll position survive tab switches and a restart', async () => {
   const lines = Array.from({ length: 400 }, (_, i) => `linha ${i}`).join('\n');
-  const notes = [{ id: 'long', text: lines }, { id: 'other', text: 'outra' }];
+  const notes = [
+    { id: 'long', text: lines },
+    { id: 'other', text: 'outra' },
+  ];
   const state = { version: 1, notes, tabs: { open: ['long', 'other'], active: 'long' } };
-  const { page, context } = await open(browser, { before: `localStorage['quendo-state'] ??= ${JSON.stringify(JSON.stringify(state))};` });
+  const { page, context } = await open(browser, {
+    before: `localStorage['quendo-state'] ??= ${JSON.stringify(JSON.stringify(state))};`,
+  });
   await page.focus('.cm-content');
   for (let i = 0; i < 6; i++) await page.keyboard.press('PageDown');
   await page.keyboard.press('ArrowRight');
@@ -61,7 +66,10 @@ test('caret and scroll position outlive tab switches and a restart', async () =>
   assert.equal(await visible(), first);
   for (let i = 0; i < 3; i++) {
     await restart(page);
-    await page.waitForFunction((wanted) => document.querySelector('.cm-content')?.textContent?.includes(wanted ?? ''), first);
+    await page.waitForFunction(
+      (wanted) => document.querySelector('.cm-content')?.textContent?.includes(wanted ?? ''),
+      first,
+    );
     await settled(page);
     assert.equal(await visible(), first, `restart ${i}`);
   }
@@ -72,11 +80,11 @@ test('caret and scroll position outlive tab switches and a restart', async () =>
   await context.close();
 });
 
-test('closed tabs come back after a restart, deleted notes too', async () => {
+test('closed tabs can be reopened after a restart, deleted notes too', async () => {
   const { page, context } = await open(browser);
   await write(page, 'um', 'dois', 'tres');
   await page.keyboard.press('Alt+w');
-  await page.evaluate("quendoSwitchOpenTab(-1)");
+  await page.evaluate('quendoSwitchOpenTab(-1)');
   await page.keyboard.press('Control+Shift+p');
   await page.keyboard.type('delete note');
   await page.keyboard.press('Enter');
@@ -107,7 +115,7 @@ test('a pinned note stays first in the list', async () => {
   await context.close();
 });
 
-test('the bin gives notes back, and is emptied only when that is agreed to', async () => {
+test('the bin restores notes, and is emptied only after confirmation', async () => {
   const { page, context } = await open(browser);
   await write(page, 'um', 'dois', 'tres');
   for (let i = 0; i < 2; i++) {
@@ -134,7 +142,7 @@ test('the bin gives notes back, and is emptied only when that is agreed to', asy
   await context.close();
 });
 
-test('the palette runs what it finds, from anywhere, with the host too', async () => {
+test('the palette runs what it finds, from anywhere, under the host too', async () => {
   for (const before of [undefined, fakeHost()]) {
     const { page, context, trouble } = await open(browser, before ? { before } : {});
     await page.evaluate('createNote()');
@@ -159,7 +167,7 @@ test('the palette runs what it finds, from anywhere, with the host too', async (
   }
 });
 
-test('theme and text size are kept, and the theme follows the desktop when it is to', async () => {
+test('theme and text size are saved, and the theme follows the system if set to', async () => {
   const { page, context } = await open(browser, { colorScheme: 'light' });
   const theme = () => page.getAttribute('html', 'data-theme');
   const size = () => page.evaluate(() => Number.parseFloat(getComputedStyle(document.body).fontSize));
@@ -183,7 +191,7 @@ test('theme and text size are kept, and the theme follows the desktop when it is
   await context.close();
 });
 
-test('a click lands where it points after the text was made larger', async () => {
+test('a click lands where it points after zooming in', async () => {
   const { page, context } = await open(browser);
   await page.keyboard.press('Alt+n');
   for (let i = 0; i < 12; i++) await page.keyboard.type(`linha ${i}\n`);
@@ -197,7 +205,7 @@ test('a click lands where it points after the text was made larger', async () =>
   await context.close();
 });
 
-test('all that is there stays within reach with large text in a small window', async () => {
+test('everything stays reachable with large text in a small window', async () => {
   const { page, context } = await open(browser, { width: 880, height: 600 });
   await write(page, 'uma nota com um título um tanto comprido', 'dois');
   for (let i = 0; i < 6; i++) await page.keyboard.press('Control+Equal');
@@ -215,7 +223,7 @@ test('all that is there stays within reach with large text in a small window', a
   await context.close();
 });
 
-test('quick capture leaves caret, selection and scroll of the note alone', async () => {
+test("quick capture does not change the note's caret, selection or scroll position", async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.evaluate('createNote()');
   await page.keyboard.type('antes meio depois');
@@ -226,20 +234,23 @@ test('quick capture leaves caret, selection and scroll of the note alone', async
   await page.evaluate("quendoOpenNativeFiles([{name:'a.md',content:'chegou'}])");
   await page.evaluate('quendoSwitchOpenTab(-1)');
   await page.keyboard.type('X');
-  const state = await page.evaluate('JSON.parse(quendoPrepareForTermination().serialized)') as Awaited<ReturnType<typeof lastState>>;
+  const state = (await page.evaluate('JSON.parse(quendoPrepareForTermination().serialized)')) as Awaited<
+    ReturnType<typeof lastState>
+  >;
   assert.equal(state.captureDraft, 'uma ideia');
   assert.equal((state.notes as Array<{ text: string }>)[0]?.text, 'Xs meio depois');
   await context.close();
 });
 
-test('motion stops where the system asks for that', async () => {
+test('animations stop if the system asks for reduced motion', async () => {
   const { page, context } = await open(browser);
   const moving = () =>
-    page.evaluate(() =>
-      [...document.querySelectorAll('*')].filter((element) => {
-        const { animationName, transitionDuration } = getComputedStyle(element);
-        return animationName !== 'none' || !/^0s(, 0s)*$/.test(transitionDuration);
-      }).length,
+    page.evaluate(
+      () =>
+        [...document.querySelectorAll('*')].filter((element) => {
+          const { animationName, transitionDuration } = getComputedStyle(element);
+          return animationName !== 'none' || !/^0s(, 0s)*$/.test(transitionDuration);
+        }).length,
     );
   await page.keyboard.press('Control+k');
   assert.ok((await moving()) > 0);
@@ -248,7 +259,7 @@ test('motion stops where the system asks for that', async () => {
   await context.close();
 });
 
-test('a note that was emptied comes back with its text, one that was never written in goes', async () => {
+test('an emptied note comes back with its text, one that never had text is removed', async () => {
   const { page, context } = await open(browser);
   await write(page, 'Rascunho', '');
   await page.keyboard.press('Alt+w');
@@ -264,7 +275,7 @@ test('a note that was emptied comes back with its text, one that was never writt
   assert.deepEqual(await tabs(page), ['Untitled']);
   await page.keyboard.press('Control+z');
   assert.deepEqual(await noteTexts(page), ['Rascunho']);
-  // After a restart there is nothing to undo, and the note is one all the same.
+  // After a restart there is no undo history, but it still counts as a note.
   await page.keyboard.press('Control+a');
   await page.keyboard.press('Delete');
   await restart(page);

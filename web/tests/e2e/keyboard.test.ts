@@ -10,7 +10,9 @@ before(async () => {
 after(() => browser.close());
 
 const inEditor = (page: Page) =>
-  page.evaluate(() => document.activeElement?.matches('.cm-content') === true && !document.activeElement.closest('dialog'));
+  page.evaluate(
+    () => document.activeElement?.matches('.cm-content') === true && !document.activeElement.closest('dialog'),
+  );
 
 async function write(page: Page, ...texts: string[]): Promise<void> {
   for (const text of texts) {
@@ -19,7 +21,7 @@ async function write(page: Page, ...texts: string[]): Promise<void> {
   }
 }
 
-test('a first note is one key press away', async () => {
+test('the first note is one key press away', async () => {
   const { page, context } = await open(browser);
   await page.keyboard.press('Enter');
   await page.keyboard.type('olá');
@@ -48,13 +50,15 @@ test('Escape leaves every panel for the text', async () => {
     await show();
     assert.equal(await inEditor(page), false, `panel ${index} takes the focus`);
     await page.keyboard.press('Escape');
-    await page.waitForFunction(() => document.activeElement?.matches('.cm-content') && !document.querySelector('dialog'));
+    await page.waitForFunction(
+      () => document.activeElement?.matches('.cm-content') && !document.querySelector('dialog'),
+    );
   }
   assert.equal(await page.locator('dialog').count(), 0);
   await context.close();
 });
 
-test('a dialog keeps the focus', async () => {
+test('a dialog keeps the focus inside', async () => {
   const { page, context } = await open(browser);
   await write(page, 'um');
   await page.keyboard.press('Control+k');
@@ -69,7 +73,7 @@ test('a dialog keeps the focus', async () => {
   await context.close();
 });
 
-test('the list, the tabs and the overview are walked with arrows', async () => {
+test('arrow keys move through the list, the tabs and the overview', async () => {
   const { page, context } = await open(browser);
   await write(page, 'um', 'dois', 'tres');
   const active = () => page.innerText('[role=tab][aria-selected=true]');
@@ -99,7 +103,7 @@ test('the list, the tabs and the overview are walked with arrows', async () => {
   await context.close();
 });
 
-test('the note menu is walked with arrows', async () => {
+test('arrow keys move through the note menu', async () => {
   const { page, context } = await open(browser);
   await write(page, 'fica');
   await page.focus('[aria-label="Note actions"]');
@@ -112,7 +116,7 @@ test('the note menu is walked with arrows', async () => {
   await context.close();
 });
 
-test('everything that can be pressed has a name', async () => {
+test('every clickable element has an accessible name', async () => {
   const { page, context } = await open(browser);
   await write(page, 'um', 'dois');
   const nameless = await page.evaluate(() =>
@@ -132,7 +136,7 @@ test('everything that can be pressed has a name', async () => {
   await context.close();
 });
 
-test('Escape in a dialog gives the focus back before another key can come', async () => {
+test('Escape in a dialog restores the focus before the next key press', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   await page.evaluate('createNote(); openCapture()');
   const focused = await page.evaluate(() => {
@@ -141,7 +145,7 @@ test('Escape in a dialog gives the focus back before another key can come', asyn
     return [document.activeElement?.className.includes('cm-content'), document.querySelector('dialog')];
   });
   assert.deepEqual(focused, [true, null]);
-  // Nothing else follows, also not when the browser has its own say.
+  // Nothing else happens, and the browser's own shortcut does not run either.
   await page.evaluate('openCapture()');
   await page.keyboard.press('Escape');
   await page.keyboard.type('a');

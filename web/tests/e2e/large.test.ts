@@ -10,7 +10,10 @@ before(async () => {
 });
 after(() => browser.close());
 
-/** Ten thousand notes of 6 KB, made in the page, since handing over so much would take longer than the test. */
+/**
+ * Ten thousand notes of 6 KB, created inside the page, because passing them in would take longer than the
+ * test.
+ */
 const MANY = `
   window.__QUENDO_IS_MAC__ = true;
   window.__QUENDO_NATIVE_STATE__ = (() => {
@@ -28,7 +31,7 @@ const MANY = `
     return { version: 1, notes, tabs: { open: ['n5'] } };
   })();`;
 
-test('ten thousand notes of 60 MB: keys in the search and in the text are not kept waiting', async () => {
+test('ten thousand notes of 60 MB: keys in the search and in the text do not have to wait', async () => {
   const before = fakeHost().replace('window.__QUENDO_IS_MAC__ = true;', MANY);
   const { page, context } = await open(browser, { before });
   await page.waitForSelector('#saveState[data-state="saved"]', { timeout: 60_000 });
@@ -54,7 +57,7 @@ test('ten thousand notes of 60 MB: keys in the search and in the text are not ke
     }
     return costs;
   });
-  // Far above what it takes, because machines differ: only what freezes the page fails here.
+  // A generous limit, because machines differ: only a frozen page should fail here.
   for (const [query, held] of times) assert.ok(held < 1000, `${query}: ${held} ms`);
   const busy = await page.evaluate(async () => {
     const longest = { ms: 0 };

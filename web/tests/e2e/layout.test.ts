@@ -11,7 +11,7 @@ before(async () => {
 });
 after(() => browser.close());
 
-/** Where the parts of the frame stand, which nothing that happens in them may move. */
+/** Positions of the frame's parts, which nothing inside them may shift. */
 function frame(page: Page): Promise<Record<string, number>> {
   return page.evaluate(() => {
     const top = (selector: string) => Math.round(document.querySelector(selector)?.getBoundingClientRect().top ?? -1);
@@ -27,7 +27,7 @@ function overflow(page: Page): Promise<boolean> {
 }
 
 for (const language of languages) {
-  test(`nothing moves the frame of the least window, in ${language}`, async () => {
+  test(`nothing shifts the frame of the smallest window, in ${language}`, async () => {
     const size = { width: 880, height: 600 };
     const { page, context } = await open(browser, { ...size, before: fakeHost(stored, language) });
     const still = await frame(page);

@@ -10,7 +10,7 @@ before(async () => {
 });
 after(() => browser.close());
 
-/** Watches a page for anything that a note made it do. */
+/** Records anything a note made the page do. */
 async function openWatched() {
   const opened = await open(browser, { before: 'window.ran = () => { window.hasRun = true; };' });
   const { page, context } = opened;
@@ -25,7 +25,7 @@ async function openWatched() {
   return { ...opened, seen };
 }
 
-/** Elements and attributes on the page that only a note could have brought in. */
+/** Elements and attributes that can only have come from a note. */
 function foreign(page: Page): Promise<string[]> {
   return page.evaluate(() => {
     const found: string[] = [];
@@ -37,7 +37,7 @@ function foreign(page: Page): Promise<string[]> {
       }
       const inNote = element.closest('.preview, .cm-content, .list, .tabs');
       if (inNote && /^(?:script|link|meta|style|use|noscript|source)$/.test(element.localName)) found.push(shown);
-      // The editor puts an image of its own, without an address, beside some marks.
+      // The editor adds an image without an address next to some marks.
       if (element.localName === 'img' && element.hasAttribute('src')) found.push(shown);
       for (const { name, value } of element.attributes) {
         if (/^on|^srcdoc$|^formaction$|^xlink:/.test(name)) found.push(`${name} ${shown}`);
@@ -49,7 +49,7 @@ function foreign(page: Page): Promise<string[]> {
   });
 }
 
-test('an imported note can run nothing and fetch nothing', async () => {
+test('an imported note cannot run or fetch anything', async () => {
   const { page, context, seen, trouble } = await openWatched();
   const buffer = Buffer.from(corpus.join('\n\n'));
   const name = '<img src=x onerror=ran()>.md';
@@ -80,7 +80,7 @@ test('an imported note can run nothing and fetch nothing', async () => {
   await context.close();
 });
 
-test('what is pasted is text, whatever else the clipboard has', async () => {
+test('only text is pasted, whatever else is on the clipboard', async () => {
   const { page, context, seen, trouble } = await openWatched();
   await page.keyboard.press('Alt+n');
   await page.keyboard.press('Control+Alt+p');
@@ -102,7 +102,7 @@ test('what is pasted is text, whatever else the clipboard has', async () => {
   await context.close();
 });
 
-test('the preview follows the text and keeps what has not changed', async () => {
+test('the preview follows the text and reuses unchanged blocks', async () => {
   const { page, context, trouble } = await open(browser);
   await page.keyboard.press('Alt+n');
   await page.keyboard.insertText('# Um\n\ndois **tres**\n\n- [x] feita\n\n![gato](https://a.invalid/b.png)\n\nfim');
@@ -122,8 +122,11 @@ test('the preview follows the text and keeps what has not changed', async () => 
   await context.close();
 });
 
-test('the preview scrolls with the text, also in a long one', async () => {
-  const sections = Array.from({ length: 4000 }, (_, i) => `## Parte ${i}\n\nUm texto que diz alguma coisa, e mais outra.`);
+test('the preview scrolls with the text, even in a long one', async () => {
+  const sections = Array.from(
+    { length: 4000 },
+    (_, i) => `## Parte ${i}\n\nUm texto que diz alguma coisa, e mais outra.`,
+  );
   const notes = [{ id: 'a', text: sections.join('\n\n'), updated: 1 }];
   const before = fakeHost({ version: 1, notes, tabs: { open: ['a'], active: 'a' } });
   const { page, context } = await open(browser, { before });
@@ -142,7 +145,7 @@ test('the preview scrolls with the text, also in a long one', async () => {
   await context.close();
 });
 
-test('the preview in place of the text has the keys, and Escape goes back', async () => {
+test('the preview in place of the text gets the keys, and Escape goes back', async () => {
   const { page, context } = await open(browser);
   await page.keyboard.press('Alt+n');
   await page.keyboard.type('um');
@@ -161,11 +164,16 @@ test('the preview in place of the text has the keys, and Escape goes back', asyn
   await context.close();
 });
 
-test('a preview beside the text is there again after a restart, one in its place is not', async () => {
+test('a preview beside the text is open again after a restart, one in its place is not', async () => {
   const { page, context } = await open(browser);
   await page.keyboard.press('Alt+n');
   await page.keyboard.type('# Título');
-  for (const [key, stays] of [['p', true], ['r', false], ['p', true], ['p', false]] as const) {
+  for (const [key, stays] of [
+    ['p', true],
+    ['r', false],
+    ['p', true],
+    ['p', false],
+  ] as const) {
     await page.keyboard.press(`Control+Alt+${key}`);
     await page.waitForSelector(saved);
     await page.reload();

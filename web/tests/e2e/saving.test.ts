@@ -20,9 +20,9 @@ test('quitting never replaces a newer document, even one without a revision to s
     await page.keyboard.press('Enter');
     await page.click('#sidebar');
     await page.evaluate("window.dispatchEvent(new Event('blur')); window.dispatchEvent(new Event('pagehide'))");
-    const final = await page.evaluate('quendoPrepareForTermination()') as { serialized: string; revision: number };
+    const final = (await page.evaluate('quendoPrepareForTermination()')) as { serialized: string; revision: number };
     const document = JSON.parse(final.serialized) as Record<string, unknown>;
-    // The host goes by the revision beside the document from 1 on, else by the document's own.
+    // The host uses the revision passed with the document if it is 1 or more, otherwise the document's own.
     assert.ok(final.revision < 1 && Number(document.revision) < 0, final.serialized);
     assert.deepEqual({ ...document, revision }, { ...stored, revision });
     await page.evaluate('quendoTerminationDidCancel()');
@@ -32,30 +32,34 @@ test('quitting never replaces a newer document, even one without a revision to s
   }
 });
 
-test('a key that saves tries again at once after a failure', async () => {
+test('a save key retries immediately after a failure', async () => {
   const { page, context } = await open(browser, { before: `${fakeHost()} host.answer = false;` });
   await page.evaluate('createNote()');
   await page.keyboard.type('x');
   await page.waitForSelector('#saveState[data-state="failed"]');
-  // In one turn of the page, and between two tries: a try of the page's own must not come first.
-  const sent = await page.waitForFunction(() => {
-    const { host } = window as unknown as { host: { answer: boolean; messages: unknown[]; seen?: number } };
-    const before = host.messages.length;
-    const quiet = host.seen === before;
-    host.seen = before;
-    if (!quiet || before < 3) return undefined;
-    host.answer = true;
-    (window as unknown as { flushPendingSave(): void }).flushPendingSave();
-    return [before, host.messages.length];
-  }, undefined, { polling: 100 });
-  const [first, then] = await sent.jsonValue() as [number, number];
+  // In a single task, and between two attempts: none of the page's own attempts may come first.
+  const sent = await page.waitForFunction(
+    () => {
+      const { host } = window as unknown as { host: { answer: boolean; messages: unknown[]; seen?: number } };
+      const before = host.messages.length;
+      const quiet = host.seen === before;
+      host.seen = before;
+      if (!quiet || before < 3) return undefined;
+      host.answer = true;
+      (window as unknown as { flushPendingSave(): void }).flushPendingSave();
+      return [before, host.messages.length];
+    },
+    undefined,
+    { polling: 100 },
+  );
+  const [first, then] = (await sent.jsonValue()) as [number, number];
   assert.equal(then, first + 1);
   await page.waitForSelector(saved);
   assert.match((await page.locator('.toast').allInnerTexts()).join(), /Everything is saved again/);
   await context.close();
 });
 
-test('a desktop that sets its clock keeps no text from being saved', async () => {
+test('setting the system clock never keeps text from being saved', async () => {
   const before = `
     let set = 0;
     const { now } = Date;
@@ -69,7 +73,7 @@ test('a desktop that sets its clock keeps no text from being saved', async () =>
     const count = (await messages(page, 'quendoState')).length;
     await page.keyboard.type('before ');
     await page.evaluate(`setWallClock(${step})`);
-    // Without a pause that would be long enough to save in.
+    // Without a pause long enough to save in.
     const texts = await page.evaluate(async (sentBefore) => {
       const { host } = window as unknown as { host: { messages: Array<{ body: { serialized: string } }> } };
       const began = performance.now();
@@ -81,7 +85,7 @@ test('a desktop that sets its clock keeps no text from being saved', async () =>
       return host.messages.slice(sentBefore).map(({ body }) => body.serialized);
     }, count);
     assert.match(texts.join(), /"before xxx/, `the clock set by ${step}`);
-    // A failure, too, is followed by another try in its time.
+    // A failure is followed by another attempt on schedule, too.
     await page.evaluate('host.answer = false');
     await page.keyboard.type('y');
     await page.waitForSelector('#saveState[data-state="failed"]');

@@ -4,21 +4,29 @@ import { type Language, languages } from '../../src/i18n/language';
 
 const NOW = Date.now();
 const notes = [
-  { id: 'a', text: '# Plano\n\n**forte** e _leve_, ~~fora~~ `código`\n\n- [ ] tarefa\n- [x] feita\n\n> dito\n\n[ponte](https://example.org)\n\n```js\nlet a = 1; // um\n```', pinned: true, updated: NOW },
+  {
+    id: 'a',
+    text: '# Plano\n\n**forte** e _leve_, ~~fora~~ `código`\n\n- [ ] tarefa\n- [x] feita\n\n> dito\n\n[ponte](https://example.org)\n\n```js\nlet a = 1; // um\n```',
+    pinned: true,
+    updated: NOW,
+  },
   { id: 'b', text: 'Compras\npão e maçã', updated: NOW - 1 },
   { id: 'c', text: '', updated: NOW - 2 },
 ];
-const bin = [{ id: 'd', text: 'Apagada\ne mais', deleted: NOW }, { id: 'e', text: '', deleted: NOW - 9 }];
+const bin = [
+  { id: 'd', text: 'Apagada\ne mais', deleted: NOW },
+  { id: 'e', text: '', deleted: NOW - 9 },
+];
 export const stored = { version: 1, notes, bin, tabs: { open: ['a', 'b', 'c'], active: 'a' } };
 
-/** A word of the page in the language that it is shown in. */
+/** A catalogue text in the page's language. */
 type Words = (key: Key) => string;
 
 export function wordsIn(language: Language): Words {
   return (key) => catalogue[key][languages.indexOf(language)] ?? key;
 }
 
-/** What one can come to see, each with the way there. */
+/** Every view, with the steps that lead to it. */
 export const views: Record<string, (page: Page, word: Words) => Promise<unknown>> = {
   writing: (page) => page.focus('.cm-content'),
   'find in the text': async (page) => {
@@ -63,7 +71,9 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
   overview: (page) => page.evaluate('quendoShowTabOverview()'),
   'quick capture': (page) => page.evaluate('openCapture()'),
   'closing many tabs': async (page) => {
-    await page.evaluate("quendoOpenNativeFiles(Array.from({ length: 51 }, (_, n) => ({ name: n + '.md', content: 'nota' })))");
+    await page.evaluate(
+      "quendoOpenNativeFiles(Array.from({ length: 51 }, (_, n) => ({ name: n + '.md', content: 'nota' })))",
+    );
     await page.evaluate("quendoRequestCloseTabs('all')");
     await page.waitForSelector('dialog[open] .question');
   },

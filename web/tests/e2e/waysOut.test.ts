@@ -18,7 +18,7 @@ const openIn = (language: string, state: unknown = stored) =>
 const focused = (page: Page) =>
   page.evaluate(() => (document.activeElement as HTMLElement | null)?.dataset.command ?? null);
 
-/** From the text into the note's menu and onto an entry, by the keyboard alone. */
+/** Moves from the text into the note menu and onto an entry, using only the keyboard. */
 async function choose(page: Page, command: string): Promise<void> {
   await page.focus('.cm-content');
   await page.keyboard.press('Escape');
@@ -32,7 +32,7 @@ async function choose(page: Page, command: string): Promise<void> {
   await page.keyboard.press('Enter');
 }
 
-/** What was posted last by a name, once there are `count` of them. */
+/** The last message posted under a name, once there are `count` of them. */
 async function posted(page: Page, name: string, count = 1): Promise<Record<string, unknown>> {
   await page.waitForFunction(
     ([wanted, least]) =>
@@ -49,7 +49,7 @@ const answer = (page: Page, name: string, ...values: unknown[]) =>
 
 const toast = (page: Page, text: string) => page.waitForSelector(`.toast >> text="${text}"`);
 
-test('the menu has a name, roles and every way out of a note', async () => {
+test('the menu has a name, roles and every export, copy and share command', async () => {
   const { page, context, trouble } = await openIn('en');
   const button = page.getByRole('button', { name: 'Note actions' });
   assert.equal(await button.getAttribute('aria-haspopup'), 'menu');
@@ -87,60 +87,80 @@ test('the menu has a name, roles and every way out of a note', async () => {
 });
 
 for (const { language, copied, whatsapp, failed } of [
-  { language: 'pt', copied: 'Markdown copiado', whatsapp: 'Copiado para o WhatsApp', failed: 'Não foi possível copiar' },
+  {
+    language: 'pt',
+    copied: 'Markdown copiado',
+    whatsapp: 'Copiado para o WhatsApp',
+    failed: 'Não foi possível copiar',
+  },
   { language: 'en', copied: 'Markdown copied', whatsapp: 'Copied for WhatsApp', failed: 'Could not copy' },
   { language: 'es', copied: 'Markdown copiado', whatsapp: 'Copiado para WhatsApp', failed: 'No se pudo copiar' },
-]) test(`copies are posted and answered in the language ${language}`, async () => {
-  const { page, context, trouble } = await openIn(language);
-  await choose(page, 'copyMarkdown');
-  const first = await posted(page, 'quendoClipboard');
-  assert.equal(first.text, NOTE);
-  assert.equal(first.successMessage, copied);
-  await answer(page, 'quendoNativeClipboardDidFinish', true, first.successMessage, first.requestId);
-  await toast(page, copied);
+])
+  test(`copies are posted and answered in the language ${language}`, async () => {
+    const { page, context, trouble } = await openIn(language);
+    await choose(page, 'copyMarkdown');
+    const first = await posted(page, 'quendoClipboard');
+    assert.equal(first.text, NOTE);
+    assert.equal(first.successMessage, copied);
+    await answer(page, 'quendoNativeClipboardDidFinish', true, first.successMessage, first.requestId);
+    await toast(page, copied);
 
-  await choose(page, 'copyPlain');
-  const plain = await posted(page, 'quendoClipboard', 2);
-  assert.equal(plain.text, 'Ata\n\n☑ pão\n- site (https://x.y)');
-  await answer(page, 'quendoNativeClipboardDidFinish', false, plain.successMessage, plain.requestId);
-  await toast(page, failed);
+    await choose(page, 'copyPlain');
+    const plain = await posted(page, 'quendoClipboard', 2);
+    assert.equal(plain.text, 'Ata\n\n☑ pão\n- site (https://x.y)');
+    await answer(page, 'quendoNativeClipboardDidFinish', false, plain.successMessage, plain.requestId);
+    await toast(page, failed);
 
-  await page.evaluate('window.copied = quendoCopyCurrentNoteForWhatsApp(), undefined');
-  const third = await posted(page, 'quendoClipboard', 3);
-  assert.equal(third.text, '*Ata*\n\n☑ *pão*\n- site: https://x.y');
-  await answer(page, 'quendoNativeClipboardDidFinish', true, third.successMessage, third.requestId);
-  assert.equal(await page.evaluate('window.copied'), true);
-  await toast(page, whatsapp);
-  await answer(page, 'quendoNativeClipboardDidFinish', true, 'again', third.requestId);
-  assert.equal(await page.locator('.toast').count(), 3, 'one toast each');
-  assert.deepEqual(trouble, []);
-  await context.close();
-});
+    await page.evaluate('window.copied = quendoCopyCurrentNoteForWhatsApp(), undefined');
+    const third = await posted(page, 'quendoClipboard', 3);
+    assert.equal(third.text, '*Ata*\n\n☑ *pão*\n- site: https://x.y');
+    await answer(page, 'quendoNativeClipboardDidFinish', true, third.successMessage, third.requestId);
+    assert.equal(await page.evaluate('window.copied'), true);
+    await toast(page, whatsapp);
+    await answer(page, 'quendoNativeClipboardDidFinish', true, 'again', third.requestId);
+    assert.equal(await page.locator('.toast').count(), 3, 'one toast each');
+    assert.deepEqual(trouble, []);
+    await context.close();
+  });
 
 for (const { language, done, cancelled, failed } of [
-  { language: 'pt', done: 'Salvo como nova ata.txt', cancelled: 'Salvamento cancelado', failed: 'Não foi possível salvar o arquivo' },
+  {
+    language: 'pt',
+    done: 'Salvo como nova ata.txt',
+    cancelled: 'Salvamento cancelado',
+    failed: 'Não foi possível salvar o arquivo',
+  },
   { language: 'en', done: 'Saved as nova ata.txt', cancelled: 'Saving canceled', failed: 'Could not save the file' },
-  { language: 'es', done: 'Guardado como nova ata.txt', cancelled: 'Guardado cancelado', failed: 'No se pudo guardar el archivo' },
-]) test(`Save As is answered in the language ${language} and remembers the name`, async () => {
-  const { page, context } = await openIn(language);
-  await choose(page, 'saveAs');
-  const request = await posted(page, 'quendoSaveAs');
-  assert.deepEqual(request, { noteId: 'ata', filename: 'Ata.md', content: NOTE });
-  await answer(page, 'quendoNativeSaveAsDidFinish', false, 'ata', '', 'Salvamento cancelado');
-  await toast(page, cancelled);
-  await answer(page, 'quendoNativeSaveAsDidFinish', false, 'ata', '', 'Não foi possível salvar o arquivo');
-  await toast(page, failed);
-  await answer(page, 'quendoNativeSaveAsDidFinish', true, 'ata', 'nova ata.txt', 'Salvo como nova ata.txt');
-  await toast(page, done);
-  await page.waitForSelector(saved);
-  const { notes } = (await lastState(page)) as { notes: Array<{ fileName: unknown; text: unknown }> };
-  assert.deepEqual(notes.map(({ fileName, text }) => [fileName, text]), [['nova ata.txt', NOTE]]);
-  await choose(page, 'exportMarkdown');
-  assert.equal((await posted(page, 'quendoExport')).filename, 'nova ata.md');
-  await context.close();
-});
+  {
+    language: 'es',
+    done: 'Guardado como nova ata.txt',
+    cancelled: 'Guardado cancelado',
+    failed: 'No se pudo guardar el archivo',
+  },
+])
+  test(`Save As is answered in the language ${language} and remembers the name`, async () => {
+    const { page, context } = await openIn(language);
+    await choose(page, 'saveAs');
+    const request = await posted(page, 'quendoSaveAs');
+    assert.deepEqual(request, { noteId: 'ata', filename: 'Ata.md', content: NOTE });
+    await answer(page, 'quendoNativeSaveAsDidFinish', false, 'ata', '', 'Salvamento cancelado');
+    await toast(page, cancelled);
+    await answer(page, 'quendoNativeSaveAsDidFinish', false, 'ata', '', 'Não foi possível salvar o arquivo');
+    await toast(page, failed);
+    await answer(page, 'quendoNativeSaveAsDidFinish', true, 'ata', 'nova ata.txt', 'Salvo como nova ata.txt');
+    await toast(page, done);
+    await page.waitForSelector(saved);
+    const { notes } = (await lastState(page)) as { notes: Array<{ fileName: unknown; text: unknown }> };
+    assert.deepEqual(
+      notes.map(({ fileName, text }) => [fileName, text]),
+      [['nova ata.txt', NOTE]],
+    );
+    await choose(page, 'exportMarkdown');
+    assert.equal((await posted(page, 'quendoExport')).filename, 'nova ata.md');
+    await context.close();
+  });
 
-test('exports are posted in both formats, and the host says how they ended', async () => {
+test('exports are posted in both formats, and the host reports the result', async () => {
   const { page, context } = await openIn('es');
   await choose(page, 'exportText');
   assert.deepEqual(await posted(page, 'quendoExport'), {
@@ -158,32 +178,38 @@ test('exports are posted in both formats, and the host says how they ended', asy
 });
 
 for (const { language, busy, done, nothing } of [
-  { language: 'pt', busy: 'Já há um compartilhamento em andamento', done: 'Compartilhado', nothing: 'Nada foi compartilhado' },
+  {
+    language: 'pt',
+    busy: 'Já há um compartilhamento em andamento',
+    done: 'Compartilhado',
+    nothing: 'Nada foi compartilhado',
+  },
   { language: 'en', busy: 'Something is being shared already', done: 'Shared', nothing: 'Nothing was shared' },
   { language: 'es', busy: 'Ya hay algo que se está compartiendo', done: 'Compartido', nothing: 'No se compartió nada' },
-]) test(`one share at a time, told in the language ${language}`, async () => {
-  const { page, context } = await openIn(language);
-  await choose(page, 'share');
-  const { attemptId, ...request } = await posted(page, 'quendoShare');
-  assert.deepEqual(request, { title: 'Ata', filename: 'Ata.md', content: NOTE, url: 'https://example.invalid/' });
-  await choose(page, 'share');
-  await toast(page, busy);
-  assert.equal(await page.getAttribute('[data-command=share]', 'aria-disabled'), 'true');
-  assert.equal((await messages(page, 'quendoShare')).length, 1);
-  await answer(page, 'quendoNativeShareDidFinish', true, 'another');
-  await answer(page, 'quendoNativeShareDidFinish', true, attemptId);
-  await toast(page, done);
-  await choose(page, 'share');
-  assert.equal(await page.getAttribute('[data-command=share]', 'aria-disabled'), null);
-  const second = await posted(page, 'quendoShare', 2);
-  assert.notEqual(second.attemptId, attemptId);
-  await answer(page, 'quendoNativeShareDidFinish', false, second.attemptId);
-  await toast(page, nothing);
-  assert.equal(await page.locator('.toast').count(), 3);
-  await context.close();
-});
+])
+  test(`one share at a time, reported in the language ${language}`, async () => {
+    const { page, context } = await openIn(language);
+    await choose(page, 'share');
+    const { attemptId, ...request } = await posted(page, 'quendoShare');
+    assert.deepEqual(request, { title: 'Ata', filename: 'Ata.md', content: NOTE, url: 'https://example.invalid/' });
+    await choose(page, 'share');
+    await toast(page, busy);
+    assert.equal(await page.getAttribute('[data-command=share]', 'aria-disabled'), 'true');
+    assert.equal((await messages(page, 'quendoShare')).length, 1);
+    await answer(page, 'quendoNativeShareDidFinish', true, 'another');
+    await answer(page, 'quendoNativeShareDidFinish', true, attemptId);
+    await toast(page, done);
+    await choose(page, 'share');
+    assert.equal(await page.getAttribute('[data-command=share]', 'aria-disabled'), null);
+    const second = await posted(page, 'quendoShare', 2);
+    assert.notEqual(second.attemptId, attemptId);
+    await answer(page, 'quendoNativeShareDidFinish', false, second.attemptId);
+    await toast(page, nothing);
+    assert.equal(await page.locator('.toast').count(), 3);
+    await context.close();
+  });
 
-test('half a character in a text is refused by the host, and the note stays', async () => {
+test('the host refuses a lone surrogate in a text, and the note stays', async () => {
   const half = { ...stored, notes: [{ id: 'ata', text: 'meio \ud83d aqui' }] };
   const { page, context } = await openIn('en', half);
   await choose(page, 'saveAs');
@@ -202,7 +228,7 @@ test('half a character in a text is refused by the host, and the note stays', as
   await context.close();
 });
 
-test('with no note open the WhatsApp copy says so', async () => {
+test('without an open note, copying for WhatsApp says so', async () => {
   const { page, context } = await openIn('pt', { version: 1 });
   assert.equal(await page.evaluate('quendoCopyCurrentNoteForWhatsApp()'), false);
   await toast(page, 'Abra uma nota primeiro');
@@ -224,7 +250,7 @@ test('a plain browser copies by itself', async () => {
   await context.close();
 });
 
-test('a host that takes no copies leaves them to the web view, and says what else it lacks', async () => {
+test('if the host cannot copy, the web view does, and the page says what else the host lacks', async () => {
   const { page, context } = await open(browser, {
     before: `${fakeHost(stored)} for (const name of ['Clipboard', 'Share', 'Export']) delete webkit.messageHandlers['quendo' + name];`,
   });

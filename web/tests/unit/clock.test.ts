@@ -7,7 +7,7 @@ import { Saver } from '../../src/state/saver';
 const HOUR = 3_600_000;
 const nothing = { next: () => ({ done: true as const, value: undefined }) };
 
-/** The engine's timers and clocks, advanced by hand. The wall clock can also be set. */
+/** The engine's timers and clocks, advanced manually. The wall clock can also be set. */
 function engine() {
   let elapsed = 10_000;
   let wall = 1_700_000_000_000;
@@ -41,7 +41,7 @@ function engine() {
   };
 }
 
-/** A saver on the page's own clock; the test gives its answers. */
+/** A saver on the page's own clock, answered by the test. */
 function saverOn(elapsed: () => number) {
   const sent: Array<{ revision: number; at: number }> = [];
   const saver: Saver = new Saver({
@@ -57,7 +57,7 @@ function saverOn(elapsed: () => number) {
   return { saver, sent };
 }
 
-/** Each test with the wall clock set back in its middle, and set forward. */
+/** Runs each test with the wall clock set back halfway through, and with it set forward. */
 function testWithSteps(name: string, run: (step: number) => void): void {
   for (const step of [-HOUR, HOUR]) {
     test(`${name}, with the wall clock set ${step < 0 ? 'back' : 'forward'}`, () => {
@@ -81,7 +81,10 @@ testWithSteps('typing on is saved every two seconds', (step) => {
     const last = sent.at(-1);
     if (last) saver.answered(true, last.revision);
   }
-  assert.deepEqual(sent.map(({ at }) => at - began), [2000, 4000]);
+  assert.deepEqual(
+    sent.map(({ at }) => at - began),
+    [2000, 4000],
+  );
 });
 
 testWithSteps('after a failure a change waits five seconds', (step) => {
@@ -111,7 +114,7 @@ testWithSteps('a quiet moment comes when the keys are still', (step) => {
   quiet.after(nothing, 1000, () => {
     ranAt = elapsed();
   });
-  quiet.disturbed();
+  quiet.keyPressed();
   const last = elapsed();
   setWallClock(step);
   advance(1500);

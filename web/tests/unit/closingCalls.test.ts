@@ -6,16 +6,22 @@ import { commands } from '../../src/commands/table';
 import { pageGlobals } from '../../src/host/globals';
 import { currentLanguage, setLanguage } from '../../src/i18n/language';
 
-/** A page in which whatever a command touches throws. */
+/** A context during a quit. Touching anything in it but `shell.closing` fails the test. */
 function closingPage() {
   const waiting: Array<() => void> = [];
-  const untouchable = new Proxy({}, {
-    get: (_, name) => assert.fail(`${String(name)} was touched`),
-    set: (_, name) => assert.fail(`${String(name)} was changed`),
-  });
-  const shell = new Proxy({ closing: { begun: true, after: (run: () => void) => waiting.push(run) } }, {
-    get: (target, name) => (name === 'closing' ? target.closing : assert.fail(`${String(name)} was touched`)),
-  });
+  const untouchable = new Proxy(
+    {},
+    {
+      get: (_, name) => assert.fail(`${String(name)} was touched`),
+      set: (_, name) => assert.fail(`${String(name)} was changed`),
+    },
+  );
+  const shell = new Proxy(
+    { closing: { begun: true, after: (run: () => void) => waiting.push(run) } },
+    {
+      get: (target, name) => (name === 'closing' ? target.closing : assert.fail(`${String(name)} was touched`)),
+    },
+  );
   const members = Object.fromEntries(
     ['workspace', 'editor', 'saver', 'port', 'copies', 'share', 'practice'].map((name) => [name, untouchable]),
   );
@@ -23,7 +29,7 @@ function closingPage() {
   return { globals: pageGlobals(context, {} as HostAnswers, undefined), waiting };
 }
 
-test('no command that the host calls runs while the window closes', async () => {
+test('no command called by the host runs while the window is closing', async () => {
   const { globals } = closingPage();
   const functions = globals as unknown as Record<string, (argument?: unknown) => unknown>;
   const calls = Object.values(commands).flatMap((command) => ('call' in command ? [command.call] : []));
@@ -34,12 +40,12 @@ test('no command that the host calls runs while the window closes', async () => 
   assert.equal(await globals.quendoCopyCurrentNoteForWhatsApp(), false);
 });
 
-test('files are left with the host while the window closes', () => {
+test('files stay with the host while the window is closing', () => {
   const { globals } = closingPage();
   assert.throws(() => globals.quendoOpenNativeFiles([{ name: 'a.md', content: 'a' }]), /closing/);
 });
 
-test('a language that the host tells meanwhile counts once the quit is called off', () => {
+test('a language set by the host during a quit applies once the quit is cancelled', () => {
   const { globals, waiting } = closingPage();
   const before = currentLanguage();
   globals.quendoSetLanguage('es');

@@ -24,7 +24,7 @@ const context = (native: boolean, active: object | null = { pinned: false }) =>
     share: { busy: false },
   }) as unknown as Context;
 
-test('what the host calls with an unknown argument does nothing', () => {
+test('host calls with unknown arguments do nothing', () => {
   const ran: Command[] = [];
   const functions = menuFunctions(table, (command) => ran.push(command));
   functions.quendoRequestCloseTabs?.('some');
@@ -44,7 +44,7 @@ test('no two commands share a key, in the host or in a browser', () => {
   }
 });
 
-test('the guide has every command once, as the table names it', () => {
+test('the guide lists every command once, under its name in the table', () => {
   for (const native of [true, false]) {
     const rows = guideSections(context(native), table, noteCommands).flatMap((section) => section.rows);
     for (const command of Object.values(table)) {
@@ -57,7 +57,7 @@ test('the guide has every command once, as the table names it', () => {
   }
 });
 
-test('the palette has every command that can be run, and the menu those of the note', () => {
+test('the palette lists every available command, the menu those of the note', () => {
   const here = context(true);
   const entries = paletteEntries(here, table, '');
   assert.deepEqual(
@@ -71,22 +71,29 @@ test('the palette has every command that can be run, and the menu those of the n
     assert.equal(keys, shownKey(command, here));
   }
   const items = noteMenu(here).flat();
-  assert.deepEqual(items.map(({ name }) => name), noteCommands.flat());
+  assert.deepEqual(
+    items.map(({ name }) => name),
+    noteCommands.flat(),
+  );
   for (const { name, label, keys } of items) {
     assert.equal(label, table[name]?.label);
     assert.equal(keys, entries.find((entry) => entry.name === name)?.keys);
   }
 });
 
-test('what makes no sense now is left out of the palette, and greyed in the menu', () => {
+test('unavailable commands are missing from the palette and disabled in the menu', () => {
   const none = paletteEntries(context(true, null), table, '').map(({ name }) => name);
   assert.ok(!none.includes('saveAs') && !none.includes('pin') && none.includes('newNote'));
-  assert.ok(noteMenu(context(true, null)).flat().find(({ name }) => name === 'pin')?.disabled);
+  assert.ok(
+    noteMenu(context(true, null))
+      .flat()
+      .find(({ name }) => name === 'pin')?.disabled,
+  );
   const pinned = paletteEntries(context(true, { pinned: true }), table, '');
   assert.equal(pinned.find(({ name }) => name === 'pin')?.label, t('cmd.unpin'));
 });
 
-test('names are found by what one remembers of them', () => {
+test('commands are found by fragments of their names', () => {
   const first = (query: string) => paletteEntries(context(true), table, query)[0]?.name;
   assert.equal(first('salvar como'), 'saveAs');
   assert.equal(first('lixeira'), 'bin');
@@ -96,7 +103,7 @@ test('names are found by what one remembers of them', () => {
   assert.deepEqual(paletteEntries(context(true), table, 'xyzzy'), []);
 });
 
-test('a fuzzy match tells where it is, and likes words and runs', () => {
+test('a fuzzy match reports its position and prefers word starts and runs', () => {
   assert.deepEqual(fuzzyMatch('sc', 'Salvar como')?.at, [0, 7]);
   assert.deepEqual(fuzzyMatch('ão', '🎉 Ação')?.at, [5, 6]);
   assert.equal(fuzzyMatch('oc', 'com'), null);
@@ -106,7 +113,7 @@ test('a fuzzy match tells where it is, and likes words and runs', () => {
   assert.ok(fuzzyMatch('a'.repeat(40), 'a'.repeat(60)), 'quick with many ways to match');
 });
 
-test('keys of the text size are known on any keyboard', () => {
+test('text size keys work on any keyboard', () => {
   const press = (key: string, code: string, shiftKey = false) =>
     ({ key, code, shiftKey, ctrlKey: true, metaKey: false, altKey: false }) as KeyboardEvent;
   for (const event of [press('+', 'Equal', true), press('=', 'Equal'), press('+', 'NumpadAdd')]) {

@@ -14,7 +14,7 @@ const again = (value: unknown) => {
   return JSON.parse(serialize(contents, 7)) as Record<string, unknown>;
 };
 
-test('documents of any shape start', () => {
+test('documents of any shape can be opened', () => {
   const hostile: unknown[] = [
     undefined,
     null,
@@ -33,23 +33,26 @@ test('documents of any shape start', () => {
   for (const value of hostile) assert.doesNotThrow(() => again(value), JSON.stringify(value));
 });
 
-test('nesting too deep to be written again does not stop the start', () => {
+test('nesting too deep to serialise does not prevent startup', () => {
   let deep: unknown = [];
   for (let i = 0; i < 50_000; i++) deep = [deep];
   assert.doesNotThrow(() => again({ notes: [{ text: 'kept', deep }], deep }));
 });
 
-test('every text survives', () => {
+test('no text is lost', () => {
   const texts = ['a\u0000b', 'x\u2028y\u2029', '"\\\'</script>', '🎉\ud83d', '\ude00\n\ud83d', '', '\n'];
   const notes = texts.map((text, i) => ({ id: `n${i}`, text }));
   const { contents } = readContents({ notes }, NOW);
   const json = serialize(contents, 1);
   assert.doesNotMatch(json, /[\ud800-\udbff](?![\udc00-\udfff])/);
   const back = JSON.parse(json) as { notes: Array<{ text: string }> };
-  assert.deepEqual(back.notes.map((note) => note.text), texts);
+  assert.deepEqual(
+    back.notes.map((note) => note.text),
+    texts,
+  );
 });
 
-test('unknown members and unreadable entries come back as they were', () => {
+test('unknown members and unreadable entries are written back unchanged', () => {
   const result = again({
     version: 1,
     future: { a: [1, null, 'x'] },
@@ -77,33 +80,47 @@ test('a member named __proto__ is data like any other', () => {
   assert.equal(({} as Record<string, unknown>).polluted, undefined);
 });
 
-test('notes with the same id become notes of their own', () => {
-  const { contents } = readContents({ notes: [{ id: 'a', text: '1' }, { id: 'a', text: '2' }] }, NOW);
+test('notes with the same id become separate notes', () => {
+  const { contents } = readContents(
+    {
+      notes: [
+        { id: 'a', text: '1' },
+        { id: 'a', text: '2' },
+      ],
+    },
+    NOW,
+  );
   assert.equal(new Set(contents.notes.map((note) => note.id)).size, 2);
 });
 
-test('notes given as an object are read too', () => {
+test('notes in an object are read too', () => {
   const { contents } = readContents({ notes: { x: { text: '1' }, y: { text: '2' } } }, NOW);
   assert.equal(contents.notes.length, 2);
 });
 
-test('tabs hold only what is there', () => {
-  const notes = [{ id: 'a', text: '' }, { id: 'b', text: '' }];
+test('tabs only refer to existing notes', () => {
+  const notes = [
+    { id: 'a', text: '' },
+    { id: 'b', text: '' },
+  ];
   const tabs = { open: ['b', 'x', 'b', 'a'], active: 'x', closed: [{ id: 'a' }, { id: 'gone' }] };
   const { contents } = readContents({ notes, tabs }, NOW);
   assert.deepEqual(contents.tabs, { open: ['b', 'a'], active: 'b', closed: [], extra: [] });
 });
 
-test('the bin lets go after thirty days', () => {
+test('the bin drops notes after thirty days', () => {
   const bin = [
     { id: 'old', text: '1', deleted: NOW - 31 * DAY },
     { id: 'new', text: '2', deleted: NOW - DAY },
   ];
   const { contents } = readContents({ bin }, NOW);
-  assert.deepEqual(contents.bin.map(({ note }) => note.id), ['new']);
+  assert.deepEqual(
+    contents.bin.map(({ note }) => note.id),
+    ['new'],
+  );
 });
 
-test('a newer version is told, an unknown kind of version is not newer', () => {
+test('a newer version is reported; an invalid version does not count as newer', () => {
   assert.equal(readContents({ version: 2 }, NOW).newer, true);
   assert.equal(readContents({ version: 1.5 }, NOW).newer, true);
   assert.equal(readContents({ version: 1 }, NOW).newer, false);
@@ -111,7 +128,7 @@ test('a newer version is told, an unknown kind of version is not newer', () => {
   assert.equal(readContents({}, NOW).newer, false);
 });
 
-test('what is written reads back as the same', () => {
+test('what is written reads back the same', () => {
   const workspace = new Workspace(emptyContents, false, () => NOW);
   const note = workspace.addNote({ text: Text.of(['um', 'dois']), name: 'x.txt', format: 'plain', lineBreak: '\r\n' });
   workspace.openTab(note.id);
@@ -122,7 +139,7 @@ test('what is written reads back as the same', () => {
   assert.equal(serialize(contents, 9), serialize(workspace.contents, 9));
 });
 
-test('a change to one note leaves the others as they were serialised', () => {
+test('changing one note does not serialise the others again', () => {
   const workspace = new Workspace(emptyContents, false, () => NOW);
   const big = Text.of(Array.from({ length: 200_000 }, (_, i) => `linha número ${i}`));
   const notes = Array.from({ length: 5 }, () => workspace.addNote({ text: big }));
@@ -135,14 +152,14 @@ test('a change to one note leaves the others as they were serialised', () => {
     serialize(workspace.contents, 2);
     return performance.now() - started;
   });
-  // Far above what it takes, because machines differ: only what freezes the page fails here.
+  // A generous limit, because machines differ: only a frozen page should fail here.
   assert.ok(Math.min(...costs) < 500, `${costs.join()} ms`);
   const json = serialize(workspace.contents, 2);
   assert.ok(json.length > 15_000_000);
   assert.equal((JSON.parse(json) as { notes: unknown[] }).notes.length, 5);
 });
 
-test('revisions rise strictly, whatever stands in the document', () => {
+test('revisions strictly increase, whatever the document contains', () => {
   assert.equal(nextRevision(0, NOW), NOW);
   assert.equal(nextRevision(NOW + 5, NOW), NOW + 6);
   for (const start of [2 ** 53 - 1, 2 ** 53, 1e18, 9.1e18]) {

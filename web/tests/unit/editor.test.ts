@@ -13,7 +13,7 @@ import { toggleTasks } from '../../src/editor/tasks';
 import { countString, countText } from '../../src/text/count';
 import { run } from './runCommand';
 
-test('tasks are ticked, cleared and made', () => {
+test('tasks are checked, unchecked and created', () => {
   assert.equal(run(toggleTasks, '- [ ] a|'), '- [x] a|');
   assert.equal(run(toggleTasks, '- [X] a|'), '- [ ] a|');
   assert.equal(run(toggleTasks, '1. a|'), '1. [ ] a|');
@@ -23,7 +23,7 @@ test('tasks are ticked, cleared and made', () => {
   assert.equal(run(toggleTasks, '```\n- [ ] a|\n```'), '```\n- [ ] a|\n```');
 });
 
-test('marks go around what is selected and away again', () => {
+test('marks are toggled around the selection', () => {
   assert.equal(run(toggleMark('**'), 'a ‹bc› d'), 'a **‹bc›** d');
   assert.equal(run(toggleMark('**'), 'a **‹bc›** d'), 'a ‹bc› d');
   assert.equal(run(toggleMark('*'), 'a **‹bc›** d'), 'a ***‹bc›*** d');
@@ -32,7 +32,7 @@ test('marks go around what is selected and away again', () => {
   assert.equal(run(toggleMark('*'), '‹a› ‹b›'), '*‹a›* *‹b›*');
 });
 
-test('items of a list move in and out by levels', () => {
+test('list items indent and outdent', () => {
   const [inwards, outwards] = [indentItems(false), indentItems(true)];
   assert.equal(run(inwards, '- a\n- b|'), '- a\n  - b|');
   assert.equal(run(inwards, '1. a\n2. b|'), '1. a\n   1. b|');
@@ -47,13 +47,13 @@ test('items of a list move in and out by levels', () => {
   assert.equal(run(inwards, '- a\n‹- b\n- c›'), '- a\n  ‹- b\n  - c›');
 });
 
-test('lines are joined with one blank', () => {
+test('lines are joined with one space', () => {
   assert.equal(run(joinLines, 'a|\n  b'), 'a| b');
   assert.equal(run(joinLines, '‹a  \nb\n\nc›'), 'a b| c');
   assert.equal(run(joinLines, 'a|'), 'a|');
 });
 
-test('every kind of file has its language', async () => {
+test('every file type has its language', async () => {
   const samples: Record<string, readonly [code: string, text: string]> = {
     csv: ['a,"b, c",d', '"b, c"'],
     json: ['{"a": true}', 'true'],
@@ -85,11 +85,14 @@ test('every kind of file has its language', async () => {
     assert.ok(support, extension);
     const marked: string[] = [];
     highlightTree(support.language.parser.parse(code), classNames, (from, to) => marked.push(code.slice(from, to)));
-    assert.ok(marked.some((part) => part.trim() === text), `${extension}: ${JSON.stringify(marked)}`);
+    assert.ok(
+      marked.some((part) => part.trim() === text),
+      `${extension}: ${JSON.stringify(marked)}`,
+    );
   }
 });
 
-test('the name of the file decides, then the kind of note', () => {
+test("the file name decides on the syntax, then the note's format", () => {
   const plain = { fileName: null, name: null, format: 'plain' } as const;
   assert.equal(syntaxOf(plain), 'plain');
   assert.equal(syntaxOf({ ...plain, name: 'a.MD' }), 'markdown');
@@ -99,7 +102,7 @@ test('the name of the file decides, then the kind of note', () => {
   assert.equal(languageOfFence('nada'), null);
 });
 
-test('matches are counted across pieces, each once', () => {
+test('matches are counted across chunks, each once', () => {
   const count = (doc: string, query: SearchQuery) => {
     const state = EditorState.create({ doc });
     const search = findMatches(state, query);
@@ -119,7 +122,7 @@ test('matches are counted across pieces, each once', () => {
   assert.equal(placeOf([2, 5, 9], 6), 0);
 });
 
-test('words and characters are counted as readers do', () => {
+test('words and characters are counted the way readers do', () => {
   assert.deepEqual(countString('Olá, mundo! d’água 3.14 🎉'), { words: 4, characters: 25 });
   assert.equal(countString('日本語 text').words, 4);
   assert.equal(countString('').words, 0);
@@ -130,7 +133,7 @@ test('words and characters are counted as readers do', () => {
   assert.deepEqual(result.value, countString(lines.join('\n')));
 });
 
-test('a line runs the way of its first letter', () => {
+test("a line's first letter decides its direction", () => {
   assert.ok(runsLeftwards('שלום world'));
   assert.ok(runsLeftwards('- 12 مرحبا'));
   assert.ok(!runsLeftwards('hello שלום'));

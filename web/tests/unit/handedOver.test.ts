@@ -32,7 +32,7 @@ function page(stored?: string) {
 
 const turn = () => new Promise((resolve) => setTimeout(resolve));
 
-test('every file handed over has a tab of its own, whatever the others hold', async () => {
+test('every file handed over gets its own tab, even if contents are equal', async () => {
   const { workspace, open } = page();
   assert.equal(open(file, file), 2);
   await turn();
@@ -41,7 +41,7 @@ test('every file handed over has a tab of its own, whatever the others hold', as
   assert.equal(workspace.tabs.open.length, 3);
 });
 
-test('files handed over again by a host that got no answer keep their notes, each its own', () => {
+test('files handed over again by a host that got no answer map to their notes, one each', () => {
   const before = page();
   before.open(file, { ...file, name: 'outra.txt' }, file);
   const { workspace, open } = page(before.sent());
@@ -51,7 +51,7 @@ test('files handed over again by a host that got no answer keep their notes, eac
   assert.ok(ids.every((id) => workspace.tabs.open.includes(id)));
 });
 
-test('only the very same file is taken for one that is here already', () => {
+test('only an identical file is mapped to an existing note', () => {
   const differences = [{ name: 'outra.txt' }, { content: 'a\nc' }, { content: 'a\r\nb' }];
   for (const difference of differences) {
     const before = page();
@@ -62,7 +62,7 @@ test('only the very same file is taken for one that is here already', () => {
   }
 });
 
-test('a note that was written in since is left alone', () => {
+test('a note edited since is left alone', () => {
   const before = page();
   before.open(file);
   const { workspace, open } = page(before.sent());
@@ -73,7 +73,7 @@ test('a note that was written in since is left alone', () => {
   assert.equal(workspace.note(id)?.text.toString(), 'mine');
 });
 
-test('once the host has its answer, what was saved says nothing of the files any more', async () => {
+test('once the host has its answer, the saved document no longer mentions the files', async () => {
   const { workspace, open, sent } = page();
   open(file);
   assert.match(sent(), /"handedOver":\["/);
@@ -81,7 +81,7 @@ test('once the host has its answer, what was saved says nothing of the files any
   assert.doesNotMatch(serialize(workspace.contents, 2), /handedOver/);
 });
 
-test('files that could not be posted are refused, and come back to their notes', async () => {
+test('files that could not be posted are refused, and map to their notes later', async () => {
   const { workspace, open, host } = page();
   host.refuses = true;
   assert.throws(() => open(file), /could not be handed over/);

@@ -21,7 +21,7 @@ function licensesOfBuild(name: string): string {
   return readFileSync(path.join(outdir, 'licenses.txt'), 'utf8');
 }
 
-/** What has code in the bundle, as the lock file names it. */
+/** The packages with code in the bundle, as named in the lock file. */
 async function bundled(): Promise<string[]> {
   const { metafile } = await build({
     entryPoints: ['src/app/main.ts'],
@@ -47,7 +47,7 @@ const noticesOf = async (inputs: ReadonlyArray<string>, root: string): Promise<s
   return module.noticesOf({ outputs: { 'page.js': { inputs: Object.fromEntries(entries) } } }, root);
 };
 
-test('every bundled package stands in the notices with the text of its licence', async () => {
+test('the notices list every bundled package with its licence text', async () => {
   const notices = licensesOfBuild('first');
   const lock = JSON.parse(readFileSync('package-lock.json', 'utf8')) as { packages: Record<string, Package> };
   const packages = await bundled();
@@ -64,11 +64,11 @@ test('every bundled package stands in the notices with the text of its licence',
   assert.equal(headings.length, packages.length, 'and nothing else does');
 });
 
-test('the same packages give the same notices', () => {
+test('the same packages produce the same notices', () => {
   assert.equal(licensesOfBuild('second'), licensesOfBuild('third'));
 });
 
-test('a package without the text of its licence cannot be bundled', async () => {
+test('a package without a licence text cannot be bundled', async () => {
   const add = (name: string, files: Readonly<Record<string, string>>) => {
     const at = path.join(folder, 'node_modules', name);
     mkdirSync(at, { recursive: true });

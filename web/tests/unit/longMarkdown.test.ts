@@ -42,7 +42,7 @@ function stateWith(doc: string): EditorState {
   return EditorState.create({ doc, extensions: syntaxExtensions('markdown', Text.of(doc.split('\n'))) });
 }
 
-/** Everything in a part of a tree, but for the whole text and what is in blocks of code. */
+/** All nodes in a range of a tree, except the root and the contents of code blocks. */
 function nodes(tree: Tree, from: number, to: number): string[] {
   const found: string[] = [];
   tree.iterate({
@@ -56,7 +56,7 @@ function nodes(tree: Tree, from: number, to: number): string[] {
   return found;
 }
 
-test('a fence is known at every line of a text', () => {
+test('the open fence is known at every line', () => {
   for (const seed of [1, 2, 3]) {
     const lines = longText(seed, 30_000).split('\n');
     const text = Text.of(lines);
@@ -70,7 +70,7 @@ test('a fence is known at every line of a text', () => {
   }
 });
 
-test('what opens and closes a block of code', () => {
+test('what opens and closes a code block', () => {
   const after = (...lines: string[]) => lines.reduce(fenceAfterLine, '');
   assert.equal(after('```js'), '```');
   assert.equal(after('````', '```', 'a'), '````');
@@ -82,7 +82,7 @@ test('what opens and closes a block of code', () => {
   assert.equal(after('   ~~~', '~~~   '), '');
 });
 
-test('a long text is parsed around the screen as it would be as a whole', () => {
+test('a long text is parsed around the screen just as it would be as a whole', () => {
   for (const seed of [4, 5]) {
     const doc = longText(seed, 400_000);
     const whole = markdownLanguage.parser.parse(doc);
@@ -100,7 +100,7 @@ test('a long text is parsed around the screen as it would be as a whole', () => 
   }
 });
 
-test('a change in a long text is followed', () => {
+test('edits in a long text are followed', () => {
   const doc = longText(6, 300_000);
   let state = stateWith(doc);
   const at = doc.indexOf('\n\n# ', 2000) + 2;
@@ -110,7 +110,7 @@ test('a change in a long text is followed', () => {
   assert.equal(nodes(ensureSyntaxTree(state, 2000, 60_000) as Tree, 0, 1)[0]?.split(' ')[0], 'ATXHeading1');
 });
 
-test('a text that grows long and short again is parsed as a whole when it is short', () => {
+test('a text that grows long and short again is parsed as a whole once it is short', () => {
   const doc = longText(7, 110_000);
   let state = stateWith(doc);
   for (const length of [60_000, 110_000, 60_000]) {
@@ -118,7 +118,7 @@ test('a text that grows long and short again is parsed as a whole when it is sho
     const insert = doc.slice(before.length, length);
     state = state.update({ changes: { from: Math.min(length, before.length), to: before.length, insert } }).state;
     const text = state.doc.toString();
-    // Looking at the long one would parse other parts of it.
+    // Accessing the long one would parse other parts of it.
     if (length > 100_000) continue;
     const tree = ensureSyntaxTree(state, text.length, 60_000) as Tree;
     const whole = markdownLanguage.parser.parse(text);
@@ -126,13 +126,13 @@ test('a text that grows long and short again is parsed as a whole when it is sho
   }
 });
 
-test('a text within an endless block of code is code', () => {
+test('a text inside an unclosed code block is code', () => {
   const doc = `# a\n\n\`\`\`\n${'- linha\n\n'.repeat(30_000)}`;
   const tree = ensureSyntaxTree(stateWith(doc), 20_000, 60_000) as Tree;
   assert.ok(nodes(tree, 19_000, 20_000)[0]?.startsWith('FencedCode'));
 });
 
-test('sections of a long text fold to the next heading of their level, also far below the screen', () => {
+test('sections of a long text fold to the next heading of their level, even far below the screen', () => {
   const section = `## b\n\n${'texto\n\n'.repeat(40_000)}\n\`\`\`\n# código\n\`\`\`\n`;
   const doc = `# a\n\n${section}\n# c\n\nfim\n`;
   const state = stateWith(doc);

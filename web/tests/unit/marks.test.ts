@@ -3,7 +3,7 @@ import { test } from 'node:test';
 import { toPlainText } from '../../src/text/plain';
 import { toWhatsApp } from '../../src/text/whatsapp';
 
-/** Markdown, what WhatsApp gets, what a plain copy gets. */
+/** Markdown, its WhatsApp form, its plain form. */
 type Row = readonly [markdown: string, whatsapp: string, plain: string];
 
 function check(rows: ReadonlyArray<Row>): void {
@@ -30,7 +30,7 @@ test('emphasis', () => {
   ]);
 });
 
-test('marks inside words, which the messenger would show as they are', () => {
+test('marks inside words, which WhatsApp would show literally', () => {
   check([
     ['foo**bar**baz', 'foobarbaz', 'foobarbaz'],
     ['**Nota**s', 'Notas', 'Notas'],
@@ -40,17 +40,25 @@ test('marks inside words, which the messenger would show as they are', () => {
   ]);
 });
 
-test('code comes through letter by letter', () => {
+test('code stays verbatim', () => {
   check([
     ['`a*b*c` e `[x](y)`', '`a*b*c` e `[x](y)`', 'a*b*c e [x](y)'],
     ['**`x_y_z`**', '*`x_y_z`*', 'x_y_z'],
     ['`` a`b ``', '`` a`b ``', 'a`b'],
     ['``dois``', '`dois`', 'dois'],
-    ['```js\nlet **x** = `1`\n  _y_\n\n# z\n```', '```\nlet **x** = `1`\n  _y_\n\n# z\n```', 'let **x** = `1`\n  _y_\n\n# z'],
+    [
+      '```js\nlet **x** = `1`\n  _y_\n\n# z\n```',
+      '```\nlet **x** = `1`\n  _y_\n\n# z\n```',
+      'let **x** = `1`\n  _y_\n\n# z',
+    ],
     ['~~~\n*a*\n~~~', '```\n*a*\n```', '*a*'],
     ['```\naberto', '```\naberto\n```', 'aberto'],
     ['```\n```', '```\n```', ''],
-    ['a\n\n    *dentro*\n      mais\n\nb', 'a\n\n    ```\n*dentro*\n  mais\n```\n\nb', 'a\n\n    *dentro*\n      mais\n\nb'],
+    [
+      'a\n\n    *dentro*\n      mais\n\nb',
+      'a\n\n    ```\n*dentro*\n  mais\n```\n\nb',
+      'a\n\n    *dentro*\n      mais\n\nb',
+    ],
     ['- x\n  ```\n  **y**\n  ```', '- x\n  ```\n**y**\n```', '- x\n  **y**'],
     ['> ```\n> > a\n> b\n> ```', '> ```\n> > a\n> b\n> ```', '> > a\n> b'],
     ['\\`não\\` \\# \\> \\\\', '`não` # > \\', '`não` # > \\'],
@@ -78,7 +86,11 @@ test('lists, tasks and quotes', () => {
     ['3) um\n4) dois', '3. um\n4. dois', '3. um\n4. dois'],
     ['- [ ] um\n- [x] **dois**\n* [X] três', '☐ um\n☑ *dois*\n☑ três', '☐ um\n☑ dois\n☑ três'],
     ['1. [ ] um\n   - [x] dois', '1. ☐ um\n   ☑ dois', '1. ☐ um\n   ☑ dois'],
-    ['> citado **b**\n>sem espaço\n> > dois', '> citado *b*\n> sem espaço\n> > dois', '> citado b\n> sem espaço\n> > dois'],
+    [
+      '> citado **b**\n>sem espaço\n> > dois',
+      '> citado *b*\n> sem espaço\n> > dois',
+      '> citado b\n> sem espaço\n> > dois',
+    ],
     ['> **a\n> b**', '> *a*\n> *b*', '> a\n> b'],
     ['a\n\n---\n\n* * *\n\nb', 'a\n\n———\n\n———\n\nb', 'a\n\n———\n\n———\n\nb'],
   ]);
@@ -96,13 +108,21 @@ test('links', () => {
     ['![foto](https://x.y/f.png) ![](f.png)', 'foto: https://x.y/f.png f.png', 'foto (https://x.y/f.png) f.png'],
     ['![foto](data:image/png;base64,AAAA) [topo](#topo)', 'foto topo', 'foto topo'],
     ['[a](<x y>) [b](x\\)y) [](z) [c]()', 'a: x y b: x)y z c', 'a (x y) b (x)y) z c'],
-    ['[um][1] e [Dois]\n\n[1]: https://x.y\n[dois]: https://z.w', 'um: https://x.y e Dois: https://z.w', 'um (https://x.y) e Dois (https://z.w)'],
-    ['[só] e nota[^1]\n\n[^1]: https://x.y', '[só] e nota[^1]\n\n[^1]: https://x.y', '[só] e nota[^1]\n\n[^1]: https://x.y'],
+    [
+      '[um][1] e [Dois]\n\n[1]: https://x.y\n[dois]: https://z.w',
+      'um: https://x.y e Dois: https://z.w',
+      'um (https://x.y) e Dois (https://z.w)',
+    ],
+    [
+      '[só] e nota[^1]\n\n[^1]: https://x.y',
+      '[só] e nota[^1]\n\n[^1]: https://x.y',
+      '[só] e nota[^1]\n\n[^1]: https://x.y',
+    ],
     ['[livre]: https://x.y', '[livre]: https://x.y', '[livre]: https://x.y'],
   ]);
 });
 
-test('what is left', () => {
+test('everything else', () => {
   check([
     ['a  \nb\\\nc', 'a\nb\nc', 'a\nb\nc'],
     ['&amp; &lt; &#233; &#x1F389; &nada; AT&T', '& < é 🎉 &nada; AT&T', '& < é 🎉 &nada; AT&T'],
@@ -115,10 +135,10 @@ test('what is left', () => {
   ]);
 });
 
-/** Milliseconds that this process has worked, which other processes do not lengthen. */
+/** CPU time of this process in milliseconds, independent of other processes. */
 const busy = () => process.cpuUsage().user / 1000;
 
-test('texts made to trouble a parser end soon and lose nothing', () => {
+test('adversarial texts are parsed quickly and lose nothing', () => {
   const spaces = ' '.repeat(40_000);
   for (const text of [`**a${spaces}b**`, `\`a${spaces}b\``, `# a${spaces}b`, `${spaces}a`]) {
     const started = busy();

@@ -8,11 +8,11 @@ import { serialize } from '../../src/state/write';
 
 const NOW = 1_700_000_000_000;
 
-test('there is a step to every version', () => {
+test('every version has a migration', () => {
   assert.equal(migrations.length, DOCUMENT_VERSION);
 });
 
-test('a document takes the steps from its own version on, in order', () => {
+test('a document is migrated step by step from its own version', () => {
   const steps = ['a', 'b', 'c'].map((name) => (document: Record<string, unknown>) => ({
     ...document,
     trail: `${document.trail ?? ''}${name}`,
@@ -27,7 +27,7 @@ test('a document takes the steps from its own version on, in order', () => {
   assert.equal(migrate(current, steps), current);
 });
 
-test('steps leave what they are given as it is, and what they do not know', () => {
+test('migrations modify neither their argument nor unknown members', () => {
   const before = { notes: { x: { text: '1' }, y: { text: '2', id: 'z' }, odd: 7 }, future: [1] };
   const copy = structuredClone(before);
   const after = migrate(before);
@@ -42,12 +42,12 @@ test('steps leave what they are given as it is, and what they do not know', () =
   }
 });
 
-test('notes that stood under their ids keep them, and their tabs', () => {
-  const { contents } = readContents(
-    { notes: { x: { text: '1' }, y: { text: '2' } }, tabs: { open: ['y'] } },
-    NOW,
+test('notes keyed by id keep their ids and tabs', () => {
+  const { contents } = readContents({ notes: { x: { text: '1' }, y: { text: '2' } }, tabs: { open: ['y'] } }, NOW);
+  assert.deepEqual(
+    contents.notes.map((note) => note.id),
+    ['x', 'y'],
   );
-  assert.deepEqual(contents.notes.map((note) => note.id), ['x', 'y']);
   assert.equal(contents.tabs.active, 'y');
 });
 
@@ -57,7 +57,7 @@ test('a newer document is not migrated', () => {
   assert.equal(contents.notes[0]?.text.toString(), 't');
 });
 
-test('damaged members are set aside, and the rest lives', () => {
+test('damaged members are set aside, and the rest survives', () => {
   const notes = [{ id: 'a', text: 'vive' }];
   for (const member of ['bin', 'tabs', 'places', 'settings'] as const) {
     const stored = { version: 1, notes, [member]: 'broken' };
@@ -71,13 +71,15 @@ test('damaged members are set aside, and the rest lives', () => {
   assert.deepEqual(JSON.parse(serialize(broken, 1)).setAside, [5, { member: 'notes', held: 'all my text' }]);
 });
 
-/** The store's rule: the revision beside the document if it is 1 or more, else the document's own. */
+/**
+ * The store's rule: the revision passed with the document if it is 1 or more, otherwise the document's own.
+ */
 function wouldWrite({ serialized, revision }: { serialized: string; revision: number }, latest: number) {
   const own = Math.trunc(Number((JSON.parse(serialized) as { revision?: unknown }).revision)) || 0;
   return !((revision >= 1 ? revision : own) < latest);
 }
 
-test('what a newer document leaves behind never replaces it', () => {
+test('a newer document is never replaced by what this version leaves on quitting', () => {
   for (const revision of [undefined, null, '7', -3, 0, 0.5, 1, 1.9, 2, 5e12, 2 ** 60, 1e30]) {
     const loaded = { version: 9, revision, notes: [{ text: 'futuro' }], unknown: { deep: [1] } };
     const latest = Math.max(0, typeof revision === 'number' ? Math.trunc(revision) : 0);
@@ -89,7 +91,7 @@ test('what a newer document leaves behind never replaces it', () => {
   }
 });
 
-test('a newer document that cannot be written again still lets the program quit', () => {
+test('a newer document that cannot be serialised still lets the program quit', () => {
   let deep: unknown = [];
   for (let i = 0; i < 50_000; i++) deep = [deep];
   for (const loaded of [{ version: 9, revision: 50, deep }, { version: 9, deep }, undefined]) {

@@ -69,7 +69,7 @@ function write(text: string, rest: { name?: string; format?: 'plain'; lineBreak?
 
 const last = (): Body => sent.at(-1)?.[1] ?? {};
 
-test('every command says so when no note is open', async () => {
+test('every command tells the user when no note is open', async () => {
   for (const run of [exportAsMarkdown, exportAsText, saveNoteAs, shareNote]) run(context);
   for (const run of [copyAsMarkdown, copyAsPlainText, copyForWhatsApp]) {
     assert.equal(await run(context), false);
@@ -78,7 +78,7 @@ test('every command says so when no note is open', async () => {
   assert.deepEqual(sent, []);
 });
 
-test('an export has the format, its extension and the line breaks of the note', () => {
+test("an export has the note's format, extension and line breaks", () => {
   write('# Ata\n**x**');
   exportAsMarkdown(context);
   assert.deepEqual(last(), { filename: 'Ata.md', content: '# Ata\n**x**', format: 'markdown' });
@@ -91,14 +91,14 @@ test('an export has the format, its extension and the line breaks of the note', 
   assert.deepEqual(last(), { filename: 'dados.md', content: 'a,**b**\r\nc', format: 'markdown' });
 });
 
-test('the host words the end of an export; without words the page does', () => {
+test('the host words the result of an export; if it sends no text, the page does', () => {
   answers.exported(false, 'Exportação cancelada');
   answers.exported(true, '');
   answers.exported(false, '');
   assert.deepEqual(toasts, ['Exportação cancelada', 'File exported', 'Could not export the file']);
 });
 
-test('Save As remembers the name, and only on success', () => {
+test('Save As remembers the file name, but only on success', () => {
   const id = write('# Ata');
   saveNoteAs(context);
   assert.deepEqual(last(), { noteId: id, filename: 'Ata.md', content: '# Ata' });
@@ -113,7 +113,7 @@ test('Save As remembers the name, and only on success', () => {
   assert.equal(last().filename, 'novo.md');
 });
 
-test('a name is remembered by a closed note, not by a deleted one', () => {
+test('a closed note remembers its file name, a deleted one does not', () => {
   const closed = write('a');
   context.workspace.closeTabs([closed]);
   answers.savedAs(true, closed, 'a.txt', '');
@@ -129,7 +129,7 @@ test('a name is remembered by a closed note, not by a deleted one', () => {
   assert.equal(toasts.at(-1), 'Saved as a.txt');
 });
 
-test('texts that the host would drop are refused with a word', async () => {
+test("texts over the host's limits are refused with a message", async () => {
   write('é'.repeat(1_000_001), { format: 'plain' });
   shareNote(context);
   assert.equal(await copyAsMarkdown(context), false);
@@ -145,7 +145,7 @@ test('texts that the host would drop are refused with a word', async () => {
   assert.equal(sent.length, 2, 'the limit itself is allowed');
 });
 
-test('names and titles stay within what the host takes', () => {
+test("names and titles stay within the host's limits", () => {
   write('x', { name: `${'🎉'.repeat(2000)}.md` });
   shareNote(context);
   const { title = '', filename = '' } = last();
@@ -157,13 +157,16 @@ test('one share at a time; only its own answer ends it', () => {
   write('# Um\r\n', { lineBreak: '\r\n' });
   shareNote(context);
   const first = last();
-  assert.deepEqual({ ...first, attemptId: '' }, {
-    attemptId: '',
-    title: 'Um',
-    filename: 'Um.md',
-    content: '# Um\r\n',
-    url: 'https://example.invalid/',
-  });
+  assert.deepEqual(
+    { ...first, attemptId: '' },
+    {
+      attemptId: '',
+      title: 'Um',
+      filename: 'Um.md',
+      content: '# Um\r\n',
+      url: 'https://example.invalid/',
+    },
+  );
   shareNote(context);
   assert.deepEqual([sent.length, toasts.pop()], [1, 'Something is being shared already']);
   answers.shared(true, 'other');
@@ -177,7 +180,7 @@ test('one share at a time; only its own answer ends it', () => {
   assert.deepEqual(toasts, ['Shared', 'Nothing was shared']);
 });
 
-test('a share whose answer got lost does not stand in the way for ever', () => {
+test('a share whose answer was lost does not block sharing for good', () => {
   write('a');
   shareNote(context);
   now += 39 * 60 * 1000;
@@ -189,7 +192,7 @@ test('a share whose answer got lost does not stand in the way for ever', () => {
   assert.deepEqual(toasts, []);
 });
 
-test('where nobody can be asked, the page says so', () => {
+test('if the host cannot be reached, the page tells the user', () => {
   write('a');
   hostThere = false;
   shareNote(context);
@@ -199,15 +202,17 @@ test('where nobody can be asked, the page says so', () => {
   assert.equal(context.share.busy, false);
 });
 
-test('each copy is answered once, by its own id, with the words that come back', async () => {
+test("each copy is answered once, by its own id, with the host's message", async () => {
   write('# Um **b** [x](https://y.z)');
   const copies = [copyAsMarkdown(context), copyAsPlainText(context), copyForWhatsApp(context)];
-  assert.deepEqual(sent.map(([, body]) => body.text), [
-    '# Um **b** [x](https://y.z)',
-    'Um b x (https://y.z)',
-    '*Um b x*: https://y.z',
-  ]);
-  assert.deepEqual(sent.map(([, body]) => body.successMessage), ['Markdown copied', 'Text copied', 'Copied for WhatsApp']);
+  assert.deepEqual(
+    sent.map(([, body]) => body.text),
+    ['# Um **b** [x](https://y.z)', 'Um b x (https://y.z)', '*Um b x*: https://y.z'],
+  );
+  assert.deepEqual(
+    sent.map(([, body]) => body.successMessage),
+    ['Markdown copied', 'Text copied', 'Copied for WhatsApp'],
+  );
   const ids = sent.map(([, body]) => body.requestId ?? '');
   assert.equal(new Set(ids).size, 3);
   answers.copied(true, 'Of nobody', 'unknown');
@@ -230,7 +235,7 @@ test('a copy without an answer ends as a failure, and a late answer is ignored',
   assert.deepEqual(toasts, ['Could not copy']);
 });
 
-test('a text that is not Markdown is copied as it is, and nothing is not copied', async () => {
+test('text that is not Markdown is copied unchanged, and empty text is not copied', async () => {
   write('**a** [b](c)', { format: 'plain' });
   for (const run of [copyAsPlainText, copyForWhatsApp]) {
     void run(context);

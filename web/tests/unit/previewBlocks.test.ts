@@ -1,14 +1,14 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { safeAddress } from '../../src/text/address';
-import { blocksOf, type Piece, previewGrammar } from '../../src/text/previewBlocks';
+import { blocksOf, type PreviewNode, previewGrammar } from '../../src/text/previewBlocks';
 
-function read(source: string): Piece[] {
+function read(source: string): PreviewNode[] {
   return blocksOf(source, previewGrammar.parse(source)).map((block) => block.make());
 }
 
-/** A preview written short: each element as its name and its contents. */
-function outline(piece: Piece | string): string {
+/** A compact form of a preview: each element as its name and children. */
+function outline(piece: PreviewNode | string): string {
   if (typeof piece === 'string') return piece;
   const kind = piece.kind ? `.${piece.kind}` : '';
   const href = piece.href ? `=${piece.href}` : '';
@@ -17,11 +17,11 @@ function outline(piece: Piece | string): string {
 
 const short = (source: string) => read(source).map(outline).join(' ');
 
-function all(pieces: ReadonlyArray<Piece | string>): Piece[] {
+function all(pieces: ReadonlyArray<PreviewNode | string>): PreviewNode[] {
   return pieces.flatMap((piece) => (typeof piece === 'string' ? [] : [piece, ...all(piece.children)]));
 }
 
-test('blocks come out as what they are', () => {
+test('every kind of block is rendered', () => {
   assert.equal(short('# Um *dois* #'), 'h1(Um em(dois))');
   assert.equal(short('Um\n===\n\ntexto'), 'h1(Um) p(texto)');
   assert.equal(short('> um\n> dois'), 'blockquote(p(um\n dois))');
@@ -35,43 +35,46 @@ test('an ordered list keeps its first number', () => {
   assert.equal(read('7. sete\n8. oito')[0]?.start, 7);
 });
 
-test('code keeps every letter and its language', () => {
+test('code stays verbatim and keeps its language', () => {
   const [code] = read('> ```js\n> a <b>\n>   *c*\n> ```');
-  const pre = all([code as Piece]).find((piece) => piece.tag === 'pre');
+  const pre = all([code as PreviewNode]).find((piece) => piece.tag === 'pre');
   assert.deepEqual(pre?.children, ['a <b>\n  *c*']);
   assert.equal(pre?.language, 'js');
 });
 
-test('tables keep their columns, also empty ones', () => {
+test('tables keep their columns, including empty ones', () => {
   assert.equal(
     short('| a | b |\n|---|--:|\n| 1 | |\n| | 2 |'),
     'table(thead(tr(th(a)th.end(b)))tbody(tr(td(1)td.end())tr(td()td.end(2))))',
   );
 });
 
-test('references are found wherever they stand', () => {
-  assert.equal(short('[a][x] e [x]\n\n[x]: https://exemplo.org/p'), 'p(a=https://exemplo.org/p(a) e a=https://exemplo.org/p(x))');
+test('references are resolved wherever they are defined', () => {
+  assert.equal(
+    short('[a][x] e [x]\n\n[x]: https://exemplo.org/p'),
+    'p(a=https://exemplo.org/p(a) e a=https://exemplo.org/p(x))',
+  );
   assert.equal(short('[sem alvo] e [a][nada]'), 'p([sem alvo] e [a][nada])');
 });
 
-test('every entity of HTML is read, and what is none stays as it is written', () => {
+test('every HTML entity is decoded, and anything else stays as it is', () => {
   assert.equal(short('a&ccedil;&atilde;o &Eacute; &alpha;&NotEqualTilde;'), 'p(ação É α≂̸)');
   assert.equal(short('&#231;&#xE7; &hearts; &rarr; &frac12;'), 'p(çç ♥ → ½)');
   assert.equal(short('&Ccedil; &CCEDIL; &ccedil &nada; &#0; &#xD800;'), 'p(Ç &CCEDIL; &ccedil &nada; &#0; &#xD800;)');
   assert.equal(short('&constructor; &toString; &hasOwnProperty;'), 'p(&constructor; &toString; &hasOwnProperty;)');
 });
 
-test('entities and escapes are read once', () => {
+test('entities and escapes are decoded once', () => {
   assert.equal(short('&lt;b&gt; \\*a\\* &amp;lt;'), 'p(<b> *a* &lt;)');
 });
 
-test('images are their labels, and raw markup is text', () => {
+test('images become their labels, and raw markup is text', () => {
   assert.equal(short('![um *gato*](https://exemplo.org/a.png)'), 'p(span.image(um em(gato)))');
   assert.equal(short('a <b onclick="x()">b</b>'), 'p(a span.raw(<b onclick="x()">)bspan.raw(</b>))');
   assert.equal(short('<script>x()</script>'), 'div.raw(<script>x()</script>)');
 });
 
-test('only addresses of the web and of mail become links', () => {
+test('only web and mail addresses become links', () => {
   const good: ReadonlyArray<readonly [string, string]> = [
     ['https://a.example/x?y=1#z', 'https://a.example/x?y=1#z'],
     ['HTTP://a.example', 'http://a.example/'],
@@ -100,13 +103,13 @@ test('only addresses of the web and of mail become links', () => {
   for (const written of bad) assert.equal(safeAddress(written), null, written);
 });
 
-test('nesting without end is cut, not followed', () => {
+test('endless nesting is cut off', () => {
   assert.ok(read(`${'> '.repeat(3000)}fim`).length > 0);
   assert.ok(read(`${'['.repeat(3000)}a${'](b)'.repeat(3000)}`).length > 0);
   assert.ok(read('*a **b '.repeat(2000)).length > 0);
 });
 
-test('a block keeps its key while it and the references are the same', () => {
+test('a block keeps its key while it and the references are unchanged', () => {
   const keys = (source: string) => blocksOf(source, previewGrammar.parse(source)).map(({ key }) => key);
   const [first, , last] = keys('um\n\ndois\n\ntres');
   const changed = keys('um\n\nDOIS\n\ntres');

@@ -13,14 +13,14 @@ import { pageGlobals } from '../../src/host/globals';
 import { nativePort } from '../../src/host/nativePort';
 
 /**
- * The page against docs/page-protocol.md, whose tables the host's own tests check. Where the page is built
- * alone, without the host's sources, there is nothing to compare with.
+ * Compares the page with docs/page-protocol.md, whose tables the host's own tests check. If the page is built
+ * alone, without the host's sources, there is nothing to compare.
  */
 const file = path.resolve('../docs/page-protocol.md');
 const skip = existsSync(file) ? false : 'the document is not here';
 const table: CommandTable = commands;
 
-/** The rows of a table of the document, by the names of its columns; code is without its backticks. */
+/** The rows of one of the document's tables, keyed by column name, without backticks. */
 function rows(name: string): Record<string, string>[] {
   const text = readFileSync(file, 'utf8');
   const found = text.match(new RegExp(`<!-- ${name} -->\n([^]*?)<!-- end of ${name} -->`))?.[1];
@@ -28,7 +28,12 @@ function rows(name: string): Record<string, string>[] {
   const [head = [], , ...body] = found
     .trim()
     .split('\n')
-    .map((line) => line.split('|').slice(1, -1).map((cell) => cell.trim().replace(/^`(.*)`$/, '$1')));
+    .map((line) =>
+      line
+        .split('|')
+        .slice(1, -1)
+        .map((cell) => cell.trim().replace(/^`(.*)`$/, '$1')),
+    );
   return body.map((cells) => Object.fromEntries(cells.map((cell, index) => [head[index] ?? '', cell])));
 }
 
@@ -65,7 +70,7 @@ test('the page posts the messages of the protocol, with their fields', { skip },
   }
 });
 
-test('the page knows the limits of the protocol', { skip }, () => {
+test("the page knows the protocol's limits", { skip }, () => {
   const limit = (message: string, field: string): number => {
     const row = rows('fields').find(({ Message, Field }) => Message === message && Field === field);
     return Number(row?.['At most, in bytes']?.replaceAll(',', ''));
@@ -77,7 +82,7 @@ test('the page knows the limits of the protocol', { skip }, () => {
   assert.equal(hostLimits.file.bytes, limit('quendoSaveAs', 'content'));
 });
 
-test('the page has every function that the host calls, and no other', { skip }, () => {
+test('the page defines every function the host calls, and no others', { skip }, () => {
   const globals = pageGlobals({ workspace: {}, shell: {} } as Context, {} as HostAnswers, undefined);
   const called = new Set<string>();
   for (const { 'Called as': call = '' } of rows('functions')) called.add(nameOf(call));
@@ -91,15 +96,18 @@ test('the page has every function that the host calls, and no other', { skip }, 
   assert.deepEqual(Object.keys(globals).sort(), [...called].sort());
 });
 
-test('the page starts from the globals of the protocol', { skip }, () => {
+test("the page starts from the protocol's globals", { skip }, () => {
   const read = new Set<string>();
-  readBootstrap(
-    new Proxy({}, { get: (_, name) => void read.add(`window.${String(name)}`) }),
+  readBootstrap(new Proxy({}, { get: (_, name) => void read.add(`window.${String(name)}`) }));
+  assert.deepEqual(
+    [...read].sort(),
+    rows('globals')
+      .map(({ Global = '' }) => Global)
+      .sort(),
   );
-  assert.deepEqual([...read].sort(), rows('globals').map(({ Global = '' }) => Global).sort());
 });
 
-test('each item of the menu has its command here, with its key', { skip }, () => {
+test('each menu item has its command here, with its key', { skip }, () => {
   const keys = new Set<string>();
   for (const { Action: action = '', Key: shown = '', Script: script = '' } of rows('menu')) {
     const key = shown.replace('Command', 'Mod').replace('Option', 'Alt').replaceAll('+', '-');
@@ -117,7 +125,7 @@ test('each item of the menu has its command here, with its key', { skip }, () =>
   for (const key of menuOnlyKeys) assert.ok(keys.has(key), key);
 });
 
-test('each script of the menu runs its own command', { skip }, () => {
+test('each menu script runs its own command', { skip }, () => {
   const ran: Command[] = [];
   const context = { workspace: {}, shell: { closing: { begun: false } } } as Context;
   const record = Object.fromEntries(

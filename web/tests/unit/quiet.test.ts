@@ -2,7 +2,7 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { QuietTime } from '../../src/state/quiet';
 
-/** Quiet time on a clock on which each piece of work takes a millisecond. */
+/** QuietTime on a fake clock, where each step of work takes one millisecond. */
 function bench(pieces: number) {
   let now = 0;
   let left = pieces;
@@ -35,7 +35,7 @@ function bench(pieces: number) {
   return { quiet, work, advance, turns, at: () => now };
 }
 
-test('work is cut into slices that no key has to wait for', () => {
+test('work is sliced so that no key has to wait', () => {
   const { quiet, work, advance, turns } = bench(40);
   let ran = 0;
   quiet.after(work, 1000, () => ran++);
@@ -44,11 +44,11 @@ test('work is cut into slices that no key has to wait for', () => {
   assert.ok(turns.length >= 8 && turns.every((length) => length <= 5), turns.join());
 });
 
-test('what is waited for comes once the keys are still, or after a second of them', () => {
+test('the callback runs once typing pauses, or after a second of typing', () => {
   const { quiet, work, advance, at } = bench(0);
   let ranAt = -1;
   const start = () => quiet.after(work, 1000, () => (ranAt = at()));
-  quiet.disturbed();
+  quiet.keyPressed();
   start();
   advance(119);
   assert.equal(ranAt, -1);
@@ -58,13 +58,13 @@ test('what is waited for comes once the keys are still, or after a second of the
   start();
   const from = at();
   while (ranAt < 0 && at() < from + 3000) {
-    quiet.disturbed();
+    quiet.keyPressed();
     advance(at() + 50);
   }
   assert.ok(ranAt - from <= 1050 && ranAt - from >= 950, String(ranAt - from));
 });
 
-test('what was called off does not come', () => {
+test('a cancelled callback does not run', () => {
   const { quiet, work, advance } = bench(10);
   let ran = 0;
   quiet.after(work, 1000, () => ran++)();

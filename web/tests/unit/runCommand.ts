@@ -2,7 +2,7 @@ import { EditorSelection, EditorState, Text, type Transaction } from '@codemirro
 import type { Command, EditorView } from '@codemirror/view';
 import { syntaxExtensions } from '../../src/editor/syntax';
 
-/** Runs a command on a text in which a sign stands for each caret, a pair of brackets ‹› for a selection. */
+/** Runs a command on a text in which `sign` marks carets and ‹› enclose a selection. */
 export function run(command: Command, marked: string, sign = '|'): string {
   const ranges: ReturnType<typeof EditorSelection.range>[] = [];
   let doc = '';
@@ -21,7 +21,12 @@ export function run(command: Command, marked: string, sign = '|'): string {
   const dispatch = (change: Transaction | Parameters<EditorState['update']>[0]) => {
     state = 'startState' in change ? change.state : state.update(change).state;
   };
-  command({ get state() { return state; }, dispatch } as unknown as EditorView);
+  command({
+    get state() {
+      return state;
+    },
+    dispatch,
+  } as unknown as EditorView);
   const out = state.doc.toString();
   return [...state.selection.ranges]
     .reverse()

@@ -16,7 +16,7 @@ test('a change is saved after a pause', () => {
   assert.equal(saver.status, 'saved');
 });
 
-test('typing on is saved every two seconds', () => {
+test('continuous typing is saved every two seconds', () => {
   const { saver, sent, advance, type } = saverBench();
   for (let i = 0; i < 50; i++) {
     type();
@@ -32,7 +32,7 @@ test('typing on is saved every two seconds', () => {
   });
 });
 
-test('one save is out at a time, and the next carries the newest text', () => {
+test('saves go out one at a time, and the next one carries the latest text', () => {
   const { saver, sent, advance, type } = saverBench();
   type();
   advance(300);
@@ -42,7 +42,10 @@ test('one save is out at a time, and the next carries the newest text', () => {
   saver.flush();
   assert.equal(sent.length, 1);
   saver.answered(true, 1);
-  assert.deepEqual(sent.map(({ serialized }) => serialized), ['text 1', 'text 3']);
+  assert.deepEqual(
+    sent.map(({ serialized }) => serialized),
+    ['text 1', 'text 3'],
+  );
   assert.equal(saver.status, 'saving');
   saver.answered(true, 2);
   assert.equal(saver.status, 'saved');
@@ -57,7 +60,7 @@ test('an answer does not cover what was typed after the save', () => {
   assert.equal(saver.status, 'unsaved');
 });
 
-test('flush saves at once, and only what is not saved', () => {
+test('flush saves immediately, and only if something is unsaved', () => {
   const { saver, sent, type } = saverBench();
   saver.flush();
   assert.equal(sent.length, 0);
@@ -66,7 +69,7 @@ test('flush saves at once, and only what is not saved', () => {
   assert.equal(sent.length, 1);
 });
 
-test('failures are retried with longer and longer pauses', () => {
+test('failures are retried with increasing pauses', () => {
   const { saver, sent, advance, type } = saverBench();
   type();
   advance(300);
@@ -90,7 +93,7 @@ test('failures are retried with longer and longer pauses', () => {
   assert.equal(saver.status, 'saved');
 });
 
-test('after failures a change does not wait for the next retry, nor hurry it much', () => {
+test('after failures a change brings the next retry forward, but only a little', () => {
   const { saver, sent, advance, type } = saverBench();
   const fail = () => saver.answered(false, sent.at(-1)?.revision ?? 0);
   type();
@@ -115,7 +118,7 @@ test('after failures a change does not wait for the next retry, nor hurry it muc
   assert.equal(sent.length, before + 2, 'a key that saves does not wait');
 });
 
-test('a document that cannot be put together is a failure like any other', () => {
+test('a document that cannot be serialised is a failure like any other', () => {
   const { saver, sent, statuses, advance, type, broken } = saverBench();
   broken.value = true;
   type();
@@ -128,7 +131,7 @@ test('a document that cannot be put together is a failure like any other', () =>
   assert.equal(saver.status, 'saved');
 });
 
-test('only a save that was asked for goes out at once when the one before it is answered', () => {
+test('only an explicitly requested save goes out as soon as the previous one is answered', () => {
   const { saver, sent, advance, type, idle } = saverBench();
   idle.hold = true;
   type();
@@ -166,7 +169,7 @@ test('no answer counts as a failure, and a late one still counts for what it cov
   assert.equal(sent.length, before);
 });
 
-test('an answer for an older revision never makes newer text saved', () => {
+test('an answer for an older revision never marks newer text as saved', () => {
   const { saver, sent, advance, type } = saverBench();
   type();
   advance(300);
@@ -190,7 +193,7 @@ test('an answer for a higher revision covers the lower ones', () => {
   assert.equal(saver.status, 'saved');
 });
 
-test('answers that nobody waits for change nothing', () => {
+test('unexpected answers change nothing', () => {
   const { saver, statuses } = saverBench();
   saver.answered(true, 5);
   saver.answered(false, 5);
@@ -198,8 +201,13 @@ test('answers that nobody waits for change nothing', () => {
   assert.deepEqual(statuses, []);
 });
 
-test('a save that was felt waits longer for a quiet moment, within a limit', () => {
-  for (const [cost, longest] of [[0, 1000], [30, 1300], [390, 4900], [3000, 5000]] as const) {
+test('after a slow save, the next one waits longer for a pause in typing, up to a limit', () => {
+  for (const [cost, longest] of [
+    [0, 1000],
+    [30, 1300],
+    [390, 4900],
+    [3000, 5000],
+  ] as const) {
     const { saver, sent, advance, type, idle } = saverBench();
     Object.assign(idle, { cost, hold: true });
     type();

@@ -1,6 +1,6 @@
 import { Saver, type SaveStatus } from '../../src/state/saver';
 
-/** A saver on a clock that is moved by hand, and a host that only notes what it is sent. */
+/** A saver with a manual clock and a host that only records what it is sent. */
 export function saverBench() {
   let now = 0;
   let text = 0;
@@ -25,7 +25,7 @@ export function saverBench() {
     },
     whenIdle: (run, longest) => {
       idle.longest = longest;
-      // As in the page, it comes in a later turn.
+      // Asynchronous, as in the page.
       const timer = { at: now, run };
       if (idle.hold) idle.release = run;
       else timers.push(timer);

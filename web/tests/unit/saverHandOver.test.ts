@@ -2,7 +2,7 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { saverBench } from './saverBench';
 
-test('what is handed over does not wait for the answer to an earlier document', () => {
+test('handing over does not wait for the answer to an earlier document', () => {
   const { saver, sent, advance, type } = saverBench();
   type();
   advance(300);
@@ -10,7 +10,10 @@ test('what is handed over does not wait for the answer to an earlier document', 
   saver.flush();
   assert.equal(sent.length, 1, 'a save as usual waits');
   assert.equal(saver.handOver(), true);
-  assert.deepEqual(sent.map(({ serialized }) => serialized), ['text 1', 'text 2']);
+  assert.deepEqual(
+    sent.map(({ serialized }) => serialized),
+    ['text 1', 'text 2'],
+  );
   saver.answered(true, 1);
   assert.equal(saver.status, 'saving');
   assert.equal(sent.length, 2, 'nothing is left that has not been sent');
@@ -26,7 +29,7 @@ test('what is handed over does not wait for the answer to an earlier document', 
   assert.equal(sent.length, 3);
 });
 
-test('a lost answer is waited for from the last document on', () => {
+test('the answer timeout restarts with the last document', () => {
   const { saver, advance, type } = saverBench();
   type();
   advance(300);
@@ -39,7 +42,7 @@ test('a lost answer is waited for from the last document on', () => {
   assert.equal(saver.status, 'failed');
 });
 
-test('a document that was handed over and refused is tried again', () => {
+test('a document that was handed over and rejected is retried', () => {
   const { saver, sent, advance, type } = saverBench();
   type();
   advance(300);
@@ -55,7 +58,7 @@ test('a document that was handed over and refused is tried again', () => {
   assert.equal(saver.status, 'saved');
 });
 
-test('a document that nobody takes is a failure at once', () => {
+test('a document that cannot be posted fails immediately', () => {
   const { saver, sent, statuses, advance, type, broken } = saverBench();
   type();
   broken.post = true;

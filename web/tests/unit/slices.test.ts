@@ -10,25 +10,37 @@ function* steps(count: number, each: () => void = () => undefined): Generator<nu
   return 'whole';
 }
 
-test('a slice ends when its time is over, and does one step at least', () => {
+test('a slice ends when its time is up, after at least one step', () => {
   let now = 0;
   const work = steps(10, () => {
     now += 2;
   });
-  assert.deepEqual(workSlice(work, 5, () => now), { done: false, value: 3 });
-  assert.deepEqual(workSlice(work, 0, () => now), { done: false, value: 4 });
-  assert.deepEqual(workSlice(work, 100, () => now), { done: true, value: 'whole' });
+  assert.deepEqual(
+    workSlice(work, 5, () => now),
+    { done: false, value: 3 },
+  );
+  assert.deepEqual(
+    workSlice(work, 0, () => now),
+    { done: false, value: 4 },
+  );
+  assert.deepEqual(
+    workSlice(work, 100, () => now),
+    { done: true, value: 'whole' },
+  );
 });
 
-test('work without a delay begins at once, and short work ends at once', () => {
+test('work without a delay starts immediately, and short work also ends immediately', () => {
   let result = '';
-  inSlices(steps(3), { slice: 1000, onDone: (value) => {
-    result = value;
-  } });
+  inSlices(steps(3), {
+    slice: 1000,
+    onDone: (value) => {
+      result = value;
+    },
+  });
   assert.equal(result, 'whole');
 });
 
-test('long work pauses, says how far it has come, and comes to its end', async () => {
+test('long work pauses, reports progress and finishes', async () => {
   const pauses: number[] = [];
   const result = await new Promise((onDone) => {
     inSlices(steps(3), { slice: 0, delay: 0, onPause: (step) => pauses.push(step), onDone });
@@ -38,7 +50,7 @@ test('long work pauses, says how far it has come, and comes to its end', async (
   assert.deepEqual(pauses, [1, 2, 3]);
 });
 
-test('work that was called off goes no further, not even from within a pause', async () => {
+test('cancelled work stops, even when cancelled during a pause', async () => {
   let done = 0;
   const count = () => done++;
   const ended = () => assert.fail('called off');

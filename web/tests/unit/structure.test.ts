@@ -46,7 +46,7 @@ function folderOf(file: string): string {
   return path.relative(path.resolve('src'), file).split(path.sep)[0] ?? '';
 }
 
-test('folders import only from those they may', () => {
+test('folders import only from allowed folders', () => {
   for (const file of sources) {
     for (const target of importsOf(file)) {
       if (target.endsWith('.css')) continue;
@@ -59,7 +59,7 @@ test('folders import only from those they may', () => {
   }
 });
 
-test('no circle of imports', () => {
+test('no circular imports', () => {
   const done = new Set<string>();
   const visit = (file: string, trail: string[]): void => {
     assert.ok(!trail.includes(file), [...trail, file].map((f) => path.relative('.', f)).join(' > '));
@@ -70,7 +70,7 @@ test('no circle of imports', () => {
   for (const file of sources) visit(file, []);
 });
 
-test('no two files have the same name', () => {
+test('file names are unique', () => {
   const seen = new Map<string, string>();
   for (const file of files.filter((name) => name.endsWith('.ts'))) {
     const name = path.basename(file);
@@ -79,7 +79,7 @@ test('no two files have the same name', () => {
   }
 });
 
-test('elements are made, and work is cut into slices, in one place each', () => {
+test('elements are created, and work is sliced, in one place each', () => {
   const only = (file: string, pattern: RegExp) => {
     const home = path.resolve('src', file);
     assert.match(readFileSync(home, 'utf8'), pattern);
@@ -91,7 +91,7 @@ test('elements are made, and work is cut into slices, in one place each', () => 
   only('time/slices.ts', /while \([^\n]*\bnow\(\) < /);
 });
 
-test('no file grows past what one can read', () => {
+test('no file is too long to read', () => {
   for (const file of files) {
     const lines = readFileSync(file, 'utf8').split('\n').length;
     assert.ok(lines <= LONGEST_FILE, `${path.relative('.', file)}: ${lines} lines`);
@@ -104,7 +104,7 @@ test('only the globals file puts names on the window', () => {
   }
 });
 
-test('every text is there in every language, with the same holes', () => {
+test('every text exists in every language, with the same placeholders', () => {
   const holes = (text: string) => (text.match(/\{\w+\}|\$/g) ?? []).sort().join();
   for (const [key, row] of Object.entries(catalogue)) {
     assert.equal(row.length, 3, key);
@@ -116,20 +116,23 @@ test('every text is there in every language, with the same holes', () => {
 });
 
 test('every text is used', () => {
-  const code = sources.filter((file) => !file.endsWith('catalogue.ts')).map((f) => readFileSync(f, 'utf8')).join();
+  const code = sources
+    .filter((file) => !file.endsWith('catalogue.ts'))
+    .map((f) => readFileSync(f, 'utf8'))
+    .join();
   for (const key of Object.keys(catalogue)) {
     const base = key.replace(/\.(one|many|none|some|pt|en|es|system|light|dark)$/, '');
     assert.ok(code.includes(`'${key}'`) || code.includes(`'${base}'`) || code.includes(`\`${base}.`), key);
   }
 });
 
-test('an unknown desktop language gives Portuguese', () => {
+test('an unknown system language falls back to Portuguese', () => {
   assert.equal(pickLanguage(['fr-FR', 'es-AR']), 'es');
   assert.equal(pickLanguage(['ja']), 'pt');
   assert.equal(pickLanguage([]), 'pt');
 });
 
-test('the globals carry every name that the host calls', () => {
+test('the globals define every name the host calls', () => {
   const context = { workspace: { settings: { sidebarMode: 'all' } }, shell: {} } as unknown as Context;
   const globals = pageGlobals(context, {} as HostAnswers, undefined) as Record<string, unknown>;
   const names = [

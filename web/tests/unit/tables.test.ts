@@ -10,7 +10,7 @@ const written = (...lines: string[]) => {
 };
 const press = (step: 1 | -1, lines: ReadonlyArray<string>) => run(moveInTable(step), lines.join('\n'), '¦').split('\n');
 
-test('a table is written with its columns below each other', () => {
+test('a table is written with aligned columns', () => {
   assert.deepEqual(written('|Nome|Preço|', '|:--|--:|', '|maçã|5|', '|pão de queijo|12,50|'), [
     '| Nome          | Preço |',
     '| :------------ | ----: |',
@@ -25,7 +25,7 @@ test('a table is written with its columns below each other', () => {
   ]);
 });
 
-test('wide signs, bars in the text and very long cells keep the columns', () => {
+test('wide characters, escaped bars and very long cells keep columns aligned', () => {
   const lines = written('|a|b|', '|-|-|', '|日本|x\\|y|', '|👨‍👩‍👧|\\\\|', `|${'l'.repeat(80)}|z|`);
   assert.equal(lines?.[2]?.indexOf('x\\|y'), 60 - 4 + 2 + 5);
   assert.match(lines?.[3] ?? '', /^\| 👨‍👩‍👧 {58} \| \\\\ {3}\|$/u);
@@ -34,16 +34,22 @@ test('wide signs, bars in the text and very long cells keep the columns', () => 
   assert.deepEqual(again, lines, 'what is in order stays as it is');
 });
 
-test('lines that are no table are not read as one', () => {
+test('other lines are not parsed as a table', () => {
   for (const lines of [['a'], ['a|b', 'c|d'], ['|a|', ''], []]) assert.equal(readTable(lines), null);
 });
 
-test('the column of a place counts bars before it', () => {
-  assert.deepEqual([0, 1, 2, 3, 4, 7].map((at) => columnAt('|a|b\\||', at)), [0, 0, 0, 1, 1, 2]);
-  assert.deepEqual([0, 1, 2].map((at) => columnAt('a|b', at)), [0, 0, 1]);
+test('the column at an offset is found by counting bars', () => {
+  assert.deepEqual(
+    [0, 1, 2, 3, 4, 7].map((at) => columnAt('|a|b\\||', at)),
+    [0, 0, 0, 1, 1, 2],
+  );
+  assert.deepEqual(
+    [0, 1, 2].map((at) => columnAt('a|b', at)),
+    [0, 0, 1],
+  );
 });
 
-test('Tab goes to the next cell, over the dashes, and adds a row at the end', () => {
+test('Tab goes to the next cell, skips the delimiter row and adds a row at the end', () => {
   const table = ['|a¦|b|', '|-|-|', '|c|d|'];
   assert.deepEqual(press(1, table), ['| a   | ‹b›   |', '| --- | --- |', '| c   | d   |']);
   assert.deepEqual(press(1, ['|a|b¦|', '|-|-|', '|c|d|'])[2], '| ‹c›   | d   |');
@@ -56,7 +62,7 @@ test('Shift+Tab goes back, and stays in the first cell', () => {
   assert.deepEqual(press(-1, ['|¦a|b|', '|-|-|'])[0], '| ‹a›   | b   |');
 });
 
-test('what stands around a table and a table inside of other things stay as they are', () => {
+test('text around a table, and tables nested in other blocks, stay unchanged', () => {
   const around = ['texto', '', '|a¦|b|', '|-|-|', '', 'fim'];
   assert.deepEqual(press(1, around), ['texto', '', '| a   | ‹b›   |', '| --- | --- |', '', 'fim']);
   for (const lines of [['> |a¦|', '> |-|'], ['a¦|b'], ['```', '|a¦|', '|-|', '```']]) {

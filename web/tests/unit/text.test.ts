@@ -10,15 +10,19 @@ test('folding drops case and accents', () => {
   assert.equal(fold('Acao'), fold('AÇÃO'));
 });
 
-test('Latin letters are folded as others are', () => {
-  const slowly = (text: string) => text.normalize('NFD').replace(/\p{M}+/gu, '').toLowerCase();
+test('Latin letters fold like any others', () => {
+  const slowly = (text: string) =>
+    text
+      .normalize('NFD')
+      .replace(/\p{M}+/gu, '')
+      .toLowerCase();
   const latin = Array.from({ length: 256 }, (_, code) => String.fromCharCode(code));
   for (const letter of latin) assert.equal(fold(letter), slowly(letter), JSON.stringify(letter));
   assert.equal(fold(latin.join('')), slowly(latin.join('')));
   assert.equal(fold(`${latin.join('')}Ā🎉`), `${slowly(latin.join(''))}a🎉`);
 });
 
-test('a folded match is found at its place in the accented text', () => {
+test('a folded match is located in the accented text', () => {
   const text = 'Uma ação! 🎉 Canção';
   const first = findFolded(text, 'acao');
   assert.deepEqual(first && text.slice(first.from, first.to), 'ação');
@@ -32,7 +36,7 @@ test('a folded match is found at its place in the accented text', () => {
   assert.equal(findFolded(text, ''), null);
 });
 
-test('a title is the first line with something in it, without marks', () => {
+test('the title is the first non-blank line, without marks', () => {
   const cases: Array<[string, string]> = [
     ['# Título', 'Título'],
     ['\n\n  ## Dois ##\nresto', 'Dois'],
@@ -56,14 +60,14 @@ test('a long title is cut between characters', () => {
   assert.ok(!/[\ud800-\udbff]$/.test(readHead(`x${'🎉'.repeat(100)}`).title));
 });
 
-test('the excerpt is what follows, on one line', () => {
+test('the excerpt is the text that follows, on one line', () => {
   assert.equal(readHead('# T\n\n- um\n- dois').excerpt, 'um dois');
   assert.equal(readHead('# T\n```js\nconst a\n```').excerpt, 'const a');
   assert.equal(readHead('# T\n| a | **b** |\n|---|:-:|\n| 1 | 2 |').excerpt, 'a · b 1 · 2');
   assert.equal(stripMarks('   '), '');
 });
 
-test('file names keep what file systems take', () => {
+test('characters that file systems reject are replaced in file names', () => {
   assert.equal(fileNameFor('Ata: 1/2 "final"?', 'markdown'), 'Ata- 1-2 -final-.md');
   assert.equal(fileNameFor('...', 'plain'), 'nota.txt');
   assert.equal(fileNameFor('', 'markdown'), 'nota.md');
@@ -73,7 +77,7 @@ test('file names keep what file systems take', () => {
   assert.equal(formatOf('.md'), 'plain');
 });
 
-test('a file name gets the extension of a format and keeps one that fits', () => {
+test("a file name gets a format's extension unless it has a suitable one", () => {
   const cases: Array<[string, string, string]> = [
     ['plano.md', 'plano.md', 'plano.txt'],
     ['plano.MARKDOWN', 'plano.MARKDOWN', 'plano.txt'],
@@ -89,7 +93,7 @@ test('a file name gets the extension of a format and keeps one that fits', () =>
   }
 });
 
-test('a long file name is cut before its extension, between characters', () => {
+test('a long file name is cut before its extension, between graphemes', () => {
   assert.equal(shortFileName('curto.md'), 'curto.md');
   assert.equal(shortFileName(`${'a'.repeat(300)}.md`), `${'a'.repeat(177)}.md`);
   assert.equal(shortFileName(`${'é'.repeat(300)}.txt`), `${'é'.repeat(118)}.txt`);
@@ -99,7 +103,7 @@ test('a long file name is cut before its extension, between characters', () => {
   assert.ok(utf8Length(shortFileName('\u4e2d'.repeat(5000))) <= 240);
 });
 
-test('a text is shortened to bytes between characters, halves of characters replaced', () => {
+test('a text is cut to a byte limit between graphemes, with lone surrogates replaced', () => {
   assert.equal(shorten('ação', 100), 'ação');
   assert.equal(shorten('ação', 3), 'aç');
   assert.equal(shorten('a🎉', 4), 'a');
@@ -115,8 +119,7 @@ test('lengths are counted in UTF-8', () => {
 });
 
 const bytes = (...values: number[]) => new Uint8Array(values);
-const utf16 = (text: string) =>
-  new Uint8Array([...text].flatMap((c) => [c.charCodeAt(0) & 255, c.charCodeAt(0) >> 8]));
+const utf16 = (text: string) => new Uint8Array([...text].flatMap((c) => [c.charCodeAt(0) & 255, c.charCodeAt(0) >> 8]));
 
 test('text files are decoded in the common encodings', () => {
   assert.equal(decodeText(bytes()), '');
@@ -128,7 +131,7 @@ test('text files are decoded in the common encodings', () => {
   assert.equal(decodeText(bytes(0x63, 0x61, 0x66, 0xe9)), 'café');
 });
 
-test('what is not text is refused', () => {
+test('binary files are refused', () => {
   assert.equal(decodeText(bytes(0x89, 0x50, 0x4e, 0x47, 0x0d)), null);
   assert.equal(decodeText(bytes(0x25, 0x50, 0x44, 0x46, 0x2d, 0x31)), null);
   assert.equal(decodeText(bytes(0x61, 0, 0x62, 0x63, 0x64)), null);

@@ -20,15 +20,15 @@ const bytesOf = (pieces: Pieces) =>
     Number.parseInt(hex, 16),
   );
 
-// The host reads what comes from the desktop; its own test compares it with the same samples.
-test('files chosen in the page are decoded as the host decodes those from the desktop', () => {
+// The host reads files opened from the desktop; its own test uses the same samples.
+test('files chosen in the page are decoded like those opened by the host', () => {
   for (const { name, bytes, text } of samples) {
     assert.ok(decodeText(bytesOf(bytes)) === (text && joined(text)), name);
   }
   assert.ok(samples.length > 100);
 });
 
-test('where a file lies in memory changes nothing', () => {
+test("a file's alignment in memory does not matter", () => {
   const { bytes, text } = samples.find(({ name }) => name === 'UTF-32-LE with a mark') as Sample;
   const file = bytesOf(bytes);
   const memory = new Uint8Array(file.length + 7);
@@ -36,7 +36,7 @@ test('where a file lies in memory changes nothing', () => {
   assert.equal(decodeText(memory.subarray(3, 3 + file.length)), text && joined(text));
 });
 
-test('the largest files of every kind are decoded in a moment', () => {
+test('the largest files of every kind are decoded quickly', () => {
   const size = 20_000_000;
   const filled = (piece: ReadonlyArray<number>) => {
     const bytes = new Uint8Array(size);

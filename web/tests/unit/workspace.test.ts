@@ -19,7 +19,7 @@ function workspaceWith(...texts: string[]) {
   return { workspace, ids };
 }
 
-test('a new tab stands beside the active one', () => {
+test('a new tab opens next to the active one', () => {
   const { workspace, ids } = workspaceWith('a', 'b', 'c');
   assert.deepEqual(workspace.tabs.open, ids);
   workspace.openTab(ids[0] ?? '');
@@ -28,7 +28,7 @@ test('a new tab stands beside the active one', () => {
   assert.deepEqual(workspace.tabs.open, [ids[0], id, ids[1], ids[2]]);
 });
 
-test('closing the active tab passes to the right, then to the left', () => {
+test('closing the active tab activates its right neighbour, then its left one', () => {
   const { workspace, ids } = workspaceWith('a', 'b', 'c');
   const [a = '', b = '', c = ''] = ids;
   workspace.openTab(b);
@@ -41,7 +41,7 @@ test('closing the active tab passes to the right, then to the left', () => {
   assert.equal(workspace.noteCount, 3);
 });
 
-test('closed tabs come back in reverse order at their places', () => {
+test('closed tabs reopen in reverse order at their old positions', () => {
   const { workspace, ids } = workspaceWith('a', 'b', 'c');
   const [a = '', b = '', c = ''] = ids;
   workspace.closeTabs([a]);
@@ -52,7 +52,7 @@ test('closed tabs come back in reverse order at their places', () => {
   assert.equal(workspace.reopenTab(), null);
 });
 
-test('tabs closed together go back where they stood, but for those without a note', () => {
+test('tabs closed together reopen at their old positions, except those without a note', () => {
   const { workspace, ids } = workspaceWith('a', 'b', 'c');
   workspace.openTab(ids[1] ?? '');
   const { open, active } = workspace.tabs;
@@ -77,7 +77,7 @@ test('scopes and neighbours', () => {
   assert.equal(neighbour(workspace.tabs, -1), c);
 });
 
-test('a note in which nothing was ever written goes with its tab', () => {
+test('a note that never had any text is removed with its tab', () => {
   const { workspace, ids } = workspaceWith('', 'texto');
   workspace.closeTabs(ids);
   assert.equal(workspace.noteCount, 1);
@@ -85,7 +85,7 @@ test('a note in which nothing was ever written goes with its tab', () => {
   assert.equal(workspace.reopenTab(), null);
 });
 
-test('a note that its writer emptied stays, whatever the clock said', () => {
+test('an emptied note stays, whatever the clock said', () => {
   for (const later of [0, 1000, -1000]) {
     let now = 5000;
     const workspace = new Workspace(emptyContents, false, () => now);
@@ -101,7 +101,7 @@ test('a note that its writer emptied stays, whatever the clock said', () => {
   }
 });
 
-test('a note that its writer emptied stays after a restart too, an untouched one does not', () => {
+test('an emptied note stays even after a restart, one that never had text does not', () => {
   const { workspace, ids } = workspaceWith('', '', ' \n');
   const [untouched = '', emptied = '', spaces = ''] = ids;
   workspace.setText(emptied, Text.of(['texto']));
@@ -116,7 +116,7 @@ test('a note that its writer emptied stays after a restart too, an untouched one
   assert.equal(restarted.reopenTab(), emptied);
 });
 
-test('a deleted note comes back whole, from the bin or as a closed tab', () => {
+test('a deleted note is restored completely, from the bin or by reopening its tab', () => {
   const { workspace, ids } = workspaceWith('a', 'b');
   const [a = '', b = ''] = ids;
   workspace.deleteNote(a);
@@ -130,14 +130,14 @@ test('a deleted note comes back whole, from the bin or as a closed tab', () => {
   assert.deepEqual(workspace.contents.bin, []);
 });
 
-test('a note deleted while it had no tab comes back too', () => {
+test('a note deleted while it had no tab can be restored too', () => {
   const { workspace, ids } = workspaceWith('a');
   workspace.closeTabs(ids);
   workspace.deleteNote(ids[0] ?? '');
   assert.equal(workspace.reopenTab(), ids[0]);
 });
 
-test('changes are told once each; no change is not told', () => {
+test('listeners are notified once per change, and only of changes', () => {
   const { workspace, ids } = workspaceWith('a');
   const seen: string[] = [];
   workspace.onChange((change) => seen.push(change));
@@ -151,13 +151,13 @@ test('changes are told once each; no change is not told', () => {
   assert.equal(seen.filter((change) => change === 'text').length, 1);
 });
 
-test('an imported note keeps its file name as title', () => {
+test('an imported note has its file name as title', () => {
   const { workspace } = workspaceWith();
   const note = workspace.addNote({ text: Text.of(['# Outro']), name: 'plano.md' });
   assert.equal(titleOf(note), 'plano.md');
 });
 
-test('the search finds titles and texts without regard to accents', () => {
+test('the search ignores accents in titles and texts', () => {
   const { workspace } = workspaceWith('Reunião', 'Lista\npão e maçã', 'Outra');
   const found = (query: string) =>
     [...searchNotes(workspace.notesInOrder(), query)].flatMap((f) => (f ? [titleOf(f.note)] : []));
@@ -166,7 +166,7 @@ test('the search finds titles and texts without regard to accents', () => {
   assert.deepEqual(found('nada'), []);
 });
 
-test('the search finds a match across the pieces of a long text, with its surroundings', () => {
+test('the search finds a match across chunks of a long text, with its excerpt', () => {
   const text = `${'x'.repeat(299_998)}agulha ${'y'.repeat(100_000)}`;
   const { workspace } = workspaceWith(`Longa\n${text}`);
   const [found] = [...searchNotes(workspace.notesInOrder(), 'AGULHA')];
@@ -174,18 +174,18 @@ test('the search finds a match across the pieces of a long text, with its surrou
   assert.match(contextOf(found.note.text, 'AGULHA'), /^…x+agulha y/);
 });
 
-test('the surroundings of a match are the text as written, on one line', () => {
+test('an excerpt is the original text around the match, on one line', () => {
   const text = Text.of(['Título', '', `${'palavra '.repeat(20)}pão`, '', 'e maçã', 'fim']);
   assert.equal(contextOf(text, 'MACA'), '…palavra palavra pão e maçã fim');
   assert.equal(contextOf(text, 'nada'), '');
   assert.equal(contextOf(text, ''), '');
 });
 
-test('the surroundings are the same whether or not it is known where the match is', () => {
+test('an excerpt is the same with and without knowing where the match is', () => {
   const texts = [
     'um\nmaçã',
     `${'palavra '.repeat(100)}MAÇÃ e mais`,
-    // Marks and syllables of their own move the match to and fro.
+    // Combining marks and Hangul syllables shift the match's offset.
     `${'cafe\u0301 '.repeat(100)}maca\u0303o`,
     `${'한글 '.repeat(200)}maça`,
     `🎉 maçã`,
@@ -201,14 +201,14 @@ test('the surroundings are the same whether or not it is known where the match i
   }
 });
 
-test('a match is not made of the end of the title and the beginning of the text', () => {
+test('a match does not span title and text', () => {
   const { workspace } = workspaceWith();
   workspace.addNote({ text: Text.of(['fim']), name: 'plano' });
   const found = (query: string) => [...searchNotes(workspace.notesInOrder(), query)].filter(Boolean).length;
   assert.deepEqual(['planofim', 'plano fim', 'plano', 'fim'].map(found), [0, 0, 1, 1]);
 });
 
-test('the search pauses, however much or little it finds', () => {
+test('the search pauses, however many matches there are', () => {
   const texts = Array.from({ length: 400 }, (_, i) => `nota ${i}\n${'x'.repeat(5000)}`);
   const { workspace } = workspaceWith(...texts);
   const notes = workspace.notesInOrder();
@@ -220,7 +220,7 @@ test('the search pauses, however much or little it finds', () => {
   }
 });
 
-test('a longer query looks through what the shorter one found', () => {
+test('a longer query only searches the matches of the shorter one', () => {
   assert.ok(narrows('ação', 'ac'));
   assert.ok(narrows('x ac', 'AÇ'));
   assert.ok(!narrows('ac', 'ação'));
@@ -233,7 +233,7 @@ test('a longer query looks through what the shorter one found', () => {
   assert.deepEqual(narrow, found(all, 'acao'));
 });
 
-test('folding ahead finds the same, and pinned notes come first', () => {
+test('folding ahead does not change the results, and pinned notes come first', () => {
   const { workspace, ids } = workspaceWith('um ção', 'dois cao', 'três');
   assert.equal([...foldNotes(workspace.notesInOrder())].length, 3);
   workspace.setPinned(ids[0] ?? '', true);
@@ -243,7 +243,7 @@ test('folding ahead finds the same, and pinned notes come first', () => {
   assert.equal(titleOf(workspace.notesInOrder()[0] as Note), 'três');
 });
 
-test('where a note was left is remembered until it is gone for good', () => {
+test("a note's place is remembered until the note is deleted for good", () => {
   const { workspace, ids } = workspaceWith('a', 'b');
   const [a = '', b = ''] = ids;
   assert.equal(workspace.setPlace(a, { anchor: 1, head: 0, top: 0 }), true);
@@ -258,18 +258,22 @@ test('where a note was left is remembered until it is gone for good', () => {
   assert.equal(workspace.place(a), null);
 });
 
-test('places that make no sense are left out', () => {
+test('invalid places are dropped', () => {
   const places = { a: { anchor: -1, head: 'x', top: 1e300 }, b: 7, gone: { anchor: 1, head: 1, top: 1 } };
   const { contents } = readContents({ notes: [{ id: 'a', text: 'x' }], places }, 5);
   assert.deepEqual([...contents.places], [['a', { anchor: 0, head: 0, top: 0 }]]);
 });
 
-test('the bin is emptied for good, with the ways back to it', () => {
+test('emptying the bin is permanent, including its closed tabs', () => {
   const { workspace, ids } = workspaceWith('a', 'b', 'c');
   workspace.closeTabs([ids[1] ?? '']);
   workspace.deleteNote(ids[0] ?? '');
   workspace.deleteNote(ids[2] ?? '');
-  assert.deepEqual(workspace.bin.map(({ note }) => note.id), [ids[2], ids[0]], 'the latest first');
+  assert.deepEqual(
+    workspace.bin.map(({ note }) => note.id),
+    [ids[2], ids[0]],
+    'the latest first',
+  );
   workspace.emptyBin();
   assert.deepEqual(workspace.bin, []);
   assert.equal(workspace.restoreNote(ids[0] ?? ''), false);

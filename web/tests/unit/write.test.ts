@@ -3,9 +3,9 @@ import { test } from 'node:test';
 import { Text } from '@codemirror/state';
 import { emptyContents } from '../../src/state/model';
 import { Workspace } from '../../src/state/workspace';
-import { makePieces, serialize } from '../../src/state/write';
+import { prepareJson, serialize } from '../../src/state/write';
 
-/** A workspace of as many notes, and the ids of some of them. */
+/** A workspace with this many notes, and some of their ids. */
 function manyNotes(count: number) {
   let now = 1000;
   const workspace = new Workspace(emptyContents, false, () => now++);
@@ -13,7 +13,7 @@ function manyNotes(count: number) {
   return { workspace, ids };
 }
 
-/** How often a text is escaped while something runs; every note that is serialised costs at least one. */
+/** Counts how many texts are escaped while `run` runs; serialising a note costs at least one. */
 function countTexts(run: () => void): number {
   const original = JSON.stringify;
   let count = 0;
@@ -48,14 +48,20 @@ test('only notes that changed are serialised', () => {
   assert.equal(save(), 1);
 });
 
-test('what was made ready costs nothing when it is saved', () => {
+test('saving does not repeat work done ahead', () => {
   const { workspace, ids } = manyNotes(300);
   workspace.deleteNote(ids[9] ?? '');
-  assert.equal(countTexts(() => [...makePieces(workspace.contents)]), 300);
-  assert.equal(countTexts(() => serialize(workspace.contents, 1)), 0);
+  assert.equal(
+    countTexts(() => [...prepareJson(workspace.contents)]),
+    300,
+  );
+  assert.equal(
+    countTexts(() => serialize(workspace.contents, 1)),
+    0,
+  );
 });
 
-test('grouping changes nothing in what is written', () => {
+test('grouping does not change the output', () => {
   for (const count of [0, 1, 63, 64, 65, 200]) {
     const { workspace, ids } = manyNotes(count);
     serialize(workspace.contents, 1);
