@@ -3,8 +3,8 @@
 # ./test sets this to -Werror; see cmake/QuendoWarnings.cmake.
 warning_options=
 
-# Builds targets of a preset (everything when none is named). One line when there is work, none when
-# there is nothing to do; the whole output when something fails.
+# Builds targets of a preset, by default all. Prints one line if there is work, nothing if there is none, and the
+# whole output on failure.
 build_preset() {
   local preset=$1
   shift
@@ -17,7 +17,7 @@ build_preset() {
     [[ -f $directory/warning-options && $(<"$directory/warning-options") == "$warning_options" ]] ||
       printf '%s\n' "$warning_options" >"$directory/warning-options"
   fi
-  # Only configuring by name applies a preset that has changed.
+  # A changed preset takes effect only when configured by name.
   if [[ ! -f $directory/build.ninja || $root/CMakePresets.json -nt $directory/build.ninja ]]; then
     say "Configuring $preset."
     if ! (cd "$root" && cmake --preset "$preset") >"$log" 2>&1; then
@@ -27,8 +27,8 @@ build_preset() {
       return 1
     fi
   fi
-  # A dry run would not notice a change in the build files themselves, so the real one is started and
-  # tells by itself whether it has anything to do.
+  # A dry run would miss changes in the build files themselves, so start the real build and see from its output
+  # whether it has anything to do.
   local status=0 started=$SECONDS
   (cd "$root" && cmake --build "$directory" "${targets[@]}") >"$log" 2>&1 &
   local builder=$!

@@ -1,4 +1,4 @@
-# Sourced by the scripts of this project. Finds the project's root and says things.
+# Sourced by the project's scripts: the project root, messages, locks.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 
@@ -7,8 +7,8 @@ complain() { printf '%s\n' "$*" >&2; }
 
 declare -A lock_descriptors=()
 
-# Holds a lock by name until it is released or this shell ends, so that two runs in one tree do not build or
-# write over each other. The lock is the descriptor's: it ends with the process, however that ends.
+# Takes a named lock until it is released or this shell ends, so two runs in one tree do not interfere. The lock
+# belongs to the descriptor, so it is released however the process ends.
 hold_lock() {
   local name=$1 descriptor
   mkdir -p "$root/build"

@@ -1,5 +1,5 @@
-"""Prints "PASSED FAILED SKIPPED" for JUnit files. One that is missing or broken counts for nothing here; the
-caller knows that something ended badly."""
+"""Prints "PASSED FAILED SKIPPED" for JUnit files. Missing or broken files count as nothing; the caller knows from the
+exit status that something failed."""
 
 import sys
 import xml.etree.ElementTree as ElementTree

@@ -1,10 +1,10 @@
 #!/usr/bin/python3
-"""Runs the files of the desktop tests, several side by side, each on a display of its own.
+"""Runs the files of the desktop tests in parallel, each on a display of its own.
 
     scripts/lib/desktop-suite.py DISPLAYS RESULTS
 
-Writes one JUnit file for each into RESULTS. When all files have ended, a test that failed is run once more, and
-a line that begins with "retried: " says so: windows and keys depend on how busy the machine is. Tests marked
+Writes one JUnit file each into RESULTS. After all files have finished, failed tests are run once more, because windows
+and keys depend on how busy the machine is; each prints a line that begins with "retried: ". Tests marked
 `never_retried` are about losing text; their first failure is final.
 """
 
@@ -17,10 +17,9 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 TESTS = ROOT / "tests" / "desktop"
-# Seconds that each file took the last time it ran here. The longest come first: no display is left with one of them
-# at the end.
+# Seconds each file took last time. The longest start first, so none of them is left over at the end.
 DURATIONS = ROOT / "build" / "desktop-durations.json"
-# Without a record, in a fresh clone, these do.
+# The longest in a fresh clone, which has no record.
 LONGEST = ("kill_test", "language_test", "real_page_test", "window_test", "quit_handshake_test")
 
 
@@ -39,7 +38,7 @@ def in_order(files, known):
 
 
 def pytest(results, name, attempt, *arguments):
-    """Runs pytest on a display of its own; returns its JUnit tree, or None when it ended without one."""
+    """Runs pytest on a display of its own; returns its JUnit tree, or None if it left none."""
     report = results / f"desktop-{name}-{attempt}.xml"
     report.unlink(missing_ok=True)
     with open(results / f"desktop-{name}-{attempt}.log", "wb") as log:
@@ -72,7 +71,7 @@ def never_retried(case):
 
 
 def say_failures(path, tree):
-    """Names what has failed for good, with the seed of a test that uses chance."""
+    """Prints the final failures, with the seeds of randomised tests."""
     for key in sorted(wrong(tree)):
         seed = cases(tree)[key].find("properties/property[@name='seed']")
         again = f" (QUENDO_TEST_SEED={seed.get('value')})" if seed is not None else ""
@@ -87,7 +86,7 @@ def without_result(name):
 
 
 def retry(results, path, tree):
-    """Runs once more what failed and may be, and lets those tests pass that do so now."""
+    """Runs failed tests once more, where allowed; those that pass now count as passed."""
     before = {key for key in wrong(tree) if not never_retried(cases(tree)[key])}
     if not before:
         return
@@ -102,7 +101,7 @@ def retry(results, path, tree):
 
 
 def run_again(results, path):
-    """Once more for a file that ended without a result, unless a test in it is never retried."""
+    """Retries a file that ended without a result, unless a test in it is never retried."""
     if "never_retried" in path.read_text(encoding="utf-8"):
         return without_result(path.stem)
     tree = pytest(results, path.stem, 2, path)

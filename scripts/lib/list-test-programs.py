@@ -1,4 +1,4 @@
-"""Prints the test programs of a build directory that were built, one per line, each once."""
+"""Prints the test programs of a build directory, one per line, without duplicates."""
 
 import json
 import subprocess

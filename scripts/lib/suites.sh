@@ -1,7 +1,7 @@
-# Sourced by ./test. Runs suites, counts what they ran, and tells the sum.
+# Sourced by ./test. Runs suites, counts their tests and prints the total.
 #
-# A suite that ends badly without naming a failed test, or that ran no test at all, counts as one failure:
-# silence must never look like success.
+# A suite that fails without naming a failed test, or runs no test at all, counts as one failure: silence must
+# never look like success.
 
 results=
 passed=0
@@ -9,7 +9,7 @@ failed=0
 failed_suites=()
 retried=()
 
-# start_part PART: its results are its own, and two runs of one part in one tree follow each other.
+# start_part PART: clears its results, and waits for another run of the same part in this tree.
 start_part() {
   hold_lock "test-$1"
   results=$root/build/test-results/$1
@@ -23,7 +23,7 @@ finish_suites() {
   local one
   for one in "${failed_suites[@]}"; do say "FAILED: $one"; done
   for one in "${retried[@]}"; do say "Retried: $one"; done
-  # Ending early is a failure also where no suite had the time to say so.
+  # Ending early is a failure even if no suite has recorded one.
   if ((status != 0 && failed == 0)); then failed=1; fi
   say "retried: ${#retried[@]}"
   say "$passed passed, $failed failed"
@@ -43,15 +43,15 @@ record() {
   if (($3)); then failed_suites+=("$name"); fi
 }
 
-# The end of what a failed suite said, and where the rest is.
+# The end of a failed suite's log, and where the rest is.
 show_log() {
   tail -n 300 "$1"
-  say "(all of it: $1)"
+  say "(full log: $1)"
 }
 
 file_name() { printf '%s' "${1//[^a-zA-Z0-9]/-}"; }
 
-# One check: it passes or it fails. suite_check NAME COMMAND...
+# One check that passes or fails. suite_check NAME COMMAND...
 suite_check() {
   local name=$1 started=$SECONDS
   shift
@@ -65,7 +65,7 @@ suite_check() {
   fi
 }
 
-# Notes the tests that a suite ran a second time; the lines of its log that begin with "retried: " name them.
+# Collects the tests a suite has retried: the lines of its log that begin with "retried: ".
 note_retries() {
   local -a lines=()
   mapfile -t lines < <(sed -n 's/^retried: //p' "$1")
@@ -78,11 +78,11 @@ count_junit() {
   ((${#counted[@]} == 3)) || counted=(0 0 0)
 }
 
-# settle NAME STATUS SECONDS: records `counted`, and a failure more where the numbers hide one.
+# settle NAME STATUS SECONDS: records `counted`, plus a failure if the numbers hide one.
 settle() {
   local name=$1 status=$2 seconds=$3
   if ((status != 0 && counted[1] == 0)); then
-    say "$name ended with status $status although no test is said to have failed."
+    say "$name ended with status $status although no test failed."
     counted[1]=1
   elif ((counted[0] + counted[1] == 0)); then
     say "$name ran no test."
@@ -91,7 +91,7 @@ settle() {
   record "$name" "${counted[@]}" "$seconds"
 }
 
-# A command that writes a JUnit file where it is told to: "JUNIT" in its arguments stands for the path.
+# A command that writes a JUnit file; "JUNIT" in its arguments stands for the path.
 suite_junit() {
   local name=$1 started=$SECONDS status=0
   shift
@@ -104,8 +104,8 @@ suite_junit() {
   settle "$name" "$status" $((SECONDS - started))
 }
 
-# The test programs of a preset, each judged by itself, so that one that crashes is not hidden by the
-# numbers of another. suite_gtest NAME PRESET FILTER
+# The test programs of a preset, each judged separately, so the numbers of one do not hide the crash of another.
+# suite_gtest NAME PRESET FILTER
 suite_gtest() {
   local name=$1 preset=$2 filter=$3
   local -a programs=()
@@ -127,8 +127,8 @@ suite_gtest() {
   done
 }
 
-# The desktop tests, as many files side by side as the machine has processors, three at most. Each has a
-# display of its own, because there is one keyboard focus per display.
+# The desktop tests, with as many files in parallel as there are processors, at most three. Each has a display of
+# its own, because a display has only one keyboard focus.
 suite_desktop() {
   local name="desktop" started=$SECONDS status=0 displays log
   displays=$(nproc)

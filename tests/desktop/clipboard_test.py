@@ -1,4 +1,4 @@
-"""Text that a page copies is on the desktop's clipboard, whole, for any other program to read."""
+"""Text a page copies is on the desktop's clipboard in full, for any other program."""
 
 import hashlib
 import subprocess

@@ -18,11 +18,10 @@ from harness.reporter import Reporter
 def pytest_runtest_makereport(item, call):
     outcome = yield
     report = outcome.get_result()
-    # What the screen showed when a test failed is worth more than any message; the fixtures are still
-    # there at this moment.
+    # A screenshot of the failure says more than any message; the fixtures still exist at this point.
     if report.when == "call" and report.failed and desktop.is_private():
         pictures = Path(os.environ.get("QUENDO_TEST_PICTURES", ROOT / "build" / "test-results" / "desktop" / "pictures"))
-        # Without signs that mean something to the tool that writes the picture.
+        # Without characters that ImageMagick interprets.
         name = re.sub(r"[^A-Za-z0-9._-]+", "-", item.nodeid)
         try:
             report.sections.append(("screen", str(desktop.screenshot(pictures / f"{name}.png"))))
@@ -31,7 +30,7 @@ def pytest_runtest_makereport(item, call):
 
 
 def pytest_collection_modifyitems(items):
-    # Where the runner of ./test finds the marker: in the JUnit file.
+    # desktop-suite.py finds the marker in the JUnit file.
     for item in items:
         if item.get_closest_marker("never_retried"):
             item.user_properties.append(("never_retried", "true"))
@@ -47,7 +46,7 @@ def private_desktop():
 
 @pytest.fixture(scope="session")
 def installation(tmp_path_factory):
-    """The program as installed, moved away from its prefix. Shared: tests must not change it."""
+    """The installed program, moved away from its prefix. Shared: tests must not change it."""
     build = Path(os.environ.get("QUENDO_BUILD", ROOT / "build" / "release"))
     assert (build / "bin" / "quendo").exists(), f"there is no program in {build}; build it first"
     return Installation.install(build, tmp_path_factory.mktemp("installation"))
@@ -55,7 +54,7 @@ def installation(tmp_path_factory):
 
 @pytest.fixture(scope="session")
 def program_arguments():
-    """What the program needs on this machine, whatever the test."""
+    """Options the program needs on this machine."""
     return sandbox_arguments()
 
 
@@ -94,14 +93,14 @@ def make_quendo(tmp_path, installation, program_arguments):
 
 @pytest.fixture
 def quendo(make_quendo):
-    """The real program with its real page, started, its window in front."""
+    """The real program with its real page, started, its window active."""
     return make_quendo().start()
 
 
 @pytest.fixture
 def open_page(make_quendo, installation, reporter):
-    """A function that starts the real page on a document given as text, in a language (English by default),
-    and returns (program, page)."""
+    """A function that starts the real page on a document given as text, in a language (English by default), and
+    returns (program, page)."""
 
     def start(state=None, language="en_US"):
         quendo = make_quendo(files=probed_page(installation, reporter))
@@ -117,7 +116,7 @@ def open_page(make_quendo, installation, reporter):
 
 @pytest.fixture
 def opened(open_page):
-    """(program, page): the real page in English, without a note."""
+    """(program, page): the real page in English, without notes."""
     return open_page()
 
 

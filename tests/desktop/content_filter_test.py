@@ -1,4 +1,4 @@
-"""Where the compiled rules about the page's files are kept."""
+"""Where the compiled content filter rules for the page's files are stored."""
 
 import os
 
@@ -29,7 +29,7 @@ def test_without_a_cache_the_rules_hold_and_nothing_is_taken_that_others_prepare
     for directory in (runtime, program.home / ".cache"):
         directory.mkdir(mode=0o700)
         (directory / "Quendo").write_text("a file in the place of a directory")
-    # What anyone may prepare in the system's directory for temporary files.
+    # Anyone may prepare these in the system's temporary directory.
     temporary = program.home / "tmp"
     prepared = temporary / "Quendo" / "content-filters"
     prepared.mkdir(parents=True)
@@ -41,7 +41,7 @@ def test_without_a_cache_the_rules_hold_and_nothing_is_taken_that_others_prepare
         assert _reach(reporter, "inside.js", outside.as_uri()) == ["read", "refused"]
         assert os.listdir(prepared) == []
         assert [name for name in os.listdir(temporary) if "filter" in name] == []
-        # The rules outlive the directory that they were compiled in, also for another process.
+        # The compiled rules stay usable after their directory is gone, for other processes too.
         for pid in wait_until(program.web_processes, what="the page's process"):
             process.kill(pid)
     reporter.wait_for_page(3)

@@ -1,4 +1,4 @@
-"""A page cannot put files on the disk: what a browser would download is not kept."""
+"""A page cannot write files to the disk: downloads are discarded."""
 
 import os
 
@@ -14,7 +14,7 @@ _IN_THE_BUNDLE = {"note.txt": "a canary in the bundle"}
 
 
 def _files_with(directory, words):
-    """Files under a directory that hold any of the words, in their name or their content."""
+    """Files below a directory with any of the words in their name or content."""
     found = []
     for parent, _, names in os.walk(directory):
         for name in names:
@@ -49,12 +49,12 @@ def test_a_clicked_download_writes_no_file(make_quendo, reporter, kind):
                  f"{LINKS[kind].replace('URL_OF_SERVER', repr(reporter.url))};"
                  "link.onmousedown = () => { report('clicked'); };"
                  "document.getElementById('place').replaceChildren(link);")
-    # A click on a page that has not been drawn yet falls through.
+    # A click on a page that has not been drawn yet is lost.
     program.wait_until_still(0.3)
     _, _, width, height = desktop.geometry(program.window)
     desktop.click_in(program.window, width / 2, height / 2)
     reporter.wait_for("clicked")
-    # What may be shown in the page may take its place; nothing becomes a file or a window, not even later.
+    # The page may navigate to what it can display; nothing becomes a file or a window, even later.
     stays(lambda: [one.title for one in program.windows()] == ["Quendo"], 0.6, "one window")
     assert _files_with(program.home, ["kept-canary", "a canary"]) == []
     assert "/canary" not in reporter.requests()

@@ -1,4 +1,4 @@
-"""Files outside the page's own directory: the page can neither read them nor show them, by any way it has."""
+"""Files outside the page's own directory: the page has no way to read or show them."""
 
 import json
 import struct
@@ -37,8 +37,8 @@ FILES = {
     "canary.svg": '<svg xmlns="http://www.w3.org/2000/svg" width="7" height="5"></svg>',
 }
 
-# Each is the body of an async function of `url`, `html` to make elements and `event` to wait for one; true
-# means that something of the file was read or shown.
+# Each is the body of an async function of `url`, `html` to create elements and `event` to wait for one. It returns
+# true if it read or showed anything of the file.
 WAYS = {
     "img": ("canary.png", "const one = html('<img>'); one.src = url; await event(one); return one.naturalWidth > 0"),
     "img srcset": ("canary.png", "const one = html('<img>'); one.srcset = url; await event(one);"
@@ -146,12 +146,12 @@ def running(stage):
 
 def _read_by(running, make_url, query=""):
     _, server = running
-    # The query keeps an earlier answer for the same file out of the way.
+    # The query prevents a cached answer for the same file.
     ways = [[name, make_url(file) + query, body] for name, (file, body) in WAYS.items()]
     return set(server.run(f"return await tryAll({json.dumps(ways)});", timeout=120))
 
 
-# Where the canaries lie, as the page would write it; `root` is the address of the page's directory.
+# Where the canaries are, relative to the page; `root` is the address of the page's directory.
 OUTSIDE = {
     "an absolute address": lambda root, home: home + "/canaries/",
     "an address with a host": lambda root, home: home.replace("file://", "file://localhost") + "/canaries/",

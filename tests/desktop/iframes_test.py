@@ -1,4 +1,4 @@
-"""Only the page itself is heard: no frame within it can post to the host, by whatever way it came to be."""
+"""The host listens only to the page itself: no frame in it can post messages, however it was created."""
 
 import json
 
@@ -9,7 +9,7 @@ from harness.waiting import wait_until
 
 NAMES = ("quendoState", "quendoExport", "quendoSaveAs", "quendoClipboard", "quendoShare", "quendoLanguage")
 
-# What would be heard of each message if the host listened: a save answered, a text copied, a language changed.
+# The visible effect each message would have: a save answered, a text copied, a language changed.
 _BODIES = """{
   quendoState: { serialized: '{"revision":99,"from":"frame"}', revision: 99 },
   quendoExport: { filename: 'frame.md', content: 'frame', format: 'markdown' },
@@ -19,7 +19,7 @@ _BODIES = """{
   quendoLanguage: 'es',
 }"""
 
-# Runs in the frame: tries every way to a handler that its window offers, then tells the test what it found.
+# Runs in the frame: tries every handler it can reach and reports what it found.
 _ATTEMPT = """
 (() => {
   const bodies = %(bodies)s;
@@ -43,7 +43,7 @@ _SCRIPT = "<script>" + _ATTEMPT + "</scr" + "ipt>"
 _FRAME_FILE = "<!doctype html><meta charset=utf-8>" + _SCRIPT
 _NESTING_FILE = "<!doctype html><meta charset=utf-8><iframe src='frame.html'></iframe>"
 
-# How the frame is made, with `frame` being the new element and `html` the document that attempts.
+# How the frame is created; `frame` is the new element and `html` the document that makes the attempts.
 FRAMES = {
     "srcdoc": "frame.srcdoc = html",
     "sandboxed srcdoc": "frame.sandbox = 'allow-scripts'; frame.srcdoc = html",
@@ -92,7 +92,7 @@ def page(running):
 
 def _nothing_was_heard(page):
     program, server, bridge = page
-    # Messages arrive in their order: after these two answers nothing of the frame is still under way.
+    # Messages arrive in order: after these two answers no message from the frame is pending.
     assert bridge.answer("quendoClipboard", "{ text: 'after', requestId: 'fence' }") == \
         [True, "Markdown copiado", "fence"]
     assert bridge.answers_to_saves() == []
@@ -137,7 +137,7 @@ def test_the_page_itself_finds_all_six_handlers(page):
 
 
 def test_the_same_messages_are_heard_from_the_page_itself(page):
-    # Otherwise the frames' silence would say nothing.
+    # Otherwise the frames' silence would prove nothing.
     program, server, bridge = page
     server.run(f"answers.length = 0; for (const [name, body] of Object.entries({_BODIES})) post(name, body);")
     answers = server.run("return await answersUntil(() => answers.length >= 2);")

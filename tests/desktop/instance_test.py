@@ -1,4 +1,4 @@
-"""How the program starts beside itself, in its sandbox, and in whatever directory it was put."""
+"""How the program starts: as a second instance, in its sandbox, from any directory."""
 
 import os
 import shutil
@@ -70,7 +70,7 @@ def test_the_pages_process_runs_in_a_sandbox(quendo):
 
 @pytest.fixture
 def without_user_namespaces(make_quendo, reporter):
-    """A program that finds a launcher of sandboxes that fails, as where the kernel permits none."""
+    """A program that finds a failing sandbox launcher, as if the kernel allowed no sandbox."""
     quendo = make_quendo(page=reporter.page())
     quendo.arguments.clear()
     launcher = quendo.external.bin / "bwrap"

@@ -1,4 +1,4 @@
-"""The program is killed at any moment while it saves: what it has answered for is never lost."""
+"""The program is killed at random moments while saving: no acknowledged save is ever lost."""
 
 import json
 import os
@@ -19,8 +19,8 @@ KILLS_OF_THE_PAGE = 10
 LONGEST_DELAY = 0.25
 LONGEST_WRITE = 0.004
 
-# Every document's bytes follow from its revision and its count alone, so that a mixture of two, a shortened
-# one or one with a hole cannot pass for a whole one.
+# Revision and count alone determine every document's bytes, so a mixture of two, a truncated one or one with a hole
+# cannot pass for a whole one.
 _SCRIPT = """
 <script>
   const sizes = [1e3, 4e3, 3e4, 1e5, 5e5, 1e6, 2e6, 8e6];
@@ -64,7 +64,7 @@ _SCRIPT = """
 
 
 def _revision_of_whole_document(path):
-    """The revision of the document in a file; fails when it is not exactly a document that the page made."""
+    """The revision of the document in a file; fails unless it is exactly a document the page made."""
     text = path.read_text(encoding="utf-8")
     document = json.loads(text)
     revision = document["revision"]
@@ -75,7 +75,7 @@ def _revision_of_whole_document(path):
 
 
 class Burst:
-    """The program that saves as fast as it can, and what its page was promised."""
+    """The program, saving as fast as it can, and the saves its page was acknowledged."""
 
     def __init__(self, directory, installation, arguments):
         self.server = Reporter()
@@ -88,11 +88,11 @@ class Burst:
         self.server.close()
 
     def begin(self, moments):
-        """Lets the page save without end."""
+        """Makes the page save endlessly."""
         self.server.post(f"burst({moments.randrange(1 << 32)});")
 
     def kept(self):
-        """The highest revision that the page was answered for with true; 0 before the first."""
+        """The highest revision acknowledged with true; 0 before the first."""
         return max(self.server.reports("kept"), default=0)
 
     def start(self):
@@ -101,8 +101,8 @@ class Burst:
         self.server.wait_for_page(loads + 1)
 
     def wait_for_a_change_on_disk(self):
-        """Waits until a file comes, goes or is renamed in the state directory, without leaving the processor
-        in between: the moments that follow are the ones that matter."""
+        """Waits until a file appears, vanishes or is renamed in the state directory, without giving up the processor:
+        the moments right after that are the ones that matter."""
 
         def changed_at():
             try:
@@ -115,8 +115,8 @@ class Burst:
             assert time.monotonic() < end, "nothing was saved for ten seconds"
 
     def check_start(self, kept):
-        """The page has been given a document at least as new as what it was answered for, and nothing of what
-        was interrupted lies about."""
+        """The page got a document at least as new as the acknowledged one, and the interrupted write left nothing
+        behind."""
         assert self.server.evaluate("startedWith") >= kept
         assert set(self.state.names()) <= {"state-v1.json", "state-v1.backup.json"}
 
@@ -136,7 +136,7 @@ def burst(tmp_path, installation, program_arguments):
 
 @pytest.fixture
 def moments(request):
-    """Random moments; a run that failed can be repeated with the number that it prints."""
+    """Random moments, seeded; a failed run prints its seed and can be repeated."""
     seed = int(os.environ.get("QUENDO_TEST_SEED") or random.randrange(1 << 32))
     request.node.user_properties.append(("seed", str(seed)))
     print(f"QUENDO_TEST_SEED={seed}")
@@ -152,7 +152,7 @@ def test_a_kill_at_any_moment_of_saving_loses_nothing_that_was_answered(burst, m
         burst.begin(moments)
         time.sleep(moments.uniform(0, LONGEST_DELAY))
         if number % 2:
-            # A write takes less time than everything around it, so that chance alone would seldom meet one.
+            # A write is much shorter than the pauses around it, so random moments alone would rarely hit one.
             burst.wait_for_a_change_on_disk()
             time.sleep(moments.uniform(0, LONGEST_WRITE))
         burst.program.kill()
@@ -160,7 +160,7 @@ def test_a_kill_at_any_moment_of_saving_loses_nothing_that_was_answered(burst, m
         interrupted += any(name.endswith(".tmp") for name in burst.state.names())
     assert not burst.server.reports("refused")
     print(f"{interrupted} of {KILLS} kills left a file half written; {burst.kept()} revisions were kept")
-    # Otherwise the moments were none: every kill fell between two saves.
+    # Otherwise every kill fell between two saves and the test proved nothing.
     assert interrupted >= KILLS / 20 and burst.kept() >= KILLS, (interrupted, burst.kept())
     kept = burst.kept()
     burst.start()
@@ -181,7 +181,7 @@ def test_a_kill_of_the_pages_process_loses_nothing_that_was_answered(burst, mome
         assert burst.server.evaluate("startedWith") >= kept
         burst.check_files(kept)
         assert burst.program.running and burst.program.pid == host
-    # A page that has come back goes on saving.
+    # A restored page continues to save.
     kept = burst.kept()
     burst.begin(moments)
     wait_until(lambda: burst.kept() > kept, 15, "the page to save again")

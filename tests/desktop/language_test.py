@@ -1,4 +1,4 @@
-"""The interface language: first choice, from the menu, from the page, over restarts."""
+"""The interface language: initial choice, changes from the menu and the page, restarts."""
 
 import configparser
 
@@ -32,7 +32,7 @@ def store(quendo, value):
 
 
 def choose_language(quendo, shown, language):
-    """Chooses a language by its item; `shown` is the language that the menu is in."""
+    """Chooses a language by its item; `shown` is the current language of the menu."""
     quendo.choose("Quendo", menu.LANGUAGE_TITLES[menu.LANGUAGES.index(shown)], menu.LANGUAGE_NAMES[language])
 
 
@@ -45,7 +45,7 @@ def assert_whole_menu(quendo, language):
 
 
 def ticked(quendo, language):
-    """Which of the language items carry the tick."""
+    """Which of the language items are ticked."""
     opened = quendo.open_menu("Quendo")
     opened.find_item(menu.LANGUAGE_TITLES[menu.LANGUAGES.index(language)]).act("click")
     items = [quendo.accessible().find("menu bar").find_item(name) for name in menu.LANGUAGE_NAMES.values()]
@@ -90,7 +90,7 @@ def test_the_pages_own_switch_changes_the_menu_too(make_quendo, installation, re
     quendo.wait_for_page()
     page = Probe(reporter)
     page.evaluate("document.querySelector('select.language').focus()")
-    # The keyboard opens the list, goes from Portuguese one down, and takes what is there.
+    # By keyboard: open the list, go down one from Portuguese, confirm.
     quendo.press("Down")
     quendo.press("Return")
     if page.evaluate("document.querySelector('select.language').value") == "pt":
@@ -106,7 +106,7 @@ def test_a_language_that_the_page_makes_up_changes_nothing(make_quendo, installa
     quendo.wait_for_page()
     post = "window.webkit.messageHandlers.quendoLanguage.postMessage"
     reporter.run(f"for (const one of ['fr', 'EN', 'pt-BR', '', ' es', 1, null, ['es'], {{}}]) {post}(one)")
-    # Messages come one after the other: when this one has arrived, the others have been dealt with.
+    # Messages arrive in order: when this one has arrived, the others have been handled.
     reporter.run(f"{post}('es')")
     wait_for_language(quendo, "es")
     assert stored(quendo) == "es"

@@ -1,4 +1,4 @@
-"""Every command of the menu by its item: through accessibility, by keyboard and with the mouse."""
+"""Every menu command by its item: through accessibility, by keyboard and by mouse."""
 
 import pytest
 
@@ -13,7 +13,7 @@ LANGUAGE = "pt"
 
 @pytest.fixture(scope="module")
 def running(tmp_path_factory, installation, program_arguments):
-    """One program with the recording page for all tests of this file: (program, reporter)."""
+    """One program with the recording page, shared by all tests of this file: (program, reporter)."""
     directory = tmp_path_factory.mktemp("menu-items")
     server = Reporter()
     tree = installation.copy(directory, recording_page(server))
@@ -50,7 +50,7 @@ def test_item_runs_its_command_once(program, journal, entry, item):
 
 @pytest.mark.parametrize(("entry", "item"), [menu.PAGE_COMMANDS[at] for at in (0, 4, 7, -1)], ids=_ids)
 def test_item_can_be_chosen_with_arrows_and_return(program, journal, entry, item):
-    # A pointer that rests on the bar would choose among the menus too.
+    # A pointer resting on the bar would switch menus too.
     desktop.park_pointer()
     desktop.press("F10")
     _wait_for_focus(program, menu.BAR[0].items[0])
@@ -76,28 +76,32 @@ def test_item_can_be_chosen_with_the_mouse(program, journal, entry, item):
 
 def test_f10_reaches_the_menu_bar_and_escape_leaves_it(program, journal):
     desktop.press("F10")
-    wait_until(lambda: not journal.has_keyboard(), 5, "the menu bar to take the keyboard")
+    wait_until(lambda: not journal.has_keyboard(), 10, "the menu bar to take the keyboard")
     desktop.press("Escape")
-    wait_until(journal.has_keyboard, 5, "the page to have the keyboard again")
+    wait_until(journal.has_keyboard, 10, "the page to have the keyboard again")
     assert not [one for one in journal.entries() if one != "keydown F10"]
 
 
 def test_writing_goes_on_after_a_menu_was_opened_and_left(program, journal):
     program.open_menu("Arquivo")
     program.close_menu()
-    wait_until(journal.has_keyboard, 5, "the page to have the keyboard again")
+    wait_until(journal.has_keyboard, 10, "the page to have the keyboard again")
 
 
 def test_writing_goes_on_after_an_item_was_chosen(program, journal):
     program.choose("Arquivo", "Salvar agora")
     journal.wait_for(("flushPendingSave",))
-    wait_until(journal.has_keyboard, 5, "the page to have the keyboard again")
+    wait_until(journal.has_keyboard, 10, "the page to have the keyboard again")
 
 
 def test_writing_goes_on_after_an_item_was_chosen_by_keyboard(program, journal):
-    desktop.press("F10", "Right", "Down", "Return")
+    desktop.press("F10")
+    _wait_for_focus(program, menu.BAR[0].items[0])
+    desktop.press("Right")
+    _wait_for_focus(program, menu.FILE.items[0])
+    desktop.press("Return")
     journal.wait_for(("createNote",))
-    wait_until(journal.has_keyboard, 5, "the page to have the keyboard again")
+    wait_until(journal.has_keyboard, 10, "the page to have the keyboard again")
 
 
 def test_a_pointer_that_passes_over_the_menu_bar_does_not_take_the_keyboard(program, journal):
@@ -127,18 +131,18 @@ def test_menus_hold_what_they_must_in_order(program, journal):
 
 
 def _wait_for_focus(program, item):
-    """Waits until the keyboard is at an item of an open menu."""
+    """Waits until an item of an open menu has the keyboard focus."""
 
     def focused():
         return any(one.name == item.title(LANGUAGE) and one.has("focused")
                    for one in program.accessible().find("menu bar").walk())
 
-    wait_until(focused, 5, f"{item.title(LANGUAGE)!r} to have the focus")
+    wait_until(focused, 10, f"{item.title(LANGUAGE)!r} to have the focus")
 
 
 def _click_item(program, entry, target):
-    """Clicks on an item of an open menu. Accessibility counts its height within the menu's own surface, which
-    begins a little above the lower edge of the menu's title."""
+    """Clicks an item of an open menu. Its accessible extents are relative to the menu's own surface, which starts a
+    little above the lower edge of the menu's title."""
     _, top, _, height = program.accessible().find("menu bar").find("menu item", entry.title(LANGUAGE)).extents()
     x, y, width, item_height = target.extents()
     desktop.click_in(program.window, x + width / 2, top + height + y + item_height / 2 - 4)

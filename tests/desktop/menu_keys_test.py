@@ -1,4 +1,4 @@
-"""Every command of the menu by its key, while somebody writes in the page."""
+"""Every menu command by its key, while the user is typing in the page."""
 
 import subprocess
 
@@ -15,7 +15,7 @@ WITH_KEYS = [item for _, item in menu.PAGE_COMMANDS if item.key]
 
 @pytest.fixture(scope="module")
 def running(tmp_path_factory, installation, program_arguments):
-    """One program with the recording page for all tests of this file: (program, reporter)."""
+    """One program with the recording page, shared by all tests of this file: (program, reporter)."""
     directory = tmp_path_factory.mktemp("menu-keys")
     server = Reporter()
     tree = installation.copy(directory, recording_page(server))
@@ -36,12 +36,12 @@ def journal(running):
 
 @pytest.fixture
 def keyboard():
-    """A function that changes the keyboard's layout; the one before comes back at the end."""
+    """A function that changes the keyboard layout; the original one is restored at the end."""
     before = _layout()
 
     def change(layout):
         desktop.run("setxkbmap", layout)
-        wait_until(lambda: _layout() == layout, 5, f"the keyboard layout {layout}")
+        wait_until(lambda: _layout() == layout, 10, f"the keyboard layout {layout}")
 
     yield change
     change(before)
@@ -67,8 +67,7 @@ def test_key_works_in_rich_text_as_well(journal, item):
     journal.expect(item.records)
 
 
-# The key caps to press for a bracket, as X key codes: beside P on the American keyboard, further right on the
-# Brazilian one.
+# X key codes of the key caps for a bracket: beside P on the American keyboard, further right on the Brazilian one.
 BRACKETS = [("us", 34, 35), ("br", 35, 51), ("latam", None, 51)]
 
 
@@ -85,7 +84,7 @@ def test_bracket_keys_switch_tabs_on_other_keyboards(journal, keyboard, layout, 
 @pytest.mark.parametrize("at", [0, 1])
 def test_keyboards_that_have_brackets_only_with_altgr_can_switch_tabs(journal, keyboard, layout, at):
     keyboard(layout)
-    # Both ways in which somebody may read the menu's "Shift+Ctrl+[" there: with AltGr, or by the key's place.
+    # Both ways to read the menu's "Shift+Ctrl+[" there: with AltGr, or by the key's position.
     places = {"es": ((34, 35)), "de": ((17, 18)), "pt": ((17, 18))}[layout]
     _press_codes("CTRL", "SHIFT", "ALTGR", places[at])
     _press_codes("CTRL", "SHIFT", (34, 35)[at])
@@ -97,7 +96,7 @@ _MODIFIER_CODES = {"CTRL": 37, "SHIFT": 50, "ALTGR": 108}
 
 
 def _press_codes(*names):
-    """Presses physical keys together: the last named while the others are held."""
+    """Presses physical keys together: the last one while the others are held."""
     codes = [str(_MODIFIER_CODES.get(one, one)) for one in names]
     desktop.run("xdotool", "keydown", *codes, "keyup", *reversed(codes))
 
@@ -106,7 +105,7 @@ def _press_codes(*names):
 def test_a_lock_key_does_not_disturb_the_commands(journal, caps):
     desktop.press(caps)
     try:
-        # Not through `press`, which lifts the locks for the time of its key.
+        # Not through `press`, which releases the locks while it presses a key.
         desktop.run("xdotool", "key", "ctrl+n")
         journal.expect(("createNote",))
     finally:
@@ -148,6 +147,6 @@ def test_editing_keys_are_the_pages_to_handle(journal, item):
 
 
 def test_the_keyboard_layout_is_what_it_was():
-    # Whoever comes after must type on the keyboard that was there.
+    # Later tests must type on the original layout.
     assert subprocess.run(["setxkbmap", "-query"], capture_output=True, check=True).stdout
     assert _layout() == "us"

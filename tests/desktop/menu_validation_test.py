@@ -1,4 +1,4 @@
-"""Which commands can be given while the page is not there yet, and that this changes by itself."""
+"""Which commands are enabled before the page is loaded, and that they change without any input."""
 
 import threading
 from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
@@ -11,7 +11,7 @@ from harness.waiting import wait_until
 
 
 class SlowServer:
-    """Answers every request only once it is told to: a page that needs it keeps loading."""
+    """Holds every answer back until told to send it: a page that needs one keeps loading."""
 
     def __init__(self):
         self._go = threading.Event()
@@ -53,7 +53,7 @@ def slow():
 
 @pytest.fixture
 def loading(make_quendo, reporter, slow):
-    """The program while its page, which already runs its scripts, is still waiting for a picture."""
+    """The program while its page already runs scripts but still waits for a picture."""
     quendo = make_quendo(page=recording_page(reporter, body=f"<img src='{slow.url}/picture.png'>")).start()
     reporter.wait_for_page()
     assert slow.asked.wait(10)
@@ -69,7 +69,7 @@ def test_page_commands_wait_for_the_page_and_then_come_by_themselves(loading, sl
     item = opened.find_item("Nova nota")
     assert not item.enabled
     slow.answer()
-    # The menu is open and nobody touches anything.
+    # The menu is open and there is no input.
     wait_until(lambda: item.enabled, 10, "the item to be enabled in the open menu")
     loading.close_menu()
     for entry in menu.BAR:
@@ -80,7 +80,7 @@ def test_languages_can_be_chosen_while_the_page_loads(loading, reporter, slow):
     loading.choose("Quendo", "Idioma", "English")
     wait_until(lambda: loading.command("changeLanguage") == (True, "en"), 10, "the tick at English")
     assert loading.menu_items("File")["New Note"] is False
-    # The page could not be told; it will be told by nobody later either.
+    # The page could not be notified then, and is not notified later.
     assert "quendoSetLanguage en" not in reporter.evaluate("window.journal")
 
 
@@ -94,7 +94,7 @@ def test_keys_of_disabled_commands_do_nothing(loading, reporter, slow):
     assert not [one for one in journal.entries() if not one.startswith("keydown ")]
     slow.answer()
     loading.wait_for_page()
-    # They were dropped, not kept for later.
+    # They were dropped, not queued.
     journal.fence()
     assert not [one for one in journal.entries() if not one.startswith("keydown ")]
     journal.clear()

@@ -1,4 +1,4 @@
-"""Where the page may go, and what is opened outside instead, with a person's clicks in the real window."""
+"""Where the page may navigate and what is opened outside instead, with real clicks in the real window."""
 
 import itertools
 import json
@@ -18,7 +18,7 @@ _HEAD = """
   window.addEventListener('click', () => { clicks++; });
 </script>
 """
-# Only a page that came out of the bundle can tell the reporter that it was loaded.
+# Only a page from the bundle can tell the reporter that it was loaded.
 _OTHER = "<!doctype html><meta charset=utf-8><title>Other</title>%s<p id=other>The other page</p>"
 
 
@@ -29,7 +29,7 @@ def running(stage):
 
 
 class Page:
-    """The page with one thing in it that fills the window, and what clicks on it led to."""
+    """The page with one element that fills the window, and the effects of clicks on it."""
 
     _fences = itertools.count(1)
 
@@ -43,7 +43,7 @@ class Page:
         self.server.run(f"document.getElementById('place').innerHTML = {json.dumps(html)};")
 
     def click(self, button=1, leaves=False):
-        """Clicks on it, and waits until the page has heard of the click unless that takes it away."""
+        """Clicks the element and waits until the page has received the click, unless the click leaves the page."""
         before = self.server.evaluate("clicks")
         _, _, width, height = desktop.geometry(self.program.window)
         desktop.click_in(self.program.window, width / 2, height / 2, button)
@@ -55,8 +55,8 @@ class Page:
         self.click(leaves=leaves)
 
     def opened(self):
-        """What was opened outside so far. A link that must be opened is clicked last: whatever came before it
-        has been decided by then."""
+        """What was opened outside so far. Clicks a link that must be opened last: everything before it has been decided
+        by then."""
         fence = f"https://fence.example/{next(self._fences)}"
         self.click_link(fence)
         self.program.external.wait_for(fence, timeout=30)
@@ -64,7 +64,7 @@ class Page:
         return [one for one in found if not one.startswith("https://fence.example/")]
 
     def stays(self):
-        """The page is the one that it was, in one window."""
+        """Checks that the page is still the same one, in one window."""
         assert self.server.evaluate("location.href") == self._address
         assert self.server.loads == self._loads
         assert [one.title for one in self.program.windows()] == ["Quendo"]
@@ -120,7 +120,7 @@ def test_a_clicked_link_of_another_scheme_does_nothing(page, url, target):
     page.stays()
 
 
-# Everything that leads out without being a click on a link; each also with a click as its occasion.
+# Every way out other than a clicked link; each also triggered by a click.
 WITHOUT_CLICK = {
     "location.href": "location.href = url",
     "location.assign": "location.assign(url)",
@@ -203,7 +203,7 @@ def test_a_link_to_a_file_in_the_bundle_loads_it(running, page, target):
     page.click_link("data/other%20page.html?question#mark", target, leaves=True)
     server.wait_for_page(loads + 1)
     assert server.evaluate("document.getElementById('other').textContent") == "The other page"
-    # Not waited for: the answer may go with the page.
+    # Not awaited: the answer may be lost with the page.
     server.post("location.href = '../index.html';")
     server.wait_for_page(loads + 2)
     wait_until(lambda: server.evaluate("document.title") == "Test page", 10, "the first page again")

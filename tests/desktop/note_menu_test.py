@@ -1,4 +1,4 @@
-"""What the real page sends out of a note, by its menu and the program's, to the last step."""
+"""Everything the real page sends out of a note, by its own menu and the program's, to the last step."""
 
 import pytest
 
@@ -11,7 +11,7 @@ TEXT = "# Plan\n\n- **bold** and [link](https://example.org)\n"
 
 @pytest.fixture
 def written(make_quendo, installation, reporter):
-    """(program, page), in English, with a note of Markdown."""
+    """(program, page), in English, with a Markdown note."""
     quendo = make_quendo(files=probed_page(installation, reporter))
     quendo.start(environment={"LC_ALL": "en_US.UTF-8"}).wait_for_page()
     reporter.wait_for_page()
@@ -24,7 +24,7 @@ def written(make_quendo, installation, reporter):
 
 
 def choose(quendo, page, command):
-    """Opens the note's menu and goes to an entry, with nothing but the keyboard."""
+    """Opens the note's menu and moves to an entry, by keyboard only."""
     quendo.press("Escape", "shift+Tab")
     page.wait_for("document.activeElement.id === 'noteMenuButton'")
     quendo.press("Return")
@@ -52,7 +52,7 @@ def test_the_note_is_copied_for_another_program(written, command, copied):
     choose(quendo, page, command)
     wait_until(lambda: desktop.clipboard() != "before", 10, "the copy")
     assert desktop.clipboard().rstrip("\n") == copied.rstrip("\n")
-    wait_until(page.toasts, 5, "a word about it")
+    wait_until(page.toasts, 10, "a word about it")
 
 
 def test_the_key_copies_for_whatsapp_too(written):
@@ -74,12 +74,12 @@ def test_save_as_remembers_the_name_on_the_note(written):
     assert (quendo.home / "my plan.txt").read_text() == TEXT
     wait_until(lambda: [one["fileName"] for one in quendo.state.document()["notes"]] == ["my plan.txt"], 10,
                "the name in the state")
-    wait_until(page.toasts, 5, "a word about it")
-    # The next time the panel begins with that name.
+    wait_until(page.toasts, 10, "a word about it")
+    # Next time the panel suggests that name.
     choose(quendo, page, "saveAs")
     quendo.wait_for_window("Save Note As")
     field = quendo.accessible().find("text", "Name:")
-    wait_until(lambda: field.text == "my plan.txt", 5, "the remembered name")
+    wait_until(lambda: field.text == "my plan.txt", 10, "the remembered name")
     quendo.press("Escape")
 
 

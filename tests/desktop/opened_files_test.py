@@ -1,4 +1,4 @@
-"""Files that the desktop hands over become tabs."""
+"""Files opened from the desktop become tabs."""
 
 import os
 import subprocess
@@ -14,7 +14,7 @@ DRAG_SOURCE = Path(__file__).parent / "tools" / "drag_source.py"
 
 
 def receiving(reporter, body="return files.length;"):
-    """A test page that reports what it is handed."""
+    """A test page that reports the files it gets."""
     return reporter.page(head=f"""<script>
         window.quendoOpenNativeFiles = (files) => {{ report('delivered', files); {body} }};
         </script>""")
@@ -135,7 +135,7 @@ def test_a_page_that_throws_gets_the_files_again_with_the_next_ones(make_quendo,
 
 def test_a_page_that_reloads_itself_during_a_delivery_gets_the_files_again(make_quendo, reporter, tmp_path):
     (tmp_path / "a.txt").write_text("a")
-    # What the first page said on its way out may be lost with it, so that the second one tells.
+    # Reports of the first page may be lost with it, so the second one reports for both.
     quendo = make_quendo(page=reporter.page(head="""<script>
         window.quendoOpenNativeFiles = (files) => {
           const name = files[0].name;
@@ -164,7 +164,7 @@ def test_the_limit_of_a_file_is_exact(make_quendo, reporter, tmp_path, size, tak
 
 @pytest.fixture
 def drag(make_quendo):
-    """A function that drags files, given as addresses, from another window onto the program's."""
+    """A function that drags files, given as URLs, from another window onto the program's."""
     started = []
 
     def run(quendo, *addresses):
@@ -174,7 +174,7 @@ def drag(make_quendo):
         window = wait_until(lambda: next((one for one in desktop.windows() if one.title == "Files"), None), 15,
                             "the window with the files")
         desktop.run("wmctrl", "-i", "-r", hex(window.id), "-e", "0,0,0,-1,-1")
-        wait_until(lambda: desktop.geometry(window)[0] < 50, 5, "the window with the files in the corner")
+        wait_until(lambda: desktop.geometry(window)[0] < 50, 10, "the window with the files in the corner")
         desktop.drag(window, quendo.window)
 
     yield run

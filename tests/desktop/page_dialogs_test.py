@@ -1,4 +1,4 @@
-"""What the page may ask a person: prompt() and its file inputs. Nothing else of a page opens a dialog."""
+"""The dialogs a page may open: prompt() and file inputs. Nothing else in a page opens one."""
 
 import json
 
@@ -11,7 +11,7 @@ _PANEL_TITLES = {"pt": ("Abrir arquivos de texto no Quendo", "Abrir"), "en": ("O
                  "es": ("Abrir archivos de texto en Quendo", "Abrir")}
 _CANCEL = {"pt": "Cancelar", "en": "Cancel", "es": "Cancelar"}
 
-# Without a title the web view's own tip would lie beneath the pointer at the next click.
+# Without a title, the web view's own tooltip would be under the pointer at the next click.
 _BODY = "<input id=files type=file title=' ' style='position:fixed;inset:0;opacity:.5;width:100%;height:100%'>"
 _HEAD = """
 <script>
@@ -27,14 +27,14 @@ _HEAD = """
 
 
 class Dialogs:
-    """The dialogs of the running program, and what the page learns of them."""
+    """The dialogs of the running program, and the answers the page gets."""
 
     def __init__(self, running):
         self.program, self.server = running
         self._before = {}
 
     def start(self, name, script):
-        """Runs a script in the page that may wait for a person; what it comes to is reported."""
+        """Runs a script in the page that may wait for the user; its result is reported."""
         self._before[name] = len(self.server.reports(name))
         self.server.post(f"report({json.dumps(name)}, {script});")
 
@@ -57,6 +57,9 @@ class Dialogs:
         desktop.activate(dialog)
         return dialog
 
+    def wait_until_alone(self):
+        wait_until(lambda: len(self.others()) == 1, 10, "one dialog alone")
+
     def wait_until_gone(self):
         wait_until(lambda: not self.others(), 10, "the dialog to be gone")
 
@@ -64,9 +67,9 @@ class Dialogs:
         self.button(name).act()
 
     def button(self, name):
-        # The toolkit says a button's label twice, once for the button and once for the label in it.
+        # GTK exposes a button's label twice: as the button's name and as a label inside it.
         return wait_until(lambda: next((one for one in self.program.accessible().find_all("push button")
-                                        if one.find_all("label", name)), None), 5, f"a button {name!r}")
+                                        if one.find_all("label", name)), None), 10, f"a button {name!r}")
 
 
 @pytest.fixture(scope="module")
@@ -86,7 +89,7 @@ def dialogs(running):
         for one in dialogs.others()[:1]:
             desktop.activate(one)
             desktop.press("Escape")
-            wait_until(lambda: one.id not in [other.id for other in dialogs.others()], 5, "a dialog to be gone")
+            wait_until(lambda: one.id not in [other.id for other in dialogs.others()], 10, "a dialog to be gone")
 
 
 def _language(dialogs, code):
@@ -109,7 +112,7 @@ def test_a_prompt_shows_its_question_and_its_default(dialogs):
     dialogs.wait_for_dialog()
     accessible = dialogs.program.accessible()
     accessible.find("label", 'Question <b>&amp; "more"')
-    wait_until(lambda: any(one.text == "Some \u00e7 default" for one in accessible.find_all("text")), 5,
+    wait_until(lambda: any(one.text == "Some \u00e7 default" for one in accessible.find_all("text")), 10,
                "the default in the field")
     dialogs.press_button("OK")
     assert dialogs.result("prompt") == "Some \u00e7 default"
@@ -158,8 +161,10 @@ def test_a_closed_prompt_gives_null(dialogs):
 def test_one_prompt_after_the_other(dialogs):
     dialogs.start("prompt", "[prompt('First'), prompt('Second')]")
     for answer in ("one", "two"):
-        dialogs.wait_for_dialog()
+        # The label first: the window of the dialog before may still be closing.
         dialogs.program.accessible().find("label", {"one": "First", "two": "Second"}[answer])
+        dialogs.wait_until_alone()
+        dialogs.wait_for_dialog()
         desktop.type_text(answer)
         desktop.press("Return")
     assert dialogs.result("prompt") == ["one", "two"]
@@ -178,12 +183,13 @@ LONG_TEXTS = {
 def test_a_prompt_with_a_long_text_fits_on_the_screen_with_its_buttons(dialogs, text):
     dialogs.start("prompt", f"prompt({LONG_TEXTS[text]}, 'Default')")
     dialog = dialogs.wait_for_dialog()
+    # It gets its final size after it has appeared.
     desktop.wait_until_still(dialog)
     x, y, width, height = desktop.geometry(dialog)
     screen_width, screen_height = desktop.screen_size()
     assert 0 <= x and x + width <= screen_width and 0 <= y and y + height <= screen_height
     assert width > 300 and height > 200
-    # All of it is there to be scrolled to, and the answer is typed without a detour.
+    # All of it can be scrolled to, and the field has the focus.
     assert any(one.text.endswith("The end") for one in dialogs.program.accessible().find_all("text"))
     desktop.press("ctrl+a")
     desktop.type_text("Some text")
@@ -219,7 +225,7 @@ def test_other_questions_of_a_page_open_no_dialog(dialogs, call, value):
 
 def _click_input(dialogs):
     before = len(dialogs.server.reports("clicked"))
-    # A click while the dialog before still has the screen would be lost.
+    # A click would be lost while the previous dialog is still on the screen.
     wait_until(lambda: desktop.active_window() == dialogs.main.id, 10, "the window to be active")
     desktop.wait_until_still(dialogs.main, 0.3)
     _, _, width, height = desktop.geometry(dialogs.main)
@@ -239,7 +245,7 @@ def test_a_file_input_opens_a_panel_in_the_language(dialogs, language):
 
 
 def _type_place(dialogs, place):
-    """Types a path into the file panel: a slash opens the field for it, as in every panel of this toolkit."""
+    """Types a path into the file panel; in GTK, a slash opens the location field."""
     panel = dialogs.others()[0]
 
     def typed():

@@ -1,4 +1,4 @@
-"""The page's process dies, or the page cannot be loaded."""
+"""The web process dies, or the page cannot be loaded."""
 
 import subprocess
 from pathlib import Path
@@ -47,7 +47,7 @@ def test_a_save_under_way_when_the_page_dies_is_in_the_page_that_follows(make_qu
     quendo.wait_for_page()
     reporter.run("""webkit.messageHandlers.quendoState.postMessage(
         { serialized: JSON.stringify({ revision: 1, text: 'x'.repeat(30000000) }), revision: 1 });""")
-    # The message has left the page with the answer to the command, whatever the disk has taken of it.
+    # The message has left the page once the command is answered, however much of it has been written.
     kill_page(quendo)
     assert reporter.wait_for("state", 2, timeout=30) in (0, 30000000)
     if reporter.reports("state")[1] == 0:
@@ -143,7 +143,7 @@ def test_a_page_that_cannot_be_read_to_its_end_ends_with_the_fatal_alert(make_qu
 def test_a_page_that_closes_itself_is_still_there_and_can_save(make_quendo, reporter):
     quendo = make_quendo(page=reporter.page()).start()
     reporter.wait_for_page()
-    # The engine lets such a page use the network no more.
+    # The engine blocks the network for such a page.
     reporter.post("close(); setTimeout(() => webkit.messageHandlers.quendoState.postMessage("
                   "{ serialized: '{\"after\":\"closing\"}', revision: 1 }), 300);")
     quendo.state.wait_for_text("closing")

@@ -1,9 +1,12 @@
-"""The complete page of docs/page-protocol.md, as its reader would write it, in the place of the real one."""
+"""The complete page of docs/page-protocol.md in place of the real one, just as a reader would copy it."""
 
 import re
 from pathlib import Path
 
 import pytest
+
+# These tests are about losing text.
+pytestmark = pytest.mark.never_retried
 
 DOCUMENT = Path(__file__).resolve().parents[2] / "docs" / "page-protocol.md"
 
@@ -14,7 +17,7 @@ def documented(make_quendo):
     return make_quendo(page=page)
 
 
-def test_the_documented_page_saves_what_is_typed_and_has_it_again(documented):
+def test_the_documented_page_saves_what_is_typed_and_restores_it(documented):
     documented.start().wait_for_page()
     documented.type("Bread and milk")
     documented.state.wait_for_text("Bread and milk")

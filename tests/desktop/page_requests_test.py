@@ -1,4 +1,4 @@
-"""What a page may ask a browser for. It gets none of it here, nothing opens, and it has its answer at once."""
+"""What a page may ask a browser for. Here everything is denied at once, without a dialog."""
 
 import threading
 from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
@@ -30,7 +30,7 @@ _HEAD = """
 
 
 class _Locked(BaseHTTPRequestHandler):
-    """Answers everything with a request for a name and a password, and lets any page read that."""
+    """Answers everything with a request for a password, readable by any page."""
 
     def do_GET(self):
         self.server.asked.append(self.path)
@@ -65,7 +65,7 @@ def running(stage):
 
 
 def _widgets(program):
-    """What the window is made of, the engine's own dialogs over the page included."""
+    """The widgets of the window, including the engine's own dialogs over the page."""
     return [(one.role, one.name) for one in program.accessible().walk()
             if one.role in ("push button", "text", "entry", "password text", "dialog", "alert")]
 
@@ -78,7 +78,7 @@ def _click(program, server):
 
 
 def _ask(running, request):
-    """Makes the request in the handler of a person's click and returns what came of it."""
+    """Makes the request in the handler of a real click and returns its outcome."""
     program, server = running
     program.focus()
     widgets, place = _widgets(program), desktop.geometry(program.window)
@@ -89,12 +89,12 @@ def _ask(running, request):
     stays(lambda: [one.title for one in program.windows()] == ["Quendo"], 0.4, "one window")
     assert _widgets(program) == widgets
     assert desktop.geometry(program.window) == place
-    # The engine's own dialogs lie over the page and take its clicks.
+    # The engine's own dialogs cover the page and take its clicks.
     _click(program, server)
     return outcome
 
 
-# Without a device the engine says so before it asks.
+# Without a device the engine refuses before it asks for permission.
 _NO_MEDIA = ("NotAllowedError", "NotFoundError", "OverconstrainedError")
 PERMISSIONS = {
     "camera": ("await navigator.mediaDevices.getUserMedia({ video: true })", _NO_MEDIA),

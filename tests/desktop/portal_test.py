@@ -1,4 +1,4 @@
-"""Where a desktop portal does the work: mail with an attachment, and the file dialog of a confined program."""
+"""With a desktop portal: mail with an attachment, and the file dialog of a confined program."""
 
 import json
 import re
@@ -15,7 +15,7 @@ TOOL = Path(__file__).parent / "tools" / "portal.py"
 
 @pytest.fixture
 def portal(tmp_path):
-    """A function that starts a portal with its answers, and returns a function for what it was asked."""
+    """A function that starts a portal with its answers and returns a function for the requests it got."""
     started = []
     log = tmp_path / "portal.log"
 
@@ -33,7 +33,7 @@ def portal(tmp_path):
 
 @pytest.fixture
 def start(make_quendo, reporter):
-    """A function that starts the program, with a page that reports every answer of the host."""
+    """A function that starts the program with a page that reports every answer of the host."""
 
     def run(**environment):
         names = ["quendoNativeShareDidFinish", "quendoNativeExportDidFinish", "quendoNativeSaveAsDidFinish"]
@@ -90,7 +90,7 @@ def test_a_confined_program_saves_through_the_portals_dialog(start, reporter, po
 
 
 def test_a_confined_program_asks_again_for_a_name_that_gets_its_extension(start, reporter, portal, tmp_path):
-    # What the portal grants is one file: one beside it would be gone when the program ends.
+    # The portal grants access to one file: another one beside it would be gone when the program exits.
     (tmp_path / "elsewhere").mkdir()
     asked = portal(response=0, paths=[str(tmp_path / "chosen"), str(tmp_path / "elsewhere" / "chosen.json")],
                    choices=[["extension", "3"]])

@@ -1,4 +1,4 @@
-"""Quitting: nothing typed is lost, whichever way it is asked for, and what goes wrong cancels it."""
+"""Quitting loses nothing that was typed, however it is requested; any failure cancels it."""
 
 import signal
 import subprocess
@@ -24,7 +24,7 @@ ENTRY_POINTS = {
 
 
 def preparing(reporter, body):
-    """A test page whose answer to a quit is the given function body."""
+    """A test page that answers a quit with the given function body."""
     return reporter.page(head=f"""<script>
         window.quendoPrepareForTermination = () => {{ report('asked'); {body} }};
         window.quendoTerminationDidCancel = () => report('cancelled');
@@ -32,7 +32,7 @@ def preparing(reporter, body):
 
 
 def dismiss_alert(quendo, message, button="Continuar editando"):
-    """Waits for the alert that says why a quit was cancelled, and presses its button."""
+    """Waits for the alert that says why the quit was cancelled, and presses its button."""
     quendo.dismiss_alert(message, button)
 
 
@@ -114,7 +114,7 @@ def test_a_quit_that_the_disk_refuses_leaves_the_editor_as_it_was(make_quendo):
     quendo.press(*["Left"] * 5)
     quendo.press("ctrl+q")
     dismiss_alert(quendo, STORE_FAILED)
-    # The caret is still between the words, and the focus in the editor.
+    # The caret is still between the words, and the editor has the focus.
     wait_until(lambda: desktop.active_window() == quendo.window.id, what="the window to have the focus again")
     quendo.type("and ")
     quendo.state.directory.unlink()

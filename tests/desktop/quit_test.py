@@ -1,4 +1,4 @@
-"""Quitting while a save runs: the program ends when the document is on the disk, and not before."""
+"""Quitting during a save: the program exits once the document is on disk, and not before."""
 
 import os
 
@@ -68,7 +68,7 @@ def test_a_quit_waits_for_the_save_that_waits_for_another(running):
     program, server = running
     for revision in (1, 2, 3):
         _post_large(server, revision)
-    # All have reached the host once an answer to a later message has come.
+    # All of them have reached the host once a later message is answered.
     server.run("return (await answersUntil(() => answers.length >= 3)).length;", timeout=120)
     server.run("answers.length = 0;")
     _post_large(server, 4)

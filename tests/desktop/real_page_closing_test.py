@@ -1,4 +1,4 @@
-"""Nothing gets into the real page between its final state and the end of the quit, or its cancel."""
+"""The real page takes no input between its final state and the end of the quit, or its cancellation."""
 
 import json
 
@@ -12,7 +12,7 @@ from harness.writing import draft, texts, write
 pytestmark = pytest.mark.never_retried
 
 STORE_FAILED = "Não foi possível gravar o rascunho no disco. Libere espaço e tente novamente."
-# Keys of the page, and keys of the menu, whose commands the host calls in the page.
+# Keys of the page, and keys of menu commands that the host runs in the page.
 KEYS = ["ctrl+shift+p", "ctrl+k", "ctrl+n", "ctrl+p", "ctrl+w", "ctrl+shift+t", "ctrl+o", "ctrl+f", "ctrl+z",
         "Tab", "Escape", "Return", "Delete"]
 OPEN = {
@@ -23,7 +23,7 @@ OPEN = {
 
 
 def freeze(page):
-    """What a quit does first; returns the document that would be saved, without its revision."""
+    """Does the first step of a quit; returns the document to be saved, without its revision."""
     return json.loads(page.evaluate("quendoPrepareForTermination().serialized")) | {"revision": 0}
 
 
@@ -36,7 +36,7 @@ def seen(page):
 
 
 def press_everything(quendo, reporter):
-    """Returns once the page has been given all of it: the end of a key press reaches it also while it closes."""
+    """Returns once all keys have reached the page: it gets key releases even while it is closing."""
     before = len(reporter.reports("pressed"))
     reporter.run("""window.onkeyup ??= (event) => { if (event.key === 'F9') report('pressed'); };""")
     for key in KEYS:
@@ -68,7 +68,7 @@ def test_no_key_opens_or_writes_anything_once_the_final_state_is_taken(opened, r
     page.evaluate("quendoTerminationDidCancel()")
     quendo.type(" more")
     page.wait_for(f"{value} === {json.dumps(start + ' more')}")
-    # Everything can be done again.
+    # Everything works again.
     for opening in ("ctrl+k", "ctrl+shift+p"):
         quendo.press(opening)
         page.wait_for("document.activeElement.matches('.capture-field, .palette-field')")
@@ -113,7 +113,7 @@ def test_a_capture_goes_on_after_a_quit_that_the_disk_refused(opened):
     aside.rename(directory)
     quendo.type("ght")
     page.wait_for("document.querySelector('.capture-field').value === 'half a thought'")
-    # Without a key that keeps it: what is typed last goes with the quit itself.
+    # Without the save key: the last words are saved by the quit itself.
     quendo.press("ctrl+q")
     assert quendo.wait_for_end() == 0
     assert draft(quendo) == "half a thought" and texts(quendo) == ["Kept"]

@@ -1,4 +1,4 @@
-"""One command is one thing, whether a key, the menu or the palette gives it; the guide tells the keys."""
+"""A command does the same by key, menu and palette; the guide lists the right keys."""
 
 import pytest
 
@@ -34,7 +34,7 @@ def run_in_palette(quendo, page, name):
 
 @pytest.fixture(params=["key", "menu", "palette"])
 def give(request, opened):
-    """A function that gives a command of the table; one without a key is given by the menu instead."""
+    """A function that gives a command of the table; by the menu if it has no key."""
     quendo, page = opened
 
     def run(name):

@@ -1,4 +1,4 @@
-"""Files that are chosen in the real page."""
+"""Choosing files in the real page."""
 
 import json
 import re

@@ -1,4 +1,4 @@
-"""Finding in the real page: in the text of a note, by the number of a line, and among all notes."""
+"""Finding in the real page: in a note's text, by line number, and among all notes."""
 
 import pytest
 
@@ -31,7 +31,7 @@ def test_words_are_counted_walked_and_left(opened):
     quendo.press("Escape")
     page.wait_for("!document.querySelector('.find')")
     page.wait_for_editor()
-    # What was found last is selected, so that typing replaces it.
+    # The last search is selected, so typing replaces it.
     quendo.type("tent")
     wait_for_active_text(quendo, "House, house and tents\nend")
 
@@ -54,7 +54,7 @@ def test_a_regular_expression_is_found_and_replaced_with_its_groups(opened):
     wait_for_count(page, "2 of 2")
     pointer.click("document.querySelector('.find-with')")
     quendo.type("$3/$2/$1")
-    # With Ctrl, Enter in the second field replaces all.
+    # Ctrl+Enter in the second field replaces all.
     quendo.press("ctrl+Return")
     wait_for_active_text(quendo, "02/01/2024\nno date\n04/03/2025")
     quendo.press("Escape")

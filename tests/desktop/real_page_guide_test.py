@@ -14,9 +14,11 @@ def test_a_lesson_is_done_with_its_keys_and_taken_back_by_undo(opened):
     quendo.choose("Shortcuts", "How to Use Advanced Editing…")
     page.wait_for(f"{PRACTICE} === '{START}'")
     page.wait_for_editor()
-    # The menu that it was chosen from has the keys until it is gone.
-    quendo.wait_until_still()
-    quendo.press("ctrl+d", "ctrl+d", "ctrl+d")
+    # The editor takes in the web view's selection events late: keys in one burst would outrun them.
+    for others in range(3):
+        quendo.press("ctrl+d")
+        page.wait_for("getSelection().toString() === 'tea' && "
+                      f"document.querySelectorAll('.practice .cm-otherSelection').length === {others}")
     quendo.type("mate")
     page.wait_for(f"{PRACTICE} === '{START.replace('tea', 'mate')}'")
     assert page.evaluate(OUTCOME) == "Done!"
@@ -31,7 +33,7 @@ def test_a_lesson_is_done_with_its_keys_and_taken_back_by_undo(opened):
     wait_for_active_text(quendo, "# A note!")
 
 
-def test_a_table_is_put_in_order_from_cell_to_cell(opened):
+def test_tab_aligns_a_table_while_moving_between_cells(opened):
     quendo, page = opened
     quendo.press("ctrl+n")
     page.wait_for_editor()

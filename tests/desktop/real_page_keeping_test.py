@@ -1,4 +1,4 @@
-"""What the real page keeps: over restarts, over a kill, and while nothing can be written."""
+"""What the real page preserves: across restarts, a kill, and failing writes."""
 
 import json
 
@@ -12,7 +12,7 @@ from harness.writing import (draft, paste_note, restart, start_again, stored_sta
 pytestmark = pytest.mark.never_retried
 
 LINES = "\n".join(f"line {number}" for number in range(400))
-# The first line that is on the screen as a whole, once nothing has scrolled for ten pictures.
+# The first line fully visible, once nothing has scrolled for ten frames.
 FIRST_VISIBLE = """
     const scroller = document.querySelector('.work .cm-scroller');
     for (let still = 0, last = scroller.scrollTop; still < 10; last = scroller.scrollTop) {
@@ -113,7 +113,7 @@ def test_a_note_that_was_emptied_is_opened_again_with_its_text(opened):
     restart(quendo, page)
     quendo.press("ctrl+shift+t")
     wait_until(lambda: page.tabs() == ["Untitled"], 10, "the tab to be back after all that")
-    # One in which nothing was ever written leaves nothing behind.
+    # A note that was never written in leaves nothing behind.
     quendo.press("ctrl+n")
     wait_until(lambda: page.tabs() == ["Untitled", "Untitled"], 10, "a new note")
     page.wait_for_editor()
@@ -145,7 +145,7 @@ def test_two_long_notes_are_where_they_were_left_after_a_restart(open_page, repo
         quendo.press("ctrl+shift+bracketright")
         wait_until(lambda: page.active_tab() == "Second", 10, "the second note")
         wait_until(lambda: visible() == second, 10, f"{second!r} on top again")
-    # The carets are where they were: one and two letters into a line far down.
+    # The carets are restored: one and two letters into a line far down.
     quendo.type("!")
     wait_until(lambda: "\nli!ne " in texts(quendo)[1], 10, "the letter in the second note")
     quendo.press("ctrl+shift+bracketleft")
@@ -177,8 +177,8 @@ def test_a_file_that_the_page_has_taken_outlives_its_process_though_a_save_is_st
     quendo, page = opened
     write(quendo, page, "Being written")
     wait_until(lambda: page.status() == "saved", 10, "the note to be saved")
-    # No answer reaches the page from here on. Once the page has returned from the call, the host's answer to
-    # something sent later shows that the host has counted the file as taken.
+    # From here on no answer reaches the page. After the page has returned from the call, the answer to a later message
+    # shows that the host considers the file delivered.
     reporter.run("""
         window.quendoNativeSaveDidFinish = () => {};
         window.quendoNativeClipboardDidFinish = () => report('taken');
@@ -235,7 +235,7 @@ def test_saving_that_fails_is_never_called_saved_and_is_tried_less_and_less(open
     quendo, page = opened
     write(quendo, page, "Safe")
     wait_until(lambda: page.status() == "saved", 10, "the note to be saved")
-    # What the page says from here on, and when it has been told of which failure.
+    # From here on: what the page posts, and which failures it is notified of, with times.
     reporter.run("""
         window.said = []; window.failures = []; window.successes = 0;
         const state = document.getElementById('saveState');
@@ -258,14 +258,14 @@ def test_saving_that_fails_is_never_called_saved_and_is_tried_less_and_less(open
     page.wait_for("failures.length >= 3", timeout=30)
     times = page.evaluate("failures")
     pauses = [later - sooner for sooner, later in zip(times, times[1:])]
-    # A second at first, then twice as long; what is typed meanwhile does not hurry it.
+    # First after a second, then after twice as long; typing meanwhile does not speed it up.
     assert pauses[0] > 900 and pauses[1] > 1900, pauses
     said = page.evaluate("said")
     assert "failed" in said and "saved" not in said and page.evaluate("successes") == 0, said
     assert page.status() == "failed" and (aside / "state-v1.json").read_bytes() == written
     directory.unlink()
     aside.rename(directory)
-    # By itself, at the next try.
+    # On its own, at the next attempt.
     wait_until(lambda: page.status() == "saved", 30, "the note to be saved after all")
     wait_for_active_text(quendo, "Safe one 0 1 2 3")
     assert "Everything is saved again" in json.dumps(page.toasts())

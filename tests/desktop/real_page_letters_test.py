@@ -1,4 +1,4 @@
-"""Letters that take more than one key, and those that run from right to left, in the real page."""
+"""Letters that take several keys, and right-to-left letters, in the real page."""
 
 import pytest
 
@@ -9,8 +9,8 @@ from harness.writing import paste_note, wait_for_active_text, write
 
 @pytest.fixture(scope="module", autouse=True)
 def keyboard():
-    """A keyboard with dead keys and a compose key, which can be switched to Hebrew and Arabic: letters that it
-    lacks would be put onto it one by one while it is typed on, which no person does."""
+    """A keyboard with dead keys and a compose key that can be switched to Hebrew and Arabic. xdotool would otherwise
+    remap missing letters one by one while typing, which no person does."""
     desktop.run("setxkbmap", "-layout", "us,il,ara", "-variant", "intl,,", "-option", "compose:menu")
     yield
     desktop.run("setxkbmap", "-layout", "us", "-variant", "", "-option", "")

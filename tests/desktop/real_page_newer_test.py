@@ -1,4 +1,4 @@
-"""Notes that a newer program has written: they can be read, and nothing whatever changes them on disk."""
+"""Notes written by a newer version: they can be read, and nothing changes them on disk."""
 
 import json
 import signal
@@ -20,7 +20,7 @@ QUITS = {
 
 
 def newer(revision):
-    """As no program of today writes it: with members of the future, and blanks that would not outlive a rewrite."""
+    """A document no current version writes: with unknown members, and whitespace that a rewrite would drop."""
     notes = [{"id": one, "text": text, "format": "markdown", "updated": 5, "shape": {"round": [1, None, 2.50]}}
              for one, text in (("a", "# From tomorrow\n\n- [ ] read me"), ("b", "Second"))]
     document = {"future": {"ação": ["\u2028", "🙂"]}, "version": 99, "notes": notes, "bin": [],
@@ -32,7 +32,7 @@ def newer(revision):
 
 
 def files(quendo):
-    """Everything in the directory of the state, byte by byte."""
+    """Everything in the state directory, byte for byte."""
     return {name: (quendo.state.directory / name).read_bytes() for name in quendo.state.names()
             if (quendo.state.directory / name).is_file()}
 
@@ -46,7 +46,7 @@ def wait_until_read_only(page):
 
 
 def use_everything(quendo, page, file):
-    """Does what would change the notes, if they were not to be left alone."""
+    """Does things that would change the notes if they were not protected."""
     shown = page.text()
     page.evaluate("(window.said = [], new MutationObserver((records) => said.push(...records.flatMap(({ addedNodes })"
                   " => [...addedNodes].map((node) => node.textContent)))).observe(document.querySelector('.toasts'),"
@@ -80,7 +80,7 @@ def test_nothing_changes_what_a_newer_program_has_written(open_page, how, revisi
     file = quendo.home / "note.md"
     file.write_text("From a file\n")
     use_everything(quendo, page, file)
-    # Longer than the page waits before it saves what it may save.
+    # Longer than the page's delay before an automatic save.
     stays(lambda: files(quendo) == before, 1.0, "the document")
     QUITS[how](quendo)
     assert quendo.wait_for_end() == 0

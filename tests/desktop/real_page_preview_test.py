@@ -1,4 +1,4 @@
-"""A note as it reads, in the real page: what it shows, and that a note can do nothing there."""
+"""The preview in the real page: what it shows, and that a note can do nothing there."""
 
 import pytest
 
@@ -11,7 +11,7 @@ MODE = "document.querySelector('.work').dataset.preview"
 
 
 def hostile(server):
-    """What a note would try, one part below the other. `ran()` is what each wants to call."""
+    """Attacks a note might try, one section each. `ran()` is what they try to call."""
     parts = [
         "<script>ran()</script>",
         f"<script src='{server}/script.js'></script>",
@@ -51,7 +51,7 @@ def test_the_preview_beside_the_text_follows_it(opened):
     assert page.evaluate(MODE) == "beside"
     assert page.evaluate("document.querySelector('.preview strong').textContent") == "bold"
     assert page.evaluate("document.querySelector('.preview .is-done').getAttribute('aria-label')") == "done"
-    # The keys stay with the text.
+    # The text keeps the keyboard.
     quendo.press("End")
     quendo.type(" and more")
     page.wait_for("document.querySelector('.preview h1').textContent === 'Title and more'")
@@ -74,7 +74,7 @@ def test_the_preview_in_place_of_the_text_has_the_keys_and_escape_goes_back(open
     wait_for_active_text(quendo, "one!")
     quendo.press("ctrl+alt+r")
     page.wait_for(f"{MODE} === 'instead'")
-    # A new note is there to be written.
+    # A new note opens for writing.
     write(quendo, page, "two")
     wait_for_active_text(quendo, "two")
 
@@ -82,7 +82,7 @@ def test_the_preview_in_place_of_the_text_has_the_keys_and_escape_goes_back(open
 @pytest.mark.parametrize("mode, key", [("beside", "ctrl+alt+p"), ("instead", "ctrl+alt+r")])
 def test_a_hostile_note_runs_nothing_and_fetches_nothing(opened, reporter, mode, key):
     quendo, page = opened
-    # Nothing but the page's own care is in the way here: its policy is taken out for this test.
+    # Tests only the page's own sanitising: the content security policy is removed for this test.
     page.evaluate("(window.ran = () => { window.hasRun = true; }, window.hasRun = false)")
     quendo.press("ctrl+n")
     page.wait_for_editor()
@@ -98,7 +98,7 @@ def test_a_hostile_note_runs_nothing_and_fetches_nothing(opened, reporter, mode,
         " || [...one.attributes].some(({ name }) => /^on|^srcdoc$/.test(name))"
         " || (one.localName === 'a' && !/^https?:/.test(one.getAttribute('href')))).map((one) => one.outerHTML)")
     assert found == []
-    # What the note would have fetched would have been asked for before this.
+    # Anything the note fetched would have been requested before this.
     page.evaluate(f"(new Image().src = '{reporter.url}/last.png', 1)")
     wait_until(lambda: "/last.png" in reporter.requests(), 10, "a request that is the test's own")
     assert reporter.requests() == ["/last.png"]

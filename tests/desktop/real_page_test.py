@@ -13,24 +13,24 @@ def test_notes_tabs_switching_closing_and_reopening(opened):
         write(quendo, page, f"# {title}\nText of {title}")
     assert page.tabs() == ["One", "Two", "Three"]
     quendo.press("ctrl+shift+bracketleft")
-    wait_until(lambda: page.active_tab() == "Two", 5, "the tab before")
+    wait_until(lambda: page.active_tab() == "Two", 10, "the tab before")
     quendo.press("ctrl+shift+bracketright", "ctrl+shift+bracketright")
-    wait_until(lambda: page.active_tab() == "One", 5, "the first tab after the last")
+    wait_until(lambda: page.active_tab() == "One", 10, "the first tab after the last")
     quendo.press("ctrl+w")
-    wait_until(lambda: page.tabs() == ["Two", "Three"], 5, "the tab to be closed")
+    wait_until(lambda: page.tabs() == ["Two", "Three"], 10, "the tab to be closed")
     quendo.press("ctrl+shift+t")
-    wait_until(lambda: page.tabs() == ["One", "Two", "Three"], 5, "the tab to be back in its place")
+    wait_until(lambda: page.tabs() == ["One", "Two", "Three"], 10, "the tab to be back in its place")
     page.wait_for_editor()
     quendo.press("ctrl+alt+w")
-    wait_until(lambda: page.tabs() == ["One"], 5, "the other tabs to be closed")
+    wait_until(lambda: page.tabs() == ["One"], 10, "the other tabs to be closed")
     assert any("2 tabs closed" in one for one in page.toasts())
     page.wait_for_editor()
     quendo.type("!")
     quendo.state.wait_for_text("Text of One")
     quendo.press("ctrl+alt+shift+w")
-    wait_until(lambda: page.tabs() == [], 5, "the last tab to be closed")
+    wait_until(lambda: page.tabs() == [], 10, "the last tab to be closed")
     quendo.press("ctrl+shift+t")
-    wait_until(lambda: page.tabs() == ["One"], 5, "the tab to be back")
+    wait_until(lambda: page.tabs() == ["One"], 10, "the tab to be back")
 
 
 def test_more_tabs_than_can_be_opened_again_are_closed_only_when_that_is_agreed_to(open_page):
@@ -51,7 +51,7 @@ def test_overview_shows_and_opens_a_tab(opened):
     for title in ("One", "Two"):
         write(quendo, page, f"# {title}")
     quendo.choose("Window", "Show All Tabs")
-    wait_until(lambda: page.dialog() == "Open tabs", 5, "the overview")
+    wait_until(lambda: page.dialog() == "Open tabs", 10, "the overview")
     cards = page.evaluate("[...document.querySelectorAll('.card-title')].map((card) => card.textContent)")
     assert cards == ["One", "Two"]
 
@@ -65,7 +65,7 @@ def test_search_finds_and_opens_a_note(opened):
     quendo.type("olives")
     page.wait_for("document.querySelectorAll('#sidebar [role=option]').length === 1")
     quendo.press("Return")
-    wait_until(lambda: page.active_tab() == "Shopping", 5, "the found note")
+    wait_until(lambda: page.active_tab() == "Shopping", 10, "the found note")
     page.wait_for_editor()
 
 
@@ -76,11 +76,11 @@ def test_quick_capture_keeps_a_thought_beside_the_note(opened):
     page.wait_for("document.activeElement.matches('.capture-field')")
     quendo.type("Call the plumber")
     quendo.press("Escape")
-    wait_until(lambda: page.dialog() is None, 5, "the panel to close")
+    wait_until(lambda: page.dialog() is None, 10, "the panel to close")
     quendo.press("ctrl+k")
     page.wait_for("document.querySelector('.capture-field')?.value === 'Call the plumber'")
     quendo.press("ctrl+Return")
-    wait_until(lambda: page.dialog() is None, 5, "the panel to close")
+    wait_until(lambda: page.dialog() is None, 10, "the panel to close")
     quendo.state.wait_for_text("Call the plumber")
     assert page.active_tab() == "Being written"
     page.wait_for_editor()
@@ -94,10 +94,10 @@ def test_a_file_is_opened_through_the_file_dialog(opened, name):
     quendo.press("ctrl+o")
     dialog = quendo.wait_for_window("Open Text Files in Quendo")
     wait_until(lambda: desktop.active_window() == dialog.id, 10, "the dialog to have the keyboard")
-    # A slash opens the field for a path.
+    # A slash opens the location field.
     quendo.type("/")
     field = quendo.accessible().find("text")
-    # Letters that the keyboard lacks would be put onto it one by one, which a busy machine does not bear.
+    # xdotool remaps missing letters one by one, which is unreliable on a busy machine.
     quendo.paste(str(file)[1:])
     wait_until(lambda: field.text == str(file), 10, "the path in the dialog")
     quendo.press("Return")
@@ -115,20 +115,20 @@ def test_the_file_dialog_can_be_left_without_a_file(opened):
     wait_until(lambda: len(quendo.windows()) == 1, 10, "the dialog to be gone")
     page.wait_for_editor()
     quendo.type(" and after")
-    wait_until(lambda: page.active_tab() == "Before and after", 5, "writing to go on")
+    wait_until(lambda: page.active_tab() == "Before and after", 10, "writing to go on")
 
 
 def test_the_shortcut_guide_opens_by_its_item(opened):
     quendo, page = opened
     quendo.choose("Shortcuts", "How to Use Advanced Editing…")
-    wait_until(lambda: page.dialog() == "Shortcut guide", 5, "the guide")
+    wait_until(lambda: page.dialog() == "Shortcut guide", 10, "the guide")
 
 
 def test_the_status_says_saved_and_failed_and_saved_again(opened):
     quendo, page = opened
     write(quendo, page, "# Safe")
     wait_until(lambda: page.status() == "saved", 10, "the note to be saved")
-    # A file in the place of the directory makes every write fail, for root as well.
+    # A file in place of the directory makes every write fail, even for root.
     directory = quendo.state.directory
     aside = directory.with_name("aside")
     directory.rename(aside)

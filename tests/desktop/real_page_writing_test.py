@@ -33,7 +33,7 @@ def test_a_task_is_ticked_by_key_and_by_the_mouse(opened):
     Pointer(quendo, page).click("document.querySelectorAll('.md-task')[1]")
     wait_for_active_text(quendo, "- [x] one\n- [x] two")
     quendo.type("!")
-    # The caret is where it was.
+    # The caret is back where it was.
     wait_for_active_text(quendo, "!- [x] one\n- [x] two")
 
 
@@ -115,7 +115,7 @@ def test_a_section_folds_by_key_and_opens_by_a_click(opened):
     page.wait_for("document.querySelectorAll('.fold-rest').length === 2")
     quendo.press("ctrl+alt+shift+bracketright")
     page.wait_for("!document.querySelector('.fold-rest')")
-    # Folding is a way of looking: the text stays what it is.
+    # Folding only affects the display: the text is unchanged.
     wait_for_active_text(quendo, text)
 
 

@@ -1,4 +1,4 @@
-"""Export and Save As to their last step: the panel is filled in, and the file is on the disk."""
+"""Export and Save As to the last step: the panel is filled in and the file written."""
 
 import contextlib
 import os
@@ -41,7 +41,7 @@ class Panels:
                                         if one.find_all("text", "Name:")), None), 10, "the panel's field")
 
     def click(self, panel, label):
-        """Presses a button by what stands on it."""
+        """Presses a button by its label."""
         next(one for one in panel.find_all("push button") if one.find_all("label", label)).act("click")
 
     def answer(self, count=1):
@@ -51,7 +51,7 @@ class Panels:
         return self._reporter.reports("answered")
 
     def rename(self, panel, name):
-        """Replaces the name in the panel's field, as a person does: it is selected when the panel opens."""
+        """Replaces the name in the panel's field, which is selected when the panel opens."""
         desktop.press("ctrl+a")
         desktop.type_text(name, delay=15)
         wait_until(lambda: name_in(panel) == name, 10, f"{name!r} in the field")
@@ -60,7 +60,7 @@ class Panels:
         wait_until(lambda: len(self.quendo.windows()) == 1, 10, "the panel to be gone")
 
     def choose_extension(self, panel, steps):
-        """Opens the pop-up with the mouse and goes down with the keyboard."""
+        """Opens the pop-up by mouse and chooses by keyboard."""
         x, y, width, height = panel.find("combo box", "Extension:").extents()
         window = self.quendo.wait_for_window("Save Note As")
         desktop.click_in(window, x + width / 2, y + height / 2)
@@ -89,7 +89,7 @@ def panels(make_quendo, reporter):
 
 def test_an_export_is_written_under_its_suggested_name(panels):
     panel = panels.export("My note.md", "# Olá \u2028 \U0001f600\n")
-    wait_until(lambda: name_in(panel) == "My note.md", 5, "the suggested name")
+    wait_until(lambda: name_in(panel) == "My note.md", 10, "the suggested name")
     desktop.press("Return")
     assert panels.answer() == [EXPORTED, True, "Markdown exported"]
     assert (panels.quendo.home / "My note.md").read_bytes() == "# Olá \u2028 \U0001f600\n".encode()
@@ -129,13 +129,13 @@ def test_a_cancelled_panel_writes_nothing_and_says_so(panels, way):
 
 
 def confirm_replacing(panels, title, replace, about=""):
-    """Answers the dialog's own question whether the file, with a name that has `about` in it, is to be replaced."""
+    """Answers the panel's question whether to replace the existing file whose name contains `about`."""
     question = wait_until(lambda: next((one for one in panels.quendo.windows() if one.title not in (title, "Quendo")),
                                        None), 10, "the question")
     wait_until(lambda: desktop.active_window() == question.id, 10, "the question to have the keyboard")
     name = "Replace" if replace else "Cancel"
     asked = wait_until(lambda: next((one for one in panels.quendo.accessible().children()
-                                     if one.find_all("label", "Replace")), None), 5, "the question's buttons")
+                                     if one.find_all("label", "Replace")), None), 10, "the question's buttons")
     assert any(about in one.name for one in asked.find_all("label")), asked.tree()
     panels.click(asked, name)
     wait_until(lambda: question not in panels.quendo.windows(), 10, "the question to be gone")
@@ -183,7 +183,7 @@ def test_a_folder_that_is_typed_with_the_name_is_kept_when_the_extension_is_adde
         desktop.press("Return")
         assert panels.answer(number) == answer(f"{Path(name).name}.md")
         panels.wait_until_gone()
-    # The next panel shows the folder in which the last one was confirmed.
+    # The next panel opens in the folder where the last one was confirmed.
     request_panel(panels, "four.md", "four")
     desktop.press("Return")
     assert panels.answer(4) == answer("four.md")
@@ -223,7 +223,7 @@ def test_a_suggested_name_with_a_tilde_is_asked_about_and_takes_another_type(pan
     file.write_text("old")
     panel = panels.save_as("~draft.md", "new")
     panels.choose_extension(panel, 3)
-    wait_until(lambda: name_in(panel) == "~draft.json", 5, "the name with the other extension")
+    wait_until(lambda: name_in(panel) == "~draft.json", 10, "the name with the other extension")
     panels.click(panel, "Save")
     confirm_replacing(panels, "Save Note As", replace=True)
     assert panels.answer() == [SAVED, True, "n1", "~draft.json", "Salvo como ~draft.json"]
@@ -236,7 +236,7 @@ def test_a_type_that_is_chosen_changes_the_name_and_not_the_folder_that_was_type
     panel = panels.save_as("draft.md", "{}")
     panels.rename(panel, str(folder / "notes"))
     panels.choose_extension(panel, 3)
-    wait_until(lambda: name_in(panel) == str(folder / "notes.json"), 5, "the path with the other extension")
+    wait_until(lambda: name_in(panel) == str(folder / "notes.json"), 10, "the path with the other extension")
     panels.click(panel, "Save")
     assert panels.answer() == [SAVED, True, "n1", "notes.json", "Salvo como notes.json"]
     assert (folder / "notes.json").read_text() == "{}"
@@ -294,9 +294,9 @@ def test_a_link_is_followed_to_its_target(panels):
 def test_save_as_offers_its_types_and_changes_the_name_at_once(panels):
     panel = panels.save_as("draft.md", "{}")
     panel.find("label", "Extension:")
-    wait_until(lambda: name_in(panel) == "draft.md", 5, "the suggested name")
+    wait_until(lambda: name_in(panel) == "draft.md", 10, "the suggested name")
     panels.choose_extension(panel, 3)
-    wait_until(lambda: name_in(panel) == "draft.json", 5, "the name with the other extension")
+    wait_until(lambda: name_in(panel) == "draft.json", 10, "the name with the other extension")
     panels.click(panel, "Save")
     assert panels.answer() == [SAVED, True, "n1", "draft.json", "Salvo como draft.json"]
     assert (panels.quendo.home / "draft.json").read_text() == "{}"
@@ -332,7 +332,7 @@ def test_a_second_request_waits_for_the_first_and_both_are_answered_once(panels)
 
 @contextlib.contextmanager
 def small_disk(quendo):
-    """A directory of 64 KB with an old note in it. The program is stopped before it goes."""
+    """A directory of 64 KB with an old note in it. The program is stopped before it is removed."""
     folder = quendo.home / "small"
     folder.mkdir()
     mounted = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k", "quendo-test", folder], capture_output=True)
@@ -360,7 +360,7 @@ def test_a_disk_that_takes_nothing_leaves_the_old_file_and_says_so(panels, read_
 
 
 def test_a_name_that_the_file_system_refuses_can_be_changed(panels):
-    # 180 characters, which the name field takes, and 720 bytes, which no file system does.
+    # 180 characters, which the name field accepts, but 720 bytes, which no file system does.
     panel = panels.save_as("\U0001f600" * 180)
     desktop.press("Return")
     wait_until(lambda: len(panels.quendo.windows()) == 3, 10, "a word about it")

@@ -1,4 +1,4 @@
-"""The session ends: it waits for what was typed, and does not end the program over text that could not be kept."""
+"""The session ends: it waits until everything typed is saved, and cannot end the program if that fails."""
 
 import queue
 import subprocess
@@ -17,7 +17,7 @@ LOGOUT = 1
 
 
 class SessionManager:
-    """The stand-in for the desktop's own, on the session bus of the test."""
+    """A stand-in for the desktop's session manager on the test's session bus."""
 
     def __init__(self):
         self._process = subprocess.Popen([sys.executable, TOOL], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
@@ -35,7 +35,7 @@ class SessionManager:
         self._process.stdin.write(f"{signal}\n")
 
     def wait_for(self, what, timeout=15):
-        """Waits until the program does this, and returns all that it did before."""
+        """Waits until the program does this; returns everything it did before."""
         before = []
         while True:
             try:
@@ -48,7 +48,7 @@ class SessionManager:
             before.append(said)
 
     def is_silent(self):
-        """Whether the program has done nothing that was not waited for."""
+        """Whether the program has done nothing unexpected."""
         return self._said.empty()
 
     def close(self):

@@ -1,4 +1,4 @@
-"""Sharing: the popover at the corner, the services it offers, and what becomes of the file."""
+"""Sharing: the popover in the corner, its services, and what happens to the file."""
 
 import contextlib
 import fcntl
@@ -31,7 +31,7 @@ class Sharing:
         self._reporter.run(f"webkit.messageHandlers.quendoShare.postMessage({json.dumps(note)});")
 
     def items(self):
-        """What the popover lists, in order."""
+        """The popover's items, in order."""
         return [one.name for one in self._menu().walk() if one.role == "menu item"]
 
     def choose(self, item):
@@ -56,7 +56,7 @@ class Sharing:
 
 
 def register(quendo, name, kind, script):
-    """Registers a program of the test for a type of files; returns the file that it writes to."""
+    """Registers a test program for a file type; returns the file it writes to."""
     result = quendo.home / f"{name}.result"
     program = quendo.external.bin / name
     program.write_text(f"#!/bin/sh\nresult='{result}'\n{script}\n")
@@ -114,7 +114,7 @@ def test_dismissing_the_popover_answers_false_and_deletes_the_folder(sharing):
     desktop.press("Escape")
     assert sharing.answer() == [False, "a"]
     assert sharing.folders() == []
-    # The keyboard is the page's again, and the next share works.
+    # The page has the keyboard again, and the next share works.
     sharing.share("b")
     assert sharing.items()
 
@@ -153,7 +153,7 @@ def test_mail_has_the_file_attached_and_its_report_is_the_answer(sharing, taken)
     assert said[said.index("--subject") + 1] == "The title"
     assert said[said.index("--body") + 1] == "https://quendo.example/n/1"
     attached = Path(said[said.index("--attach") + 1])
-    # A mail program reads it when the message is sent, long after the share has ended.
+    # A mail program reads the attachment when the message is sent, long after the share has ended.
     assert attached.name == "note.md" and attached.read_text() == "By mail"
     assert stat.S_IMODE(attached.parent.parent.stat().st_mode) == 0o700
     assert sharing.folders() == []
@@ -221,7 +221,7 @@ def test_a_folder_that_another_running_instance_shows_stays(sharing, make_quendo
     sharing.items()
     shown, = sharing.folders()
     with contextlib.closing(Reporter()) as reporter:
-        # The instance of the persistence test mode has its own notes, and the same temporary directory.
+        # An instance in persistence test mode has its own notes but the same temporary directory.
         other = make_quendo(page=page_that_shares(reporter), home=sharing.quendo.home)
         other.start(environment={"QUENDO_PERSISTENCE_TEST": "1"}, wait=False)
         reporter.wait_for_page()
@@ -230,7 +230,7 @@ def test_a_folder_that_another_running_instance_shows_stays(sharing, make_quendo
         wait_until(lambda: len(sharing.folders()) == 2, 10, "the folder of the other instance")
         assert (shown / "note.md").read_text() == "Shown"
         other.kill()
-    # Nobody shows that one any more.
+    # No instance shows that one any more.
     left, = set(sharing.folders()) - {shown}
     sharing.choose("Copy Text")
     assert sharing.answer() == [True, "a"]
@@ -241,7 +241,7 @@ def test_a_folder_that_another_running_instance_shows_stays(sharing, make_quendo
 
 @pytest.fixture
 def cached_copy(make_quendo, reporter):
-    """(program that is not started, function that puts a copy into its cache)"""
+    """(program not yet started, function that puts a copy into its cache)"""
     quendo = make_quendo(page=reporter.page())
     numbers = itertools.count()
 
@@ -264,7 +264,7 @@ def test_copies_for_other_programs_go_a_day_later_at_start_and_at_quit(cached_co
     quendo, put = cached_copy
     old, young, in_use = put(25), put(23), put(25)
     lock = os.open(in_use, os.O_RDONLY)
-    # As another instance does with the copy of its current share.
+    # As another instance does with the copy it is sharing.
     fcntl.flock(lock, fcntl.LOCK_EX)
     quendo.start()
     reporter.wait_for_page()

@@ -1,4 +1,4 @@
-"""The shortest way through the program: it opens, takes a note, keeps it."""
+"""The shortest path through the program: it opens, takes a note and saves it."""
 
 from harness import desktop
 from harness.waiting import wait_until
@@ -17,7 +17,7 @@ def test_a_typed_note_is_saved_and_is_there_again(quendo):
     assert quendo.terminate() == 0
 
     quendo.start().wait_for_page()
-    # Writing on is possible only where the page has the old note: both are in one document then.
+    # Typing on adds to the document only if the page has the old note: both end up in one document.
     revision = quendo.state.revision()
     quendo.press("ctrl+n")
     quendo.type("Another one")

@@ -1,4 +1,4 @@
-"""Spell check by the desktop's own dictionaries, in the real page."""
+"""Spell checking with the desktop's dictionaries, in the real page."""
 
 import pytest
 
@@ -22,7 +22,7 @@ def test_a_misspelled_word_is_put_right_by_a_guess_of_the_desktops_language(open
 
 
 def offers(quendo, page, guess):
-    """Whether the menu of the note's first word has this guess; the menu stays open then."""
+    """Whether the menu of the note's first word offers this guess; if so, the menu stays open."""
     Pointer(quendo, page).click("document.querySelector('.work .cm-line')", x=20, button=3)
     try:
         wait_until(lambda: quendo.accessible().find_all("menu item", guess), 3)

@@ -1,4 +1,4 @@
-"""Documents that a page saves: they come back as they were, and the answers are those that were promised."""
+"""Documents saved by a page: they come back unchanged, and every save gets its promised answer."""
 
 import json
 
@@ -8,7 +8,7 @@ from harness.bridge import Bridge, bridge_page
 
 pytestmark = pytest.mark.never_retried
 
-# Each as JSON text that JSON.stringify gives back unchanged, so that the page can compare.
+# Each is JSON text that JSON.stringify reproduces exactly, so the page can compare.
 DOCUMENTS = {
     "empty": "{}",
     "quotes": r'{"revision":1,"text":"He said \"it\u0027s\" \u0060here\u0060"}',
@@ -60,7 +60,7 @@ def test_a_first_start_brings_no_state(running):
 def test_a_document_comes_back_as_it_was_after_a_restart(running, name):
     program, server = running
     text = DOCUMENTS[name]
-    # The message's revision counts, so that the document's own may be anything.
+    # The message's revision counts, so the document's own may be anything.
     assert Bridge(server).save(text, 1)
     assert program.state.text() == text
     _restart(program, server)
@@ -80,7 +80,7 @@ def test_what_the_page_is_told_before_its_first_script(running):
 def test_a_plain_string_is_saved_with_revision_zero(seeded):
     program, _, bridge = seeded
     assert bridge.answers_to_saves(json.dumps('{"revision":6,"plain":true}')) == [[True, "0"]]
-    # The document's own revision counts when the message has none.
+    # The document's own revision counts if the message has none.
     assert program.state.document() == {"revision": 6, "plain": True}
 
 
@@ -128,7 +128,7 @@ def test_a_lone_surrogate_in_the_text_itself_is_refused(seeded, body, revision):
     assert program.state.text() == before
 
 
-# Texts of such a length pass between the script worlds on a way of their own.
+# Texts of this length take a separate path between the script worlds.
 _LONG = "x" * 50_000
 
 
@@ -173,7 +173,7 @@ def test_a_long_text_of_a_body_that_cannot_be_posted_is_forgotten(seeded):
 ])
 def test_a_revision_is_answered_as_the_integer_it_stands_for(seeded, revision, answered):
     program, _, bridge = seeded
-    # The document is older than the one on disk, so that nothing is written whatever the revision.
+    # The document is older than the one on disk, so nothing is written, whatever the revision.
     body = f"{{ serialized: '{{\"revision\":2}}', revision: {revision} }}"
     assert bridge.answers_to_saves(body) == [[True, answered]]
     assert bridge.answers_to_saves(body) == [[True, answered]]

@@ -1,4 +1,4 @@
-"""The state files around the program: which are read, which are written, and what a page shows when they cannot be."""
+"""The state files: which are read, which are written, and what a page shows when they are unusable."""
 
 import hashlib
 import json
@@ -17,7 +17,7 @@ NOTE = "A note that was there"
 
 @pytest.fixture
 def prepared(make_quendo, reporter):
-    """A program with a test page that is not started yet, and its reporter."""
+    """A program with a test page, not yet started, and its reporter."""
     return make_quendo(page=bridge_page(reporter)), reporter
 
 
@@ -40,7 +40,7 @@ def test_a_damaged_primary_gives_way_to_the_backup(prepared, kind):
     program, server = prepared
     program.state.write(DAMAGED[kind], GOOD)
     assert _state_of_page(program, server) == json.loads(GOOD)
-    # Starting repairs nothing: only a save does.
+    # Starting repairs nothing; only a save does.
     assert program.state.primary.read_bytes() == DAMAGED[kind]
     assert Bridge(server).save('{"revision":40}', 40)
     assert program.state.primary.read_bytes() == DAMAGED[kind]
@@ -149,7 +149,7 @@ def test_a_save_that_cannot_be_written_is_answered_with_false(prepared):
     bridge = Bridge(server)
     assert not bridge.save('{"revision":1}', 1)
     assert program.state.directory.read_text() == "no directory"
-    # Once the cause is gone, so is the trouble.
+    # Without the cause, the error is gone.
     program.state.directory.unlink()
     assert bridge.save('{"revision":2}', 2)
     assert program.state.document() == {"revision": 2}
@@ -166,7 +166,7 @@ def test_a_directory_that_disappears_is_made_again(prepared):
 
 
 def _observed_page(installation, server):
-    """The real page, with the harness's script before its own and leave for it to reach the harness."""
+    """The real page plus the harness's script, with permission to reach the harness."""
     text = (installation.web / "index.html").read_text(encoding="utf-8")
     nonce = re.search(r"'nonce-([^']+)'", text).group(1)
     observed = text.replace("connect-src 'none'", f"connect-src {server.url}")

@@ -28,7 +28,7 @@ def site(certificates):
 
 @pytest.fixture
 def elsewhere(certificates):
-    """Another server, on a port of its own."""
+    """Another server on its own port."""
     site = Site(certificates, port=0)
     yield site
     site.close()
@@ -46,7 +46,7 @@ def updates(running):
     running.site.requests.clear()
     running.site.ended.clear()
     yield running
-    # An offer that a failed test left behind would hold back those of the others.
+    # An offer left open by a failed test would block those of the others.
     if running.program.running and len(running.program.windows()) > 1:
         running.dismiss()
 
@@ -99,7 +99,7 @@ def test_nothing_is_offered_over_a_sheet_nor_after_it(updates):
     updates.ask(held)
     updates.site.wait_for_requests(1)
     updates.server.post("report('prompt', prompt('What is your name?'));")
-    # Its cursor blinks, so that it is never still.
+    # Its caret blinks, so waiting for a still window would fail.
     updates.program.accessible().find("label", "What is your name?")
     held.release()
     wait_until(lambda: updates.site.ended, 10, "the answer to be sent")
@@ -215,7 +215,7 @@ def test_the_request_tells_what_it_must_and_no_more(updates):
 
 
 def test_a_server_that_never_ends_is_given_up_after_its_time(updates, tmp_path, installation, program_arguments):
-    # Side by side: this program meets a server that is silent, and another one a server that drips.
+    # In parallel: this program meets a silent server, another one a server that drips.
     other = Updates(tmp_path, installation, program_arguments, updates.site)
     try:
         other.start(APART)

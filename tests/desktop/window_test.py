@@ -1,4 +1,4 @@
-"""The window: its name, size and place, and what the commands of the window do with it."""
+"""The window: title, size and position, and what the window commands do."""
 
 import subprocess
 
@@ -51,11 +51,11 @@ def test_it_opens_centred_at_its_size_every_time(make_quendo):
     for _ in range(2):
         x, y, width, height = desktop.geometry(quendo.window)
         assert (width, height) == (1320, 820)
-        # The title bar above the inside may shift it by half of its height.
+        # The title bar above may shift it by half its height.
         assert abs(x + width / 2 - SCREEN[0] / 2) <= 16
         assert abs(y + height / 2 - SCREEN[1] / 2) <= 16
         resize(quendo.window, 1000, 700)
-        wait_until(lambda: desktop.geometry(quendo.window)[2:] == (1000, 700), 5, "the new size")
+        wait_until(lambda: desktop.geometry(quendo.window)[2:] == (1000, 700), 10, "the new size")
         quendo.wait_for_page()
         assert quendo.terminate() == 0
         quendo.start()
@@ -64,7 +64,7 @@ def test_it_opens_centred_at_its_size_every_time(make_quendo):
 def test_it_does_not_become_smaller_than_its_least_size(make_quendo):
     quendo = make_quendo().start()
     resize(quendo.window, 300, 200)
-    wait_until(lambda: desktop.geometry(quendo.window)[2:] == (880, 600), 5, "the least size")
+    wait_until(lambda: desktop.geometry(quendo.window)[2:] == (880, 600), 10, "the least size")
 
 
 def test_its_title_does_not_follow_the_page(make_quendo, reporter):
@@ -78,11 +78,11 @@ def test_minimising_keys_hide_it_and_a_second_start_brings_it_back(recorded, key
     quendo, journal = recorded
     window = quendo.window
     desktop.press(key)
-    wait_until(lambda: is_minimised(window), 5, "the window to be minimised")
+    wait_until(lambda: is_minimised(window), 10, "the window to be minimised")
     assert quendo.start_another() in (0, 2)
-    wait_until(lambda: not is_minimised(window), 5, "the window to be back")
-    wait_until(lambda: desktop.active_window() == window.id, 5, "the window to have the focus")
-    wait_until(journal.has_keyboard, 5, "the page to have the keyboard again")
+    wait_until(lambda: not is_minimised(window), 10, "the window to be back")
+    wait_until(lambda: desktop.active_window() == window.id, 10, "the window to have the focus")
+    wait_until(journal.has_keyboard, 10, "the page to have the keyboard again")
     journal.expect(())
 
 
@@ -91,16 +91,16 @@ def test_minimising_items_hide_it(recorded, menu, item):
     quendo, _ = recorded
     window = quendo.window
     quendo.choose(menu, item)
-    wait_until(lambda: is_minimised(window), 5, "the window to be minimised")
+    wait_until(lambda: is_minimised(window), 10, "the window to be minimised")
 
 
 def test_zoom_maximises_and_restores(recorded):
     quendo, _ = recorded
     before = desktop.geometry(quendo.window)
     quendo.choose("Janela", "Zoom")
-    wait_until(lambda: is_maximised(quendo.window), 5, "the window to be maximised")
+    wait_until(lambda: is_maximised(quendo.window), 10, "the window to be maximised")
     quendo.choose("Janela", "Zoom")
-    wait_until(lambda: desktop.geometry(quendo.window) == before, 5, "the window to be as before")
+    wait_until(lambda: desktop.geometry(quendo.window) == before, 10, "the window to be as before")
 
 
 @pytest.mark.parametrize("by_key", [True, False])
@@ -111,27 +111,27 @@ def test_hide_others_hides_others_only(recorded, other_window, by_key):
         desktop.press("ctrl+alt+h")
     else:
         quendo.choose("Quendo", "Ocultar Outros")
-    wait_until(lambda: is_minimised(other_window), 5, "the other window to be minimised")
+    wait_until(lambda: is_minimised(other_window), 10, "the other window to be minimised")
     stays(lambda: not is_minimised(quendo.window), 0.3, "our own window")
 
 
 def test_about_opens_and_closes(recorded):
     quendo, _ = recorded
     quendo.choose("Quendo", "Sobre o Quendo")
-    wait_until(lambda: len(quendo.windows()) == 2, 5, "the About window")
+    wait_until(lambda: len(quendo.windows()) == 2, 10, "the About window")
     desktop.press("Escape")
-    wait_until(lambda: len(quendo.windows()) == 1, 5, "the About window to be gone")
-    wait_until(lambda: desktop.active_window() == quendo.window.id, 5, "the main window to have the focus")
+    wait_until(lambda: len(quendo.windows()) == 1, 10, "the About window to be gone")
+    wait_until(lambda: desktop.active_window() == quendo.window.id, 10, "the main window to have the focus")
 
 
 def test_about_opens_once_more_after_it_was_closed(recorded):
     quendo, _ = recorded
     for _ in range(2):
         quendo.choose("Quendo", "Sobre o Quendo")
-        about = wait_until(lambda: next((one for one in quendo.windows() if one.id != quendo.window.id), None), 5,
+        about = wait_until(lambda: next((one for one in quendo.windows() if one.id != quendo.window.id), None), 10,
                            "the About window")
         desktop.run("wmctrl", "-i", "-c", hex(about.id))
-        wait_until(lambda: len(quendo.windows()) == 1, 5, "the About window to be gone")
+        wait_until(lambda: len(quendo.windows()) == 1, 10, "the About window to be gone")
     assert quendo.running
 
 
@@ -163,7 +163,7 @@ def test_a_command_that_the_page_lacks_says_so_in_the_page(make_quendo, reporter
     quendo.start(environment={"LC_ALL": f"{language}_XX.UTF-8"}).wait_for_page()
     journal = Journal(reporter, quendo)
     journal.clear()
-    # The second is asked for with "?.", so that its absence is no error.
+    # The second one is called with "?.", so its absence is no error.
     desktop.press("ctrl+shift+t", "ctrl+n")
     journal.expect((f"showToast {said[language]}",))
 
@@ -173,6 +173,6 @@ def test_a_language_that_the_page_does_not_know_of_is_no_error(make_quendo, repo
     quendo.wait_for_page()
     journal = Journal(reporter, quendo)
     quendo.choose("Quendo", "Idioma", "Español")
-    wait_until(lambda: quendo.command("changeLanguage") == (True, "es"), 5, "the tick at Español")
+    wait_until(lambda: quendo.command("changeLanguage") == (True, "es"), 10, "the tick at Español")
     journal.clear()
     journal.expect(())

@@ -3,15 +3,15 @@
 Roles are the names that AT-SPI gives them: "frame", "dialog", "alert", "menu bar", "menu", "menu item",
 "check menu item", "push button", "text", "label".
 
-The protocol is spoken directly. The library for it keeps a cache of what it has seen, and ends its process when
-an element goes away in the wrong moment; every answer here is the program's own, as of now.
+This speaks the protocol directly: libatspi caches what it has seen, and aborts the process when an element goes away
+at the wrong moment. Here every answer comes from the program itself, at the time of asking.
 """
 
 import functools
 
 from gi.repository import Gio, GLib
 
-from .waiting import wait_until
+from .waiting import Timeout, wait_until
 
 _ACCESSIBLE = "org.a11y.atspi.Accessible"
 _ACTION = "org.a11y.atspi.Action"
@@ -19,20 +19,20 @@ _COMPONENT = "org.a11y.atspi.Component"
 _EDITABLE_TEXT = "org.a11y.atspi.EditableText"
 _TEXT = "org.a11y.atspi.Text"
 
-# Milliseconds that the program has for one answer.
-_PATIENCE = 5000
-# Places of the states in the protocol's set of bits.
+# Milliseconds the program has for one answer.
+_PATIENCE = 20000
+# Bit numbers of the states in the protocol.
 _STATES = {"checked": 4, "editable": 7, "enabled": 8, "expandable": 9, "expanded": 10, "focusable": 11,
            "focused": 12, "modal": 16, "pressed": 20, "selectable": 22, "selected": 23, "sensitive": 24,
            "showing": 25, "visible": 30}
-# The protocol's numbers of roles, of those that GTK names otherwise or not at all.
+# The protocol's numbers of the roles that GTK names differently or not at all.
 _ROLES = {7: "check box", 8: "check menu item", 16: "dialog", 23: "frame", 29: "label", 33: "menu", 34: "menu bar",
           35: "menu item", 43: "push button", 45: "radio menu item", 61: "text", 75: "application", 79: "entry"}
 _WINDOW_COORDINATES = 1
 
 
 class Accessible:
-    """One element. What it says is asked anew each time; an element that is gone says nothing."""
+    """One element. Nothing is cached; an element that is gone has no name, no text and no children."""
 
     def __init__(self, owner, path):
         self._owner = owner
@@ -76,11 +76,11 @@ class Accessible:
             yield from child.walk()
 
     def find_all(self, role=None, name=None):
-        """All elements below with this role and this name, either of which may be left open."""
+        """All elements below with this role and this name; either may be left out."""
         return [one for one in self.walk()
                 if (role is None or one.role == role) and (name is None or one.name == name)]
 
-    def find(self, role=None, name=None, timeout=5.0):
+    def find(self, role=None, name=None, timeout=10.0):
         """Waits for the first element below with this role and name."""
         try:
             return wait_until(lambda: next(iter(self.find_all(role, name)), None), timeout,
@@ -88,20 +88,20 @@ class Accessible:
         except AssertionError as error:
             raise AssertionError(f"{error}; there is\n{self.tree()}") from None
 
-    def find_item(self, name, timeout=5.0):
+    def find_item(self, name, timeout=10.0):
         """Waits for the first menu item below with this name, of whatever kind: plain, check or radio."""
         return wait_until(lambda: next((one for one in self.walk()
                                         if one.name == name and one.role.endswith("menu item")), None),
                           timeout, f"a menu item {name!r}", interval=0.1)
 
-    def gone(self, role=None, name=None, timeout=5.0):
-        """Waits until nothing below has this role and name any more."""
+    def gone(self, role=None, name=None, timeout=10.0):
+        """Waits until no element below has this role and name."""
         wait_until(lambda: not self.find_all(role, name), timeout,
                    f"no role {role!r} name {name!r}", interval=0.1)
 
     def has(self, state):
-        """Whether a state such as "sensitive", "visible", "checked", "focused", "expanded" is set. GTK 4 does
-        not say "showing" of widgets."""
+        """Whether a state such as "sensitive", "visible", "checked", "focused" or "expanded" is set. GTK 4 does not
+        set "showing"."""
         words = self._ask(_ACCESSIBLE, "GetState", None, "(au)", ([0, 0],))[0]
         return bool(words[0] & 1 << _STATES[state])
 
@@ -110,15 +110,15 @@ class Accessible:
         return self.has("sensitive")
 
     def actions(self):
-        """Names of what can be done with the element."""
+        """Names of the element's actions."""
         count = self._property(_ACTION, "NActions", 0)
         return [self._ask(_ACTION, "GetName", GLib.Variant("(i)", (index,)), "(s)", ("",))[0]
                 for index in range(count)]
 
     def act(self, action=None):
-        """Does the named action, or the first there is: presses a button, chooses an item."""
+        """Performs the named action, or the first one: presses a button, chooses an item."""
         actions = self.actions()
-        assert actions, f"nothing can be done with {self}"
+        assert actions, f"{self} has no actions"
         index = 0 if action is None else actions.index(action)
         done, = self._ask(_ACTION, "DoAction", GLib.Variant("(i)", (index,)), "(b)", (False,))
         assert done, f"{actions[index]} of {self} was refused"
@@ -136,7 +136,7 @@ class Accessible:
         return self._call(_COMPONENT, "GetExtents", GLib.Variant("(u)", (_WINDOW_COORDINATES,)), "((iiii))")[0]
 
     def tree(self, depth=0, limit=12):
-        """The elements below in readable form, for messages and for looking around."""
+        """The elements below in readable form, for messages and exploring."""
         lines = [f"{'  ' * depth}{self}"]
         if depth < limit:
             lines += [child.tree(depth + 1, limit) for child in self.children()]
@@ -158,10 +158,13 @@ class Accessible:
                          (otherwise,))[0]
 
     def _ask(self, interface, method, parameters, reply, otherwise):
-        # An element may end between being found and being asked.
         try:
             return self._call(interface, method, parameters, reply)
-        except GLib.Error:
+        except GLib.Error as error:
+            # A program that is too busy to answer must not look like an element that is gone.
+            if error.matches(Gio.io_error_quark(), Gio.IOErrorEnum.TIMED_OUT):
+                raise Timeout(f"the program did not answer {method} within {_PATIENCE / 1000:g} s") from None
+            # The element went away between being found and being asked.
             return otherwise
 
     def _call(self, interface, method, parameters, reply):
@@ -171,7 +174,7 @@ class Accessible:
 
 @functools.cache
 def _bus():
-    """The accessibility bus, whose address the session bus knows."""
+    """The accessibility bus; its address comes from the session bus."""
     address = Gio.bus_get_sync(Gio.BusType.SESSION).call_sync(
         "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, GLib.VariantType("(s)"),
         Gio.DBusCallFlags.NONE, 20000, None).unpack()[0]

@@ -1,11 +1,11 @@
-"""The program's menu commands as it exports them on the session bus: which there are, which are enabled.
+"""The menu commands the program exports on the session bus, and which of them are enabled.
 
-For waiting and for looking. Tests that press a command use its key or its menu item, as a person does.
+For waiting and checking only. Tests give a command by its key or its menu item, as a person does.
 """
 
 from gi.repository import Gio, GLib
 
-# The second is what the program is called while its state lies apart for tests of persistence.
+# The second is the name in persistence test mode.
 _NAMES = ("com.quendo.Quendo", "com.quendo.Quendo.PersistenceTest")
 
 
@@ -24,8 +24,8 @@ def _owner(name):
 
 
 def describe(pid):
-    """Command name -> (enabled, state or None) of the program that runs as `pid`, as of now. Empty while it
-    cannot be asked."""
+    """Command name -> (enabled, state or None) of the program with process ID `pid`. Empty while it does not
+    answer."""
     name = next((one for one in _NAMES if _owner(one) == pid), None)
     if name is None:
         return {}

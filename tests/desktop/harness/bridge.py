@@ -1,8 +1,8 @@
-"""A test page that posts messages to the host as the real page does, and collects what it is answered."""
+"""A test page that posts messages to the host as the real page does, and collects the answers."""
 
 import json
 
-# A save that is never written where a document with a revision is stored, and whose answer cannot be mistaken.
+# A save that is never written if a document with a revision is stored, with an unmistakable answer.
 _FENCE = -770077
 
 _SCRIPT = """
@@ -20,7 +20,7 @@ _SCRIPT = """
     while (!condition()) await new Promise((resolve) => waiting.push(resolve));
     return answers.splice(0);
   };
-  // As a person's program would tell two texts apart: by length, and by a sum over every code unit.
+  // Identifies a text by its length and a hash of its code units.
   window.fingerprint = (text) => {
     let sum = 0x811c9dc5;
     for (let i = 0; i < text.length; i++) sum = Math.imul(sum ^ text.charCodeAt(i), 0x01000193);
@@ -36,7 +36,7 @@ def bridge_page(reporter, body="", head=""):
 
 
 class Bridge:
-    """The page's side of the messages, as a test uses it. Bodies are JavaScript expressions."""
+    """The page's side of the messages. Bodies are JavaScript expressions."""
 
     def __init__(self, reporter):
         self._reporter = reporter
@@ -47,15 +47,15 @@ class Bridge:
         return self._reporter.run("return (await answersUntil(() => answers.length > 0))[0];", timeout)
 
     def save(self, text, revision, timeout=20.0):
-        """Saves a document given as Python text; returns whether it was answered with true."""
+        """Saves a document given as Python text; returns whether the answer was true."""
         body = f"{{ serialized: {json.dumps(text)}, revision: {revision} }}"
         success, answered = self.answer("quendoState", body, timeout)
         assert answered == revision
         return success
 
     def answers_to_saves(self, *bodies, timeout=20.0):
-        """Posts "quendoState" messages one after the other and returns all answers to them, none left out: a
-        save of the harness's own follows them, and answers come in the order of the messages."""
+        """Posts "quendoState" messages one after the other and returns all answers to them. A save of the harness's own
+        follows: answers come in the order of the messages, so its answer is the last."""
         fence = f"{{ serialized: '{{}}', revision: {_FENCE} }}"
         posts = "".join(f"post('quendoState', {body});" for body in (*bodies, fence))
         self._reporter.run("answers.length = 0;" + posts, timeout)

@@ -1,4 +1,4 @@
-"""Stands in for the browser, the mail program and the text editor of the desktop, and keeps what they get."""
+"""Stands in for the desktop's browser, mail program and text editor, and logs what they are asked to open."""
 
 import shlex
 from pathlib import Path
@@ -10,8 +10,8 @@ _TYPES = ("text/html", "text/plain", "text/markdown", "application/pdf", "inode/
 
 
 class ExternalHandler:
-    """Writes a program into a home directory that is registered for every scheme and type that matters,
-    under both ways in which programs open things: the desktop's registry, and xdg-open."""
+    """Installs a program in a home directory and registers it for every relevant scheme and type, both in the
+    desktop's registry and as xdg-open."""
 
     def __init__(self, home):
         home = Path(home)
@@ -36,12 +36,12 @@ class ExternalHandler:
             f"[Default Applications]\n{associations}[Added Associations]\n{associations}")
 
     def opened(self):
-        """The URLs and paths that were handed to other programs so far, in order."""
+        """URLs and paths opened so far, in order."""
         try:
             return self.log.read_text(encoding="utf-8").splitlines()
         except FileNotFoundError:
             return []
 
     def wait_for(self, url, timeout=10.0):
-        """Waits until `url` was handed to another program."""
+        """Waits until `url` has been opened."""
         return wait_until(lambda: url in self.opened(), timeout, f"{url} to be opened outside")

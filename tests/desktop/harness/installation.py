@@ -1,4 +1,4 @@
-"""An installed copy of the program, away from where it was built."""
+"""An installed copy of the program, moved away from where it was built."""
 
 import os
 import shutil
@@ -9,8 +9,8 @@ ROOT = Path(__file__).resolve().parents[3]
 
 
 def sandbox_arguments():
-    """What the program needs on this machine to run: the option to go without the web view's sandbox where
-    the kernel does not allow one. The program's own trial answers, so there is one answer."""
+    """The option to run without the web view's sandbox, if the kernel does not allow one. Asks the program's own check,
+    so both always agree."""
     build = Path(os.environ.get("QUENDO_BUILD", ROOT / "build" / "release"))
     works = subprocess.run([build / "bin" / "sandbox_check"], timeout=10).returncode == 0
     return [] if works else ["--without-web-sandbox"]
@@ -32,8 +32,8 @@ class Installation:
 
     @classmethod
     def install(cls, build, directory):
-        """Installs a build and moves the tree, so that no path known at build or install time is right. The
-        place has a space and a letter beyond ASCII in its name, as people's directories have."""
+        """Installs a build and moves the tree, so no path known at build or install time is valid. The new path has a
+        space and a non-ASCII letter, as real ones do."""
         first = Path(directory) / "first"
         subprocess.run(["cmake", "--install", str(build), "--prefix", str(first)], check=True,
                        stdout=subprocess.DEVNULL)

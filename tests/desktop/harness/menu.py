@@ -10,8 +10,8 @@ LANGUAGES = ("pt", "en", "es")
 
 @dataclass(frozen=True)
 class Item:
-    """One item. `key` is in the notation of `desktop.press`; `records` is what its command leaves in the
-    journal of the recording page, in order, and is empty for what the host does by itself."""
+    """One item. `key` is in the notation of `desktop.press`; `records` are the entries its command leaves in the
+    recording page's journal, in order, empty for commands of the host itself."""
 
     titles: tuple
     action: str
@@ -28,7 +28,7 @@ class Item:
 
 @dataclass(frozen=True)
 class Menu:
-    """One menu of the bar, its items in order without the separators."""
+    """One menu of the bar, its items in order, without separators."""
 
     titles: tuple
     items: tuple

@@ -1,4 +1,4 @@
-"""The mouse on what the page shows, found by its place in the page."""
+"""The mouse on elements of the page, located through the page itself."""
 
 import contextlib
 import time
@@ -14,17 +14,17 @@ class Pointer:
         self._page = page
 
     def click(self, element, *modifiers, x=None, button=1):
-        """Clicks on the middle of an element, or `x` pixels from its left edge, with these keys held down."""
+        """Clicks the middle of an element, or `x` pixels from its left edge, with these keys held."""
         place = self._place(element, x)
         with _held(modifiers):
             desktop.click(*place, button)
 
     def drag(self, start, end, *modifiers):
-        """Drags from one (element, x) to another with these keys held down."""
+        """Drags from one (element, x) to another with these keys held."""
         (x, y), (to_x, to_y) = self._place(*start), self._place(*end)
         with _held(modifiers):
             desktop.run("xdotool", "mousemove", str(x), str(y), "mousedown", "1")
-            # A drag is a row of movements to a program, which a hand makes one after the other.
+            # Programs recognise a drag by several motion events in sequence.
             for step in range(1, 6):
                 desktop.run("xdotool", "mousemove", str(x + (to_x - x) * step // 5), str(y + (to_y - y) * step // 5))
                 time.sleep(0.02)

@@ -1,4 +1,4 @@
-"""The real page with a way to look into it."""
+"""The real page, with a way to look inside."""
 
 import re
 
@@ -6,8 +6,8 @@ from .waiting import wait_until
 
 
 def probed_page(installation, reporter):
-    """Files that turn the real page into one that obeys the reporter, all else being as it is installed. Its
-    content security policy is taken out, because it forbids exactly what the reporter does."""
+    """Files that make the real page obey the reporter and leave it otherwise as installed. The content security policy
+    is removed, because it forbids what the reporter does."""
     html = (installation.web / "index.html").read_text(encoding="utf-8")
     html, count = re.subn(r'<meta http-equiv="Content-Security-Policy"[^>]*>', lambda _: reporter.script(), html)
     assert count == 1, "the page's policy was not found"
@@ -15,9 +15,9 @@ def probed_page(installation, reporter):
 
 
 class Probe:
-    """What the real page shows, asked as a user would look: by what is to be seen."""
+    """What the real page shows, read from the elements a user sees."""
 
-    # The text of a note that is short enough to be on the screen as a whole.
+    # The text of a note short enough to be on the screen as a whole.
     TEXT = r"[...document.querySelectorAll('.work .cm-line')].map((line) => line.textContent).join('\n')"
 
     def __init__(self, reporter):
@@ -35,7 +35,7 @@ class Probe:
         return self._reporter.evaluate(expression)
 
     def wait_for(self, expression, what=None, timeout=10.0):
-        """Waits until an expression is true in the page, and returns its value."""
+        """Waits until an expression is true in the page and returns its value."""
         return wait_until(lambda: self.evaluate(expression), timeout, what or expression)
 
     def tabs(self):
@@ -45,11 +45,11 @@ class Probe:
         return self.evaluate("document.querySelector('.tab[aria-selected=true]')?.textContent ?? null")
 
     def text(self):
-        """The text of a short note in front."""
+        """The text of the active note, if it is short."""
         return self.evaluate(self.TEXT)
 
     def rows(self):
-        """Titles in the list of notes, in order, a pinned one with the sign before it."""
+        """Titles in the list of notes, in order; a pinned one starts with its mark."""
         return self.evaluate("[...document.querySelectorAll('#sidebar .row-title')].map((row) => row.textContent)")
 
     def toasts(self):

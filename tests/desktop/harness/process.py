@@ -1,4 +1,4 @@
-"""What /proc says about processes."""
+"""Processes, read from /proc."""
 
 import os
 import signal
@@ -6,7 +6,7 @@ import time
 
 
 def children(pid):
-    """Processes below `pid`, at any depth, without itself."""
+    """Descendants of `pid`, without itself."""
     parents = {}
     for entry in os.listdir("/proc"):
         if entry.isdigit():
@@ -22,7 +22,7 @@ def children(pid):
 
 
 def name(pid):
-    """The short name of a process (the first 15 letters); empty when it is gone."""
+    """The short name of a process (first 15 letters); empty if it is gone."""
     try:
         with open(f"/proc/{pid}/comm", encoding="utf-8", errors="replace") as file:
             return file.read().strip()
@@ -31,7 +31,7 @@ def name(pid):
 
 
 def alive(pid):
-    """Whether a process is there and not merely waiting to be collected by its parent."""
+    """Whether a process exists and is not a zombie."""
     return _state(pid) not in ("", "Z", "X")
 
 
@@ -46,7 +46,7 @@ def blocked_signals(pid):
 
 
 def kill(pid, which=signal.SIGKILL):
-    """Sends a signal; a process that is gone is no error."""
+    """Sends a signal; ignores a process that is gone."""
     try:
         os.kill(pid, which)
     except ProcessLookupError:
@@ -54,7 +54,7 @@ def kill(pid, which=signal.SIGKILL):
 
 
 def end_all(pids, grace=2.0):
-    """Ends exactly these processes: waits for them to go by themselves, then kills."""
+    """Ends exactly these processes: waits `grace` seconds for them to exit, then kills them."""
     end = time.monotonic() + grace
     while any(alive(pid) for pid in pids) and time.monotonic() < end:
         time.sleep(0.02)
@@ -64,7 +64,7 @@ def end_all(pids, grace=2.0):
 
 
 def resident_bytes(pid):
-    """Memory that a process holds at the moment."""
+    """Resident memory of a process."""
     with open(f"/proc/{pid}/statm", encoding="ascii") as file:
         return int(file.read().split()[1]) * os.sysconf("SC_PAGE_SIZE")
 
@@ -72,7 +72,7 @@ def resident_bytes(pid):
 def _fields(pid):
     try:
         with open(f"/proc/{pid}/stat", encoding="utf-8", errors="replace") as file:
-            # The name is in parentheses and may itself hold spaces and parentheses.
+            # The name is in parentheses and may contain spaces and parentheses itself.
             return file.read().rpartition(")")[2].split()
     except OSError:
         return []

@@ -1,4 +1,4 @@
-"""One run, or several, of the program in a home directory of its own."""
+"""One or more runs of the program in a home directory of its own."""
 
 import os
 import signal
@@ -11,21 +11,21 @@ from .external import ExternalHandler
 from .state import StateFiles
 from .waiting import wait_until
 
-# Settings under which the program does not look for updates by itself: a check that was made in the future holds
-# back all others, so that no test asks anything of the network.
+# Settings that keep the program from checking for updates on its own: a last check in the future holds back all
+# others, so no test touches the network.
 NO_AUTOMATIC_CHECKS = "[Dates]\nQuendoLastAutomaticUpdateCheck=2200-01-01T00:00:00Z\n"
 
-# Of the environment of the test run, only this reaches the program.
+# The only variables of the test run's environment that reach the program.
 _KEPT = ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR", "XDG_SESSION_TYPE", "GDK_BACKEND",
          "GSETTINGS_BACKEND", "LD_LIBRARY_PATH", "USER", "LOGNAME", "TZ")
 
 
 class Quendo:
-    """The program with a private home. It can be started, stopped and started again; the home stays.
+    """The program with a private home. It can be started and stopped repeatedly; the home stays.
 
-    home         directory that becomes HOME; the XDG directories are in it
-    installation the tree that is run
-    arguments    always given to the program, before those of `start`
+    home         directory used as HOME; holds the XDG directories
+    installation the tree to run
+    arguments    passed to the program at every start, before those of `start`
     """
 
     def __init__(self, home, installation, arguments=()):
@@ -66,7 +66,7 @@ class Quendo:
 
     @property
     def settings(self):
-        """The file with the program's settings, which it reads when it starts."""
+        """The program's settings file, read at startup."""
         return self.configuration / "Quendo" / "defaults.ini"
 
     def write_settings(self, text):
@@ -76,9 +76,9 @@ class Quendo:
     # Starting and ending.
 
     def start(self, *arguments, environment=None, wait=True, timeout=20.0):
-        """Starts the program. With `wait`, returns once its window is there and has the focus."""
+        """Starts the program. With `wait`, returns once its window exists and has the focus."""
         assert self._running is None or self._running.poll() is not None, "it is already running"
-        # A pointer that happens to rest where the menu bar appears would take the keyboard there.
+        # A pointer resting where the menu bar appears would move the keyboard focus to it.
         desktop.park_pointer()
         self._running = self._launch(arguments, environment)
         if wait:
@@ -86,7 +86,7 @@ class Quendo:
         return self
 
     def start_another(self, *arguments, environment=None, timeout=20.0):
-        """Starts the program a second time, waits for that process to end and returns its exit status."""
+        """Starts a second instance, waits for it to exit and returns its exit status."""
         other = self._launch(arguments, environment)
         self._others.append(other)
         return other.wait(timeout)
@@ -108,12 +108,12 @@ class Quendo:
         return self._running is not None and self._running.poll() is None
 
     def output(self):
-        """What the program wrote to its standard output and error, over all runs."""
+        """Standard output and error of all runs so far."""
         log = self.home / "output.log"
         return log.read_text(encoding="utf-8", errors="replace") if log.exists() else ""
 
     def wait_for_end(self, timeout=15.0):
-        """Waits for the program to end by itself and returns its exit status."""
+        """Waits for the program to exit on its own and returns its exit status."""
         helpers = process.children(self.pid)
         status = self._running.wait(timeout)
         process.end_all(helpers)
@@ -124,19 +124,19 @@ class Quendo:
         return self._running.wait(timeout)
 
     def terminate(self, timeout=15.0):
-        """Asks the program to quit, as a session does, and returns its exit status."""
+        """Asks the program to quit with SIGTERM, as a session does, and returns its exit status."""
         process.kill(self.pid, signal.SIGTERM)
         return self.wait_for_end(timeout)
 
     def kill(self):
-        """SIGKILL, without a chance to do anything more; its helper processes end with it."""
+        """SIGKILL: the program gets no chance to clean up. Its helper processes end with it."""
         helpers = process.children(self.pid)
         process.kill(self.pid)
         self._running.wait(10)
         process.end_all(helpers)
 
     def stop(self, timeout=10.0):
-        """Ends whatever of the program still runs. For the end of a test, however the test went."""
+        """Ends everything that is still running, however the test went."""
         for one in [self._running, *self._others]:
             if one is None or one.poll() is not None:
                 continue
@@ -155,7 +155,7 @@ class Quendo:
         return [self.pid, *process.children(self.pid)]
 
     def web_processes(self):
-        """Identifiers of the processes that run pages."""
+        """Process IDs of the web processes."""
         return [pid for pid in process.children(self.pid) if process.name(pid).startswith("WebKitWebProces")]
 
     # The window.
@@ -164,7 +164,7 @@ class Quendo:
         return desktop.windows(self.pid)
 
     def wait_for_window(self, title="Quendo", timeout=20.0):
-        """Waits for a window of the program with this title."""
+        """Waits for one of the program's windows to have this title."""
 
         def find():
             assert self._running.poll() is None, (
@@ -176,15 +176,15 @@ class Quendo:
     @property
     def window(self):
         """The main window."""
-        return self.wait_for_window(timeout=5)
+        return self.wait_for_window(timeout=10)
 
     def focus(self, window=None):
-        """Brings a window, the main one by default, to the front."""
+        """Raises and focuses a window, the main one by default."""
         desktop.activate(window or self.window)
 
     def wait_for_page(self, timeout=20.0):
-        """Waits until the program says that its page has been loaded: the page's commands are enabled then. Of
-        a test page's own scripts its reporter knows more."""
+        """Waits until the program considers its page loaded, which enables the page's commands. Whether the page's
+        own scripts are ready is for the reporter to say."""
         wait_until(lambda: self.command("newNote")[0], timeout, "the page's commands to be enabled")
 
     def command(self, name):
@@ -193,10 +193,11 @@ class Quendo:
         return actions.describe(self.pid).get(name, (False, None))
 
     def wait_until_still(self, quiet=0.6, timeout=15.0):
-        """Waits until the window shows the same picture for a while: the page has been drawn."""
+        """Waits until the window has looked the same for `quiet` seconds; raises Timeout if it never does. Not for a
+        window with a blinking caret."""
         desktop.wait_until_still(self.window, quiet, timeout)
 
-    # Keys go to the window that has the focus, as a person's do.
+    # Keys go to the focused window, as a person's do.
 
     def press(self, *keys):
         desktop.press(*keys)
@@ -205,7 +206,7 @@ class Quendo:
         desktop.type_text(text, delay)
 
     def paste(self, text):
-        """Puts text on the clipboard and presses the keys that paste it."""
+        """Puts text on the clipboard and pastes it by key."""
         desktop.set_clipboard(text)
         desktop.press("ctrl+v")
 
@@ -213,31 +214,37 @@ class Quendo:
         """The program on the accessibility bus."""
         return Accessible.application(self.pid, timeout)
 
-    # Alerts, which are windows of their own.
+    # Alerts are windows of their own.
 
     def wait_for_alert(self, *labels, timeout=30.0):
-        """Waits for an alert over the main window that holds these texts."""
-        wait_until(lambda: len(self.windows()) >= 2, timeout, "an alert")
-        alert = next(one for one in self.windows() if one.id != self.window.id)
+        """Waits for an alert over the main window that shows these texts, and returns its window."""
+        main = self.window.id
+        alert = wait_until(lambda: next((one for one in self.windows() if one.id != main), None), timeout, "an alert")
         desktop.wait_until_still(alert)
         accessible = self.accessible()
         for label in labels:
-            # A long text stands in a view of its own, which scrolls.
+            # Long texts are in a scrolling text view instead of a label.
             wait_until(lambda: accessible.find_all("label", label)
-                       or any(one.text == label for one in accessible.find_all("text")), 5, f"the text {label!r}")
+                       or any(one.text == label for one in accessible.find_all("text")), 10, f"the text {label!r}")
+        return alert
 
     def dismiss_alert(self, *labels, timeout=30.0):
-        """Waits for an alert, presses its default button, and waits until it is gone."""
-        self.wait_for_alert(*labels, timeout=timeout)
+        """Waits for an alert, presses its default button and waits until it is gone."""
+        alert = self.wait_for_alert(*labels, timeout=timeout)
+        wait_until(lambda: desktop.active_window() == alert.id, 10, "the alert to have the keyboard")
         desktop.press("Return")
         wait_until(lambda: len(self.windows()) == 1, 10, "the alert to be gone")
 
-    # The menu bar, with the mouse and by accessibility.
+    # The menu bar, by mouse and accessibility.
 
     def open_menu(self, title):
-        """Opens a menu of the menu bar with a click and returns it; its items exist only while it is open."""
-        bar = self.accessible().find("menu bar")
-        entry = bar.find("menu item", title)
+        """Opens a menu of the menu bar with a click and returns it. Its items exist only while it is open."""
+        return self._open(self._menu_entry(title))
+
+    def _menu_entry(self, title):
+        return self.accessible().find("menu bar").find("menu item", title)
+
+    def _open(self, entry):
         x, y, width, height = entry.extents()
         desktop.click_in(self.window, x + width / 2, y + height / 2)
         return entry.find("menu")
@@ -246,14 +253,17 @@ class Quendo:
         desktop.press("Escape")
 
     def menu_items(self, title):
-        """What a menu offers, in order: title -> whether it is enabled. Opens and closes the menu."""
+        """A menu's items in order: title -> whether enabled. Opens and closes the menu."""
         menu = self.open_menu(title)
         items = {one.name: one.enabled for one in menu.walk() if one.role.endswith("menu item")}
         self.close_menu()
         return items
 
     def choose(self, title, *path):
-        """Chooses an item of a menu; more than one name goes through submenus."""
-        menu = self.open_menu(title)
+        """Chooses a menu item; more than one name goes through submenus."""
+        entry = self._menu_entry(title)
+        menu = self._open(entry)
         for name in path:
             menu.find_item(name).act("click")
+        # While the menu is still closing, a click on the bar would not open the next one.
+        wait_until(lambda: not entry.has("expanded"), 10, f"the menu {title!r} to close")

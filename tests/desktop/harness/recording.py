@@ -1,4 +1,4 @@
-"""A test page that defines everything the host's commands call, and keeps a journal of what happens to it."""
+"""A test page that defines everything the host's commands call and keeps a journal of the calls and keys."""
 
 import itertools
 
@@ -11,7 +11,7 @@ _FUNCTIONS = ("createNote", "openCapture", "exportMarkdown", "flushPendingSave",
               "quendoOpenShortcutGuide", "quendoSetLanguage", "showToast",
               "quendoCopyCurrentNoteForWhatsApp")
 
-# The journal lives in the page, where calls and keys come one after the other: their order is a fact.
+# The journal is kept in the page, where calls and keys have a definite order.
 _SCRIPT = """
 <script>
   window.journal = [];
@@ -37,7 +37,7 @@ _SCRIPT = """
       note(document.activeElement === search && search.selectionEnd - search.selectionStart === 5
         ? 'searchInput focused and selected' : 'searchInput select() without the focus');
     };
-    // The panel itself is the host's business and would only be in the way of the next key.
+    // The panel is tested elsewhere; here it would only catch the next key.
     document.getElementById('importFileInput').addEventListener('click', (event) => {
       event.preventDefault();
       note('importFileInput clicked');
@@ -54,13 +54,13 @@ _BODY = """
 
 
 def recording_page(reporter, body="", without=()):
-    """The text of the page. `without` names functions that it is to lack."""
+    """The text of the page, without the functions named in `without`."""
     names = [one for one in _FUNCTIONS if one not in without]
     return reporter.page(body=_BODY + body, head=_SCRIPT % names)
 
 
 class Journal:
-    """What happened to the recording page, as its test sees it."""
+    """A test's view of the recording page's journal."""
 
     _fences = itertools.cycle(("F6", "F8", "F9"))
 
@@ -72,40 +72,42 @@ class Journal:
         return self._reporter.evaluate("window.journal")
 
     def clear(self, focus="editor"):
-        """Forgets everything and puts the focus back where somebody writes, wherever it went before."""
+        """Forgets everything and puts the focus into the element with the ID `focus`, wherever it was before."""
         self._program.focus()
-        for _ in range(5):
-            if self.has_keyboard():
-                break
-            # A click closes an open menu and does nothing else; the next one then reaches the page.
-            desktop.click_in(self._program.window, -200, -200)
-            try:
-                wait_until(self.has_keyboard, 0.5)
-            except Timeout:
-                continue
+        wait_until(self._take_keyboard, 20, "the page to have the keyboard")
         self._reporter.run(f"document.getElementById({focus!r}).focus(); window.journal.length = 0;")
 
+    def _take_keyboard(self):
+        if self.has_keyboard():
+            return True
+        # A click only closes an open menu; the next one then reaches the page.
+        desktop.click_in(self._program.window, -200, -200)
+        try:
+            return wait_until(self.has_keyboard, 0.5)
+        except Timeout:
+            return False
+
     def has_keyboard(self):
-        """Whether keys go to the page, and not to a menu or to another window."""
+        """Whether keys go to the page, not to a menu or another window."""
         return self._reporter.evaluate("document.hasFocus()")
 
     def wait_for(self, records, timeout=10.0):
-        """Waits until the journal holds at least as much as is expected."""
+        """Waits until the journal has at least as many entries as `records`."""
         try:
             wait_until(lambda: len(self.entries()) >= len(records), timeout, f"{records} in the journal")
         except AssertionError as error:
             raise AssertionError(f"{error}; it holds {self.entries()}") from None
 
     def fence(self):
-        """Presses a key that nothing else uses and waits for it: all keys pressed before have arrived, or
-        never will. Its own entry is taken out."""
+        """Presses a key nothing else uses and waits for it: every earlier key has arrived by then, or never will.
+        Removes its own entry."""
         key = next(self._fences)
         desktop.press(key)
         wait_until(lambda: f"keydown {key}" in self.entries(), 10, f"{key} to reach the page")
         self._reporter.run(f"window.journal.splice(window.journal.indexOf('keydown {key}'), 1);")
 
     def expect(self, records):
-        """The journal comes to hold exactly `records`, and nothing follows."""
+        """Waits until the journal holds exactly `records` and checks that nothing follows."""
         self.wait_for(records)
         self.fence()
         found = self.entries()

@@ -1,4 +1,4 @@
-"""Lets a test page talk with its test: reports one way, commands the other, over loopback HTTP.
+"""Lets a test page and its test talk: reports one way, commands the other, over loopback HTTP.
 
 Test pages have no content security policy, so that they may use the network. Nothing here is the
 program's: it works in every web view, and says nothing about the bridge that is being tested.
@@ -13,13 +13,13 @@ from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
 
 from .waiting import Timeout, wait_until
 
-# Runs in the page. `report` may be called by any script of it; the loop at the end runs the commands.
+# Runs in the page. Any script may call `report`; the loop at the end runs the commands.
 _SCRIPT = """
 (() => {
   const base = '%s';
   const post = (path, value) =>
     fetch(base + path, { method: 'POST', mode: 'no-cors', keepalive: false, body: JSON.stringify(value) });
-  // Lets the program quit, and leaves the document on disk as it is: its revision is below every other one.
+  // Lets the program quit without changing the document on disk: this revision is below every other.
   window.quendoPrepareForTermination = () => ({ serialized: '{"revision":-1}' });
   window.report = (name, value) => post('/report', { name, value: value === undefined ? null : value });
   const describe = (error) => String(error && error.stack ? error + '\\n' + error.stack : error);
@@ -59,7 +59,7 @@ class _Server(ThreadingHTTPServer):
     daemon_threads = True
 
     def handle_error(self, request, client_address):
-        # A page that is left or killed breaks off its connections; that is not worth a trace in the output.
+        # A page that is left or killed drops its connections; that needs no traceback.
         if not isinstance(sys.exc_info()[1], ConnectionError):
             super().handle_error(request, client_address)
 
@@ -94,7 +94,7 @@ class Reporter:
         return "<script>" + _SCRIPT % (self.url, "true" if commands else "false") + "</script>"
 
     def page(self, body="", head="", title="Test page"):
-        """A whole index.html with the script in its head, before everything else."""
+        """A whole index.html with the script first in its head."""
         return (f"<!doctype html><html><head><meta charset='utf-8'>{self.script()}"
                 f"<title>{title}</title>{head}</head><body>{body}</body></html>")
 
@@ -106,10 +106,10 @@ class Reporter:
         self._server.server_close()
         self._thread.join()
 
-    # What the page said.
+    # Reports from the page.
 
     def reports(self, name=None):
-        """Values that were reported under a name, in order; all (name, value) pairs without one."""
+        """Values reported under a name, in order; without a name, all (name, value) pairs."""
         with self._condition:
             if name is None:
                 return list(self._reports)
@@ -122,23 +122,23 @@ class Reporter:
         return values[count - 1]
 
     def requests(self):
-        """Paths that were asked for with GET, except the harness's own, in order."""
+        """Paths requested with GET, in order, without the harness's own."""
         with self._condition:
             return list(self._requests)
 
-    # What the page is told to do.
+    # Commands to the page.
 
     def wait_for_page(self, count=1, timeout=20.0):
-        """Waits until a page that obeys commands has been loaded for the `count`-th time."""
+        """Waits until a page that takes commands has been loaded for the `count`-th time."""
         wait_until(lambda: self._generations >= count, timeout, f"the test page to be loaded ({count})")
 
     @property
     def loads(self):
-        """How often a page that obeys commands was loaded."""
+        """How often a page that takes commands has been loaded."""
         return self._generations
 
     def post(self, body):
-        """Hands the body of an async function to the page and returns its number without waiting."""
+        """Queues the body of an async function for the page and returns its number without waiting."""
         with self._condition:
             number = next(self._numbers)
             self._commands.append({"id": number, "body": body})
@@ -146,7 +146,7 @@ class Reporter:
         return number
 
     def run(self, body, timeout=10.0):
-        """Runs the body of an async function in the page and returns what it returns, through JSON."""
+        """Runs the body of an async function in the page and returns its result through JSON."""
         self.wait_for_page(timeout=timeout)
         number = self.post(body)
         with self._condition:
@@ -210,7 +210,7 @@ class Reporter:
 
             def _next(self, generation):
                 with reporter._condition:
-                    # A page that has been left must not take commands meant for the one that is there.
+                    # A page that has been left must not take commands meant for the current one.
                     reporter._condition.wait_for(
                         lambda: reporter._closing or reporter._generation != generation or reporter._commands, 5)
                     mine = reporter._generation == generation and reporter._commands and not reporter._closing
@@ -221,7 +221,7 @@ class Reporter:
                     else:
                         self._send(200, json.dumps(command).encode(), "application/json")
                 except OSError:
-                    # The page that asked is gone; its successor is to have the command.
+                    # The page that asked is gone; its successor gets the command.
                     if command is not None:
                         with reporter._condition:
                             reporter._commands.appendleft(command)

@@ -1,4 +1,4 @@
-"""The product's site on this machine: an HTTPS server on the loopback interface that says what a test tells it to.
+"""The product's site: an HTTPS server on the loopback interface that answers as the test tells it to.
 
 The test program (docs/testing.md) asks it for the release manifest. Its certificates come from an authority that is
 made anew for each run, and that only the test program trusts.
@@ -18,8 +18,8 @@ MANIFEST = "/releases/latest.json"
 
 
 class Certificates:
-    """Three certificates as the openssl command makes them: a right one, one of another authority, and one for
-    another name. `authority` is where the test program looks for the authority that it trusts."""
+    """Three certificates made with openssl: a valid one, one of another authority and one for another name. `authority`
+    is where the test program looks for the authority it trusts."""
 
     def __init__(self, directory, authority):
         self._directory = directory
@@ -29,7 +29,7 @@ class Certificates:
         self.good = self._make("good", "trusted", "DNS:localhost")
         self.of_other_authority = self._make("stranger", "other", "DNS:localhost")
         self.for_other_name = self._make("misnamed", "trusted", "DNS:other.example")
-        # What is put in place in one step is never seen half written.
+        # Put in place in one step, so it is never seen half written.
         whole = authority.with_suffix(".new")
         whole.write_bytes((directory / "trusted.pem").read_bytes())
         whole.replace(authority)
@@ -55,7 +55,7 @@ class Certificates:
 
 
 class Answer:
-    """A whole response. Without `certificate` the server shows its right one; `secure` False speaks plain HTTP."""
+    """A whole response. By default with the valid certificate; `secure=False` speaks plain HTTP."""
 
     def __init__(self, status=200, body=b"", headers=(), certificate=None, secure=True):
         self.certificate = certificate
@@ -71,7 +71,7 @@ class Answer:
 
 
 class Held(Answer):
-    """Waits with its response until it is released."""
+    """Holds its response back until it is released."""
 
     def __init__(self, **answer):
         super().__init__(**answer)
@@ -86,7 +86,7 @@ class Held(Answer):
 
 
 class CutAnswer(Answer):
-    """Announces its body whole, and ends the connection in the middle of it; `orderly` tells the other side so."""
+    """Announces a whole body and closes the connection in the middle of it; `orderly` with a TLS close notification."""
 
     def __init__(self, body, orderly=False):
         super().__init__(body=body)
@@ -99,7 +99,7 @@ class CutAnswer(Answer):
 
 
 class CutChunks(Answer):
-    """Sends its body in chunks, and ends the connection before the one that would tell its end."""
+    """Sends its body in chunks and closes the connection before the last one."""
 
     def send(self, connection, _closing):
         head = self.head.replace(f"Content-Length: {len(self.body)}".encode(), b"Transfer-Encoding: chunked")
@@ -107,7 +107,7 @@ class CutChunks(Answer):
 
 
 class Dripping(Answer):
-    """Sends its head at once, and then a byte every now and then, without an end."""
+    """Sends its head at once, then a byte now and then, endlessly."""
 
     def send(self, connection, closing):
         head = self.head.replace(f"Content-Length: {len(self.body)}".encode(), b"Content-Length: 90000")
@@ -117,7 +117,7 @@ class Dripping(Answer):
 
 
 class Silent(Answer):
-    """Takes the request and never says anything."""
+    """Takes the request and never answers."""
 
     def send(self, connection, closing):
         closing.wait()
@@ -155,7 +155,7 @@ class Site:
 
     def close(self):
         self._closing.set()
-        # Closing alone would leave the thread waiting in its call.
+        # Closing alone would leave the thread waiting in accept().
         self._listener.shutdown(socket.SHUT_RDWR)
         self._listener.close()
         self._thread.join()
@@ -189,13 +189,13 @@ class Site:
                 else:
                     self._talk(connection, answer)
         except OSError:
-            # The program ends a connection that it does not want; it may do so at any moment.
+            # The program may close a connection it does not want at any moment.
             pass
         self.ended.append(time.monotonic())
 
     def _talk(self, connection, answer):
         head = b""
-        # One who begins to encrypt with a plain server says nothing that it understands; it answers all the same.
+        # A client that starts TLS with a plain server sends nothing intelligible; answer all the same.
         while b"\r\n\r\n" not in head and not head.startswith(b"\x16"):
             read = connection.recv(65536)
             if not read:

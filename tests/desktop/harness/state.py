@@ -1,4 +1,4 @@
-"""The state files, as the program leaves them on disk."""
+"""The state files on disk."""
 
 import json
 from pathlib import Path
@@ -21,14 +21,14 @@ class StateFiles:
         return self.directory / "state-v1.backup.json"
 
     def text(self):
-        """The primary document; None when there is none."""
+        """The primary document; None if there is none."""
         try:
             return self.primary.read_bytes().decode("utf-8")
         except FileNotFoundError:
             return None
 
     def document(self):
-        """The primary document as Python values; None when there is none. Raises when it is not JSON."""
+        """The primary document as Python values; None if there is none. Raises ValueError if it is not JSON."""
         text = self.text()
         return None if text is None else json.loads(text)
 
@@ -70,5 +70,5 @@ class StateFiles:
         return document.get("revision") if isinstance(document, dict) else None
 
     def names(self):
-        """Names of all that is in the directory, sorted; for what must not be left behind."""
+        """Names in the directory, sorted; to check that nothing was left behind."""
         return sorted(one.name for one in self.directory.iterdir()) if self.directory.is_dir() else []

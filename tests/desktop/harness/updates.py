@@ -1,4 +1,4 @@
-"""The test program, whose site is on this machine, as its user and its page see its update checks."""
+"""The test program, whose site is on this machine, from its user's and its page's side."""
 
 import configparser
 import json
@@ -19,9 +19,9 @@ DOWNLOAD = "https://localhost/Quendo%209.dmg?from=note#now"
 FAILED = "Could not check for updates"
 LATEST = "You already have the latest version"
 UNDER_WAY = "A verificação já está em andamento"
-# Lets a second program run beside the first.
+# Lets a second instance run beside the first.
 APART = {"QUENDO_PERSISTENCE_TEST": "1"}
-# Seconds that one exchange may take.
+# The program's time limit for one exchange, in seconds.
 TIME_OUT = 15
 
 _HEAD = "<script>window.showToast = (message) => report('toast', message);</script>"
@@ -40,7 +40,7 @@ def version():
 
 
 def configured(name):
-    """What the build was configured with."""
+    """A setting of the build's configuration."""
     cache = (BUILD / "CMakeCache.txt").read_text(encoding="utf-8")
     return next(line for line in cache.splitlines() if line.startswith(f"{name}:")).split("=", 1)[1]
 
@@ -50,7 +50,7 @@ def build_number():
 
 
 def offer(*notes):
-    """The text below the title of an offer."""
+    """The text below an offer's title."""
     return "\n\n".join([f"You are using version {version()}. Update to get the latest improvements.", *notes])
 
 
@@ -76,7 +76,7 @@ class Updates:
         self.server.close()
 
     def ask(self, *answers):
-        """Has the site answer so, and chooses the menu's item."""
+        """Sets the site's answers and chooses the menu item."""
         self.site.says(*answers)
         self.seen = len(self.toasts())
         self.program.choose("Quendo", "Check for Updates…")
@@ -85,7 +85,7 @@ class Updates:
         return self.server.reports("toast")
 
     def toast(self, number=1, timeout=10.0):
-        """The message that the page was told to show since the last question."""
+        """The message the page was told to show since the last check."""
         return self.server.wait_for("toast", self.seen + number, timeout)
 
     def wait_for_offer(self, *labels):
@@ -97,7 +97,7 @@ class Updates:
         self.wait_until_alone()
 
     def buttons(self):
-        """The buttons of the offer by their labels, in order. A button's own name says its label twice."""
+        """The buttons of the offer by label, in order. A button's own name repeats its label."""
         found = [(one.find_all("label"), one) for one in self.program.accessible().find_all("push button")]
         return {labels[0].name: one for labels, one in found if labels}
 

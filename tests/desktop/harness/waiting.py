@@ -1,14 +1,14 @@
-"""Waiting for what another process does, without guessing how long it takes."""
+"""Waiting for other processes without guessing how long they take."""
 
 import time
 
 
 class Timeout(AssertionError):
-    """What was waited for did not happen in time."""
+    """The awaited condition did not come true in time."""
 
 
 def wait_until(condition, timeout=10.0, what="the condition", interval=0.02):
-    """Returns the first true value of `condition()`; raises Timeout after `timeout` seconds."""
+    """Polls `condition()` and returns its first true value; raises Timeout after `timeout` seconds."""
     end = time.monotonic() + timeout
     while True:
         value = condition()
@@ -20,7 +20,8 @@ def wait_until(condition, timeout=10.0, what="the condition", interval=0.02):
 
 
 def stays(condition, duration=0.5, what="the condition", interval=0.02):
-    """Fails as soon as `condition()` is false within `duration` seconds. For what must not happen."""
+    """Fails as soon as `condition()` is false within `duration` seconds. For things that must not happen; to wait for
+    something, use wait_until."""
     end = time.monotonic() + duration
     while time.monotonic() < end:
         assert condition(), f"{what} did not last {duration:g} s"

@@ -1,4 +1,4 @@
-"""Notes of the real page: written with keys, prepared on disk, and as they come to be on disk."""
+"""Notes of the real page: typed, prepared on disk, and read back from disk."""
 
 import json
 
@@ -6,10 +6,10 @@ from .waiting import Timeout, wait_until
 
 
 def write(quendo, page, text):
-    """Begins a note and types its text."""
+    """Starts a note and types its text."""
     _begin(quendo, page)
     quendo.type(text)
-    # All of it: a command must not overtake what is still on its way to the page.
+    # Wait for all of it: a command must not overtake keys still on their way to the page.
     last = text.rsplit("\n", 1)[-1]
     page.wait_for(f"[...document.querySelectorAll('.work .cm-line')].at(-1)?.textContent === {json.dumps(last)}")
     first = text.split("\n")[0].lstrip("# ")
@@ -17,7 +17,7 @@ def write(quendo, page, text):
 
 
 def paste_note(quendo, page, text):
-    """Begins a note with a text as it is, without what the editor adds to typed lines, the caret at its start."""
+    """Starts a note and pastes its text, so the editor adds nothing to its lines; leaves the caret at the start."""
     _begin(quendo, page)
     quendo.paste(text)
     page.wait_for(f"{page.TEXT} === {json.dumps(text)}")
@@ -32,20 +32,20 @@ def _begin(quendo, page):
 
 
 def start_again(quendo, page):
-    """Starts the program once more, and waits for its page."""
+    """Starts the program again and waits for its page."""
     loads = page.loads
     quendo.start().wait_for_page()
     page.wait_for_load(loads + 1)
 
 
 def restart(quendo, page):
-    """Quits the program as a session does, and starts it once more."""
+    """Quits the program as a session does and starts it again."""
     assert quendo.terminate() == 0
     start_again(quendo, page)
 
 
 def stored_state(notes, **members):
-    """A document with these notes (id -> text), all of them open and the first one active."""
+    """A document with these notes (id -> text), all open, the first one active."""
     listed = [{"id": one, "text": text, "format": "markdown", "name": None, "fileName": None, "lineBreak": "\n",
                "created": 1, "updated": 1} for one, text in notes.items()]
     document = {"version": 1, "revision": 1, "notes": listed, "bin": [],
@@ -55,24 +55,24 @@ def stored_state(notes, **members):
 
 
 def texts(quendo):
-    """The texts of all notes on disk, in their order there."""
+    """The texts of all notes on disk, in document order."""
     return [note["text"] for note in (quendo.state.document() or {"notes": []})["notes"]]
 
 
 def active_text(quendo):
-    """The text on disk of the note in front; None when there is none."""
+    """The text on disk of the active note; None if there is none."""
     document = quendo.state.document() or {"notes": [], "tabs": {"active": None}}
     active = document["tabs"]["active"]
     return next((note["text"] for note in document["notes"] if note["id"] == active), None)
 
 
 def draft(quendo):
-    """What is on disk of the quick capture; None before anything is."""
+    """The quick capture draft on disk; None before the first save."""
     return (quendo.state.document() or {}).get("captureDraft")
 
 
 def wait_for_active_text(quendo, text, timeout=15.0):
-    """Waits until the note in front is on disk with exactly this text."""
+    """Waits until the active note is on disk with exactly this text."""
     try:
         wait_until(lambda: active_text(quendo) == text, timeout)
     except Timeout:

@@ -24,7 +24,7 @@ def notify(request, given):
 
 
 def take():
-    """Reads the clipboard's text from the program that has it."""
+    """Reads the clipboard's text from its owner."""
     _window.convert_selection(atom("CLIPBOARD"), atom("UTF8_STRING"), atom("KEPT"), X.CurrentTime)
     while True:
         one = _display.next_event()

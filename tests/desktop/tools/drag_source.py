@@ -1,4 +1,4 @@
-"""A window from which files can be dragged, as a file manager's: drag_source.py ADDRESS..."""
+"""A window to drag files from, like a file manager's: drag_source.py ADDRESS..."""
 
 import sys
 

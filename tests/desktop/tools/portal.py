@@ -40,7 +40,7 @@ _INTERFACES = Gio.DBusNodeInfo.new_for_xml("""
     <property name="version" type="u" access="read"/>
   </interface>
 </node>""").interfaces
-# What a confined program asks before it uses the network.
+# A confined program asks this before it uses the network.
 _NETWORK = {"Lookup": GLib.Variant("(as)", (["direct://"],)), "CanReach": GLib.Variant("(b)", (True,)),
             "GetStatus": GLib.Variant("(a{sv})", ({"available": GLib.Variant("b", True)},))}
 

@@ -46,7 +46,7 @@ class SessionManager:
     def _called(self, _bus, sender, _path, _interface, method, parameters, invocation):
         values = parameters.unpack()
         if method == "RegisterClient" and values[0] != _APPLICATION:
-            # The accessibility bus takes part in sessions as well.
+            # The accessibility bus registers with the session manager too.
             return invocation.return_value(GLib.Variant("(o)", ("/org/gnome/SessionManager/Other",)))
         if method == "RegisterClient":
             self._client = sender
