@@ -13,9 +13,9 @@
 
 #include <algorithm>
 #include <memory>
-#include <string_view>
 #include <utility>
 
+#include "platform/gtk/application/BracketKeys.h"
 #include "platform/gtk/application/X11Windows.h"
 #include "platform/gtk/panels/GtkAlert.h"
 #include "platform/gtk/panels/GtkSavePanel.h"
@@ -59,36 +59,6 @@ void refuseFocus(Gtk::Widget& menuBar) {
   for (Gtk::Widget* item = menuBar.get_first_child(); item; item = item->get_next_sibling()) {
     item->set_focusable(false);
   }
-}
-
-/// Whether the keyboard produces this character without AltGr, which would make it another combination.
-bool isPlainKey(guint key) {
-  GdkKeymapKey* places = nullptr;
-  int count = 0;
-  GdkDisplay* display = gdk_display_get_default();
-  if (!display || !gdk_display_map_keyval(display, key, &places, &count)) return false;
-  const std::unique_ptr<GdkKeymapKey, GFree> owned(places);
-  constexpr int kShiftLevel = 1;
-  return std::any_of(places, places + count,
-                     [](const GdkKeymapKey& place) { return place.level <= kShiftLevel; });
-}
-
-Gdk::ModifierType modifiersOf(const MenuItem& item) {
-  Gdk::ModifierType modifiers{};
-  if (item.modifiers & kModifierCommand) modifiers |= Gdk::ModifierType::CONTROL_MASK;
-  if (item.modifiers & kModifierOption) modifiers |= Gdk::ModifierType::ALT_MASK;
-  if (item.modifiers & kModifierShift) modifiers |= Gdk::ModifierType::SHIFT_MASK;
-  return modifiers;
-}
-
-/// The bracket at this key's position on a US layout; empty for other keys, and if the current layout has
-/// that bracket elsewhere without AltGr (Spanish and German ones do not).
-std::string_view bracketAtPosition(guint code) {
-  constexpr guint kLeftBracketCode = 34;
-  constexpr guint kRightBracketCode = 35;
-  if (code == kLeftBracketCode && !isPlainKey(GDK_KEY_bracketleft)) return "[";
-  if (code == kRightBracketCode && !isPlainKey(GDK_KEY_bracketright)) return "]";
-  return {};
 }
 
 }  // namespace
@@ -159,14 +129,10 @@ bool GtkHostWindow::takesKey(guint key, guint code, Gdk::ModifierType modifiers)
                                  Gdk::ModifierType::ALT_MASK | Gdk::ModifierType::SUPER_MASK);
   // The web view uses a hidden GtkTextView to interpret keys, and F7 there aborts the process.
   if (key == GDK_KEY_F7 && held == Gdk::ModifierType{}) return true;
-  const std::string_view bracket = bracketAtPosition(code);
-  if (bracket.empty()) return false;
-  for (const MenuEntry& entry : application_.menuEntries()) {
-    if (entry.item.keyEquivalent != bracket || modifiersOf(entry.item) != held) continue;
-    application_.application()->activate_action(entry.actionName);
-    return true;
-  }
-  return false;
+  const MenuEntry* command = bracketCommand(application_.menuEntries(), code, held);
+  if (!command) return false;
+  application_.application()->activate_action(command->actionName);
+  return true;
 }
 
 void GtkHostWindow::focusContent() {
