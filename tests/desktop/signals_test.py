@@ -58,6 +58,8 @@ def ends_with_everything_kept(program, send, text):
     """Types, sends the signal at once, and checks that the text is on disk and that nothing is left running."""
     program.wait_for_page()
     program.press("ctrl+n")
+    program.type("Begun before. ")
+    program.state.wait_for_text("efore.")
     program.type(text)
     below = process.children(program.pid)
     send()
