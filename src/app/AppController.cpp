@@ -32,7 +32,7 @@ AppController::AppController(const HostPorts& ports)
                    [this] { updateChecks_.stop(); }),
       notesLock_(state_, store_, localization_, ports.toolkit, ports.application, ports.mainQueue),
       navigation_(webBundle_, ports.workspace),
-      panels_(state_, localization_, surface_),
+      panels_(state_, localization_, surface_, ports.workspace),
       spelling_(ports.locale, ports.mainQueue, surface_),
       exportPanels_(localization_, pageCalls_, surface_, ports.fileManager, ports.contentTypes,
                     ports.workspace),

@@ -30,6 +30,7 @@ void PagePanels::runOpenPanel(std::function<void(std::optional<std::vector<std::
     OpenPanel panel;
     panel.title = localization_.tr("Abrir arquivos de texto no Quendo");
     panel.prompt = localization_.tr("Abrir");
+    panel.startingFolder = workspace_.homeDirectory();
     panel.allowsMultipleSelection = true;
     panel.canChooseDirectories = false;
     surface_.window->beginSheet(

@@ -13,6 +13,7 @@
 #include "i18n/Localization.h"
 #include "platform/Lifetime.h"
 #include "platform/Window.h"
+#include "platform/Workspace.h"
 
 namespace quendo {
 
@@ -25,8 +26,9 @@ class PagePanels {
   /// have only one of each kind open, so only a misbehaving one reaches this.
   static constexpr std::size_t kMaximumWaiting = 4;
 
-  PagePanels(const HostState& state, const Localization& localization, const Surface& surface)
-      : state_(state), localization_(localization), surface_(surface) {}
+  PagePanels(const HostState& state, const Localization& localization, const Surface& surface,
+             const Workspace& workspace)
+      : state_(state), localization_(localization), surface_(surface), workspace_(workspace) {}
 
   void runTextInputPanel(const std::string& prompt, const std::string& defaultText,
                          std::function<void(std::optional<std::string>)> completion);
@@ -51,6 +53,7 @@ class PagePanels {
   const HostState& state_;
   const Localization& localization_;
   const Surface& surface_;
+  const Workspace& workspace_;
   std::deque<Request> waiting_;
   bool showing_ = false;
   std::shared_ptr<PresentedAlert> shownPrompt_;

@@ -68,7 +68,8 @@ class PresentedAlert {
 /// A panel in which the user chooses files that exist.
 struct OpenPanel {
   std::string title;
-  std::string prompt;  ///< Label of the confirming button.
+  std::string prompt;          ///< Label of the confirming button.
+  std::string startingFolder;  ///< A path; empty leaves it to the platform.
   bool allowsMultipleSelection = false;
   bool canChooseDirectories = false;
 };

@@ -56,6 +56,7 @@ TEST_F(PagePanelsTest, OpensSeveralFilesButNoDirectories) {
   const OpenPanel& panel = window().openPanels[0].panel;
   EXPECT_EQ(panel.title, "Abrir archivos de texto en Quendo");
   EXPECT_EQ(panel.prompt, "Abrir");
+  EXPECT_EQ(panel.startingFolder, "/home/user");
   EXPECT_TRUE(panel.allowsMultipleSelection);
   EXPECT_FALSE(panel.canChooseDirectories);
   window().openPanels[0].completion(std::vector<std::string>{"/a", "/b"});

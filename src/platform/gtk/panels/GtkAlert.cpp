@@ -2,7 +2,6 @@
 
 #include <giomm/file.h>
 #include <glibmm/main.h>
-#include <glibmm/miscutils.h>
 #include <gtkmm/box.h>
 #include <gtkmm/entry.h>
 #include <gtkmm/filechoosernative.h>
@@ -187,7 +186,8 @@ void showOpenPanel(Gtk::Window& parent, const OpenPanel& panel,
       panel.canChooseDirectories ? Gtk::FileChooser::Action::SELECT_FOLDER : Gtk::FileChooser::Action::OPEN,
       panel.prompt);
   chooser->set_modal(true);
-  chooser->set_current_folder(Gio::File::create_for_path(Glib::get_home_dir()));
+  if (!panel.startingFolder.empty())
+    chooser->set_current_folder(Gio::File::create_for_path(panel.startingFolder));
   chooser->set_select_multiple(panel.allowsMultipleSelection);
   chooser->signal_response().connect([chooser, completion = std::move(completion)](int response) mutable {
     std::optional<std::vector<std::string>> paths;
