@@ -105,6 +105,18 @@ def test_a_signal_right_after_the_start_ends_the_program(make_quendo):
     assert quendo.wait_for_exit() == 0
 
 
+def test_a_program_that_was_started_to_ignore_a_hangup_goes_on_after_one(make_quendo):
+    quendo = make_quendo()
+    quendo.launcher = ["/usr/bin/nohup"]
+    quendo.start()
+    quendo.wait_for_page()
+    process.kill(quendo.pid, signal.SIGHUP)
+    quendo.press("ctrl+n")
+    quendo.type("The terminal is gone.")
+    quendo.state.wait_for_text("terminal is gone.")
+    assert quendo.terminate() == 0
+
+
 # Blocked signals must keep no process alive that the program or its sandbox ends.
 
 def test_nothing_outlives_a_program_that_is_killed(quendo):

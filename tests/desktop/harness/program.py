@@ -19,6 +19,11 @@ NO_AUTOMATIC_CHECKS = "[Dates]\nQuendoLastAutomaticUpdateCheck=2200-01-01T00:00:
 _KEPT = ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR", "XDG_SESSION_TYPE", "GDK_BACKEND",
          "GSETTINGS_BACKEND", "LD_LIBRARY_PATH", "USER", "LOGNAME", "TZ")
 
+# A shell starts a background job with some signals ignored, and whatever that job starts ignores them too.
+for _number in (signal.SIGINT, signal.SIGHUP, signal.SIGTERM):
+    if signal.getsignal(_number) is signal.SIG_IGN:
+        signal.signal(_number, signal.SIG_DFL)
+
 
 class Quendo:
     """The program with a private home. It can be started and stopped repeatedly; the home stays.

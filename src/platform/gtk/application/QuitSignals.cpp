@@ -22,18 +22,28 @@ constexpr std::array kSignals = {SIGINT, SIGTERM, SIGHUP};
 // The one thing that a signal handler can reach.
 std::atomic<int> caughtDescriptor = -1;
 
-sigset_t signalSet() {
+bool isIgnored(int signal) {
+  struct sigaction action {};
+  return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+/// All but those that the program was started to ignore, as by nohup.
+sigset_t receivedSignals() {
   sigset_t signals;
   sigemptyset(&signals);
-  for (const int signal : kSignals) sigaddset(&signals, signal);
+  for (const int signal : kSignals) {
+    if (!isIgnored(signal)) sigaddset(&signals, signal);
+  }
   return signals;
 }
 
-void setHandlers(void (*handler)(int)) {
+void setHandlers(const sigset_t& signals, void (*handler)(int)) {
   struct sigaction action {};
   action.sa_handler = handler;
   action.sa_flags = SA_RESTART;
-  for (const int signal : kSignals) sigaction(signal, &action, nullptr);
+  for (const int signal : kSignals) {
+    if (sigismember(&signals, signal) == 1) sigaction(signal, &action, nullptr);
+  }
 }
 
 void onSignal(int /*signal*/) {
@@ -47,10 +57,10 @@ void onSignal(int /*signal*/) {
 // The memory allocator of the web engine starts a thread when its library is loaded, before `main`. That one
 // blocks nothing, so that signals have a handler as well; none but the main thread starts processes.
 QuitSignals::QuitSignals()
-    : blocked_([] {
-        const sigset_t signals = signalSet();
-        pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-        return signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
+    : signals_(receivedSignals()),
+      blocked_([this] {
+        pthread_sigmask(SIG_BLOCK, &signals_, nullptr);
+        return signalfd(-1, &signals_, SFD_NONBLOCK | SFD_CLOEXEC);
       }()),
       caught_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {
   if (!blocked_.isOpen() || !caught_.isOpen()) {
@@ -58,11 +68,11 @@ QuitSignals::QuitSignals()
     std::abort();
   }
   caughtDescriptor = caught_.get();
-  setHandlers(onSignal);
+  setHandlers(signals_, onSignal);
 }
 
 QuitSignals::~QuitSignals() {
-  setHandlers(SIG_IGN);
+  setHandlers(signals_, SIG_IGN);
   for (const unsigned source : sources_) {
     if (source != 0) g_source_remove(source);
   }
@@ -89,13 +99,15 @@ void QuitSignals::receive(std::function<void()> quit) {
 
 void QuitSignals::release() {
   const bool arrived = takeArrived();
-  setHandlers(SIG_DFL);
+  setHandlers(signals_, SIG_DFL);
   restoreQuitSignals(nullptr);
   if (arrived) raise(SIGTERM);
 }
 
 void restoreQuitSignals(void* /*unused*/) {
-  const sigset_t signals = signalSet();
+  sigset_t signals;
+  sigemptyset(&signals);
+  for (const int signal : kSignals) sigaddset(&signals, signal);
   pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
 }
 

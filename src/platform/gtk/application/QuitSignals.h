@@ -1,5 +1,6 @@
 #pragma once
 
+#include <csignal>
 #include <functional>
 
 #include "platform/posix/FileDescriptor.h"
@@ -31,6 +32,7 @@ class QuitSignals {
  private:
   bool takeArrived();
 
+  const sigset_t signals_;
   FileDescriptor blocked_;  ///< Readable while a signal waits that every thread blocks.
   FileDescriptor caught_;   ///< Readable when a thread that does not block them has caught one.
   std::function<void()> quit_;
