@@ -32,6 +32,7 @@ class Pointer:
 
     def _place(self, element, x=None):
         """(x, y) on the screen. The page fills the lower part of the window, below the menu bar."""
+        self._page.wait_for(f"Boolean({element})")
         left, top, width, height, page_width, page_height = self._page.evaluate(
             f"(() => {{ const one = {element}; one.scrollIntoView({{ block: 'nearest' }});"
             " const { left, top, width, height } = one.getBoundingClientRect();"
