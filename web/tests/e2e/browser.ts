@@ -3,7 +3,9 @@ import { pathToFileURL } from 'node:url';
 import { type Browser, type BrowserContext, chromium, type Page } from 'playwright-core';
 import type { Language } from '../../src/i18n/language';
 
-export const PAGE_URL = pathToFileURL(path.resolve('dist/index.html')).href;
+const DIST = path.resolve('dist');
+const PAGE_URL = pathToFileURL(path.join(DIST, 'index.html')).href;
+const SITE = 'https://quendo.test';
 
 const FLAGS = [
   '--no-sandbox',
@@ -32,10 +34,15 @@ export interface OpenOptions {
   readonly height?: number;
   /** Runs in the page before its own script. */
   readonly before?: string;
+  /**
+   * Loads the page from a web site, for tests that reload it: on a busy machine Chromium sometimes shows a
+   * reloaded `file:` page empty local storage.
+   */
+  readonly reloads?: boolean;
 }
 
 export async function open(browser: Browser, options: OpenOptions = {}): Promise<Opened> {
-  const { locale = 'en-US', colorScheme = 'light', width = 1320, height = 780 } = options;
+  const { locale = 'en-US', colorScheme = 'light', width = 1320, height = 780, reloads = false } = options;
   const context = await browser.newContext({ locale, colorScheme, viewport: { width, height } });
   const page = await context.newPage();
   const trouble: string[] = [];
@@ -44,10 +51,16 @@ export async function open(browser: Browser, options: OpenOptions = {}): Promise
     if (message.type() === 'error') trouble.push(message.text());
   });
   page.on('request', (request) => {
-    if (!/^(?:file|data|blob):/.test(request.url())) trouble.push(request.url());
+    const own = /^(?:file|data|blob):/.test(request.url()) || request.url().startsWith(`${SITE}/`);
+    if (!own) trouble.push(request.url());
   });
+  if (reloads) {
+    await page.route(`${SITE}/**`, (route) =>
+      route.fulfill({ path: path.join(DIST, new URL(route.request().url()).pathname) }),
+    );
+  }
   if (options.before) await page.addInitScript({ content: options.before });
-  await page.goto(PAGE_URL);
+  await page.goto(reloads ? `${SITE}/index.html` : PAGE_URL);
   return { page, context, trouble };
 }
 

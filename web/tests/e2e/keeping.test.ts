@@ -45,6 +45,7 @@ test('caret and scroll position survive tab switches and a restart', async () =>
   ];
   const state = { version: 1, notes, tabs: { open: ['long', 'other'], active: 'long' } };
   const { page, context } = await open(browser, {
+    reloads: true,
     before: `localStorage['quendo-state'] ??= ${JSON.stringify(JSON.stringify(state))};`,
   });
   await page.focus('.cm-content');
@@ -81,7 +82,7 @@ test('caret and scroll position survive tab switches and a restart', async () =>
 });
 
 test('closed tabs can be reopened after a restart, deleted notes too', async () => {
-  const { page, context } = await open(browser);
+  const { page, context } = await open(browser, { reloads: true });
   await write(page, 'um', 'dois', 'tres');
   await page.keyboard.press('Alt+w');
   await page.evaluate('quendoSwitchOpenTab(-1)');
@@ -97,7 +98,7 @@ test('closed tabs can be reopened after a restart, deleted notes too', async () 
 });
 
 test('a pinned note stays first in the list', async () => {
-  const { page, context } = await open(browser);
+  const { page, context } = await open(browser, { reloads: true });
   await write(page, 'fixa', 'dois');
   await page.evaluate('quendoSwitchOpenTab(-1)');
   await page.click('#noteMenuButton');
@@ -168,7 +169,7 @@ test('the palette runs what it finds, from anywhere, under the host too', async 
 });
 
 test('theme and text size are saved, and the theme follows the system if set to', async () => {
-  const { page, context } = await open(browser, { colorScheme: 'light' });
+  const { page, context } = await open(browser, { reloads: true, colorScheme: 'light' });
   const theme = () => page.getAttribute('html', 'data-theme');
   const size = () => page.evaluate(() => Number.parseFloat(getComputedStyle(document.body).fontSize));
   await write(page, 'um');
@@ -260,7 +261,7 @@ test('animations stop if the system asks for reduced motion', async () => {
 });
 
 test('an emptied note comes back with its text, one that never had text is removed', async () => {
-  const { page, context } = await open(browser);
+  const { page, context } = await open(browser, { reloads: true });
   await write(page, 'Rascunho', '');
   await page.keyboard.press('Alt+w');
   assert.deepEqual(await tabs(page), ['Rascunho']);

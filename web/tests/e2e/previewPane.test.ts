@@ -165,7 +165,7 @@ test('the preview in place of the text gets the keys, and Escape goes back', asy
 });
 
 test('a preview beside the text is open again after a restart, one in its place is not', async () => {
-  const { page, context } = await open(browser);
+  const { page, context } = await open(browser, { reloads: true });
   await page.keyboard.press('Alt+n');
   await page.keyboard.type('# Título');
   for (const [key, stays] of [

@@ -10,7 +10,7 @@ before(async () => {
 after(() => browser.close());
 
 test('text survives a reload', async () => {
-  const { page, context, trouble } = await open(browser);
+  const { page, context, trouble } = await open(browser, { reloads: true });
   await page.click('text=New note');
   await page.keyboard.type('# Compras\n\n- pão\nqueijo "bom" \\ 🎉');
   await page.waitForSelector(saved);
@@ -106,7 +106,7 @@ test('closing more tabs than can be reopened asks for confirmation in the page',
 });
 
 test('quick capture takes a thought without losing the place', async () => {
-  const { page, context } = await open(browser);
+  const { page, context } = await open(browser, { reloads: true });
   await page.keyboard.press('Alt+n');
   await page.keyboard.type('aqui');
   await page.keyboard.press('Control+k');
@@ -195,7 +195,7 @@ test('the toast restores a deleted note', async () => {
 });
 
 test('the language changes immediately and is saved', async () => {
-  const { page, context } = await open(browser, { locale: 'es-AR' });
+  const { page, context } = await open(browser, { reloads: true, locale: 'es-AR' });
   await page.waitForSelector('text=Una página en blanco');
   await page.selectOption('.language', 'pt');
   await page.waitForSelector('text=Uma página em branco');
