@@ -51,7 +51,9 @@ export class NoteEditor {
 
   /** The shown note with its selection and scroll position. */
   get place(): { readonly id: string; readonly place: Place } | null {
-    return this.#shown === null ? null : { id: this.#shown, place: placeOf(this.#view) };
+    if (this.#shown === null) return null;
+    this.#applyScroll();
+    return { id: this.#shown, place: placeOf(this.#view) };
   }
 
   /** Shows a note where this editor left it, otherwise at the place remembered from an earlier visit. */
@@ -125,8 +127,14 @@ export class NoteEditor {
     this.#view.dispatch({ effects: this.#syntax.reconfigure(extensions) });
   }
 
+  /** The library scrolls in the next frame, and a note may be left before that. Measuring makes it scroll now. */
+  #applyScroll(): void {
+    this.#view.lineBlockAtHeight(0);
+  }
+
   #keepSession(): void {
     if (this.#shown === null) return;
+    this.#applyScroll();
     const { state } = this.#view;
     this.#sessions.keep(this.#shown, { state, scroll: this.#view.scrollSnapshot() });
   }

@@ -37,34 +37,43 @@ function settled(page: Page): Promise<void> {
 const tabs = (page: Page) => page.locator('[role=tab]').allInnerTexts();
 const rows = (page: Page) => page.locator('#sidebar .row-title').allInnerTexts();
 
-test('caret and scroll position survive tab switches and a restart', async () => {
-  const lines = Array.from({ length: 400 }, (_, i) => `linha ${i}`).join('\n');
-  const notes = [
-    { id: 'long', text: lines },
+const LINES = Array.from({ length: 400 }, (_, i) => `linha ${i}`).join('\n');
+
+/** A document with a long note open in the first tab and a short one in the second. */
+const longAndShort = {
+  version: 1,
+  notes: [
+    { id: 'long', text: LINES },
     { id: 'other', text: 'outra' },
-  ];
-  const state = { version: 1, notes, tabs: { open: ['long', 'other'], active: 'long' } };
+  ],
+  tabs: { open: ['long', 'other'], active: 'long' },
+};
+
+/** The line at the editor's top edge. */
+function topLine(page: Page): Promise<string | null | undefined> {
+  return page.evaluate(() => {
+    const top = (document.querySelector('.cm-scroller')?.getBoundingClientRect().top ?? 0) + 25;
+    const line = [...document.querySelectorAll('.cm-line')].find((one) => one.getBoundingClientRect().bottom > top);
+    return line?.textContent;
+  });
+}
+
+test('caret and scroll position survive tab switches and a restart', async () => {
   const { page, context } = await open(browser, {
     reloads: true,
-    before: `localStorage['quendo-state'] ??= ${JSON.stringify(JSON.stringify(state))};`,
+    before: `localStorage['quendo-state'] ??= ${JSON.stringify(JSON.stringify(longAndShort))};`,
   });
   await page.focus('.cm-content');
   for (let i = 0; i < 6; i++) await page.keyboard.press('PageDown');
   await page.keyboard.press('ArrowRight');
-  const visible = () =>
-    page.evaluate(() => {
-      const top = (document.querySelector('.cm-scroller')?.getBoundingClientRect().top ?? 0) + 25;
-      const line = [...document.querySelectorAll('.cm-line')].find((one) => one.getBoundingClientRect().bottom > top);
-      return line?.textContent;
-    });
   await settled(page);
-  const first = await visible();
+  const first = await topLine(page);
   assert.notEqual(first, 'linha 0');
   await page.keyboard.press('Control+Shift+BracketRight');
   assert.equal(await page.innerText('[role=tab][aria-selected=true]'), 'outra');
   await page.keyboard.press('Control+Shift+BracketLeft');
   await settled(page);
-  assert.equal(await visible(), first);
+  assert.equal(await topLine(page), first);
   for (let i = 0; i < 3; i++) {
     await restart(page);
     await page.waitForFunction(
@@ -72,12 +81,27 @@ test('caret and scroll position survive tab switches and a restart', async () =>
       first,
     );
     await settled(page);
-    assert.equal(await visible(), first, `restart ${i}`);
+    assert.equal(await topLine(page), first, `restart ${i}`);
   }
   await page.keyboard.type('AQUI');
   const [long = ''] = await noteTexts(page);
   assert.match(long, /^l(?:inha \d+\n)*l?AQUIinha/m);
   assert.ok(long.indexOf('AQUI') > 100);
+  await context.close();
+});
+
+test('a note left before its first frame keeps its scroll position', async () => {
+  const { page, context } = await open(browser, { before: fakeHost({ ...longAndShort, revision: 1 }) });
+  await page.focus('.cm-content');
+  for (let i = 0; i < 6; i++) await page.keyboard.press('PageDown');
+  await settled(page);
+  const first = await topLine(page);
+  assert.notEqual(first, 'linha 0');
+  await page.evaluate('for (let i = 0; i < 5; i++) quendoSwitchOpenTab(1)');
+  assert.equal(await page.innerText('[role=tab][aria-selected=true]'), 'outra');
+  await page.evaluate('quendoSwitchOpenTab(1)');
+  await settled(page);
+  assert.equal(await topLine(page), first);
   await context.close();
 });
 
