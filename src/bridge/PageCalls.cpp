@@ -31,9 +31,11 @@ std::string scriptOf(const protocol::Function& function, std::initializer_list<s
 
 void PageCalls::evaluate(const std::string& script) {
   if (!state_.webReady || state_.terminationPending) return;
-  runDirect(script, lifetime_.guard([this](const EvaluationResult& result) {
-    if (result.error) showToast(localization_.tr("A ação não pôde ser concluída"));
-  }));
+  inKeyOrder([this, script] {
+    runDirect(script, lifetime_.guard([this](const EvaluationResult& result) {
+      if (result.error) showToast(localization_.tr("A ação não pôde ser concluída"));
+    }));
+  });
 }
 
 void PageCalls::setLanguage(std::string_view code) {
@@ -86,8 +88,13 @@ void PageCalls::openNativeFiles(Value::Array files, EvaluationHandler completion
 }
 
 void PageCalls::copyCurrentNoteForWhatsApp(EvaluationHandler completion) {
-  if (!surface_.webView) return;
-  surface_.webView->callAsyncJavaScript(std::string(kCopyForWhatsApp.body), {}, std::move(completion));
+  inKeyOrder([this, completion = std::move(completion)]() mutable {
+    surface_.webView->callAsyncJavaScript(std::string(kCopyForWhatsApp.body), {}, std::move(completion));
+  });
+}
+
+void PageCalls::inKeyOrder(std::function<void()> call) {
+  if (surface_.webView) surface_.webView->inKeyOrder(lifetime_.guard(std::move(call)));
 }
 
 void PageCalls::runDirect(const std::string& script, EvaluationHandler completion) {

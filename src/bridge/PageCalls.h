@@ -16,7 +16,8 @@ namespace quendo {
 
 /// Every script the host runs in the page, spelled exactly. Main thread.
 ///
-/// `evaluate` is for commands and is gated: it is a no-op while the page cannot accept calls. All other calls
+/// `evaluate` is for commands and is gated: it is a no-op while the page cannot accept calls. Commands keep
+/// their place among the keys, so that what was typed before them goes where it was typed. All other calls
 /// are direct: they need only a web view and are dropped without one. Script results are ignored except by
 /// calls that take a handler.
 class PageCalls {
@@ -48,6 +49,7 @@ class PageCalls {
   void copyCurrentNoteForWhatsApp(EvaluationHandler completion);
 
  private:
+  void inKeyOrder(std::function<void()> call);
   void runDirect(const std::string& script, EvaluationHandler completion = {});
 
   const HostState& state_;

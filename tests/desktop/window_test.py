@@ -34,10 +34,6 @@ def other_window():
         process.wait(10)
 
 
-def is_minimised(window):
-    return "Iconic" in desktop.window_property(window, "WM_STATE")
-
-
 def is_maximised(window):
     return "MAXIMIZED_VERT" in desktop.window_property(window, "_NET_WM_STATE")
 
@@ -78,9 +74,9 @@ def test_minimising_keys_hide_it_and_a_second_start_brings_it_back(recorded, key
     quendo, journal = recorded
     window = quendo.window
     desktop.press(key)
-    wait_until(lambda: is_minimised(window), 10, "the window to be minimised")
+    wait_until(lambda: desktop.is_minimised(window), 10, "the window to be minimised")
     assert quendo.start_another() in (0, 2)
-    wait_until(lambda: not is_minimised(window), 10, "the window to be back")
+    wait_until(lambda: not desktop.is_minimised(window), 10, "the window to be back")
     wait_until(lambda: desktop.active_window() == window.id, 10, "the window to have the focus")
     wait_until(journal.has_keyboard, 10, "the page to have the keyboard again")
     journal.expect(())
@@ -91,7 +87,7 @@ def test_minimising_items_hide_it(recorded, menu, item):
     quendo, _ = recorded
     window = quendo.window
     quendo.choose(menu, item)
-    wait_until(lambda: is_minimised(window), 10, "the window to be minimised")
+    wait_until(lambda: desktop.is_minimised(window), 10, "the window to be minimised")
 
 
 def test_zoom_maximises_and_restores(recorded):
@@ -111,8 +107,8 @@ def test_hide_others_hides_others_only(recorded, other_window, by_key):
         desktop.press("ctrl+alt+h")
     else:
         quendo.choose("Quendo", "Ocultar Outros")
-    wait_until(lambda: is_minimised(other_window), 10, "the other window to be minimised")
-    stays(lambda: not is_minimised(quendo.window), 0.3, "our own window")
+    wait_until(lambda: desktop.is_minimised(other_window), 10, "the other window to be minimised")
+    stays(lambda: not desktop.is_minimised(quendo.window), 0.3, "our own window")
 
 
 def test_about_opens_and_closes(recorded):

@@ -64,6 +64,13 @@ struct FakeWebView final : WebView {
     scripts.push_back(script);
     evaluations.push_back({script, {}, std::move(completion)});
   }
+  void inKeyOrder(std::function<void()> call) override {
+    if (keysWait) {
+      waitingForKeys.push_back(std::move(call));
+    } else {
+      call();
+    }
+  }
   void afterQueuedKeys(std::chrono::milliseconds limit, std::function<void()> then) override {
     keyLimits.push_back(limit);
     if (keysWait) {

@@ -100,6 +100,10 @@ def window_property(window, name):
     return run("xprop", "-id", str(window.id), name)
 
 
+def is_minimised(window):
+    return "Iconic" in window_property(window, "WM_STATE")
+
+
 def press(*keys):
     """Presses keys in turn: press("ctrl+shift+s"), press("Escape")."""
     if keys:

@@ -9,7 +9,7 @@ def write(quendo, page, text):
     """Starts a note and types its text."""
     _begin(quendo, page)
     quendo.type(text)
-    # Wait for all of it: a command must not overtake keys still on their way to the page.
+    # Wait for all of it, so that what the test does next finds it.
     last = text.rsplit("\n", 1)[-1]
     page.wait_for(f"[...document.querySelectorAll('.work .cm-line')].at(-1)?.textContent === {json.dumps(last)}")
     first = text.split("\n")[0].lstrip("# ")

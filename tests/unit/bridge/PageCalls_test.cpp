@@ -4,7 +4,9 @@
 
 #include <array>
 #include <limits>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "fake/HostFixture.h"
 
@@ -86,6 +88,25 @@ TEST_F(PageCallsTest, AnswersASaveEvenWhileATerminationIsPending) {
   state_.webReady = false;
   calls_.nativeSaveDidFinish(true, 1);
   EXPECT_EQ(last(), "window.quendoNativeSaveDidFinish?.(true,1)");
+}
+
+TEST_F(PageCallsTest, RunsCommandsInTheOrderOfTheKeysAndAnswersAtOnce) {
+  page_.keysWait = true;
+  calls_.evaluate("createNote()");
+  calls_.copyCurrentNoteForWhatsApp({});
+  calls_.nativeSaveDidFinish(true, 1);
+  EXPECT_EQ(page_.scripts, std::vector<std::string>{"window.quendoNativeSaveDidFinish?.(true,1)"});
+  EXPECT_TRUE(page_.asyncCalls.empty());
+  for (const auto& call : page_.waitingForKeys) call();
+  EXPECT_EQ(last(), "createNote()");
+  EXPECT_EQ(page_.asyncCalls.size(), 1U);
+}
+
+TEST_F(PageCallsTest, RunsNoCommandOnceItIsGone) {
+  page_.keysWait = true;
+  PageCalls(state_, surface_, localization_).evaluate("createNote()");
+  page_.waitingForKeys.back()();
+  EXPECT_TRUE(page_.scripts.empty());
 }
 
 TEST_F(PageCallsTest, ShowsATranslatedToastWhenACommandThrows) {

@@ -3,6 +3,7 @@
 #include <glibmm/main.h>
 #include <gtkmm/droptarget.h>
 #include <gtkmm/eventcontrollerkey.h>
+#include <gtkmm/eventcontrollerlegacy.h>
 #include <gtkmm/eventcontrollermotion.h>
 #include <gtkmm/gestureclick.h>
 #include <gtkmm/popover.h>
@@ -94,6 +95,7 @@ GtkHostWindow::GtkHostWindow(GtkHostApplication& application, const Rect& conten
   performUnhandledEditingKeys();
   acceptDroppedFiles();
   keepFocusOutOfMenuBar();
+  keepKeysInOrder();
   // GTK's inspector is a developer tool; its keys are disabled here.
   g_signal_connect(window_.gobj(), "enable-debugging",
                    G_CALLBACK(+[](GtkWindow*, gboolean, gpointer) -> gboolean { return TRUE; }), nullptr);
@@ -122,6 +124,19 @@ void GtkHostWindow::validateMenuBeforeUse() {
   clicks->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
   clicks->signal_pressed().connect([this](int, double, double) { application_.updateMainMenu(); });
   menuBar_.add_controller(clicks);
+}
+
+// Added last, so that it comes before the menu's keys.
+void GtkHostWindow::keepKeysInOrder() {
+  auto events = Gtk::EventControllerLegacy::create();
+  events->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+  events->signal_event().connect(
+      [this](const Glib::RefPtr<const Gdk::Event>& event) {
+        WebKitView* view = content_ ? content_->webView() : nullptr;
+        return view && view->queuedKeys().holdsBack(const_cast<GdkEvent*>(event->gobj()));
+      },
+      false);
+  window_.add_controller(events);
 }
 
 bool GtkHostWindow::takesKey(guint key, guint code, Gdk::ModifierType modifiers) {

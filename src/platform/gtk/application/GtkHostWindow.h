@@ -55,6 +55,7 @@ class GtkHostWindow final : public Window, public Responder {
 
  private:
   void keepFocusOutOfMenuBar();
+  void keepKeysInOrder();
   bool takesKey(guint key, guint code, Gdk::ModifierType modifiers);
   void validateMenuBeforeUse();
   void performUnhandledEditingKeys();

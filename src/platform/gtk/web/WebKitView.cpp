@@ -55,31 +55,16 @@ EvaluationResult resultFrom(JSCValue* value, GError* error) {
 
 WebKitView::WebKitView(const WebViewConfiguration& configuration)
     : content_(std::static_pointer_cast<WebKitUserContent>(configuration.userContentController)),
-      view_(makeView(configuration, *content_)) {
+      view_(makeView(configuration, *content_)),
+      queuedKeys_(view_.get()) {
   gtk_widget_set_hexpand(widget(), TRUE);
   gtk_widget_set_vexpand(widget(), TRUE);
   connectSignals();
-  countKeys();
   startPageProcess(view_.get());
 }
 
 WebKitView::~WebKitView() {
   g_signal_handlers_disconnect_by_data(view_.get(), this);
-  gtk_widget_remove_controller(widget(), keys_);
-}
-
-void WebKitView::countKeys() {
-  GtkEventController* keys = gtk_event_controller_key_new();
-  gtk_event_controller_set_propagation_phase(keys, GTK_PHASE_CAPTURE);
-  g_signal_connect(
-      keys, "key-pressed",
-      G_CALLBACK(+[](GtkEventControllerKey*, guint, guint, GdkModifierType, gpointer data) -> gboolean {
-        ++static_cast<WebKitView*>(data)->keysPressed_;
-        return FALSE;
-      }),
-      this);
-  gtk_widget_add_controller(widget(), keys);
-  keys_ = keys;
 }
 
 void WebKitView::setInspectable(bool inspectable) {
@@ -146,64 +131,6 @@ void WebKitView::callAsyncJavaScript(const std::string& body, const Value::Dicti
   webkit_web_view_call_async_javascript_function(
       view_.get(), script.data(), static_cast<gssize>(script.size()), g_variant_builder_end(&builder),
       nullptr, nullptr, nullptr, finishAsyncCall, new Call(registerCall(std::move(completion))));
-}
-
-/// Asks the page again and again how many key events have reached it.
-struct WebKitView::KeyDrain {
-  WebKitView* view;
-  std::weak_ptr<int> alive;
-  std::function<void()> then;
-  std::chrono::steady_clock::time_point beginning;
-  std::chrono::milliseconds limit;
-  std::uint64_t keysPressed;      ///< Before the keys were asked for, as far as that can be told.
-  std::uint64_t keysPressedSeen;  ///< At the last answer.
-  double seen = -1;
-  int rounds = 0;
-  int roundsWithoutKeys = 0;
-};
-
-// The web view sends keys to the page one by one, each when the one before was handled, and scripts past
-// them. Each question lets at least one waiting key through before the next, so the count stands still only
-// when none is left, or never while a key is held. Without new keys, those that still arrive are from before,
-// and are waited for beyond the limit.
-void WebKitView::afterQueuedKeys(std::chrono::milliseconds limit, std::function<void()> then) {
-  // What was pressed may not even have come from the display server yet.
-  gdk_display_sync(gtk_widget_get_display(widget()));
-  askForKeys(std::make_unique<KeyDrain>(KeyDrain{
-      this, alive_, std::move(then), std::chrono::steady_clock::now(), limit, keysPressed_, keysPressed_}));
-}
-
-void WebKitView::askForKeys(std::unique_ptr<KeyDrain> drain) {
-  WebKitWebView* view = drain->view->view_.get();
-  webkit_web_view_evaluate_javascript(view, "window.quendoKeyEvents", -1, kHostWorld, nullptr, nullptr,
-                                      onKeysTold, drain.release());
-}
-
-void WebKitView::onKeysTold(GObject* source, GAsyncResult* result, gpointer data) {
-  constexpr int kStill = 3;
-  // More than anybody types ahead: each round lets a key through.
-  constexpr int kMostRounds = 10'000;
-  std::unique_ptr<KeyDrain> drain(static_cast<KeyDrain*>(data));
-  GError* error = nullptr;
-  JSCValue* value = webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(source), result, &error);
-  const EvaluationResult outcome = resultFrom(value, error);
-  if (!drain->alive.lock()) return;
-  const double* count = outcome.value.number();
-  const std::uint64_t pressed = std::exchange(drain->keysPressedSeen, drain->view->keysPressed_);
-  const bool moved = (count && *count != drain->seen) || pressed != drain->keysPressedSeen;
-  drain->roundsWithoutKeys = moved ? 0 : drain->roundsWithoutKeys + 1;
-  if (count) drain->seen = *count;
-  const auto elapsed = std::chrono::steady_clock::now() - drain->beginning;
-  // The toolkit may still be handing out what was pressed before.
-  if (elapsed < drain->limit / 4) drain->keysPressed = drain->view->keysPressed_;
-  const bool late = drain->view->keysPressed_ != drain->keysPressed && elapsed >= drain->limit;
-  const bool overdue = late || ++drain->rounds >= kMostRounds;
-  // Without a count there is no page to wait for, which `then` learns in its own way.
-  if (!count || drain->roundsWithoutKeys >= kStill || overdue) {
-    drain->then();
-  } else {
-    askForKeys(std::move(drain));
-  }
 }
 
 WebKitView::Call WebKitView::registerCall(EvaluationHandler completion) {

@@ -9,10 +9,12 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/WebView.h"
 #include "platform/gtk/GObjectPtr.h"
+#include "platform/gtk/web/QueuedKeys.h"
 #include "platform/gtk/web/WebKitUserContent.h"
 
 namespace quendo::gtk {
@@ -30,20 +32,23 @@ class WebKitView final : public WebView {
   void setInspectable(bool inspectable) override;
   void loadFile(const std::string& path, const std::string& readAccessPath) override;
   void evaluateJavaScript(const std::string& script, EvaluationHandler completion) override;
-  void afterQueuedKeys(std::chrono::milliseconds limit, std::function<void()> then) override;
+  void inKeyOrder(std::function<void()> call) override { queuedKeys_.inOrder(std::move(call)); }
+  void afterQueuedKeys(std::chrono::milliseconds limit, std::function<void()> then) override {
+    queuedKeys_.after(limit, std::move(then));
+  }
   void callAsyncJavaScript(const std::string& body, const Value::Dictionary& arguments,
                            EvaluationHandler completion) override;
   void checkSpelling(const std::vector<std::vector<std::string>>& choices) override;
 
   Rect bounds() const override;
   GtkWidget* widget() const { return GTK_WIDGET(view_.get()); }
+  QueuedKeys& queuedKeys() { return queuedKeys_; }
   void grabFocus() { gtk_widget_grab_focus(widget()); }
   /// Runs an editing command of the web view on whatever has the focus in it.
   void executeEditingCommand(const char* command);
 
  private:
   void connectSignals();
-  void countKeys();
   void load(const std::string& uri);
   /// What a call carries to its end. The view may be gone by then.
   struct Call {
@@ -51,11 +56,8 @@ class WebKitView final : public WebView {
     std::weak_ptr<int> alive;
     std::uint64_t number;
   };
-  struct KeyDrain;
   using UnansweredCalls = std::map<std::uint64_t, EvaluationHandler>;
   Call registerCall(EvaluationHandler completion);
-  static void askForKeys(std::unique_ptr<KeyDrain> drain);
-  static void onKeysTold(GObject* source, GAsyncResult* result, gpointer data);
   static void finish(const Call& call, EvaluationResult result);
   void answer(const Call& call, EvaluationResult result);
   static void failCalls(const UnansweredCalls& calls, const char* reason);
@@ -75,17 +77,15 @@ class WebKitView final : public WebView {
 
   std::shared_ptr<WebKitUserContent> content_;
   GObjectPtr<WebKitWebView> view_;
+  QueuedKeys queuedKeys_;
   NavigationDelegate* navigation_ = nullptr;
   UiDelegate* ui_ = nullptr;
   /// Calls that the page has not answered. They are ended as failed when its document or its process is
   /// replaced; what a replaced page still answers finds nothing here.
   UnansweredCalls unanswered_;
   std::uint64_t lastCall_ = 0;
-  std::string filteredRoot_;            ///< The read access that the content filter in force was made for.
-  GtkEventController* keys_ = nullptr;  ///< The view owns it.
-  std::uint64_t keysPressed_ =
-      0;                     ///< Keys that the web view was given, whether or not the page has them yet.
-  bool loadFailed_ = false;  ///< The load under way has failed; its end is no success.
+  std::string filteredRoot_;  ///< The read access that the content filter in force was made for.
+  bool loadFailed_ = false;   ///< The load under way has failed; its end is no success.
   std::shared_ptr<int> alive_ = std::make_shared<int>(0);
 };
 

@@ -1,0 +1,191 @@
+#include "platform/gtk/web/QueuedKeys.h"
+
+#include "platform/gtk/web/WebKitUserContent.h"
+
+namespace quendo::gtk {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+/// How long an unresponsive page holds back keys, which are those of the menu as well.
+constexpr milliseconds kHoldLimit{3000};
+/// A window that another one blocks gets no key events, not even those that were put back.
+constexpr guint kReplayLimitMilliseconds = 500;
+
+}  // namespace
+
+QueuedKeys::QueuedKeys(WebKitWebView* view) : view_(view), counter_(gtk_event_controller_key_new()) {
+  gtk_event_controller_set_propagation_phase(counter_, GTK_PHASE_CAPTURE);
+  g_signal_connect(
+      counter_, "key-pressed",
+      G_CALLBACK(+[](GtkEventControllerKey*, guint, guint, GdkModifierType, gpointer data) -> gboolean {
+        ++static_cast<QueuedKeys*>(data)->pressed_;
+        return FALSE;
+      }),
+      this);
+  gtk_widget_add_controller(GTK_WIDGET(view_), counter_);
+}
+
+QueuedKeys::~QueuedKeys() {
+  for (const guint timer : {callTimer_, replayTimer_}) {
+    if (timer) g_source_remove(timer);
+  }
+  gtk_widget_remove_controller(GTK_WIDGET(view_), counter_);
+}
+
+// A call made by a key that was held back belongs before the keys after it.
+void QueuedKeys::inOrder(Call call) {
+  if (replayed_) {
+    waiting_.emplace_front(std::move(call));
+  } else {
+    waiting_.emplace_back(std::move(call));
+  }
+  if (!active_) next();
+}
+
+bool QueuedKeys::holdsBack(GdkEvent* event) {
+  const GdkEventType type = gdk_event_get_event_type(event);
+  if (!active_ || (type != GDK_KEY_PRESS && type != GDK_KEY_RELEASE)) return false;
+  if (event == replayed_.get() && !replayedCameBy_) {
+    replayedCameBy_ = true;
+    // Once the event has been handled, which may make another call.
+    g_source_remove(std::exchange(replayTimer_, 0));
+    replayTimer_ = g_idle_add_full(
+        G_PRIORITY_HIGH,
+        [](gpointer data) -> gboolean {
+          static_cast<QueuedKeys*>(data)->continueAfterReplay();
+          return G_SOURCE_REMOVE;
+        },
+        this, nullptr);
+    return false;
+  }
+  waiting_.emplace_back(Event(gdk_event_ref(event)));
+  return true;
+}
+
+void QueuedKeys::next() {
+  active_ = !waiting_.empty();
+  if (!active_) {
+    for (auto& [limit, then] : std::exchange(waitingForAll_, {})) after(limit, std::move(then));
+    return;
+  }
+  auto first = std::move(waiting_.front());
+  waiting_.pop_front();
+  if (Event* event = std::get_if<Event>(&first)) {
+    replay(std::move(*event));
+  } else {
+    makeCallAfterKeys(std::get<Call>(std::move(first)));
+  }
+}
+
+void QueuedKeys::makeCallAfterKeys(Call call) {
+  call_ = std::move(call);
+  callTimer_ = g_timeout_add(
+      kHoldLimit.count(),
+      [](gpointer data) -> gboolean {
+        static_cast<QueuedKeys*>(data)->makeCall();
+        return G_SOURCE_CONTINUE;
+      },
+      this);
+  drain(kHoldLimit, [this, number = ++calls_] {
+    if (call_ && number == calls_) makeCall();
+  });
+}
+
+void QueuedKeys::makeCall() {
+  g_source_remove(std::exchange(callTimer_, 0));
+  const std::weak_ptr<int> alive = alive_;
+  std::exchange(call_, {})();
+  if (alive.lock()) next();
+}
+
+// One at a time: a key that arrived in the meantime comes by first, and is held back.
+void QueuedKeys::replay(Event event) {
+  replayed_ = std::move(event);
+  replayedCameBy_ = false;
+  gdk_display_put_event(gtk_widget_get_display(GTK_WIDGET(view_)), replayed_.get());
+  // After all events that have arrived, this one among them.
+  replayTimer_ = g_timeout_add_full(
+      G_PRIORITY_LOW, kReplayLimitMilliseconds,
+      [](gpointer data) -> gboolean {
+        static_cast<QueuedKeys*>(data)->continueAfterReplay();
+        return G_SOURCE_REMOVE;
+      },
+      this, nullptr);
+}
+
+void QueuedKeys::continueAfterReplay() {
+  replayTimer_ = 0;
+  replayed_.reset();
+  next();
+}
+
+void QueuedKeys::after(milliseconds limit, Call then) {
+  if (active_) {
+    waitingForAll_.emplace_back(limit, std::move(then));
+    return;
+  }
+  // What was pressed may not even have come from the display server yet.
+  gdk_display_sync(gtk_widget_get_display(GTK_WIDGET(view_)));
+  drain(limit, std::move(then));
+}
+
+/// Asks the page again and again how many key events have reached it.
+struct QueuedKeys::Drain {
+  QueuedKeys* keys;
+  std::weak_ptr<int> alive;
+  Call then;
+  steady_clock::time_point beginning;
+  milliseconds limit;
+  std::uint64_t pressed;      ///< Before the keys were asked for, as far as that can be told.
+  std::uint64_t pressedSeen;  ///< At the last answer.
+  double seen = -1;
+  int rounds = 0;
+  int roundsWithoutKeys = 0;
+};
+
+// Each question lets at least one waiting key through before the next, so the count stands still only when
+// none is left, or never while a key is held. Without new keys, those that still arrive are from before, and
+// are waited for beyond the limit.
+void QueuedKeys::drain(milliseconds limit, Call then) {
+  ask(std::make_unique<Drain>(
+      Drain{this, alive_, std::move(then), steady_clock::now(), limit, pressed_, pressed_}));
+}
+
+void QueuedKeys::ask(std::unique_ptr<Drain> drain) {
+  WebKitWebView* view = drain->keys->view_;
+  webkit_web_view_evaluate_javascript(view, "window.quendoKeyEvents", -1, kHostWorld, nullptr, nullptr,
+                                      onReply, drain.release());
+}
+
+void QueuedKeys::onReply(GObject* source, GAsyncResult* result, gpointer data) {
+  constexpr int kStill = 3;
+  // More than anybody types ahead: each round lets a key through.
+  constexpr int kMostRounds = 10'000;
+  std::unique_ptr<Drain> drain(static_cast<Drain*>(data));
+  GError* error = nullptr;
+  const auto value =
+      adoptReference(webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(source), result, &error));
+  const GErrorPtr ownedError(error);
+  if (!drain->alive.lock()) return;
+  const bool counted = value && jsc_value_is_number(value.get());
+  const double count = counted ? jsc_value_to_double(value.get()) : -1;
+  const std::uint64_t pressed = std::exchange(drain->pressedSeen, drain->keys->pressed_);
+  const bool moved = count != drain->seen || pressed != drain->pressedSeen;
+  drain->roundsWithoutKeys = moved ? 0 : drain->roundsWithoutKeys + 1;
+  drain->seen = count;
+  const auto elapsed = steady_clock::now() - drain->beginning;
+  // The toolkit may still be handing out what was pressed before.
+  if (elapsed < drain->limit / 4) drain->pressed = drain->keys->pressed_;
+  const bool late = drain->keys->pressed_ != drain->pressed && elapsed >= drain->limit;
+  const bool overdue = late || ++drain->rounds >= kMostRounds;
+  // Without a count there is no page to wait for, which `then` learns in its own way.
+  if (!counted || drain->roundsWithoutKeys >= kStill || overdue) {
+    drain->then();
+  } else {
+    ask(std::move(drain));
+  }
+}
+
+}  // namespace quendo::gtk
