@@ -121,6 +121,12 @@ export async function noteTexts(page: Page): Promise<string[]> {
 
 export const saved = '#saveState[data-state="saved"]';
 
+/** Leaves the page as if switching windows, and opens it again as if after a restart. */
+export async function restart(page: Page): Promise<void> {
+  await page.waitForSelector(saved);
+  await page.reload();
+}
+
 /** How long one typed character blocks the page, in milliseconds: the median of many. */
 export function typingCost(page: Page): Promise<number> {
   return page.evaluate(async () => {
