@@ -223,7 +223,7 @@ def test_a_folder_that_another_running_instance_shows_stays(sharing, make_quendo
     with contextlib.closing(Reporter()) as reporter:
         # An instance in persistence test mode has its own notes but the same temporary directory.
         other = make_quendo(page=page_that_shares(reporter), home=sharing.quendo.home)
-        other.start(environment={"QUENDO_PERSISTENCE_TEST": "1"}, wait=False)
+        other.start(environment={"QUENDO_PERSISTENCE_TEST": "1"}, wait=False).wait_for_page()
         reporter.wait_for_page()
         reporter.run("webkit.messageHandlers.quendoShare.postMessage("
                      "{ attemptId: 'b', title: 't', filename: 'other.md', content: 'x' });")
