@@ -12,6 +12,9 @@ using namespace protocol;
 
 namespace {
 
+/// For how long an unresponsive page may hold back keys, which are those of the menu as well.
+constexpr std::chrono::milliseconds kHeldKeysLimit{3000};
+
 std::string booleanText(bool value) {
   return value ? "true" : "false";
 }
@@ -94,7 +97,7 @@ void PageCalls::copyCurrentNoteForWhatsApp(EvaluationHandler completion) {
 }
 
 void PageCalls::inKeyOrder(std::function<void()> call) {
-  if (surface_.webView) surface_.webView->inKeyOrder(lifetime_.guard(std::move(call)));
+  if (surface_.webView) surface_.webView->inKeyOrder(kHeldKeysLimit, lifetime_.guard(std::move(call)));
 }
 
 void PageCalls::runDirect(const std::string& script, EvaluationHandler completion) {

@@ -80,9 +80,9 @@ class WebView {
   virtual void evaluateJavaScript(const std::string& script, EvaluationHandler completion) = 0;
   /// Makes a call in its place among the keys: scripts can overtake keys that are still queued, so `call` is
   /// called once those pressed before it have reached the page, and those pressed later are held back until
-  /// it has returned. An unresponsive page delays it by at most 3 s; after that order is lost, but no key. It
-  /// is never called if the web view is destroyed first. Main thread.
-  virtual void inKeyOrder(std::function<void()> call) = 0;
+  /// it has returned. An unresponsive page delays it by at most `limit`; after that the order is lost, but no
+  /// key. It is never called if the web view is destroyed first. Main thread.
+  virtual void inKeyOrder(std::chrono::milliseconds limit, std::function<void()> call) = 0;
   /// Calls `then` once all keys pressed so far have reached the page. If more keys keep arriving, for
   /// instance from one held down, it is called at the page's first reply after `limit`. An unresponsive page
   /// delays it; it is never called if the web view is destroyed first. Main thread.

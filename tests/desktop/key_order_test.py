@@ -9,12 +9,6 @@ from harness.writing import stored_state, texts
 pytestmark = pytest.mark.never_retried
 
 
-def stall(page, milliseconds):
-    """Keeps the page from handling anything for a while, starting a moment from now."""
-    page.evaluate(f"setTimeout(() => {{ const end = performance.now() + {milliseconds};"
-                  " while (performance.now() < end); }, 50)")
-
-
 def type_and_press(*steps):
     """Types texts and presses keys (with a "+") without waiting for the page."""
     for step in steps:
@@ -50,14 +44,14 @@ def test_twelve_notes_typed_in_one_go_keep_their_texts(note):
 
 def test_a_command_waits_for_the_keys_before_it_and_goes_before_those_after_it(note):
     quendo, page = note
-    stall(page, 1000)
+    page.stall(1000)
     type_and_press("before", "ctrl+n", "between", "ctrl+n", "after")
     wait_for_texts(quendo, "before", "between", "after")
 
 
 def test_a_closed_tab_has_all_that_was_typed_into_it(note):
     quendo, page = note
-    stall(page, 1000)
+    page.stall(1000)
     type_and_press("all of it", "ctrl+w")
     wait_until(lambda: page.tabs() == [], 10, "no tab")
     wait_for_texts(quendo, "all of it")
@@ -65,14 +59,14 @@ def test_a_closed_tab_has_all_that_was_typed_into_it(note):
 
 def test_a_page_that_stands_still_for_long_loses_no_key(note):
     quendo, page = note
-    stall(page, 5000)
+    page.stall(5000)
     type_and_press("abc", "ctrl+n", "def")
     wait_until(lambda: sorted("".join(texts(quendo))) == sorted("abcdef"), 20, "all six letters")
 
 
 def test_keys_that_are_held_back_are_there_after_a_quit(note):
     quendo, page = note
-    stall(page, 1000)
+    page.stall(1000)
     type_and_press("before", "ctrl+n", "after", "ctrl+q")
     assert quendo.wait_for_exit() == 0
     assert sorted(texts(quendo)) == ["after", "before"]
@@ -80,6 +74,6 @@ def test_keys_that_are_held_back_are_there_after_a_quit(note):
 
 def test_the_menu_s_keys_still_work_in_a_page_that_stands_still(note):
     quendo, page = note
-    stall(page, 20000)
-    type_and_press("abc", "ctrl+n", "ctrl+m")
+    page.stall(20000)
+    type_and_press("abc", "ctrl+n", "ctrl+n", "ctrl+n", "ctrl+n", "ctrl+m")
     wait_until(lambda: desktop.is_minimised(quendo.window), 10, "the window to be minimised")

@@ -64,7 +64,8 @@ struct FakeWebView final : WebView {
     scripts.push_back(script);
     evaluations.push_back({script, {}, std::move(completion)});
   }
-  void inKeyOrder(std::function<void()> call) override {
+  void inKeyOrder(std::chrono::milliseconds limit, std::function<void()> call) override {
+    keyLimits.push_back(limit);
     if (keysWait) {
       waitingForKeys.push_back(std::move(call));
     } else {

@@ -38,6 +38,13 @@ class Probe:
         """Waits until an expression is true in the page and returns its value."""
         return wait_until(lambda: self.evaluate(expression), timeout, what or expression)
 
+    def stall(self, milliseconds):
+        """Keeps the page from handling anything for a while; returns once that has begun."""
+        times = len(self._reporter.reports("stalled"))
+        self.evaluate("setTimeout(() => { report('stalled');"
+                      f" const end = performance.now() + {milliseconds}; while (performance.now() < end); }})")
+        self._reporter.wait_for("stalled", times + 1)
+
     def tabs(self):
         return self.evaluate("[...document.querySelectorAll('.tab')].map((tab) => tab.textContent)")
 

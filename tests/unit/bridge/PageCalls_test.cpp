@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <chrono>
 #include <limits>
 #include <string>
 #include <utility>
@@ -12,6 +13,8 @@
 
 namespace quendo {
 namespace {
+
+using namespace std::chrono_literals;
 
 class PageCallsTest : public ::testing::Test {
  protected:
@@ -97,6 +100,7 @@ TEST_F(PageCallsTest, RunsCommandsInTheOrderOfTheKeysAndAnswersAtOnce) {
   calls_.nativeSaveDidFinish(true, 1);
   EXPECT_EQ(page_.scripts, std::vector<std::string>{"window.quendoNativeSaveDidFinish?.(true,1)"});
   EXPECT_TRUE(page_.asyncCalls.empty());
+  EXPECT_EQ(page_.keyLimits, std::vector<std::chrono::milliseconds>(2, 3s));
   for (const auto& call : page_.waitingForKeys) call();
   EXPECT_EQ(last(), "createNote()");
   EXPECT_EQ(page_.asyncCalls.size(), 1U);

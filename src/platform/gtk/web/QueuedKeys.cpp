@@ -8,8 +8,6 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-/// How long an unresponsive page holds back keys, which are those of the menu as well.
-constexpr milliseconds kHoldLimit{3000};
 /// A window that another one blocks gets no key events, not even those that were put back.
 constexpr guint kReplayLimitMilliseconds = 500;
 
@@ -35,12 +33,8 @@ QueuedKeys::~QueuedKeys() {
 }
 
 // A call made by a key that was held back belongs before the keys after it.
-void QueuedKeys::inOrder(Call call) {
-  if (replayed_) {
-    waiting_.emplace_front(std::move(call));
-  } else {
-    waiting_.emplace_back(std::move(call));
-  }
+void QueuedKeys::inOrder(milliseconds limit, std::function<void()> call) {
+  waiting_.emplace(replayed_ ? waiting_.begin() : waiting_.end(), Call{limit, std::move(call)});
   if (!active_) next();
 }
 
@@ -80,23 +74,37 @@ void QueuedKeys::next() {
 }
 
 void QueuedKeys::makeCallAfterKeys(Call call) {
+  const milliseconds limit = call.limit;
   call_ = std::move(call);
+  // Each further call would otherwise delay the keys after it, a quit's among them, by another limit.
+  if (pageIsLate_) {
+    makeCall();
+    return;
+  }
   callTimer_ = g_timeout_add(
-      kHoldLimit.count(),
+      static_cast<guint>(limit.count()),
       [](gpointer data) -> gboolean {
-        static_cast<QueuedKeys*>(data)->makeCall();
-        return G_SOURCE_CONTINUE;
+        static_cast<QueuedKeys*>(data)->callIsLate();
+        return G_SOURCE_REMOVE;
       },
       this);
-  drain(kHoldLimit, [this, number = ++calls_] {
-    if (call_ && number == calls_) makeCall();
-  });
+  drain({limit, [this, number = ++calls_] {
+           pageIsLate_ = false;
+           if (!call_.run || number != calls_) return;
+           g_source_remove(std::exchange(callTimer_, 0));
+           makeCall();
+         }});
+}
+
+void QueuedKeys::callIsLate() {
+  callTimer_ = 0;
+  pageIsLate_ = true;
+  makeCall();
 }
 
 void QueuedKeys::makeCall() {
-  g_source_remove(std::exchange(callTimer_, 0));
   const std::weak_ptr<int> alive = alive_;
-  std::exchange(call_, {})();
+  std::exchange(call_, {}).run();
   if (alive.lock()) next();
 }
 
@@ -121,14 +129,14 @@ void QueuedKeys::continueAfterReplay() {
   next();
 }
 
-void QueuedKeys::after(milliseconds limit, Call then) {
+void QueuedKeys::after(milliseconds limit, std::function<void()> then) {
   if (active_) {
-    waitingForAll_.emplace_back(limit, std::move(then));
+    waitingForAll_.push_back({limit, std::move(then)});
     return;
   }
   // What was pressed may not even have come from the display server yet.
   gdk_display_sync(gtk_widget_get_display(GTK_WIDGET(view_)));
-  drain(limit, std::move(then));
+  drain({limit, std::move(then)});
 }
 
 /// Asks the page again and again how many key events have reached it.
@@ -137,7 +145,6 @@ struct QueuedKeys::Drain {
   std::weak_ptr<int> alive;
   Call then;
   steady_clock::time_point beginning;
-  milliseconds limit;
   std::uint64_t pressed;      ///< Before the keys were asked for, as far as that can be told.
   std::uint64_t pressedSeen;  ///< At the last answer.
   double seen = -1;
@@ -148,9 +155,8 @@ struct QueuedKeys::Drain {
 // Each question lets at least one waiting key through before the next, so the count stands still only when
 // none is left, or never while a key is held. Without new keys, those that still arrive are from before, and
 // are waited for beyond the limit.
-void QueuedKeys::drain(milliseconds limit, Call then) {
-  ask(std::make_unique<Drain>(
-      Drain{this, alive_, std::move(then), steady_clock::now(), limit, pressed_, pressed_}));
+void QueuedKeys::drain(Call then) {
+  ask(std::make_unique<Drain>(Drain{this, alive_, std::move(then), steady_clock::now(), pressed_, pressed_}));
 }
 
 void QueuedKeys::ask(std::unique_ptr<Drain> drain) {
@@ -177,12 +183,12 @@ void QueuedKeys::onReply(GObject* source, GAsyncResult* result, gpointer data) {
   drain->seen = count;
   const auto elapsed = steady_clock::now() - drain->beginning;
   // The toolkit may still be handing out what was pressed before.
-  if (elapsed < drain->limit / 4) drain->pressed = drain->keys->pressed_;
-  const bool late = drain->keys->pressed_ != drain->pressed && elapsed >= drain->limit;
+  if (elapsed < drain->then.limit / 4) drain->pressed = drain->keys->pressed_;
+  const bool late = drain->keys->pressed_ != drain->pressed && elapsed >= drain->then.limit;
   const bool overdue = late || ++drain->rounds >= kMostRounds;
   // Without a count there is no page to wait for, which `then` learns in its own way.
   if (!counted || drain->roundsWithoutKeys >= kStill || overdue) {
-    drain->then();
+    drain->then.run();
   } else {
     ask(std::move(drain));
   }

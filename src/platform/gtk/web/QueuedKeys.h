@@ -28,7 +28,7 @@ class QueuedKeys {
   QueuedKeys& operator=(const QueuedKeys&) = delete;
 
   /// See `WebView::inKeyOrder`.
-  void inOrder(std::function<void()> call);
+  void inOrder(std::chrono::milliseconds limit, std::function<void()> call);
   /// See `WebView::afterQueuedKeys`.
   void after(std::chrono::milliseconds limit, std::function<void()> then);
   /// The window shows every key event to this before anything else handles it. True if the event is held back
@@ -40,15 +40,19 @@ class QueuedKeys {
     void operator()(GdkEvent* event) const { gdk_event_unref(event); }
   };
   using Event = std::unique_ptr<GdkEvent, EventUnref>;
-  using Call = std::function<void()>;
+  struct Call {
+    std::chrono::milliseconds limit;
+    std::function<void()> run;
+  };
   struct Drain;
 
   void next();
   void makeCallAfterKeys(Call call);
   void makeCall();
+  void callIsLate();
   void replay(Event event);
   void continueAfterReplay();
-  void drain(std::chrono::milliseconds limit, Call then);
+  void drain(Call then);
   static void ask(std::unique_ptr<Drain> drain);
   static void onReply(GObject* source, GAsyncResult* result, gpointer data);
 
@@ -58,13 +62,14 @@ class QueuedKeys {
   std::uint64_t pressed_ = 0;
   bool active_ = false;  ///< Key events are held back.
   std::deque<std::variant<Event, Call>> waiting_;
-  std::vector<std::pair<std::chrono::milliseconds, Call>> waitingForAll_;
-  Call call_;  ///< The one whose keys are waited for.
+  std::vector<Call> waitingForAll_;
+  Call call_{};  ///< The one whose keys are waited for.
   guint callTimer_ = 0;
-  Event replayed_;  ///< Put back into the display's queue; it has not come by or is being handled.
+  bool pageIsLate_ = false;  ///< It has not handled the keys before a call that was made all the same.
+  Event replayed_;           ///< Put back into the display's queue; it has not come by or is being handled.
   bool replayedCameBy_ = false;
   guint replayTimer_ = 0;
-  std::uint64_t calls_ = 0;
+  std::uint64_t calls_ = 0;  ///< Whose keys were waited for.
   std::shared_ptr<int> alive_ = std::make_shared<int>(0);
 };
 

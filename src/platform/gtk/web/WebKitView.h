@@ -32,7 +32,9 @@ class WebKitView final : public WebView {
   void setInspectable(bool inspectable) override;
   void loadFile(const std::string& path, const std::string& readAccessPath) override;
   void evaluateJavaScript(const std::string& script, EvaluationHandler completion) override;
-  void inKeyOrder(std::function<void()> call) override { queuedKeys_.inOrder(std::move(call)); }
+  void inKeyOrder(std::chrono::milliseconds limit, std::function<void()> call) override {
+    queuedKeys_.inOrder(limit, std::move(call));
+  }
   void afterQueuedKeys(std::chrono::milliseconds limit, std::function<void()> then) override {
     queuedKeys_.after(limit, std::move(then));
   }
