@@ -107,6 +107,7 @@ enum class ContextMenuItem : std::uint8_t {
   noGuessesFound,
   ignoreSpelling,
   learnSpelling,
+  otherEditing,  ///< What else the engine or the system offers for the text itself, and does not name.
   openLink,
   copyLink,
   openInNewWindow,  ///< Of a link, an image, a frame, a video or audio.
@@ -135,6 +136,7 @@ inline constexpr std::array kKeptContextMenuItems = {
     ContextMenuItem::noGuessesFound,
     ContextMenuItem::ignoreSpelling,
     ContextMenuItem::learnSpelling,
+    ContextMenuItem::otherEditing,
     ContextMenuItem::openLink,
     ContextMenuItem::copyLink,
 };

@@ -28,8 +28,4 @@ bool writeAll(const FileDescriptor& file, std::string_view bytes) {
   return true;
 }
 
-bool synchronizeData(const FileDescriptor& file) {
-  return retryInterrupted([&] { return ::fdatasync(file.get()); }) == 0;
-}
-
 }  // namespace quendo

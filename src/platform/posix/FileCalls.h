@@ -23,7 +23,4 @@ bool isRegularFile(const FileDescriptor& file, struct stat& attributes);
 
 bool writeAll(const FileDescriptor& file, std::string_view bytes);
 
-/// Flushes data and size (fdatasync): all that reading the file back needs, without access times.
-bool synchronizeData(const FileDescriptor& file);
-
 }  // namespace quendo

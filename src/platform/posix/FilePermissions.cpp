@@ -1,40 +1,22 @@
 #include "platform/posix/FilePermissions.h"
 
-#include <linux/limits.h>
 #include <sys/stat.h>
 #include <sys/types.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstddef>
+
+#include "platform/posix/AccessList.h"
 
 namespace quendo {
 namespace {
 
-constexpr const char* kAccessList = "system.posix_acl_access";
 constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
-
-/// Whether the last call failed because the file system does not support it.
-bool isUnsupported() {
-  return errno == ENOTSUP || errno == ENOSYS;
-}
-
-/// Copies the access control list of `from` to `to`, or removes the one inherited from the directory.
-/// Otherwise permissions meant for the list's entries would go to the group.
-bool copyAccessList(const std::string& from, const FileDescriptor& to) {
-  std::string list(XATTR_SIZE_MAX, '\0');
-  const ssize_t size = ::getxattr(from.c_str(), kAccessList, list.data(), list.size());
-  if (size > 0)
-    return ::fsetxattr(to.get(), kAccessList, list.data(), static_cast<std::size_t>(size), 0) == 0;
-  if (size < 0 && errno != ENODATA) return isUnsupported();
-  return ::fgetxattr(to.get(), kAccessList, nullptr, 0) < 0 || ::fremovexattr(to.get(), kAccessList) == 0;
-}
 
 /// `mode` for a file of another group: group and others keep only what both had.
 mode_t withoutGroup(mode_t mode) {
-  const mode_t shared = mode & (mode >> 3U) & S_IRWXO;
-  return (mode & S_IRWXU) | (shared << 3U) | shared;
+  const unsigned shared = mode & (mode >> 3U) & S_IRWXO;
+  return static_cast<mode_t>((mode & S_IRWXU) | (shared << 3U) | shared);
 }
 
 }  // namespace
@@ -58,7 +40,7 @@ bool copyPermissionsTo(const std::string& from, const FileDescriptor& to) {
     permissions = withoutGroup(permissions);
   }
   const bool refused = ::fchmod(to.get(), permissions) != 0;
-  if (refused && errno != EPERM && !isUnsupported()) return false;
+  if (refused && errno != EPERM && errno != ENOTSUP && errno != ENOSYS) return false;
   return ::fstat(to.get(), &now) == 0 && (now.st_mode & kPermissions & ~permissions) == 0;
 }
 

@@ -5,6 +5,7 @@
 #include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <climits>
@@ -20,6 +21,7 @@
 #include "platform/posix/FileCalls.h"
 #include "platform/posix/FileCopy.h"
 #include "platform/posix/FileDescriptor.h"
+#include "platform/posix/FileFlush.h"
 #include "platform/posix/FilePermissions.h"
 
 namespace quendo {
@@ -73,12 +75,12 @@ class PosixWritableFile final : public WritableFile {
     ::flock(file_.get(), LOCK_EX | LOCK_NB);
   }
   bool write(std::string_view bytes) override {
-    // Starts write-back of each chunk while the next one is copied, which leaves the final flush of a large
-    // document little to do. Only a hint; its result does not matter.
+    // Each chunk is written back while the next one is copied, which leaves the final flush of a large
+    // document little to do.
     constexpr std::size_t chunk = std::size_t{4} << 20U;
     while (bytes.size() > chunk) {
       if (!writeAll(file_, bytes.substr(0, chunk))) return false;
-      ::sync_file_range(file_.get(), 0, 0, SYNC_FILE_RANGE_WRITE);
+      startWriteBack(file_);
       bytes.remove_prefix(chunk);
     }
     return writeAll(file_, bytes);
@@ -233,10 +235,7 @@ bool PosixFileManager::removeAbandonedFile(const std::string& path, std::chrono:
 }
 
 bool PosixFileManager::snapshotItem(const std::string& from, const std::string& to) {
-  if (!attributesOfItem(from)) return false;
-  if (::linkat(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), AT_SYMLINK_FOLLOW) == 0) return true;
-  // No hard links on this file system, too many links, or the file belongs to somebody else.
-  return errno != EEXIST && copyFile(from, to);
+  return attributesOfItem(from) && snapshotFile(from, to);
 }
 
 std::unique_ptr<WritableFile> PosixFileManager::createFile(const std::string& path, FileAccess access) {
@@ -265,10 +264,7 @@ DirectoryLockResult PosixFileManager::lockDirectory(const std::string& path) {
 
 bool PosixFileManager::synchronizeDirectory(const std::string& path) {
   const FileDescriptor directory = openFile(path, O_RDONLY | O_DIRECTORY);
-  if (!directory.isOpen()) return false;
-  if (retryInterrupted([&] { return ::fsync(directory.get()); }) == 0) return true;
-  // File systems that cannot fsync a directory, such as some network ones, persist names by themselves.
-  return errno == EINVAL || errno == ENOTSUP;
+  return directory.isOpen() && synchronizeNames(directory);
 }
 
 }  // namespace quendo

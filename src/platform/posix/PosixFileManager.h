@@ -5,7 +5,7 @@
 namespace quendo {
 
 /// The file system through direct system calls. Stateless.
-class PosixFileManager final : public FileManager {
+class PosixFileManager : public FileManager {
  public:
   /// $XDG_DATA_HOME, or ~/.local/share.
   std::optional<std::string> applicationSupportDirectory() const override;

@@ -2,7 +2,7 @@
 
 #include "platform/Clock.h"
 
-namespace quendo::gtk {
+namespace quendo {
 
 /// The system's clock.
 class SystemClock final : public Clock {
@@ -10,4 +10,4 @@ class SystemClock final : public Clock {
   std::chrono::system_clock::time_point now() const override { return std::chrono::system_clock::now(); }
 };
 
-}  // namespace quendo::gtk
+}  // namespace quendo

@@ -134,8 +134,7 @@ void WebKitView::callAsyncJavaScript(const std::string& body, const Value::Dicti
 }
 
 WebKitView::Call WebKitView::registerCall(EvaluationHandler completion) {
-  unanswered_.emplace(++lastCall_, std::move(completion));
-  return Call{this, alive_, lastCall_};
+  return Call{this, alive_, unanswered_.add(std::move(completion))};
 }
 
 // When a process ends, its calls fail before its end is reported, in the same turn of the main loop. Answered
@@ -143,25 +142,14 @@ WebKitView::Call WebKitView::registerCall(EvaluationHandler completion) {
 void WebKitView::finish(const Call& call, EvaluationResult result) {
   if (!call.alive.lock()) return;
   if (!result.error) {
-    call.view->answer(call, std::move(result));
+    call.view->unanswered_.answer(call.number, std::move(result));
     return;
   }
   Glib::signal_timeout().connect_once(
       [call, result = std::move(result)] {
-        if (call.alive.lock()) call.view->answer(call, result);
+        if (call.alive.lock()) call.view->unanswered_.answer(call.number, result);
       },
       0);
-}
-
-void WebKitView::answer(const Call& call, EvaluationResult result) {
-  auto found = unanswered_.extract(call.number);
-  if (found && found.mapped()) found.mapped()(std::move(result));
-}
-
-void WebKitView::failCalls(const UnansweredCalls& calls, const char* reason) {
-  for (const auto& [number, completion] : calls) {
-    if (completion) completion(EvaluationResult{{}, reason});
-  }
 }
 
 void WebKitView::finishEvaluation(GObject* source, GAsyncResult* result, gpointer data) {

@@ -6,12 +6,12 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "bridge/UnansweredCalls.h"
 #include "platform/WebView.h"
 #include "platform/gtk/GObjectPtr.h"
 #include "platform/gtk/web/QueuedKeys.h"
@@ -58,11 +58,8 @@ class WebKitView final : public WebView {
     std::weak_ptr<int> alive;
     std::uint64_t number;
   };
-  using UnansweredCalls = std::map<std::uint64_t, EvaluationHandler>;
   Call registerCall(EvaluationHandler completion);
   static void finish(const Call& call, EvaluationResult result);
-  void answer(const Call& call, EvaluationResult result);
-  static void failCalls(const UnansweredCalls& calls, const char* reason);
   static void finishEvaluation(GObject* source, GAsyncResult* result, gpointer data);
   static void finishAsyncCall(GObject* source, GAsyncResult* result, gpointer data);
 
@@ -82,10 +79,7 @@ class WebKitView final : public WebView {
   QueuedKeys queuedKeys_;
   NavigationDelegate* navigation_ = nullptr;
   UiDelegate* ui_ = nullptr;
-  /// Calls that the page has not answered. They are ended as failed when its document or its process is
-  /// replaced; what a replaced page still answers finds nothing here.
   UnansweredCalls unanswered_;
-  std::uint64_t lastCall_ = 0;
   std::string filteredRoot_;  ///< The read access that the content filter in force was made for.
   bool loadFailed_ = false;   ///< The load under way has failed; its end is no success.
   std::shared_ptr<int> alive_ = std::make_shared<int>(0);

@@ -1,5 +1,3 @@
-#include <utility>
-
 #include "platform/gtk/web/WebKitRequests.h"
 #include "platform/gtk/web/WebKitView.h"
 
@@ -42,7 +40,7 @@ void WebKitView::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer d
   auto* self = static_cast<WebKitView*>(data);
   if (event == WEBKIT_LOAD_STARTED) self->loadFailed_ = false;
   if (event == WEBKIT_LOAD_COMMITTED) {
-    failCalls(std::exchange(self->unanswered_, {}), "the page was replaced");
+    UnansweredCalls::fail(self->unanswered_.takeAll(), "the page was replaced");
   }
   if (event == WEBKIT_LOAD_FINISHED && !self->loadFailed_ && self->navigation_) {
     self->navigation_->didFinishNavigation();
@@ -69,9 +67,9 @@ void WebKitView::onProcessTerminated(WebKitWebView*, WebKitWebProcessTermination
   auto* self = static_cast<WebKitView*>(data);
   self->loadFailed_ = true;
   // The delegate is notified first: whatever the failed calls trigger must see a page that is not ready.
-  const auto unanswered = std::exchange(self->unanswered_, {});
+  const auto unanswered = self->unanswered_.takeAll();
   if (self->navigation_) self->navigation_->webContentProcessDidTerminate();
-  failCalls(unanswered, "the page's process ended");
+  UnansweredCalls::fail(unanswered, "the page's process ended");
 }
 
 gboolean WebKitView::onDecidePolicy(WebKitWebView*, WebKitPolicyDecision* decision,

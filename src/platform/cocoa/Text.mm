@@ -1,0 +1,36 @@
+#import "platform/cocoa/Text.h"
+
+#include "text/Utf8.h"
+
+namespace quendo::cocoa {
+
+NSString* stringFrom(std::string_view utf8) {
+  NSString* string = [[NSString alloc] initWithBytes:utf8.data()
+                                              length:utf8.size()
+                                            encoding:NSUTF8StringEncoding];
+  return string ? string : stringFrom(repairedUtf8(utf8));
+}
+
+std::string textOf(NSString* string) {
+  if (!string) return {};
+  NSData* bytes = [string dataUsingEncoding:NSUTF8StringEncoding];
+  if (bytes) return std::string(static_cast<const char*>(bytes.bytes), bytes.length);
+  NSData* lossy = [string dataUsingEncoding:NSUTF8StringEncoding allowLossyConversion:YES];
+  return std::string(static_cast<const char*>(lossy.bytes), lossy.length) + "\xED\xA0\x80";
+}
+
+std::vector<std::string> pathsOf(NSArray<NSURL*>* urls) {
+  std::vector<std::string> paths;
+  for (NSURL* url in urls) {
+    if (url.isFileURL) paths.emplace_back(url.path.fileSystemRepresentation);
+  }
+  return paths;
+}
+
+NSURL* fileUrl(const std::string& path) {
+  NSString* name = [NSFileManager.defaultManager stringWithFileSystemRepresentation:path.data()
+                                                                             length:path.size()];
+  return [NSURL fileURLWithPath:name];
+}
+
+}  // namespace quendo::cocoa

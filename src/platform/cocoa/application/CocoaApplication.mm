@@ -1,0 +1,157 @@
+#import "platform/cocoa/application/CocoaApplication.h"
+
+#include <utility>
+
+#include "files/Url.h"
+#import "platform/cocoa/Text.h"
+#import "platform/cocoa/application/DispatchMainQueue.h"
+
+using quendo::cocoa::CocoaApplication;
+
+@interface QuendoApplicationDelegate : NSObject <NSApplicationDelegate> {
+  CocoaApplication* application_;
+}
+@end
+
+@implementation QuendoApplicationDelegate
+
+- (instancetype)initWithApplication:(CocoaApplication*)application {
+  self = [super init];
+  if (self) application_ = application;
+  return self;
+}
+
+- (void)applicationDidFinishLaunching:(NSNotification*)notification {
+  application_->delegate()->applicationDidFinishLaunching();
+}
+
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)hasVisibleWindows {
+  return application_->delegate()->applicationShouldHandleReopen(hasVisibleWindows);
+}
+
+- (void)application:(NSApplication*)sender openFiles:(NSArray<NSString*>*)filenames {
+  std::vector<std::string> urls;
+  for (NSString* path in filenames) urls.push_back(quendo::fileUrlOfPath(path.fileSystemRepresentation));
+  const bool taken = application_->openFiles(urls);
+  [sender replyToOpenOrPrint:taken ? NSApplicationDelegateReplySuccess : NSApplicationDelegateReplyFailure];
+}
+
+- (void)application:(NSApplication*)application openURLs:(NSArray<NSURL*>*)given {
+  std::vector<std::string> urls;
+  for (NSURL* url in given) urls.push_back(quendo::cocoa::textOf(url.absoluteString));
+  application_->openFiles(urls);
+}
+
+- (NSApplicationTerminateReply)applicationShouldTerminate:(NSApplication*)sender {
+  return application_->shouldTerminate();
+}
+
+- (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication*)sender {
+  return application_->delegate()->applicationShouldTerminateAfterLastWindowClosed();
+}
+
+- (void)applicationWillTerminate:(NSNotification*)notification {
+  application_->willTerminate();
+}
+
+// The window is always built anew; nothing of it is kept by the system.
+- (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)application {
+  return YES;
+}
+
+@end
+
+namespace quendo::cocoa {
+namespace {
+
+/// Attribute of the event by which the system asks programs to quit at the end of the session.
+constexpr AEKeyword kQuitReason = 'why?';
+
+bool sessionEnds() {
+  NSAppleEventDescriptor* event = NSAppleEventManager.sharedAppleEventManager.currentAppleEvent;
+  return [event attributeDescriptorForKeyword:kQuitReason] != nil;
+}
+
+}  // namespace
+
+CocoaApplication::CocoaApplication(NSApplication* application)
+    : application_(application),
+      applicationDelegate_([[QuendoApplicationDelegate alloc] initWithApplication:this]),
+      menuTarget_([[QuendoMenuTarget alloc] initWithDelegate:nullptr]) {
+  application_.delegate = applicationDelegate_;
+}
+
+CocoaApplication::~CocoaApplication() {
+  application_.delegate = nil;
+  [menuTarget_ setDelegate:nullptr];
+}
+
+void CocoaApplication::run() {
+  [application_ run];
+}
+
+void CocoaApplication::setActivationPolicyRegular() {
+  [application_ setActivationPolicy:NSApplicationActivationPolicyRegular];
+}
+
+void CocoaApplication::setDelegate(ApplicationDelegate* delegate) {
+  delegate_ = delegate;
+  [menuTarget_ setDelegate:delegate];
+}
+
+void CocoaApplication::activateIgnoringOtherApps(bool ignoringOtherApps) {
+  [application_ activateIgnoringOtherApps:ignoringOtherApps];
+}
+
+// It is made with the main menu, of which it is a part.
+void CocoaApplication::setWindowsMenu(std::shared_ptr<const Menu> menu) {
+  windowsMenu_ = std::move(menu);
+}
+
+void CocoaApplication::setMainMenu(std::shared_ptr<const Menu> menu) {
+  const MenuBar bar = makeMenuBar(*menu, windowsMenu_.get(), menuTarget_);
+  application_.windowsMenu = bar.windowsMenu;
+  application_.mainMenu = bar.mainMenu;
+}
+
+void CocoaApplication::updateMainMenu() {
+  [application_.mainMenu update];
+}
+
+void CocoaApplication::terminate() {
+  terminateFor(TerminationReason::user);
+}
+
+// While the delegate makes up its mind, the application runs its event loop inside this call.
+void CocoaApplication::terminateFor(TerminationReason reason) {
+  performInRunLoop([this, reason] {
+    reason_ = reason;
+    [application_ terminate:nil];
+  });
+}
+
+NSApplicationTerminateReply CocoaApplication::shouldTerminate() {
+  const TerminationReason begun = std::exchange(reason_, TerminationReason::user);
+  const TerminationReason reason = sessionEnds() ? TerminationReason::session : begun;
+  return delegate_->applicationShouldTerminate(reason) == TerminationReply::now ? NSTerminateNow
+                                                                               : NSTerminateLater;
+}
+
+void CocoaApplication::replyToApplicationShouldTerminate(bool shouldTerminate) {
+  [application_ replyToApplicationShouldTerminate:shouldTerminate];
+}
+
+void CocoaApplication::willTerminate() {
+  if (const auto end = std::exchange(willTerminate_, nullptr)) end();
+  setDelegate(nullptr);
+}
+
+bool CocoaApplication::openFiles(const std::vector<std::string>& urls) {
+  return delegate_->applicationOpenFiles(urls);
+}
+
+void CocoaApplication::beep() {
+  NSBeep();
+}
+
+}  // namespace quendo::cocoa

@@ -1,0 +1,24 @@
+#import "platform/cocoa/application/UniformContentTypes.h"
+
+#import <UniformTypeIdentifiers/UniformTypeIdentifiers.h>
+
+#import "platform/cocoa/Text.h"
+
+namespace quendo::cocoa {
+
+// The system makes up a dynamic type for an extension that nobody has registered.
+std::optional<std::string> UniformContentTypes::typeForExtension(std::string_view extension) const {
+  if (extension.empty()) return std::nullopt;
+  UTType* type = [UTType typeWithFilenameExtension:stringFrom(extension) conformingToType:UTTypeData];
+  return type && !type.isDynamic ? std::optional(textOf(type.identifier)) : std::nullopt;
+}
+
+std::string UniformContentTypes::plainText() const {
+  return textOf(UTTypePlainText.identifier);
+}
+
+std::string UniformContentTypes::data() const {
+  return textOf(UTTypeData.identifier);
+}
+
+}  // namespace quendo::cocoa

@@ -1,0 +1,54 @@
+#pragma once
+
+#import <WebKit/WebKit.h>
+
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <functional>
+
+#include "platform/Lifetime.h"
+
+namespace quendo::cocoa {
+
+/// Counts the keys that have reached the page, in a script world of its own.
+WKUserScript* keyCountingScript();
+
+/// The keys on their way to the page, and calls that keep their place among them. Main thread.
+///
+/// The web view sends keys to the page one by one, each when the one before was handled, and scripts past
+/// them. A key of the menu reaches the menu only when the page has refused it.
+class QueuedKeys {
+ public:
+  explicit QueuedKeys(WKWebView* view);
+  ~QueuedKeys();
+  QueuedKeys(const QueuedKeys&) = delete;
+  QueuedKeys& operator=(const QueuedKeys&) = delete;
+
+  /// See `WebView::inKeyOrder`.
+  void inOrder(std::chrono::milliseconds limit, std::function<void()> call);
+  /// See `WebView::afterQueuedKeys`.
+  void after(std::chrono::milliseconds limit, std::function<void()> then);
+
+ private:
+  struct Call {
+    std::chrono::milliseconds limit;
+    std::function<void()> run;
+  };
+
+  void next();
+  void makeCall(std::uint64_t number);
+  void holdKeys();
+  void releaseKeys();
+  void ask(double seen, int roundsWithoutKeys, std::chrono::steady_clock::time_point deadline,
+           std::function<void()> then);
+
+  WKWebView* view_;
+  std::deque<Call> waiting_;  ///< The first one's keys are waited for.
+  std::uint64_t calls_ = 0;   ///< Whose keys were waited for.
+  id monitor_ = nil;          ///< Holds key events back while there is one.
+  NSMutableArray<NSEvent*>* held_ = [NSMutableArray array];
+  Lifetime lifetime_;
+};
+
+}  // namespace quendo::cocoa

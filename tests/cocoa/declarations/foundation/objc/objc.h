@@ -1,0 +1,24 @@
+// What the Objective-C compiler itself needs.
+#pragma once
+
+#include <stdint.h>
+
+typedef struct objc_class* Class;
+typedef struct objc_object {
+  Class isa;
+}* id;
+typedef struct objc_selector* SEL;
+
+#if __OBJC_BOOL_IS_BOOL
+typedef bool BOOL;
+#else
+typedef signed char BOOL;
+#endif
+
+#define YES __objc_yes
+#define NO __objc_no
+#define nil nullptr
+#define Nil nullptr
+
+typedef long NSInteger;
+typedef unsigned long NSUInteger;

@@ -1,0 +1,351 @@
+// AppKit, as far as Quendo uses it: classes, methods and constants of the platform's public documentation.
+// Methods of delegates are required here, so that a misspelled one does not compile.
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+#pragma clang assume_nonnull begin
+
+@class NSApplication, NSEvent, NSLayoutXAxisAnchor, NSLayoutYAxisAnchor, NSMenu, NSPasteboard, NSView, NSWindow, UTType;
+
+extern "C" void NSBeep(void);
+
+// Application.
+
+typedef enum NSApplicationActivationPolicy : NSInteger {
+  NSApplicationActivationPolicyRegular = 0,
+} NSApplicationActivationPolicy;
+
+typedef enum NSApplicationTerminateReply : NSUInteger {
+  NSTerminateCancel = 0,
+  NSTerminateNow = 1,
+  NSTerminateLater = 2,
+} NSApplicationTerminateReply;
+
+typedef enum NSApplicationDelegateReply : NSUInteger {
+  NSApplicationDelegateReplySuccess = 0,
+  NSApplicationDelegateReplyCancel = 1,
+  NSApplicationDelegateReplyFailure = 2,
+} NSApplicationDelegateReply;
+
+@protocol NSApplicationDelegate <NSObject>
+- (void)applicationDidFinishLaunching:(NSNotification*)notification;
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)hasVisibleWindows;
+- (void)application:(NSApplication*)sender openFiles:(NSArray<NSString*>*)filenames;
+- (void)application:(NSApplication*)application openURLs:(NSArray<NSURL*>*)urls;
+- (NSApplicationTerminateReply)applicationShouldTerminate:(NSApplication*)sender;
+- (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication*)sender;
+- (void)applicationWillTerminate:(NSNotification*)notification;
+- (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)application;
+@end
+
+@interface NSResponder : NSObject
+@end
+
+@interface NSApplication : NSResponder
+@property(class, readonly, strong) NSApplication* sharedApplication;
+@property(nullable, assign) id<NSApplicationDelegate> delegate;
+@property(nullable, strong) NSMenu* mainMenu;
+@property(nullable, strong) NSMenu* windowsMenu;
+@property(nullable, readonly, strong) NSWindow* modalWindow;
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
+- (void)activateIgnoringOtherApps:(BOOL)ignoringOtherApps;
+- (void)run;
+- (void)terminate:(nullable id)sender;
+- (void)replyToApplicationShouldTerminate:(BOOL)shouldTerminate;
+- (void)replyToOpenOrPrint:(NSApplicationDelegateReply)reply;
+- (void)abortModal;
+- (void)postEvent:(NSEvent*)event atStart:(BOOL)atStart;
+@end
+
+typedef enum NSEventMask : unsigned long long {
+  NSEventMaskKeyDown = 1ull << 10,
+  NSEventMaskKeyUp = 1ull << 11,
+} NSEventMask;
+static inline NSEventMask operator|(NSEventMask a, NSEventMask b) {
+  return (NSEventMask)((unsigned long long)a | (unsigned long long)b);
+}
+
+@interface NSEvent : NSObject
++ (nullable id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask
+                                            handler:(NSEvent* _Nullable (^)(NSEvent*))block;
++ (void)removeMonitor:(id)monitor;
+@end
+
+// Menus.
+
+typedef NSInteger NSControlStateValue;
+enum : NSControlStateValue { NSControlStateValueOff = 0, NSControlStateValueOn = 1 };
+typedef NSUInteger NSEventModifierFlags;
+typedef NSString* NSUserInterfaceItemIdentifier;
+
+@interface NSMenuItem : NSObject
++ (NSMenuItem*)separatorItem;
+- (instancetype)initWithTitle:(NSString*)title
+                       action:(nullable SEL)action
+                keyEquivalent:(NSString*)keyEquivalent;
+@property(copy) NSString* title;
+@property(nullable) SEL action;
+@property(nullable, weak) id target;
+@property(copy) NSString* keyEquivalent;
+@property NSEventModifierFlags keyEquivalentModifierMask;
+@property NSControlStateValue state;
+@property(nullable, strong) id representedObject;
+@property(nullable, strong) NSMenu* submenu;
+@property(nullable, copy) NSUserInterfaceItemIdentifier identifier;
+@property(readonly, getter=isSeparatorItem) BOOL separatorItem;
+@end
+
+@protocol NSMenuItemValidation <NSObject>
+- (BOOL)validateMenuItem:(NSMenuItem*)menuItem;
+@end
+
+@interface NSMenu : NSObject
+- (instancetype)initWithTitle:(NSString*)title;
+@property(copy) NSString* title;
+@property(copy) NSArray<NSMenuItem*>* itemArray;
+- (void)addItem:(NSMenuItem*)item;
+- (void)removeItem:(NSMenuItem*)item;
+- (void)update;
+@end
+
+// Pasteboard, workspace, spelling.
+
+typedef NSString* NSPasteboardType;
+typedef NSString* NSPasteboardReadingOptionKey;
+extern "C" NSPasteboardType const NSPasteboardTypeString;
+extern "C" NSPasteboardReadingOptionKey const NSPasteboardURLReadingFileURLsOnlyKey;
+
+@interface NSPasteboard : NSObject
+@property(class, readonly, strong) NSPasteboard* generalPasteboard;
+- (NSInteger)clearContents;
+- (BOOL)setString:(NSString*)string forType:(NSPasteboardType)dataType;
+- (nullable NSArray*)readObjectsForClasses:(NSArray<Class>*)classArray
+                                   options:(nullable NSDictionary<NSPasteboardReadingOptionKey, id>*)options;
+@end
+
+@interface NSWorkspace : NSObject
+@property(class, readonly, strong) NSWorkspace* sharedWorkspace;
+- (BOOL)openURL:(NSURL*)url;
+@end
+
+@interface NSSpellChecker : NSObject
+@property(class, readonly, strong) NSSpellChecker* sharedSpellChecker;
+@property BOOL automaticallyIdentifiesLanguages;
+@end
+
+// Views.
+
+@interface NSLayoutConstraint : NSObject
++ (void)activateConstraints:(NSArray<NSLayoutConstraint*>*)constraints;
+@end
+
+@interface NSLayoutAnchor<AnchorType> : NSObject
+- (NSLayoutConstraint*)constraintEqualToAnchor:(NSLayoutAnchor<AnchorType>*)anchor;
+@end
+@interface NSLayoutXAxisAnchor : NSLayoutAnchor <NSLayoutXAxisAnchor*>
+@end
+@interface NSLayoutYAxisAnchor : NSLayoutAnchor <NSLayoutYAxisAnchor*>
+@end
+
+typedef enum NSAutoresizingMaskOptions : NSUInteger {
+  NSViewWidthSizable = 2,
+  NSViewHeightSizable = 16,
+} NSAutoresizingMaskOptions;
+static inline NSAutoresizingMaskOptions operator|(NSAutoresizingMaskOptions a, NSAutoresizingMaskOptions b) {
+  return (NSAutoresizingMaskOptions)((NSUInteger)a | (NSUInteger)b);
+}
+
+typedef enum NSDragOperation : NSUInteger {
+  NSDragOperationNone = 0,
+  NSDragOperationCopy = 1,
+} NSDragOperation;
+
+@protocol NSDraggingInfo <NSObject>
+@property(readonly, strong) NSPasteboard* draggingPasteboard;
+@end
+
+@interface NSView : NSResponder
+- (instancetype)initWithFrame:(NSRect)frame;
+@property(readonly) NSRect bounds;
+@property NSAutoresizingMaskOptions autoresizingMask;
+@property BOOL translatesAutoresizingMaskIntoConstraints;
+@property(nullable, readonly, assign) NSWindow* window;
+@property(readonly) NSSize fittingSize;
+@property(readonly, strong) NSLayoutXAxisAnchor* leadingAnchor;
+@property(readonly, strong) NSLayoutXAxisAnchor* trailingAnchor;
+@property(readonly, strong) NSLayoutYAxisAnchor* topAnchor;
+@property(readonly, strong) NSLayoutYAxisAnchor* bottomAnchor;
+- (void)addSubview:(NSView*)view;
+- (void)setFrameSize:(NSSize)size;
+- (void)willOpenMenu:(NSMenu*)menu withEvent:(NSEvent*)event;
+- (NSDragOperation)draggingEntered:(id<NSDraggingInfo>)sender;
+- (NSDragOperation)draggingUpdated:(id<NSDraggingInfo>)sender;
+- (BOOL)performDragOperation:(id<NSDraggingInfo>)sender;
+@end
+
+@interface NSControl : NSView
+@property(copy) NSString* stringValue;
+@property(nullable, weak) id target;
+@property(nullable) SEL action;
+@end
+
+@interface NSTextField : NSControl
++ (instancetype)labelWithString:(NSString*)string;
+@end
+
+@interface NSPopUpButton : NSControl
+- (instancetype)initWithFrame:(NSRect)frame pullsDown:(BOOL)pullsDown;
+- (void)addItemWithTitle:(NSString*)title;
+- (void)selectItemAtIndex:(NSInteger)index;
+@property(readonly) NSInteger indexOfSelectedItem;
+@end
+
+typedef enum NSUserInterfaceLayoutOrientation : NSInteger {
+  NSUserInterfaceLayoutOrientationHorizontal = 0,
+} NSUserInterfaceLayoutOrientation;
+typedef enum NSLayoutAttribute : NSInteger {
+  NSLayoutAttributeCenterY = 10,
+} NSLayoutAttribute;
+
+@interface NSStackView : NSView
++ (instancetype)stackViewWithViews:(NSArray<NSView*>*)views;
+@property NSUserInterfaceLayoutOrientation orientation;
+@property NSLayoutAttribute alignment;
+@property CGFloat spacing;
+@property NSEdgeInsets edgeInsets;
+@end
+
+// Windows.
+
+typedef NSUInteger NSWindowStyleMask;
+enum : NSWindowStyleMask {
+  NSWindowStyleMaskTitled = 1 << 0,
+  NSWindowStyleMaskClosable = 1 << 1,
+  NSWindowStyleMaskMiniaturizable = 1 << 2,
+  NSWindowStyleMaskResizable = 1 << 3,
+};
+typedef enum NSBackingStoreType : NSUInteger {
+  NSBackingStoreBuffered = 2,
+} NSBackingStoreType;
+typedef enum NSWindowTabbingMode : NSInteger {
+  NSWindowTabbingModeDisallowed = 2,
+} NSWindowTabbingMode;
+typedef enum NSWindowCollectionBehavior : NSUInteger {
+  NSWindowCollectionBehaviorFullScreenPrimary = 1 << 7,
+} NSWindowCollectionBehavior;
+typedef NSInteger NSModalResponse;
+enum : NSModalResponse {
+  NSModalResponseOK = 1,
+  NSModalResponseCancel = 0,
+  NSModalResponseAbort = -1001,
+  NSAlertFirstButtonReturn = 1000,
+};
+
+@protocol NSWindowDelegate <NSObject>
+- (BOOL)windowShouldClose:(NSWindow*)sender;
+@end
+
+@interface NSWindow : NSResponder
+- (instancetype)initWithContentRect:(NSRect)contentRect
+                          styleMask:(NSWindowStyleMask)style
+                            backing:(NSBackingStoreType)backing
+                              defer:(BOOL)defer;
+@property(copy) NSString* title;
+@property(nullable, assign) id<NSWindowDelegate> delegate;
+@property NSSize minSize;
+@property(nullable, strong) NSView* contentView;
+@property(nullable, assign) NSView* initialFirstResponder;
+@property(nullable, readonly, strong) NSWindow* attachedSheet;
+@property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
+@property(getter=isRestorable) BOOL restorable;
+@property NSWindowTabbingMode tabbingMode;
+@property NSWindowCollectionBehavior collectionBehavior;
+- (void)center;
+- (void)close;
+- (void)makeKeyAndOrderFront:(nullable id)sender;
+- (void)endSheet:(NSWindow*)sheetWindow returnCode:(NSModalResponse)returnCode;
+@end
+
+@interface NSPanel : NSWindow
+@end
+
+// Alerts and panels.
+
+typedef enum NSAlertStyle : NSUInteger {
+  NSAlertStyleWarning = 0,
+  NSAlertStyleInformational = 1,
+  NSAlertStyleCritical = 2,
+} NSAlertStyle;
+
+@interface NSAlert : NSObject
+@property(copy) NSString* messageText;
+@property(copy) NSString* informativeText;
+@property NSAlertStyle alertStyle;
+@property(nullable, strong) NSView* accessoryView;
+@property(readonly, strong) NSWindow* window;
+- (id)addButtonWithTitle:(NSString*)title;
+- (NSModalResponse)runModal;
+- (void)beginSheetModalForWindow:(NSWindow*)sheetWindow
+               completionHandler:(void (^_Nullable)(NSModalResponse returnCode))handler;
+@end
+
+@protocol NSOpenSavePanelDelegate <NSObject>
+- (nullable NSString*)panel:(id)sender userEnteredFilename:(NSString*)filename confirmed:(BOOL)okFlag;
+@end
+
+@interface NSSavePanel : NSPanel
++ (NSSavePanel*)savePanel;
+@property(nullable, readonly, copy) NSURL* URL;
+@property(nullable, copy) NSURL* directoryURL;
+@property(copy) NSArray<UTType*>* allowedContentTypes;
+@property BOOL allowsOtherFileTypes;
+@property(nullable, strong) NSView* accessoryView;
+@property(getter=isExtensionHidden) BOOL extensionHidden;
+@property BOOL canCreateDirectories;
+@property(copy) NSString* prompt;
+@property(copy) NSString* nameFieldStringValue;
+- (void)beginSheetModalForWindow:(NSWindow*)window
+               completionHandler:(void (^)(NSModalResponse result))handler;
+@end
+
+@interface NSSavePanel (Delegate)
+@property(nullable, assign) id<NSOpenSavePanelDelegate> delegate;
+@end
+
+@interface NSOpenPanel : NSSavePanel
++ (NSOpenPanel*)openPanel;
+@property(readonly, copy) NSArray<NSURL*>* URLs;
+@property BOOL canChooseDirectories;
+@property BOOL canChooseFiles;
+@property BOOL allowsMultipleSelection;
+@end
+
+// Sharing.
+
+@class NSSharingService, NSSharingServicePicker;
+
+@protocol NSSharingServiceDelegate <NSObject>
+- (void)sharingService:(NSSharingService*)sharingService didShareItems:(NSArray*)items;
+- (void)sharingService:(NSSharingService*)sharingService
+    didFailToShareItems:(NSArray*)items
+                  error:(NSError*)error;
+@end
+
+@interface NSSharingService : NSObject
+@property(nullable, assign) id<NSSharingServiceDelegate> delegate;
+@end
+
+@protocol NSSharingServicePickerDelegate <NSObject>
+- (void)sharingServicePicker:(NSSharingServicePicker*)sharingServicePicker
+     didChooseSharingService:(nullable NSSharingService*)service;
+@end
+
+@interface NSSharingServicePicker : NSObject
+- (instancetype)initWithItems:(NSArray*)items;
+@property(nullable, weak) id<NSSharingServicePickerDelegate> delegate;
+- (void)showRelativeToRect:(NSRect)rect ofView:(NSView*)view preferredEdge:(NSRectEdge)preferredEdge;
+- (void)close API_AVAILABLE_MACOS(13.0);
+@end
+
+#pragma clang assume_nonnull end

@@ -1,0 +1,5 @@
+#pragma once
+#define TARGET_OS_MAC 1
+#define TARGET_OS_OSX 1
+#define TARGET_OS_IPHONE 0
+#define TARGET_OS_SIMULATOR 0

@@ -1,0 +1,5 @@
+#pragma once
+
+#include <stdint.h>
+
+extern "C" int clonefile(const char* from, const char* to, uint32_t flags);
