@@ -14,9 +14,11 @@ namespace quendo::fake {
 /// The complete host on a fake platform.
 class HostTest : public ::testing::Test {
  protected:
-  HostTest() { platform_.application.setDelegate(&controller_); }
+  HostTest() { platform_.ports().application.setDelegate(&controller_); }
 
-  void launch() { controller_.applicationDidFinishLaunching(); }
+  /// What the desktop and the user ask of the program.
+  ApplicationDelegate& application() { return *platform_.application.delegate; }
+  void launch() { application().applicationDidFinishLaunching(); }
   void finishLoading() { page().navigation->didFinishNavigation(); }
   /// Launches, loads the page, and clears the logs.
   void start() {

@@ -30,24 +30,24 @@ TEST_F(FatalModeTest, ALoadThatFinishesDoesNotBringThePageBack) {
   fail();
   finishLoading();
   EXPECT_TRUE(platform_.log.empty());
-  EXPECT_FALSE(controller_.validateMenuItem(menuItem("newNote")));
-  controller_.performMenuItem(menuItem("newNote"));
+  EXPECT_FALSE(application().validateMenuItem(menuItem("newNote")));
+  application().performMenuItem(menuItem("newNote"));
   EXPECT_TRUE(scripts().empty());
 }
 
 TEST_F(FatalModeTest, NoFileIsTaken) {
   fail();
-  EXPECT_FALSE(controller_.applicationOpenFiles({"file:///a.md", "file:///missing.md"}));
+  EXPECT_FALSE(application().applicationOpenFiles({"file:///a.md", "file:///missing.md"}));
   EXPECT_TRUE(platform_.documents.log.empty());
   EXPECT_TRUE(platform_.log.empty());
-  EXPECT_EQ(controller_.applicationWasStarted(StartKind::again, {"file:///a.md"}), 2);
+  EXPECT_EQ(application().applicationWasStarted(StartKind::again, {"file:///a.md"}), 2);
   finishLoading();
   EXPECT_TRUE(page().asyncCalls.empty());
   EXPECT_EQ(shown(), 0U);
 }
 
 TEST_F(FatalModeTest, FilesWhoseDeliveryFailsAreNotReported) {
-  EXPECT_TRUE(controller_.applicationOpenFiles({"file:///a.md"}));
+  EXPECT_TRUE(application().applicationOpenFiles({"file:///a.md"}));
   fail();
   page().asyncCalls.at(0).completion({{}, "the page's process ended"});
   EXPECT_EQ(shown(), 0U);
@@ -90,7 +90,7 @@ TEST_F(FatalModeTest, NoUpdateIsLookedForOrOffered) {
   platform_.settle();
   EXPECT_EQ(shown(), 0U);
   platform_.mainQueue.advance(24h);
-  controller_.performMenuItem(menuItem("checkForUpdates"));
+  application().performMenuItem(menuItem("checkForUpdates"));
   EXPECT_EQ(platform_.httpSession.tasks.size(), 1U);
 }
 
@@ -120,7 +120,7 @@ TEST_F(FatalModeTest, QuittingIsAnsweredAtOnceHoweverItIsAskedFor) {
 
 TEST_F(FatalModeTest, AStartWithoutFilesStillBringsTheWindowWithItsAlertToTheFront) {
   fail();
-  EXPECT_EQ(controller_.applicationWasStarted(StartKind::again, {}), 0);
+  EXPECT_EQ(application().applicationWasStarted(StartKind::again, {}), 0);
   EXPECT_EQ(platform_.log, (fake::CallLog{"makeKeyAndOrderFront", "activateIgnoringOtherApps true"}));
 }
 

@@ -17,7 +17,7 @@ class MenuCommandsTest : public fake::HostTest {
   bool isEnabled(std::string_view action) {
     MenuItem item;
     item.action = action;
-    return controller_.validateMenuItem(item);
+    return application().validateMenuItem(item);
   }
   std::string title(std::size_t menu) { return platform_.application.mainMenu->items[menu].submenu->title; }
 };
@@ -60,14 +60,14 @@ TEST_F(MenuCommandsTest, ValidatesTheMenuAnewOnceThePageIsReady) {
 
 TEST_F(MenuCommandsTest, RunsTheSnippetOfTheChosenCommandAndLeavesTheWindowOpen) {
   start();
-  controller_.performMenuItem(menuItem("closeCurrentTab"));
+  application().performMenuItem(menuItem("closeCurrentTab"));
   EXPECT_EQ(scripts(), std::vector<std::string>{"window.quendoCloseCurrentTab?.()"});
   EXPECT_TRUE(platform_.log.empty());
 }
 
 TEST_F(MenuCommandsTest, RebuildsTheMenuAndTellsThePageWhenALanguageIsChosen) {
   start();
-  controller_.performMenuItem(menuItem("changeLanguage", "es"));
+  application().performMenuItem(menuItem("changeLanguage", "es"));
   EXPECT_EQ(platform_.defaults.strings["QuendoLanguage"], "es");
   EXPECT_EQ(platform_.log, (fake::CallLog{"setWindowsMenu", "setMainMenu"}));
   EXPECT_EQ(title(1), "Archivo");
@@ -79,7 +79,7 @@ TEST_F(MenuCommandsTest, RebuildsTheMenuAndTellsThePageWhenALanguageIsChosen) {
 
 TEST_F(MenuCommandsTest, ChangesTheLanguageButNotThePageBeforeThePageIsReady) {
   launch();
-  controller_.performMenuItem(menuItem("changeLanguage", "en"));
+  application().performMenuItem(menuItem("changeLanguage", "en"));
   EXPECT_EQ(title(1), "File");
   EXPECT_TRUE(scripts().empty());
 }
@@ -88,9 +88,9 @@ TEST_F(MenuCommandsTest, IgnoresALanguageItemWithoutALanguage) {
   start();
   MenuItem item = menuItem("changeLanguage", "en");
   item.representedObject = "fr";
-  controller_.performMenuItem(item);
+  application().performMenuItem(item);
   item.representedObject = "";
-  controller_.performMenuItem(item);
+  application().performMenuItem(item);
   EXPECT_TRUE(platform_.log.empty());
   EXPECT_FALSE(platform_.defaults.strings.contains("QuendoLanguage"));
 }

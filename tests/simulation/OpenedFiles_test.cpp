@@ -19,7 +19,7 @@ class OpenedFilesTest : public fake::HostTest {
   bool open(const std::vector<std::string>& names) {
     std::vector<std::string> urls;
     for (const std::string& name : names) urls.push_back("file:///docs/" + name);
-    return controller_.applicationOpenFiles(urls);
+    return application().applicationOpenFiles(urls);
   }
   /// Names of the files in the n-th delivery, in order.
   std::string delivered(std::size_t delivery) {
@@ -63,7 +63,7 @@ TEST_F(OpenedFilesTest, HandsTheFilesToThePageInOneCallInTheirOrder) {
 TEST_F(OpenedFilesTest, QueuesAFileOnceInARequestAndAgainInALaterOne) {
   start();
   addFile("a.md");
-  EXPECT_TRUE(controller_.applicationOpenFiles(
+  EXPECT_TRUE(application().applicationOpenFiles(
       {"file:///docs/a.md", "file:///docs/./a.md", "file:///docs/x/../a.md", "file:///docs/%61.md"}));
   EXPECT_EQ(delivered(0), "a.md");
   succeed(0);
@@ -122,7 +122,7 @@ TEST_F(OpenedFilesTest, WordsEachReasonForARefusal) {
   platform_.documents.setFile("/docs/pic.png", "\x89PNG\r\n");
   platform_.documents.files["/docs/folder"] = {DocumentResourceValues{false, std::nullopt}, std::nullopt};
   addFile("big.txt", 20'000'001);
-  EXPECT_FALSE(controller_.applicationOpenFiles({"file:///docs/pic.png", "file:///docs/folder/",
+  EXPECT_FALSE(application().applicationOpenFiles({"file:///docs/pic.png", "file:///docs/folder/",
                                                  "file:///docs/big.txt", "https://example.org/a/far.txt",
                                                  "https://example.org", "file:///docs/%20gone%20"}));
   EXPECT_EQ(alert().messageText, "Some Files Were Not Opened");
@@ -225,9 +225,9 @@ TEST_F(OpenedFilesTest, KeepsFilesThroughThePagesRecovery) {
 TEST_F(OpenedFilesTest, ShowsANameThatIsNotUtf8WithoutLosingTheFile) {
   start();
   platform_.documents.setFile("/docs/caf\xE9.txt", "coffee");
-  EXPECT_TRUE(controller_.applicationOpenFiles({"file:///docs/caf%E9.txt"}));
+  EXPECT_TRUE(application().applicationOpenFiles({"file:///docs/caf%E9.txt"}));
   EXPECT_EQ(delivered(0), "caf\uFFFD.txt");
-  EXPECT_FALSE(controller_.applicationOpenFiles({"file:///docs/%FF"}));
+  EXPECT_FALSE(application().applicationOpenFiles({"file:///docs/%FF"}));
   succeed(0);
   EXPECT_EQ(alert().informativeText, "\uFFFD: o arquivo não pôde ser lido");
 }

@@ -87,8 +87,8 @@ TEST_F(PageFailureTest, ShowsTheRecoveryToastInPortugueseWhateverTheLanguage) {
 
 TEST_F(PageFailureTest, DropsCommandsWhileThePageIsBeingRecovered) {
   crashPageProcess();
-  controller_.performMenuItem(menuItem("newNote"));
-  EXPECT_FALSE(controller_.validateMenuItem(menuItem("newNote")));
+  application().performMenuItem(menuItem("newNote"));
+  EXPECT_FALSE(application().validateMenuItem(menuItem("newNote")));
   EXPECT_TRUE(scripts().empty());
 }
 

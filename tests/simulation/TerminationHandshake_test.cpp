@@ -159,7 +159,7 @@ TEST_F(TerminationHandshakeTest, TurnsTheCloseButtonIntoTheFullHandshakeAndKeeps
   reply(document("{}", 1));
   platform_.settle();
   EXPECT_EQ(answers(), std::vector<bool>{true});
-  EXPECT_FALSE(controller_.applicationShouldTerminateAfterLastWindowClosed());
+  EXPECT_FALSE(application().applicationShouldTerminateAfterLastWindowClosed());
 }
 
 TEST_F(TerminationHandshakeTest, KeepsTheWindowForGoodWhenTheQuitOfItsCloseButtonIsCancelled) {
@@ -251,12 +251,12 @@ TEST_F(TerminationHandshakeTest, TellsThePageBringsTheWindowBackAndThenShowsWhy)
   reply(Value());
   EXPECT_EQ(scripts().back(), kDidCancel);
   EXPECT_EQ(platform_.log, (fake::CallLog{"updateMainMenu", "makeKeyAndOrderFront"}));
-  EXPECT_TRUE(controller_.validateMenuItem(menuItem("newNote")));
+  EXPECT_TRUE(application().validateMenuItem(menuItem("newNote")));
 }
 
 TEST_F(TerminationHandshakeTest, DropsCommandsAndStillAnswersSavesWhilePending) {
   quit();
-  controller_.performMenuItem(menuItem("newNote"));
+  application().performMenuItem(menuItem("newNote"));
   EXPECT_EQ(countOf("createNote()"), 0U);
   post("quendoState", Value::Dictionary{{"serialized", "{}"}, {"revision", 4.0}});
   EXPECT_EQ(scripts().back(), "window.quendoNativeSaveDidFinish?.(true,4)");

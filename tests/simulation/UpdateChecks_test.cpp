@@ -34,8 +34,8 @@ TEST_F(UpdateChecksTest, BeginEightSecondsAfterTheLaunch) {
 
 TEST_F(UpdateChecksTest, AnswerTheMenu) {
   start();
-  controller_.performMenuItem(menuItem("checkForUpdates"));
-  controller_.performMenuItem(menuItem("checkForUpdates"));
+  application().performMenuItem(menuItem("checkForUpdates"));
+  application().performMenuItem(menuItem("checkForUpdates"));
   EXPECT_EQ(scripts(), std::vector<std::string>{R"(showToast("A verificação já está em andamento"))"});
   EXPECT_EQ(requests(), 1U);
   answerWithANewerRelease();
@@ -46,7 +46,7 @@ TEST_F(UpdateChecksTest, AnswerTheMenu) {
 
 TEST_F(UpdateChecksTest, AnswerTheMenuBeforeThePageIsReady) {
   launch();
-  controller_.performMenuItem(menuItem("checkForUpdates"));
+  application().performMenuItem(menuItem("checkForUpdates"));
   platform_.httpSession.tasks.back().completion(std::nullopt);
   platform_.settle();
   EXPECT_EQ(scripts(), std::vector<std::string>{R"(showToast("Não foi possível verificar atualizações"))"});

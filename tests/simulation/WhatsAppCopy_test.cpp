@@ -5,7 +5,7 @@ namespace {
 
 class WhatsAppCopyTest : public fake::HostTest {
  protected:
-  void chooseItem() { controller_.performMenuItem(menuItem("copyForWhatsApp")); }
+  void chooseItem() { application().performMenuItem(menuItem("copyForWhatsApp")); }
 };
 
 TEST_F(WhatsAppCopyTest, AsksThePageToCopyTheNote) {

@@ -68,7 +68,7 @@ namespace {
 constexpr AEKeyword kQuitReason = 'why?';
 
 bool sessionEnds() {
-  NSAppleEventDescriptor* event = NSAppleEventManager.sharedAppleEventManager.currentAppleEvent;
+  NSAppleEventDescriptor* event = [[NSAppleEventManager sharedAppleEventManager] currentAppleEvent];
   return [event attributeDescriptorForKeyword:kQuitReason] != nil;
 }
 

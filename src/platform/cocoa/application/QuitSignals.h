@@ -11,7 +11,7 @@ namespace quendo::cocoa {
 /// rest of the process. Main thread; one per process.
 class QuitSignals {
  public:
-  explicit QuitSignals(const std::function<void()>& quit);
+  explicit QuitSignals(std::function<void()> quit);
 
  private:
   std::vector<dispatch_source_t> sources_;

@@ -4,7 +4,7 @@
 
 namespace quendo::cocoa {
 
-QuitSignals::QuitSignals(const std::function<void()>& quit) {
+QuitSignals::QuitSignals(std::function<void()> quit) {
   for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
     // The source sees signals that are ignored too.
     std::signal(number, SIG_IGN);

@@ -51,7 +51,7 @@ ContextMenuItem contextMenuItemOf(NSMenuItem* item) {
 NSArray<NSURL*>* draggedFiles(id<NSDraggingInfo> drag) {
   return [drag.draggingPasteboard
       readObjectsForClasses:@[ NSURL.class ]
-                    options:@{NSPasteboardURLReadingFileURLsOnlyKey : @YES}];
+                    options:@{NSPasteboardURLReadingFileURLsOnlyKey : [NSNumber numberWithBool:YES]}];
 }
 
 }  // namespace

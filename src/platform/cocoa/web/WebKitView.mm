@@ -84,7 +84,7 @@ void (^WebKitView::handlerFor(EvaluationHandler completion))(id, NSError*) {
   const std::uint64_t number = unanswered_.add(std::move(completion));
   const auto answer = lifetime_.guard(
       [this, number](EvaluationResult result) { unanswered_.answer(number, std::move(result)); });
-  return ^(id value, NSError* error) {
+  return [^(id value, NSError* error) {
     auto finish = answer;
     EvaluationResult result = resultFrom(value, error);
     if (!error) {
@@ -92,7 +92,7 @@ void (^WebKitView::handlerFor(EvaluationHandler completion))(id, NSError*) {
       return;
     }
     DispatchMainQueue().async([finish, result = std::move(result)]() mutable { finish(std::move(result)); });
-  };
+  } copy];
 }
 
 void WebKitView::evaluateJavaScript(const std::string& script, EvaluationHandler completion) {

@@ -149,7 +149,7 @@ typedef enum WKMediaCaptureType : NSInteger {
 @end
 
 @interface WKWebView : NSView
-- (instancetype)initWithFrame:(CGRect)frame configuration:(WKWebViewConfiguration*)configuration;
+- (instancetype)initWithFrame:(NSRect)frame configuration:(WKWebViewConfiguration*)configuration;
 @property(nullable, nonatomic, weak) id<WKNavigationDelegate> navigationDelegate;
 @property(nullable, nonatomic, weak) id<WKUIDelegate> UIDelegate;
 @property(nonatomic, getter=isInspectable) BOOL inspectable API_AVAILABLE_MACOS(13.3);

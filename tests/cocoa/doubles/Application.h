@@ -1,0 +1,24 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include <functional>
+#include <vector>
+
+namespace quendo::doubles {
+
+/// Whether the event being handled asks to quit because the session ends.
+void setSessionEnds(bool ends);
+/// Lets a signal arrive, for which there must be a source.
+void raiseSignal(int number);
+
+/// A modal session; `abortion` ends it for the program.
+void beginModal(NSWindow* window, std::function<void()> abortion);
+void endModal();
+
+/// The events that were put back into the queue, in the order of the calls.
+std::vector<NSEvent*>& postedEvents(bool atStart);
+/// Whether a monitor keeps the event to itself.
+bool isHeldBack(NSEvent* event);
+
+}  // namespace quendo::doubles

@@ -1,0 +1,325 @@
+// A double of alerts, open and save panels, and what is in them. The user is the test.
+
+#import <AppKit/AppKit.h>
+#import <UniformTypeIdentifiers/UniformTypeIdentifiers.h>
+
+#include <cstdlib>
+
+#import "Application.h"
+#import "Stage.h"
+#import "Windows.h"
+
+using namespace quendo;
+using namespace quendo::doubles;
+
+namespace {
+
+struct AlertState {
+  NSString* message = nil;
+  NSString* informative = nil;
+  NSAlertStyle style = NSAlertStyleWarning;
+  std::vector<std::string> buttons;
+  NSView* accessory = nil;
+  NSWindow* window = nil;
+  std::shared_ptr<fake::FakePresentedAlert> presented;
+};
+
+struct SheetState {
+  std::function<void(NSModalResponse)> end;
+};
+
+struct ControlState {
+  NSString* value = nil;
+  id target = nil;
+  SEL action = nullptr;
+};
+
+struct PopUpState {
+  std::vector<std::string> titles;
+  NSInteger selected = -1;
+};
+
+struct StackState {
+  NSArray* views = nil;
+  CGFloat spacing = 0;
+  NSEdgeInsets insets{};
+  NSUserInterfaceLayoutOrientation orientation{};
+  NSLayoutAttribute alignment{};
+};
+
+struct PanelState {
+  NSString* title = nil;
+  NSString* prompt = nil;
+  NSString* name = nil;
+  NSArray* types = nil;
+  NSURL* directory = nil;
+  NSURL* url = nil;
+  NSView* accessory = nil;
+  id delegate = nil;
+  bool otherTypes = false;
+  bool createDirectories = true;
+  bool extensionHidden = true;
+  bool chooseDirectories = false;
+  bool chooseFiles = true;
+  bool multiple = false;
+  NSArray* urls = nil;
+  std::shared_ptr<fake::FakeSavePanel> shown;
+};
+
+NSPopUpButton* popUpIn(NSView* accessory) {
+  for (NSView* view in stateOf<StackState>(accessory).views) {
+    if ([view isKindOfClass:[NSPopUpButton class]]) return (NSPopUpButton*)view;
+  }
+  return nil;
+}
+
+Alert coreAlertOf(NSAlert* alert) {
+  const AlertState& state = stateOf<AlertState>(alert);
+  Alert made;
+  made.style = state.style == NSAlertStyleCritical        ? AlertStyle::critical
+               : state.style == NSAlertStyleInformational ? AlertStyle::informational
+                                                          : AlertStyle::warning;
+  made.messageText = textFrom(state.message);
+  made.informativeText = textFrom(state.informative);
+  made.buttons = state.buttons;
+  if (state.accessory) {
+    const Rect frame = rectOf(state.accessory.frame);
+    made.accessory = Alert::TextField{textFrom(((NSTextField*)state.accessory).stringValue), frame.width, frame.height};
+  }
+  return made;
+}
+
+/// The user's answer, as the system reports it.
+NSModalResponse responseTo(NSAlert* alert, const AlertResult& result) {
+  AlertState& state = stateOf<AlertState>(alert);
+  if (state.accessory) ((NSTextField*)state.accessory).stringValue = stringFrom(result.text);
+  return result.button < 0 ? NSModalResponseCancel : NSAlertFirstButtonReturn + result.button;
+}
+
+SavePanelConfiguration configurationOf(NSSavePanel* panel) {
+  PanelState& state = stateOf<PanelState>(panel);
+  SavePanelConfiguration made;
+  made.title = textFrom(state.title);
+  made.prompt = textFrom(state.prompt);
+  made.nameFieldStringValue = textFrom(state.name);
+  if (state.types.count != 1 || state.extensionHidden) std::abort();
+  made.allowedContentType = textFrom([[state.types firstObject] identifier]);
+  made.canCreateDirectories = state.createDirectories;
+  made.allowsOtherFileTypes = state.otherTypes;
+  if (state.accessory) {
+    const StackState& row = stateOf<StackState>(state.accessory);
+    using Accessory = SavePanelConfiguration::Accessory;
+    if (row.spacing != Accessory::kSpacing || row.insets.top != Accessory::kVerticalInset ||
+        row.insets.bottom != Accessory::kVerticalInset || row.insets.left != 0 || row.insets.right != 0 ||
+        row.orientation != NSUserInterfaceLayoutOrientationHorizontal || row.alignment != NSLayoutAttributeCenterY)
+      std::abort();
+    NSPopUpButton* popUp = popUpIn(state.accessory);
+    Accessory accessory;
+    accessory.label = textFrom(((NSTextField*)[row.views firstObject]).stringValue);
+    accessory.items = stateOf<PopUpState>(popUp).titles;
+    accessory.selected = static_cast<std::size_t>(popUp.indexOfSelectedItem);
+    accessory.didChange = [panel, popUp](SavePanel& changed) {
+      const Turn turn;
+      stateOf<PopUpState>(popUp).selected = static_cast<NSInteger>(changed.indexOfSelectedItem());
+      [popUp.target performSelector:popUp.action withObject:popUp];
+    };
+    made.accessory = std::move(accessory);
+  }
+  made.pathToWrite = [panel](const SavePanel&, std::string path) {
+    PanelState& entered = stateOf<PanelState>(panel);
+    NSString* whole = stringFrom(path);
+    entered.directory = [NSURL fileURLWithPath:[whole stringByDeletingLastPathComponent]];
+    NSString* name = [entered.delegate panel:panel userEnteredFilename:[whole lastPathComponent] confirmed:YES];
+    return textFrom([[whole stringByDeletingLastPathComponent] stringByAppendingPathComponent:name]);
+  };
+  return made;
+}
+
+}  // namespace
+
+namespace quendo::doubles {
+
+void endSheetOf(NSWindow* sheet, NSModalResponse response) {
+  stateOf<SheetState>(sheet).end(response);
+}
+
+}  // namespace quendo::doubles
+
+@implementation NSAlert
+// clang-format off
+- (NSString*)messageText { return stateOf<AlertState>(self).message; }
+- (void)setMessageText:(NSString*)text { stateOf<AlertState>(self).message = [text copy]; }
+- (NSString*)informativeText { return stateOf<AlertState>(self).informative; }
+- (void)setInformativeText:(NSString*)text { stateOf<AlertState>(self).informative = [text copy]; }
+- (NSAlertStyle)alertStyle { return stateOf<AlertState>(self).style; }
+- (void)setAlertStyle:(NSAlertStyle)style { stateOf<AlertState>(self).style = style; }
+- (NSView*)accessoryView { return stateOf<AlertState>(self).accessory; }
+- (void)setAccessoryView:(NSView*)view { stateOf<AlertState>(self).accessory = view; }
+// clang-format on
+- (NSWindow*)window {
+  NSWindow*& window = stateOf<AlertState>(self).window;
+  if (!window) window = [[NSPanel alloc] init];
+  return window;
+}
+- (id)addButtonWithTitle:(NSString*)title {
+  stateOf<AlertState>(self).buttons.push_back(textFrom(title));
+  return nil;
+}
+- (NSModalResponse)runModal {
+  auto waiting = std::make_shared<Waiting>();
+  NSModalResponse response = NSModalResponseAbort;
+  AlertState& state = stateOf<AlertState>(self);
+  beginModal([self window], [presented = &state.presented] { (*presented)->dismiss(); });
+  const auto presented = facilities().toolkit.runModal(coreAlertOf(self), [&response, self, waiting](AlertResult result) {
+    response = responseTo(self, result);
+    waiting->resume();
+  });
+  state.presented = std::static_pointer_cast<fake::FakePresentedAlert>(presented);
+  waiting->wait();
+  endModal();
+  return response;
+}
+- (void)beginSheetModalForWindow:(NSWindow*)sheetWindow completionHandler:(void (^)(NSModalResponse))handler {
+  void (^kept)(NSModalResponse) = [handler copy];
+  const auto presented = windowOf(sheetWindow).beginSheet(coreAlertOf(self), [self, kept](AlertResult result) {
+    const Turn turn;
+    kept(responseTo(self, result));
+  });
+  stateOf<SheetState>([self window]).end = [presented](NSModalResponse) { presented->dismiss(); };
+}
+@end
+
+@implementation NSControl
+// clang-format off
+- (NSString*)stringValue { return stateOf<ControlState>(self).value; }
+- (void)setStringValue:(NSString*)value { stateOf<ControlState>(self).value = [value copy]; }
+- (id)target { return stateOf<ControlState>(self).target; }
+- (void)setTarget:(id)target { stateOf<ControlState>(self).target = target; }
+- (SEL)action { return stateOf<ControlState>(self).action; }
+- (void)setAction:(SEL)action { stateOf<ControlState>(self).action = action; }
+// clang-format on
+@end
+
+@implementation NSTextField
++ (instancetype)labelWithString:(NSString*)string {
+  NSTextField* label = [[self alloc] init];
+  label.stringValue = string;
+  return label;
+}
+@end
+
+@implementation NSPopUpButton
+- (instancetype)initWithFrame:(NSRect)frame pullsDown:(BOOL)pullsDown {
+  if (pullsDown) std::abort();
+  return [super initWithFrame:frame];
+}
+- (void)addItemWithTitle:(NSString*)title {
+  // Of two items with the same title, AppKit keeps the new one.
+  std::vector<std::string>& titles = stateOf<PopUpState>(self).titles;
+  std::erase(titles, textFrom(title));
+  titles.push_back(textFrom(title));
+}
+- (void)selectItemAtIndex:(NSInteger)index {
+  stateOf<PopUpState>(self).selected = index;
+}
+- (NSInteger)indexOfSelectedItem {
+  return stateOf<PopUpState>(self).selected;
+}
+@end
+
+@implementation NSStackView
++ (instancetype)stackViewWithViews:(NSArray*)views {
+  NSStackView* stack = [[self alloc] init];
+  stateOf<StackState>(stack).views = [views copy];
+  return stack;
+}
+// clang-format off
+- (NSUserInterfaceLayoutOrientation)orientation { return stateOf<StackState>(self).orientation; }
+- (void)setOrientation:(NSUserInterfaceLayoutOrientation)value { stateOf<StackState>(self).orientation = value; }
+- (NSLayoutAttribute)alignment { return stateOf<StackState>(self).alignment; }
+- (void)setAlignment:(NSLayoutAttribute)alignment { stateOf<StackState>(self).alignment = alignment; }
+- (CGFloat)spacing { return stateOf<StackState>(self).spacing; }
+- (void)setSpacing:(CGFloat)spacing { stateOf<StackState>(self).spacing = spacing; }
+- (NSEdgeInsets)edgeInsets { return stateOf<StackState>(self).insets; }
+- (void)setEdgeInsets:(NSEdgeInsets)insets { stateOf<StackState>(self).insets = insets; }
+// clang-format on
+@end
+
+@implementation NSSavePanel
++ (NSSavePanel*)savePanel {
+  return [[self alloc] init];
+}
+// clang-format off
+- (NSString*)title { return stateOf<PanelState>(self).title; }
+- (void)setTitle:(NSString*)title { stateOf<PanelState>(self).title = [title copy]; }
+- (NSURL*)URL { return stateOf<PanelState>(self).url; }
+- (NSURL*)directoryURL { return stateOf<PanelState>(self).directory; }
+- (void)setDirectoryURL:(NSURL*)url { stateOf<PanelState>(self).directory = url; }
+- (NSArray*)allowedContentTypes { return stateOf<PanelState>(self).types; }
+- (void)setAllowedContentTypes:(NSArray*)types { stateOf<PanelState>(self).types = [types copy]; }
+- (BOOL)allowsOtherFileTypes { return stateOf<PanelState>(self).otherTypes; }
+- (void)setAllowsOtherFileTypes:(BOOL)value { stateOf<PanelState>(self).otherTypes = value; }
+- (NSView*)accessoryView { return stateOf<PanelState>(self).accessory; }
+- (void)setAccessoryView:(NSView*)view { stateOf<PanelState>(self).accessory = view; }
+- (BOOL)isExtensionHidden { return stateOf<PanelState>(self).extensionHidden; }
+- (void)setExtensionHidden:(BOOL)value { stateOf<PanelState>(self).extensionHidden = value; }
+- (BOOL)canCreateDirectories { return stateOf<PanelState>(self).createDirectories; }
+- (void)setCanCreateDirectories:(BOOL)value { stateOf<PanelState>(self).createDirectories = value; }
+- (NSString*)prompt { return stateOf<PanelState>(self).prompt; }
+- (void)setPrompt:(NSString*)prompt { stateOf<PanelState>(self).prompt = [prompt copy]; }
+- (id<NSOpenSavePanelDelegate>)delegate { return stateOf<PanelState>(self).delegate; }
+- (void)setDelegate:(id<NSOpenSavePanelDelegate>)delegate { stateOf<PanelState>(self).delegate = delegate; }
+// clang-format on
+- (NSString*)nameFieldStringValue {
+  const PanelState& state = stateOf<PanelState>(self);
+  return state.shown ? stringFrom(state.shown->name) : state.name;
+}
+- (void)setNameFieldStringValue:(NSString*)name {
+  PanelState& state = stateOf<PanelState>(self);
+  state.name = [name copy];
+  if (state.shown) state.shown->name = textFrom(name);
+}
+- (void)beginSheetModalForWindow:(NSWindow*)window completionHandler:(void (^)(NSModalResponse))handler {
+  void (^kept)(NSModalResponse) = [handler copy];
+  auto panel = windowOf(window).beginSheet(
+      configurationOf(self), [self, kept](SavePanel&, const SavePanelResult& result) {
+        const Turn turn;
+        stateOf<PanelState>(self).url = result.path      ? [NSURL fileURLWithPath:stringFrom(*result.path)]
+                                        : result.confirmed ? [NSURL URLWithString:@"https://elsewhere.example/"]
+                                                           : nil;
+        kept(result.confirmed ? NSModalResponseOK : NSModalResponseCancel);
+      });
+  stateOf<PanelState>(self).shown = std::static_pointer_cast<fake::FakeSavePanel>(panel);
+}
+@end
+
+@implementation NSOpenPanel
++ (NSOpenPanel*)openPanel {
+  return [[self alloc] init];
+}
+// clang-format off
+- (NSArray*)URLs { return stateOf<PanelState>(self).urls; }
+- (BOOL)canChooseDirectories { return stateOf<PanelState>(self).chooseDirectories; }
+- (void)setCanChooseDirectories:(BOOL)value { stateOf<PanelState>(self).chooseDirectories = value; }
+- (BOOL)canChooseFiles { return stateOf<PanelState>(self).chooseFiles; }
+- (void)setCanChooseFiles:(BOOL)value { stateOf<PanelState>(self).chooseFiles = value; }
+- (BOOL)allowsMultipleSelection { return stateOf<PanelState>(self).multiple; }
+- (void)setAllowsMultipleSelection:(BOOL)value { stateOf<PanelState>(self).multiple = value; }
+// clang-format on
+- (void)beginSheetModalForWindow:(NSWindow*)window completionHandler:(void (^)(NSModalResponse))handler {
+  void (^kept)(NSModalResponse) = [handler copy];
+  PanelState& state = stateOf<PanelState>(self);
+  if (!state.chooseFiles || [state.types firstObject] != UTTypeData) std::abort();
+  OpenPanel panel{textFrom(state.title), textFrom(state.prompt),
+                  state.directory ? textFrom([state.directory path]) : "", state.multiple,
+                  state.chooseDirectories};
+  windowOf(window).beginSheet(panel, [self, kept](std::optional<std::vector<std::string>> paths) {
+    const Turn turn;
+    NSMutableArray* urls = [NSMutableArray array];
+    for (const std::string& path : paths.value_or(std::vector<std::string>()))
+      [urls addObject:[NSURL fileURLWithPath:stringFrom(path)]];
+    stateOf<PanelState>(self).urls = urls;
+    kept(paths ? NSModalResponseOK : NSModalResponseCancel);
+  });
+}
+@end

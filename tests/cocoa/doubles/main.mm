@@ -1,0 +1,47 @@
+#import <Foundation/Foundation.h>
+#include <Block.h>
+#include <gtest/gtest.h>
+#include <objc/runtime.h>
+
+#include <cstring>
+#include <initializer_list>
+
+extern "C" {
+extern void* _NSConcreteStackBlock[32];
+extern void* _NSConcreteGlobalBlock[32];
+extern void* _NSConcreteMallocBlock[32];
+}
+
+/// On macOS blocks are objects. Here they are not until their classes are filled in.
+@interface BlockObject : NSObject
+@end
+
+@implementation BlockObject
+- (id)copy {
+  return (id)Block_copy((void*)self);
+}
+- (id)retain {
+  return self;
+}
+- (oneway void)release {
+}
+@end
+
+namespace {
+
+void makeBlocksObjects() {
+  // The first message completes the class.
+  [[[BlockObject alloc] init] retain];
+  for (void** block : {_NSConcreteStackBlock, _NSConcreteGlobalBlock, _NSConcreteMallocBlock})
+    std::memcpy(block, (const void*)[BlockObject class], 32 * sizeof(void*));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // Never drained: without reference counting nothing else would keep what the program holds.
+  [[NSAutoreleasePool alloc] init];
+  makeBlocksObjects();
+  testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}
