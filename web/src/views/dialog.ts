@@ -1,5 +1,6 @@
 import type { Key } from '../i18n/catalogue';
 import { h, iconButton } from '../dom/elements';
+import { isComposing } from '../keyboard/keys';
 
 export interface DialogOptions {
   readonly title: Key;
@@ -32,7 +33,7 @@ export function openDialog(options: DialogOptions): void {
   // The browser closes a dialog immediately but fires the close event later; keys pressed in between would be
   // lost.
   dialog.addEventListener('keydown', (event) => {
-    if (event.key !== 'Escape' || event.isComposing || event.defaultPrevented) return;
+    if (event.key !== 'Escape' || isComposing(event) || event.defaultPrevented) return;
     event.preventDefault();
     closeDialog();
   });
