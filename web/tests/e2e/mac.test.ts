@@ -2,15 +2,13 @@ import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import type { Browser, Page } from 'playwright-core';
 import type { Language } from '../../src/i18n/language';
-import { fakeHost, launch, noteTexts, open } from './browser';
+import { asMac, fakeHost, launch, noteTexts, open } from './browser';
 
 let browser: Browser;
 before(async () => {
   browser = await launch();
 });
 after(() => browser.close());
-
-const asMac = "Object.defineProperty(Navigator.prototype, 'platform', { get: () => 'MacIntel' });";
 
 async function openOnMac(language: Language = 'en') {
   return open(browser, { before: asMac + fakeHost(undefined, language) });
