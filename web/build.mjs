@@ -24,7 +24,7 @@ const result = await build({
   bundle: true,
   format: 'iife',
   minify: true,
-  target: ['safari16.4', 'chrome110'],
+  target: ['safari16.0', 'chrome110'],
   charset: 'utf8',
   outdir: 'assets',
   write: false,

@@ -14,7 +14,7 @@ export async function bundleForNode(entryPoints) {
     platform: 'node',
     format: 'esm',
     target: 'node18',
-    external: ['playwright-core', 'esbuild', 'axe-core'],
+    external: ['playwright-core', 'esbuild', 'axe-core', 'typescript', '@mdn/browser-compat-data'],
     loader: { '.css': 'empty' },
     outdir,
     outbase: root,

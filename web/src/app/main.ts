@@ -2,10 +2,10 @@ import { hostAnswers } from './answers';
 import { startApp } from './startApp';
 import { pressedCommand } from '../commands/command';
 import { rememberPlace } from '../commands/context';
-import { matchesKey } from '../commands/keys';
 import type { HostAnswers } from '../commands/port';
 import { commands } from '../commands/table';
 import { setLanguage } from '../i18n/language';
+import { isComposing, matchesKey } from '../keyboard/keys';
 import { readContents } from '../state/read';
 import '../styles/main.css';
 import { readBootstrap, startLanguage } from '../host/bootstrap';
@@ -46,7 +46,7 @@ window.addEventListener(
   'keydown',
   (event) => {
     const command = pressedCommand(commands, native, (key) => matchesKey(event, key));
-    if (!command || event.isComposing) return;
+    if (!command || isComposing(event)) return;
     event.preventDefault();
     event.stopPropagation();
     command.run(context);

@@ -1,6 +1,6 @@
 import type { Key } from '../i18n/catalogue';
+import { keyLabel, onMac } from '../keyboard/keys';
 import type { Context } from './context';
-import { keyLabel } from './keys';
 
 export interface Command {
   readonly label: Key;
@@ -23,9 +23,13 @@ export interface Command {
 
 export type CommandTable = Readonly<Record<string, Command>>;
 
-/** The command's key in this environment: the menu key under the host, otherwise the browser's. */
+/**
+ * The command's key in this environment: the menu key under the host, otherwise the browser's. The latter are
+ * on Alt, and on a Mac that key types letters.
+ */
 export function keyOf({ key, browserKey }: Command, native: boolean): string | undefined {
-  return native ? key : (browserKey ?? key);
+  if (native || browserKey === undefined) return key;
+  return onMac ? undefined : browserKey;
 }
 
 export function shownKey(command: Command, { port }: Pick<Context, 'port'>): string {

@@ -1,9 +1,9 @@
 import type { Key } from '../i18n/catalogue';
+import { keyLabel } from '../keyboard/keys';
 import { type GuideSection, guideDialog } from '../views/guideDialog';
 import { practice } from '../views/practice';
 import { type Command, type CommandTable, shownKey } from './command';
 import { type Context, focusMain } from './context';
-import { keyLabel } from './keys';
 import { lessonKeys, lessons } from './lessons';
 
 /** The commands the guide lists with the editor's keys. */

@@ -1,6 +1,6 @@
 import type { Key } from '../i18n/catalogue';
+import { keyLabel } from '../keyboard/keys';
 import type { Lesson } from '../views/practice';
-import { keyLabel } from './keys';
 
 /** Whether the start's first word was replaced everywhere by one and the same other word. */
 function isReplaced(text: string, start: string): boolean {

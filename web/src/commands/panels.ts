@@ -1,7 +1,7 @@
+import { keyLabel } from '../keyboard/keys';
 import { closeDialog } from '../views/dialog';
 import { captureDialog } from '../views/captureDialog';
 import { type Context, focusMain, requireWritable } from './context';
-import { keyLabel } from './keys';
 import { keepCapture } from './notes';
 
 export function openCapture(context: Context): void {

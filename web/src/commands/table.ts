@@ -7,7 +7,6 @@ import type { Context } from './context';
 import * as copies from './copies';
 import * as files from './files';
 import { showGuide } from './guide';
-import { menuOnlyKeys } from './keys';
 import * as notes from './notes';
 import { showPalette } from './palette';
 import { openCapture, openSearch, toggleSidebar } from './panels';
@@ -203,6 +202,9 @@ export const noteCommands: ReadonlyArray<ReadonlyArray<Name>> = [
   ['pin'],
   ['delete'],
 ];
+
+/** Host menu keys that have no command here. */
+export const menuOnlyKeys = ['Mod-h', 'Mod-Alt-h', 'Mod-m', 'Mod-q', 'Mod-Shift-w'];
 
 /** Keys the editor must leave to commands. */
 export const reservedKeys: ReadonlyArray<string> = [

@@ -4,6 +4,7 @@ import { highlightSelectionMatches, search, searchKeymap } from '@codemirror/sea
 import { EditorState, type Extension } from '@codemirror/state';
 import { EditorView, type KeyBinding, keymap, placeholder } from '@codemirror/view';
 import { htmlTag, t } from '../i18n/language';
+import { onMac } from '../keyboard/keys';
 import { lineDirections } from './direction';
 import { findPanel, openReplace } from './findPanel';
 import { foldKeys } from './folding';
@@ -66,13 +67,15 @@ export function readOnlyExtensions(readOnly: boolean): Extension {
 }
 
 function isReserved(binding: KeyBinding, taken: ReadonlySet<string>): boolean {
-  return [binding.key, binding.linux, binding.mac].some((key) => key !== undefined && taken.has(canonical(key)));
+  const key = (onMac ? binding.mac : binding.linux) ?? binding.key;
+  return key !== undefined && taken.has(canonical(key));
 }
 
-/** A canonical spelling for a key: modifiers in a fixed order, Control counted as the platform's Mod. */
+/** A canonical spelling for a key: modifiers in a fixed order, the platform's Mod by that name. */
 function canonical(key: string): string {
   const parts = key.split(/-(?!$)/);
   const name = (parts.pop() ?? '').toLowerCase();
-  const modifiers = parts.map((part) => (/^(?:ctrl|cmd|meta|mod)$/i.test(part) ? 'Mod' : part));
+  const mod = onMac ? /^(?:cmd|meta|mod)$/i : /^(?:ctrl|mod)$/i;
+  const modifiers = parts.map((part) => (mod.test(part) ? 'Mod' : part));
   return [...modifiers.sort(), name].join('-');
 }

@@ -14,6 +14,7 @@ import { type Command, type EditorView, type Panel, runScopeHandlers, type ViewU
 import { h, type Props } from '../dom/elements';
 import type { Key } from '../i18n/catalogue';
 import { t } from '../i18n/language';
+import { hasMod, hasOtherMod, isComposing } from '../keyboard/keys';
 import { MatchCount, type Matches, MOST_MATCHES, placeOf } from './matches';
 
 /** A new query is counted immediately, edited text once typing pauses. */
@@ -156,11 +157,12 @@ class FindPanel implements Panel {
   }
 
   #onKey(event: KeyboardEvent): void {
-    if (event.isComposing) return;
+    if (isComposing(event)) return;
     const inWhat = event.target === this.#what;
-    if (event.key === 'Enter' && !event.altKey && (inWhat || event.target === this.#with)) {
-      if (!inWhat) (event.ctrlKey || event.metaKey ? replaceAll : replaceNext)(this.#view);
-      else if (event.ctrlKey || event.metaKey) this.#run(selectMatches, true);
+    const isPlain = !event.altKey && !hasOtherMod(event);
+    if (event.key === 'Enter' && isPlain && (inWhat || event.target === this.#with)) {
+      if (!inWhat) (hasMod(event) ? replaceAll : replaceNext)(this.#view);
+      else if (hasMod(event)) this.#run(selectMatches, true);
       else (event.shiftKey ? findPrevious : findNext)(this.#view);
     } else if (!runScopeHandlers(this.#view, event, 'search-panel')) return;
     event.preventDefault();

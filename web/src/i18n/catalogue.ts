@@ -6,6 +6,10 @@ export const catalogue = {
   'cancel': ['Cancelar', 'Cancel', 'Cancelar'],
   'undo': ['Desfazer', 'Undo', 'Deshacer'],
   'open': ['Abrir', 'Open', 'Abrir'],
+  'key.enter': ['Enter', 'Enter', 'Intro'],
+  'key.delete': ['Delete', 'Delete', 'Supr'],
+  'key.escape': ['Esc', 'Esc', 'Esc'],
+  'key.tab': ['Tab', 'Tab', 'Tab'],
 
   'sidebar.label': ['Notas', 'Notes', 'Notas'],
   'sidebar.show': ['Mostrar a lista de notas', 'Show the note list', 'Mostrar la lista de notas'],
@@ -28,7 +32,7 @@ export const catalogue = {
   'tabs.nothingToClose': ['Não há outras abas para fechar', 'There are no other tabs to close', 'No hay otras pestañas que cerrar'],
   'tabs.nothingToReopen': ['Nenhuma aba fechada para reabrir', 'There is no closed tab to reopen', 'No hay pestañas cerradas que reabrir'],
   'overview.title': ['Abas abertas', 'Open tabs', 'Pestañas abiertas'],
-  'overview.hint': ['Setas para escolher, Enter para abrir, Delete para fechar a aba', 'Arrows to choose, Enter to open, Delete to close the tab', 'Flechas para elegir, Enter para abrir, Supr para cerrar la pestaña'],
+  'overview.hint': ['Setas para escolher, {enter} para abrir, {delete} para fechar a aba', 'Arrows to choose, {enter} to open, {delete} to close the tab', 'Flechas para elegir, {enter} para abrir, {delete} para cerrar la pestaña'],
   'overview.empty': ['Nenhuma aba aberta.', 'No open tabs.', 'No hay pestañas abiertas.'],
 
   'editor.label': ['Texto da nota', 'Note text', 'Texto de la nota'],
@@ -41,7 +45,7 @@ export const catalogue = {
   'capture.title': ['Captura rápida', 'Quick capture', 'Captura rápida'],
   'capture.placeholder': ['O que não pode se perder?', 'What must not get lost?', '¿Qué no se puede perder?'],
   'capture.save': ['Guardar nota', 'Keep note', 'Guardar nota'],
-  'capture.hint': ['{key} guarda · Esc volta sem perder o rascunho', '{key} keeps it · Esc goes back, the draft stays', '{key} guarda · Esc vuelve sin perder el borrador'],
+  'capture.hint': ['{key} guarda · {escape} volta sem perder o rascunho', '{key} keeps it · {escape} goes back, the draft stays', '{key} guarda · {escape} vuelve sin perder el borrador'],
   'capture.done': ['Guardado nas notas', 'Kept in your notes', 'Guardado en tus notas'],
 
   'save.saved': ['Salvo', 'Saved', 'Guardado'],
@@ -74,7 +78,7 @@ export const catalogue = {
   'palette.count.many': ['{n} comandos', '{n} commands', '{n} comandos'],
 
   'bin.title': ['Lixeira', 'Bin', 'Papelera'],
-  'bin.hint': ['Enter traz a nota de volta. Notas ficam aqui por 30 dias.', 'Enter brings a note back. Notes stay here for 30 days.', 'Intro recupera la nota. Las notas quedan aquí 30 días.'],
+  'bin.hint': ['{enter} traz a nota de volta. Notas ficam aqui por 30 dias.', '{enter} brings a note back. Notes stay here for 30 days.', '{enter} recupera la nota. Las notas quedan aquí 30 días.'],
   'bin.nothing': ['A lixeira está vazia. Notas apagadas ficam aqui por 30 dias.', 'The bin is empty. Deleted notes stay here for 30 days.', 'La papelera está vacía. Las notas borradas quedan aquí 30 días.'],
   'bin.restored': ['“{title}” está de volta', '“{title}” is back', '“{title}” está de vuelta'],
   'bin.empty': ['Esvaziar a lixeira…', 'Empty the bin…', 'Vaciar la papelera…'],
@@ -132,7 +136,7 @@ export const catalogue = {
   'guide.list': ['Continuar a lista', 'Continue the list', 'Continuar la lista'],
   'guide.indent': ['Recuar ou avançar o item', 'Indent or outdent the item', 'Sangrar o quitar sangría'],
   'guide.table': ['Próxima célula da tabela', 'Next cell of the table', 'Siguiente celda de la tabla'],
-  'guide.leave': ['Sair do editor com Tab', 'Leave the editor with Tab', 'Salir del editor con Tab'],
+  'guide.leave': ['Sair do editor com {tab}', 'Leave the editor with {tab}', 'Salir del editor con {tab}'],
   'guide.moveLine': ['Mover a linha', 'Move the line', 'Mover la línea'],
   'guide.copyLine': ['Duplicar a linha', 'Duplicate the line', 'Duplicar la línea'],
   'guide.bin': ['Uma nota apagada volta da lixeira, ou com “Reabrir aba fechada”, por 30 dias.', 'A deleted note comes back from the bin, or with “Reopen closed tab”, for 30 days.', 'Una nota borrada vuelve de la papelera, o con “Reabrir pestaña cerrada”, durante 30 días.'],

@@ -1,3 +1,4 @@
+import { macSigns, onMac } from '../keyboard/keys';
 import { catalogue, type Key } from './catalogue';
 
 export const languages = ['pt', 'en', 'es'] as const;
@@ -38,10 +39,23 @@ export function onLanguageChange(listener: () => void): void {
   listeners.add(listener);
 }
 
-/** A text in the current language, with its `{placeholders}` filled in. */
+const keyNames: Readonly<Record<string, Key>> = {
+  enter: 'key.enter',
+  delete: 'key.delete',
+  escape: 'key.escape',
+  tab: 'key.tab',
+};
+
+/** A text in the current language, with its `{placeholders}` filled in; `{enter}` and other keys fill themselves. */
 export function t(key: Key, values: Record<string, string | number> = {}): string {
   const text = catalogue[key][languages.indexOf(current)] ?? key;
-  return text.replace(/\{(\w+)\}/g, (hole, name) => String(values[name] ?? hole));
+  return text.replace(/\{(\w+)\}/g, (hole, name) => String(values[name] ?? keyName(name) ?? hole));
+}
+
+function keyName(name: string): string | undefined {
+  if (onMac) return macSigns[name];
+  const key = keyNames[name];
+  return key && t(key);
 }
 
 /** The singular or plural form of a text with a count. */

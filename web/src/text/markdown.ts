@@ -247,7 +247,10 @@ class Conversion {
  * blanks parses the same without that; the output is taken from the original source.
  */
 export function withoutLongGaps(source: string): string {
-  return source.replace(/(?<=\S) {100,}(?=\S)/g, (run) => '\u00a0'.repeat(run.length));
+  return source.replace(
+    /(\S)( {100,})(?=\S)/g,
+    (_, before: string, run: string) => before + '\u00a0'.repeat(run.length),
+  );
 }
 
 /** The quote marks of a code block's first line, already written before its fence. */

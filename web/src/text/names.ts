@@ -37,7 +37,7 @@ export function inFormat(name: string, format: Format): string {
 
 /** The file name cut to a length that can be written, keeping the extension. */
 export function shortFileName(name: string): string {
-  const ending = /(?<=.)\.[a-z0-9+]{1,10}$/i.exec(name)?.[0] ?? '';
+  const ending = /.(\.[a-z0-9+]{1,10})$/i.exec(name)?.[1] ?? '';
   const base = name.slice(0, name.length - ending.length);
   const bytes = NAME_BYTES - utf8Length(ending);
   return shorten(base, bytes, NAME_CHARACTERS - ending.length) + ending;

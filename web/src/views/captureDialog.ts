@@ -1,5 +1,6 @@
 import { h } from '../dom/elements';
 import { t } from '../i18n/language';
+import { hasMod, hasOtherMod } from '../keyboard/keys';
 import type { Workspace } from '../state/workspace';
 import { closeDialog, openDialog } from './dialog';
 
@@ -28,7 +29,7 @@ export function captureDialog(options: {
     on: {
       input: () => workspace.setCaptureDraft(field.value),
       keydown: (event) => {
-        if (event.key !== 'Enter' || !(event.ctrlKey || event.metaKey)) return;
+        if (event.key !== 'Enter' || !hasMod(event) || hasOtherMod(event)) return;
         event.preventDefault();
         save();
       },

@@ -15,7 +15,6 @@ export class Closing {
   #begun = false;
   #waiting: Array<() => void> = [];
   #refocus: () => void = () => undefined;
-  #menus: ReadonlyArray<HTMLElement> = [];
 
   constructor() {
     for (const type of INPUT) {
@@ -36,7 +35,6 @@ export class Closing {
   begin(): void {
     if (this.#begun) return;
     this.#begun = true;
-    this.#menus = [...document.querySelectorAll<HTMLElement>('[popover=auto]:popover-open')];
     setInert(true);
     this.#refocus = takeFocus();
   }
@@ -45,8 +43,6 @@ export class Closing {
     if (!this.#begun) return;
     this.#begun = false;
     setInert(false);
-    // Clicking outside closes a popover menu, which a page cannot prevent, so reopen it.
-    for (const menu of this.#menus) if (!menu.matches(':popover-open')) menu.showPopover();
     this.#refocus();
     for (const run of this.#waiting.splice(0)) run();
   }
@@ -58,9 +54,9 @@ export class Closing {
   }
 }
 
-/** Toasts are not made inert: screen readers skip inert content. */
+/** Toasts are not made inert, not even in a dialog: screen readers skip inert content. */
 function setInert(inert: boolean): void {
-  for (const element of document.querySelectorAll<HTMLElement>('.app, dialog')) element.inert = inert;
+  for (const element of document.querySelectorAll<HTMLElement>('.app, dialog > :not(.toasts)')) element.inert = inert;
 }
 
 /**

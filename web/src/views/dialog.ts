@@ -1,5 +1,6 @@
 import type { Key } from '../i18n/catalogue';
 import { h, iconButton } from '../dom/elements';
+import { isComposing } from '../keyboard/keys';
 
 export interface DialogOptions {
   readonly title: Key;
@@ -12,6 +13,13 @@ export interface DialogOptions {
 
 let current: HTMLDialogElement | null = null;
 let serial = 0;
+let floating: HTMLElement | null = null;
+
+/** Keeps an element above everything. What is outside a modal dialog is hidden and inert, so it moves inside. */
+export function floatAbove(element: HTMLElement): void {
+  floating = element;
+  (current ?? document.body).append(element);
+}
 
 /** Opens a modal dialog, replacing any other. The browser keeps the focus inside it. */
 export function openDialog(options: DialogOptions): void {
@@ -32,7 +40,7 @@ export function openDialog(options: DialogOptions): void {
   // The browser closes a dialog immediately but fires the close event later; keys pressed in between would be
   // lost.
   dialog.addEventListener('keydown', (event) => {
-    if (event.key !== 'Escape' || event.isComposing || event.defaultPrevented) return;
+    if (event.key !== 'Escape' || isComposing(event) || event.defaultPrevented) return;
     event.preventDefault();
     closeDialog();
   });
@@ -45,6 +53,7 @@ export function openDialog(options: DialogOptions): void {
   // start.
   if (document.activeElement instanceof HTMLElement) document.activeElement.blur();
   dialog.showModal();
+  if (floating) dialog.append(floating);
   (options.focus ?? dialog).focus();
 }
 
@@ -63,6 +72,7 @@ function isOutside({ clientX, clientY }: PointerEvent, dialog: HTMLElement): boo
 function finish(dialog: HTMLDialogElement, onClose: () => void): void {
   if (!dialog.isConnected) return;
   if (current === dialog) current = null;
+  if (floating && dialog.contains(floating)) document.body.append(floating);
   dialog.remove();
   onClose();
 }

@@ -15,42 +15,43 @@ export type MenuGroups = ReadonlyArray<ReadonlyArray<MenuItem>>;
 
 /** A button with a menu below it. `onLeave` restores the focus afterwards. */
 export function menuButton(id: string, label: Key, groups: () => MenuGroups, onLeave: () => void): HTMLElement {
-  const menu = h('div', {
-    class: 'menu',
-    tLabel: label,
-    attrs: { id, role: 'menu', popover: 'auto' },
+  const menu = h('div', { class: 'menu', tLabel: label, attrs: { id, role: 'menu', hidden: '' } });
+  const button = iconButton('more', label, () => {
+    if (menu.hidden) return open(0);
+    close();
+    button.focus();
   });
-  const leave = () => {
-    menu.hidePopover();
-    onLeave();
-  };
-  const button = iconButton('more', label, () => undefined);
   button.id = `${id}Button`;
   button.setAttribute('aria-haspopup', 'menu');
   button.setAttribute('aria-controls', id);
   button.setAttribute('aria-expanded', 'false');
-  button.setAttribute('popovertarget', id);
+  const anchor = h('div', { class: 'menu-anchor' }, button, menu);
 
-  let openAt = 0;
-  button.addEventListener('keydown', (event) => {
-    if (event.key !== 'ArrowDown' && event.key !== 'ArrowUp') return;
-    event.preventDefault();
-    openAt = event.key === 'ArrowDown' ? 0 : -1;
-    if (!menu.matches(':popover-open')) menu.showPopover();
-  });
-  menu.addEventListener('beforetoggle', (event) => {
-    if ((event as ToggleEvent).newState !== 'open') return;
+  function open(at: number): void {
     menu.replaceChildren(...rows(groups(), leave));
     const { bottom, right } = button.getBoundingClientRect();
     menu.style.top = `${bottom + 4}px`;
     menu.style.maxHeight = `calc(100vh - ${bottom + 12}px)`;
     menu.style.right = `${document.documentElement.clientWidth - right}px`;
-  });
-  menu.addEventListener('toggle', (event) => {
-    const open = (event as ToggleEvent).newState === 'open';
-    button.setAttribute('aria-expanded', String(open));
-    if (open) entriesOf(menu).at(openAt)?.focus();
-    openAt = 0;
+    menu.hidden = false;
+    button.setAttribute('aria-expanded', 'true');
+    entriesOf(menu).at(at)?.focus();
+  }
+
+  function close(): void {
+    menu.hidden = true;
+    button.setAttribute('aria-expanded', 'false');
+  }
+
+  function leave(): void {
+    close();
+    onLeave();
+  }
+
+  button.addEventListener('keydown', (event) => {
+    if (event.key !== 'ArrowDown' && event.key !== 'ArrowUp') return;
+    event.preventDefault();
+    open(event.key === 'ArrowDown' ? 0 : -1);
   });
   menu.addEventListener('keydown', (event) => {
     const entries = entriesOf(menu);
@@ -61,7 +62,13 @@ export function menuButton(id: string, label: Key, groups: () => MenuGroups, onL
     else return;
     event.preventDefault();
   });
-  return h('div', { class: 'menu-anchor' }, button, menu);
+  // Not focusout: on a Mac, clicking an entry takes the focus from it without giving it to anything.
+  for (const type of ['pointerdown', 'focusin']) {
+    window.addEventListener(type, (event) => {
+      if (!menu.hidden && !anchor.contains(event.target as Node)) close();
+    });
+  }
+  return anchor;
 }
 
 function entriesOf(menu: HTMLElement): HTMLElement[] {

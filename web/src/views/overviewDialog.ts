@@ -1,5 +1,6 @@
 import { h } from '../dom/elements';
 import { t } from '../i18n/language';
+import { isDelete } from '../keyboard/keys';
 import { titleOf, type Workspace } from '../state/workspace';
 import { headOf } from '../text/title';
 import { closeDialog, openDialog } from './dialog';
@@ -39,7 +40,7 @@ export function overviewDialog(workspace: Workspace, actions: OverviewActions, o
       const next = cards[index + step];
       if (next) moveFocus(cards, next);
     } else if (event.key === 'Enter' || event.key === ' ') choose(at?.dataset.id);
-    else if (event.key === 'Delete' && at?.dataset.id) {
+    else if (isDelete(event) && at?.dataset.id) {
       actions.close(at.dataset.id);
       draw(index)?.focus();
     } else return;

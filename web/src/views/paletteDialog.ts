@@ -1,4 +1,5 @@
 import { counted, t } from '../i18n/language';
+import { isComposing } from '../keyboard/keys';
 import { closeDialog, openDialog } from './dialog';
 import { h } from '../dom/elements';
 
@@ -66,7 +67,7 @@ export function paletteDialog(find: (query: string) => ReadonlyArray<PaletteEntr
   };
   field.addEventListener('input', draw);
   field.addEventListener('keydown', (event) => {
-    if (event.isComposing || event.ctrlKey || event.metaKey || event.altKey) return;
+    if (isComposing(event) || event.ctrlKey || event.metaKey || event.altKey) return;
     const { length } = entries;
     const target = { ArrowDown: current + 1, ArrowUp: current - 1 }[event.key];
     if (target !== undefined && length) point((target + length) % length);

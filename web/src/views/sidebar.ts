@@ -2,6 +2,7 @@ import type { Note } from '../state/model';
 import { contextOf, type SearchMatch, foldNotes, narrows, searchNotes } from '../state/search';
 import { titleOf, type Workspace } from '../state/workspace';
 import { counted, t } from '../i18n/language';
+import { isComposing } from '../keyboard/keys';
 import { findFolded, fold } from '../text/fold';
 import { headOf } from '../text/title';
 import { rootPixels } from './rootStyle';
@@ -186,7 +187,7 @@ export class Sidebar {
   }
 
   #onSearchKey(event: KeyboardEvent): void {
-    if (event.isComposing || event.ctrlKey || event.metaKey || event.altKey) return;
+    if (isComposing(event) || event.ctrlKey || event.metaKey || event.altKey) return;
     const first = this.#list.items[0];
     if (event.key === 'ArrowDown') this.#list.focusFirst();
     else if (event.key === 'Enter' && first) this.#actions.open(first.note.id);

@@ -1,6 +1,7 @@
 import { t } from '../i18n/language';
 import { titleOf, type Workspace } from '../state/workspace';
 import { drawIcon, h } from '../dom/elements';
+import { isDelete } from '../keyboard/keys';
 
 export interface TabBarActions {
   activate(id: string): void;
@@ -121,7 +122,7 @@ export class TabBar {
     const target = { ArrowLeft: at - 1, ArrowRight: at + 1, Home: 0, End: open.length - 1 }[event.key];
     if (target !== undefined) {
       this.#focus(open[(target + open.length) % open.length] ?? null);
-    } else if (event.key === 'Delete') {
+    } else if (isDelete(event)) {
       this.#actions.close(id);
       this.#focus(this.#workspace.tabs.active);
     } else if (event.key === 'Escape') this.#actions.leave();

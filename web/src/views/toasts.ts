@@ -1,5 +1,6 @@
 import type { Key } from '../i18n/catalogue';
 import { h } from '../dom/elements';
+import { floatAbove } from './dialog';
 
 export interface ToastAction {
   readonly label: Key;
@@ -14,7 +15,7 @@ const MOST = 3;
 export class Toasts {
   readonly element = h('div', {
     class: 'toasts',
-    attrs: { role: 'status', 'aria-live': 'polite', popover: 'manual' },
+    attrs: { role: 'status', 'aria-live': 'polite' },
   });
 
   readonly #isHeld: () => boolean;
@@ -24,10 +25,9 @@ export class Toasts {
     this.#isHeld = isHeld;
   }
 
-  /** Opens the region once, because screen readers only announce changes to a region they already know. */
+  /** Shows the empty region, because screen readers only announce changes to a region they already know. */
   start(): void {
-    document.body.append(this.element);
-    this.element.showPopover();
+    floatAbove(this.element);
   }
 
   show(message: string, action?: ToastAction): void {
@@ -38,11 +38,6 @@ export class Toasts {
         action.run();
       };
       toast.append(h('button', { t: action.label, attrs: { type: 'button' }, on: { click: run } }));
-    }
-    // Reopening the region puts it above a dialog opened since.
-    if (document.querySelector('dialog[open]')) {
-      this.element.hidePopover();
-      this.element.showPopover();
     }
     this.element.append(toast);
     while (this.element.children.length > MOST) this.element.firstElementChild?.remove();

@@ -1,4 +1,5 @@
 import { h } from '../dom/elements';
+import { isDelete } from '../keyboard/keys';
 
 export interface WindowedListOptions<Item> {
   /** In pixels; scales with the text size. */
@@ -152,7 +153,7 @@ export class WindowedList<Item> {
     } else if (event.key === 'Escape') this.#options.onLeave(false);
     else if ((event.key === 'Enter' || event.key === ' ') && item !== undefined) {
       this.#options.onActivate(item);
-    } else if (event.key === 'Delete' && item !== undefined && this.#options.onDelete) {
+    } else if (isDelete(event) && item !== undefined && this.#options.onDelete) {
       this.#options.onDelete(item);
     } else return;
     event.preventDefault();

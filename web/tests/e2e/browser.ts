@@ -64,6 +64,9 @@ export async function open(browser: Browser, options: OpenOptions = {}): Promise
   return { page, context, trouble };
 }
 
+/** Makes the page believe that it runs on a Mac. */
+export const asMac = "Object.defineProperty(Navigator.prototype, 'platform', { get: () => 'MacIntel' });";
+
 /** A fake host that records every message and answers saves as `host.answer` says. */
 export function fakeHost(state?: unknown, language: Language = 'en'): string {
   const stored = state === undefined ? '' : `window.__QUENDO_NATIVE_STATE__ = ${JSON.stringify(state)};`;

@@ -27,7 +27,7 @@ function content({ serialized }: Pick<FinalState, 'serialized'>): Record<string,
 function seen(page: Page): Promise<unknown> {
   return page.evaluate(() => [
     [...document.querySelectorAll('dialog')].map((dialog) => dialog.className),
-    [...document.querySelectorAll('[role=menu]')].map((menu) => menu.matches(':popover-open')),
+    [...document.querySelectorAll('[role=menu]')].map((menu) => menu.checkVisibility()),
     [...document.querySelectorAll('input, textarea')].map((field) => (field as HTMLInputElement).value),
     [...document.querySelectorAll('.cm-content')].map((text) => text.textContent),
     [...document.querySelectorAll('.tab')].map((tab) => [tab.textContent, tab.getAttribute('aria-selected')]),
@@ -170,11 +170,11 @@ test('the note menu stays open, and works again', async () => {
   await page.evaluate('createNote()');
   await page.keyboard.type('texto');
   await page.click('#noteMenuButton');
-  await page.waitForSelector('#noteMenu:popover-open');
+  await page.waitForSelector('#noteMenu:not([hidden])');
   await close(page);
   await tryEverything(page);
   await cancel(page);
-  await page.waitForSelector('#noteMenu:popover-open');
+  await page.waitForSelector('#noteMenu:not([hidden])');
   await page.click('[data-command=pin]');
   await page.waitForSelector('.row .pin');
   await context.close();

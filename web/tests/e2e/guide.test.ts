@@ -3,7 +3,7 @@ import { after, before, test } from 'node:test';
 import type { Browser, Page } from 'playwright-core';
 import { lessons } from '../../src/commands/lessons';
 import { catalogue } from '../../src/i18n/catalogue';
-import { fakeHost, launch, noteTexts, open } from './browser';
+import { asMac, fakeHost, launch, noteTexts, open } from './browser';
 
 let browser: Browser;
 before(async () => {
@@ -26,17 +26,24 @@ const solutions: ReadonlyArray<readonly string[]> = [
   ['Control+b'],
 ];
 
-for (const [index, locale] of ['pt-BR', 'en-US', 'es-ES'].entries()) {
-  test(`every lesson of the guide can be done with its keys in ${locale}`, async () => {
-    const { page, context, trouble } = await open(browser, { locale });
-    await page.keyboard.press('Alt+n');
+const places = [
+  ['pt-BR', 0, false],
+  ['en-US', 1, false],
+  ['es-ES', 2, false],
+  ['en-US', 1, true],
+] as const;
+
+for (const [locale, index, mac] of places) {
+  test(`every lesson of the guide can be done with its keys in ${locale}${mac ? ' on a Mac' : ''}`, async () => {
+    const { page, context, trouble } = await open(browser, { locale, ...(mac ? { before: asMac } : {}) });
+    await page.evaluate('createNote()');
     await page.keyboard.type('A nota');
     await page.evaluate('quendoOpenShortcutGuide()');
     for (const [step, keys] of solutions.entries()) {
       assert.equal(await text(page), catalogue[lessons[step]?.text ?? 'close'][index]);
       for (const key of keys) {
         assert.equal(await outcome(page), '', `lesson ${step}`);
-        await page.keyboard.press(key);
+        await page.keyboard.press(mac ? key.replace('Control', 'Meta') : key);
       }
       const wanted = step === solutions.length - 1 ? 'practice.allDone' : 'practice.done';
       assert.equal(await outcome(page), catalogue[wanted][index], `lesson ${step}: ${await text(page)}`);

@@ -10,10 +10,10 @@ import {
 } from '../../src/commands/command';
 import type { Context } from '../../src/commands/context';
 import { guideSections } from '../../src/commands/guide';
-import { keyLabel, matchesKey } from '../../src/commands/keys';
 import { paletteEntries } from '../../src/commands/palette';
 import { commands, noteCommands, noteMenu } from '../../src/commands/table';
 import { t } from '../../src/i18n/language';
+import { keyLabel, matchesKey } from '../../src/keyboard/keys';
 import { fuzzyMatch } from '../../src/text/fuzzy';
 
 const table: CommandTable = commands;

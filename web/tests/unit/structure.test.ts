@@ -13,14 +13,15 @@ import { pickLanguage } from '../../src/i18n/language';
 const MAY_IMPORT: Readonly<Record<string, ReadonlyArray<string>>> = {
   text: [],
   time: [],
-  i18n: [],
+  keyboard: [],
+  i18n: ['keyboard'],
   dom: ['i18n'],
   state: ['text', 'time', 'i18n'],
-  editor: ['text', 'time', 'i18n', 'dom', 'state'],
-  views: ['text', 'time', 'i18n', 'dom', 'state', 'editor'],
-  commands: ['text', 'time', 'i18n', 'state', 'editor', 'views'],
+  editor: ['text', 'time', 'keyboard', 'i18n', 'dom', 'state'],
+  views: ['text', 'time', 'keyboard', 'i18n', 'dom', 'state', 'editor'],
+  commands: ['text', 'time', 'keyboard', 'i18n', 'state', 'editor', 'views'],
   host: ['i18n', 'dom', 'commands'],
-  app: ['text', 'time', 'i18n', 'state', 'editor', 'views', 'commands', 'host'],
+  app: ['text', 'time', 'keyboard', 'i18n', 'state', 'editor', 'views', 'commands', 'host'],
 };
 const LONGEST_FILE = 300;
 
