@@ -15,7 +15,11 @@ if(CMAKE_CXX_FLAGS MATCHES "-fsanitize=")
   return()
 endif()
 
-set(hardening_flags -fPIE -fstack-protector-strong -fstack-clash-protection "-Wformat -Werror=format-security")
+set(hardening_flags -fPIE -fstack-protector-strong "-Wformat -Werror=format-security")
+# Accepted for macOS, and ignored with a warning.
+if(NOT APPLE)
+  list(APPEND hardening_flags -fstack-clash-protection)
+endif()
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|i[3-6]86")
   list(APPEND hardening_flags -fcf-protection)
 elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "aarch64|arm64")

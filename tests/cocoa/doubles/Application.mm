@@ -6,6 +6,7 @@
 #include <set>
 
 #import "Stage.h"
+#include "app/ExitStatus.h"
 
 using namespace quendo;
 using namespace quendo::doubles;
@@ -165,7 +166,12 @@ class Adaptor final : public ApplicationDelegate {
     [state().delegate application:application() openFiles:paths];
     return state().openReply == NSApplicationDelegateReplySuccess;
   }
-  int applicationWasStarted(StartKind, const std::vector<std::string>&) override { std::abort(); }
+  // There are no second processes: the system hands their files, or the wish to see the window, to the first.
+  int applicationWasStarted(StartKind kind, const std::vector<std::string>& urls) override {
+    if (!urls.empty()) return exitStatusAfterOpeningFiles(kind, applicationOpenFiles(urls));
+    if (kind == StartKind::again) applicationShouldHandleReopen(true);
+    return kExitSuccess;
+  }
   TerminationReply applicationShouldTerminate(TerminationReason reason) override {
     const Turn turn;
     if (reason == TerminationReason::signal) {

@@ -11,6 +11,26 @@
 
 #include "text/Utf8.h"
 
+/// "cut" and half of a character, which GNUstep's own strings refuse to hold. It has no UTF-8 form.
+@interface HalfCharacter : NSString
+@end
+
+@implementation HalfCharacter
+- (NSUInteger)length {
+  return 4;
+}
+- (unichar)characterAtIndex:(NSUInteger)index {
+  const unichar units[] = {'c', 'u', 't', 0xD83D};
+  return units[index];
+}
+- (NSData*)dataUsingEncoding:(NSStringEncoding)encoding {
+  return nil;
+}
+- (NSData*)dataUsingEncoding:(NSStringEncoding)encoding allowLossyConversion:(BOOL)lossy {
+  return lossy ? [NSData dataWithBytes:"cut?" length:4] : nil;
+}
+@end
+
 namespace quendo::doubles {
 
 namespace {
@@ -115,9 +135,7 @@ id objectFrom(const Value& value) {
   if (const double* number = value.number()) return [NSNumber numberWithDouble:*number];
   if (const std::string* text = value.string()) {
     if (isValidUtf8(*text)) return stringFrom(*text);
-    // Only a lone surrogate has no UTF-8; which one does not matter.
-    const unichar units[] = {'h', 0xD83D, 't'};
-    return [NSString stringWithCharacters:units length:3];
+    return [[HalfCharacter alloc] init];
   }
   if (const Value::Dictionary* members = value.dictionary()) {
     NSMutableDictionary* dictionary = [NSMutableDictionary dictionary];

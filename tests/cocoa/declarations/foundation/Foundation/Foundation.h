@@ -65,6 +65,7 @@ __attribute__((objc_root_class))
 + (instancetype)alloc;
 + (Class)class;
 - (instancetype)init;
+- (id)copy;
 @end
 
 @protocol NSCopying

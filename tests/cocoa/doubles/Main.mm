@@ -20,6 +20,9 @@ extern void* _NSConcreteMallocBlock[32];
 - (id)copy {
   return (id)Block_copy((void*)self);
 }
+- (id)copyWithZone:(NSZone*)zone {
+  return [self copy];
+}
 - (id)retain {
   return self;
 }

@@ -1,0 +1,27 @@
+# Compiles and links for macOS on a Linux machine, against declarations of our own. What comes out cannot run.
+# QUENDO_CHECK_ARCHITECTURE: arm64 or x86_64.
+set(CMAKE_SYSTEM_NAME Darwin)
+set(CMAKE_SYSTEM_PROCESSOR ${QUENDO_CHECK_ARCHITECTURE})
+list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES QUENDO_CHECK_ARCHITECTURE)
+set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
+
+foreach(language C CXX OBJCXX)
+  set(CMAKE_${language}_COMPILER_TARGET ${QUENDO_CHECK_ARCHITECTURE}-apple-macos13)
+endforeach()
+set(CMAKE_C_COMPILER /usr/bin/clang-19)
+set(CMAKE_CXX_COMPILER /usr/bin/clang++-19)
+set(CMAKE_OBJCXX_COMPILER /usr/bin/clang++-19)
+set(CMAKE_AR /usr/bin/llvm-ar-19)
+set(CMAKE_RANLIB /usr/bin/llvm-ranlib-19)
+set(CMAKE_INSTALL_NAME_TOOL /usr/bin/llvm-install-name-tool-19)
+set(CMAKE_OSX_SYSROOT "")
+
+set(declarations ${CMAKE_CURRENT_LIST_DIR}/declarations)
+execute_process(COMMAND clang++-19 -print-resource-dir OUTPUT_VARIABLE resources OUTPUT_STRIP_TRAILING_WHITESPACE)
+set(flags "-nostdinc++ -isystem ${declarations}/system -isystem /usr/lib/llvm-19/include/c++/v1")
+string(APPEND flags " -isystem ${resources}/include -isystem /usr/include/x86_64-linux-gnu -isystem /usr/include")
+string(APPEND flags " -U__nonnull -D_GNU_SOURCE -D__NO_CTYPE")
+set(CMAKE_CXX_FLAGS_INIT "${flags}")
+set(CMAKE_OBJCXX_FLAGS_INIT "${flags} -isystem ${declarations}/foundation -isystem ${declarations}/frameworks")
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-fuse-ld=lld -nostdlib -Wl,-undefined,dynamic_lookup")
+set(QUENDO_CHECK_MACOS ON)
