@@ -66,7 +66,8 @@ TEST(LaunchInTestMode, UsesAWebsiteDataStoreThatKeepsNothing) {
   fake::FakePlatform platform;
   platform.persistenceTestMode = true;
   AppController controller(platform.ports());
-  controller.applicationDidFinishLaunching();
+  platform.ports().application.setDelegate(&controller);
+  platform.application.delegate->applicationDidFinishLaunching();
   EXPECT_EQ(platform.toolkit.configuration.websiteDataStore, WebsiteDataStore::nonPersistent);
 }
 

@@ -54,9 +54,9 @@ TEST_F(NoteSharingTest, OldCopiesGoAtTheStartAndAtTheEndOfTheProgram) {
   leaveAnOldCopy();
   {
     AppController controller(platform_.ports());
-    platform_.application.setDelegate(&controller);
+    platform_.ports().application.setDelegate(&controller);
     EXPECT_TRUE(platform_.files.hasDirectory(copy));
-    controller.applicationDidFinishLaunching();
+    platform_.application.delegate->applicationDidFinishLaunching();
     EXPECT_FALSE(platform_.files.hasDirectory(copy));
     leaveAnOldCopy();
   }

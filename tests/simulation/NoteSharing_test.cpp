@@ -157,8 +157,8 @@ TEST_F(NoteSharingTest, TheServicesReportIsTheAnswerAndThenTheFolderGoes) {
     fake::FakePlatform platform;
     platform.files.setDirectory("/tmp");
     AppController controller(platform.ports());
-    platform.application.setDelegate(&controller);
-    controller.applicationDidFinishLaunching();
+    platform.ports().application.setDelegate(&controller);
+    platform.application.delegate->applicationDidFinishLaunching();
     platform.toolkit.webView->navigation->didFinishNavigation();
     platform.toolkit.userContent->handlers.at("quendoShare")
         ->didReceiveScriptMessage(

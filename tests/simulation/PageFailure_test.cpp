@@ -122,8 +122,8 @@ TEST(PageFailureWithoutResources, EndsThroughTheFatalAlertWhenThePageIsLostBefor
   fake::FakePlatform platform;
   platform.bundle.whenAsked = [&] { platform.toolkit.webView->navigation->webContentProcessDidTerminate(); };
   AppController controller(platform.ports());
-  platform.application.setDelegate(&controller);
-  controller.applicationDidFinishLaunching();
+  platform.ports().application.setDelegate(&controller);
+  platform.application.delegate->applicationDidFinishLaunching();
   ASSERT_EQ(platform.toolkit.modals.size(), 1U);
   EXPECT_EQ(platform.toolkit.modals[0].panel.informativeText,
             "O processo da interface foi encerrado e os recursos locais não foram encontrados.");
@@ -133,8 +133,8 @@ TEST(PageFailureWithoutResources, TriesNothingMoreWhenThePageIsLostBelowTheFatal
   fake::FakePlatform platform;
   platform.bundle.path.reset();
   AppController controller(platform.ports());
-  platform.application.setDelegate(&controller);
-  controller.applicationDidFinishLaunching();
+  platform.ports().application.setDelegate(&controller);
+  platform.application.delegate->applicationDidFinishLaunching();
   EXPECT_EQ(platform.toolkit.modals.size(), 1U);
   // Fatal mode is final: there are no further attempts.
   platform.toolkit.webView->navigation->webContentProcessDidTerminate();

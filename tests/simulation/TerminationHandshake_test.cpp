@@ -287,7 +287,7 @@ TEST_F(TerminationHandshakeTest, ShowsNothingBesideAFatalAlertThatInterruptedThe
 TEST_F(TerminationHandshakeTest, CancelsAfterFiveSecondsBeforeThereIsAPage) {
   fake::FakePlatform platform;
   AppController controller(platform.ports());
-  platform.application.setDelegate(&controller);
+  platform.ports().application.setDelegate(&controller);
   platform.application.terminate();
   EXPECT_EQ(platform.application.lastReply, TerminationReply::later);
   platform.mainQueue.advance(5s);

@@ -52,8 +52,8 @@ TEST_F(UnattendedQuitTest, GoesOnWithThePageThatComesBackWhenItsProcessIsLost) {
   for (const auto reason : {TerminationReason::signal, TerminationReason::session}) {
     fake::FakePlatform platform;
     AppController controller(platform.ports());
-    platform.application.setDelegate(&controller);
-    controller.applicationDidFinishLaunching();
+    platform.ports().application.setDelegate(&controller);
+    platform.application.delegate->applicationDidFinishLaunching();
     auto& view = *platform.toolkit.webView;
     view.navigation->didFinishNavigation();
     platform.application.askToTerminate(reason);

@@ -56,7 +56,8 @@ TEST(UpdateChecksEnd, LeavesAnAnswerThatComesTooLateUnheard) {
   fake::FakePlatform platform;
   {
     AppController controller(platform.ports());
-    controller.applicationDidFinishLaunching();
+    platform.ports().application.setDelegate(&controller);
+    platform.application.delegate->applicationDidFinishLaunching();
     platform.mainQueue.advance(8s);
   }
   platform.httpSession.tasks.at(0).completion(std::nullopt);

@@ -161,7 +161,17 @@ class Adaptor final : public ApplicationDelegate {
   bool applicationOpenFiles(const std::vector<std::string>& urls) override {
     const Turn turn;
     NSMutableArray* paths = [NSMutableArray array];
-    for (const std::string& url : urls) [paths addObject:[[NSURL URLWithString:stringFrom(url)] path]];
+    NSMutableArray* others = [NSMutableArray array];
+    for (const std::string& url : urls) {
+      NSURL* given = [NSURL URLWithString:stringFrom(url)];
+      [others addObject:given];
+      if ([given isFileURL]) [paths addObject:[given path]];
+    }
+    // Only files come with a path, and with a reply.
+    if (paths.count != others.count) {
+      [state().delegate application:application() openURLs:others];
+      return true;
+    }
     state().openReply.reset();
     [state().delegate application:application() openFiles:paths];
     return state().openReply == NSApplicationDelegateReplySuccess;

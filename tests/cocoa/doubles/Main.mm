@@ -6,6 +6,8 @@
 #include <cstring>
 #include <initializer_list>
 
+#import "Stage.h"
+
 extern "C" {
 extern void* _NSConcreteStackBlock[32];
 extern void* _NSConcreteGlobalBlock[32];
@@ -45,6 +47,7 @@ int main(int argc, char** argv) {
   // Never drained: without reference counting nothing else would keep what the program holds.
   [[NSAutoreleasePool alloc] init];
   makeBlocksObjects();
+  quendo::doubles::makeConstants();
   testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();
 }

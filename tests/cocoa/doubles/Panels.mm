@@ -171,6 +171,7 @@ void endSheetOf(NSWindow* sheet, NSModalResponse response) {
   AlertState& state = stateOf<AlertState>(self);
   beginModal([self window], [presented = &state.presented] { (*presented)->dismiss(); });
   const auto presented = facilities().toolkit.runModal(coreAlertOf(self), [&response, self, waiting](AlertResult result) {
+    const Turn turn;
     response = responseTo(self, result);
     waiting->resume();
   });

@@ -3,6 +3,8 @@
 #import <AppKit/AppKit.h>
 #import <UniformTypeIdentifiers/UniformTypeIdentifiers.h>
 
+#include <initializer_list>
+
 #import "Stage.h"
 
 using namespace quendo;
@@ -56,6 +58,14 @@ NSPasteboardReadingOptionKey const NSPasteboardURLReadingFileURLsOnlyKey =
 
 namespace {
 
+/// The two constants are objects from the beginning, and get their class when there are classes.
+struct Constant {
+  Class isa;
+  char more[64];
+};
+Constant dataConstant;
+Constant plainTextConstant;
+
 UTType* typeNamed(const std::string& identifier) {
   UTType* type = [[UTType alloc] init];
   stateOf<std::string>(type) = identifier;
@@ -64,8 +74,18 @@ UTType* typeNamed(const std::string& identifier) {
 
 }  // namespace
 
-UTType* const UTTypeData = typeNamed("public.data");
-UTType* const UTTypePlainText = typeNamed("public.plain-text");
+UTType* const UTTypeData = (UTType*)&dataConstant;
+UTType* const UTTypePlainText = (UTType*)&plainTextConstant;
+
+namespace quendo::doubles {
+
+void makeConstants() {
+  for (Constant* constant : {&dataConstant, &plainTextConstant}) constant->isa = [UTType class];
+  stateOf<std::string>(UTTypeData) = "public.data";
+  stateOf<std::string>(UTTypePlainText) = "public.plain-text";
+}
+
+}  // namespace quendo::doubles
 
 @implementation UTType
 + (instancetype)typeWithIdentifier:(NSString*)identifier {

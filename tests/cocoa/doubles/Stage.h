@@ -63,6 +63,9 @@ State& stateOf(id object) {
   return states[(const void*)object];
 }
 
+/// Completes objects that exist before there are classes. Once, at the start.
+void makeConstants();
+
 NSString* stringFrom(const std::string& text);
 std::string textFrom(NSString* string);
 /// As WebKit converts what a script returns or posts.

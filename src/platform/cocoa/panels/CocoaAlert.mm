@@ -46,12 +46,13 @@ class ShownAlert : public PresentedAlert, public std::enable_shared_from_this<Sh
 
  protected:
   NSAlert* alert() const { return alert_; }
-  bool hasEnded() const { return !completion_; }
+  bool hasEnded() const { return ended_; }
 
   void end(NSModalResponse response) {
     const NSInteger index = response - NSAlertFirstButtonReturn;
     const bool isButton = index >= 0 && index < buttons_;
     AlertResult result{isButton ? static_cast<int>(index) : -1, textOf(field_.stringValue)};
+    ended_ = true;
     if (const auto completion = std::exchange(completion_, nullptr)) completion(std::move(result));
   }
 
@@ -60,6 +61,7 @@ class ShownAlert : public PresentedAlert, public std::enable_shared_from_this<Sh
   NSTextField* field_ = nil;
   NSInteger buttons_;
   std::function<void(AlertResult)> completion_;
+  bool ended_ = false;
 };
 
 class AlertSheet final : public ShownAlert {
