@@ -52,10 +52,11 @@ bool isTemporaryName(std::string_view name, std::string_view suffix) {
 struct Temporary {
   std::string path;
   std::unique_ptr<WritableFile> file;
+  std::optional<std::string> directory = std::nullopt;  ///< One of its own, to be removed with it.
 };
 
-std::optional<Temporary> createTemporary(FileManager& fileManager, const std::string& path,
-                                         const DurableWrite& write) {
+std::optional<Temporary> createTemporaryBeside(FileManager& fileManager, const std::string& path,
+                                               const DurableWrite& write) {
   // Until the old file's permissions have been applied, nobody else may read the new bytes.
   const FileAccess access =
       write.permissions == NewFilePermissions::usual ? FileAccess::usual : FileAccess::ownerOnly;
@@ -66,6 +67,21 @@ std::optional<Temporary> createTemporary(FileManager& fileManager, const std::st
     if (!fileManager.isNameTaken(*free)) break;
   }
   return std::nullopt;
+}
+
+std::optional<Temporary> createTemporary(FileManager& fileManager, const std::string& path,
+                                         const DurableWrite& write) {
+  auto temporary = createTemporaryBeside(fileManager, path, write);
+  if (temporary || !write.mayUseReplacementDirectory) return temporary;
+  auto directory = fileManager.createReplacementDirectory(path);
+  if (!directory) return std::nullopt;
+  temporary = createTemporaryBeside(fileManager, *directory + "/" + SplitPath(path).name, write);
+  if (!temporary) {
+    fileManager.removeDirectory(*directory);
+    return std::nullopt;
+  }
+  temporary->directory = std::move(directory);
+  return temporary;
 }
 
 bool fill(WritableFile& file, std::string_view bytes) {
@@ -94,10 +110,10 @@ WriteResult writeDurably(FileManager& fileManager, const std::string& path, std:
   if (filled && write.permissions == NewFilePermissions::ofReplacedFile)
     filled = fileManager.copyPermissions(path, temporary->path);
   if (filled && write.beforeReplacing) write.beforeReplacing();
-  if (!filled || !fileManager.renameItem(temporary->path, path)) {
-    fileManager.removeItem(temporary->path);
-    return WriteResult::notWritten;
-  }
+  const bool replaced = filled && fileManager.renameItem(temporary->path, path);
+  if (!replaced) fileManager.removeItem(temporary->path);
+  if (temporary->directory) fileManager.removeDirectory(*temporary->directory);
+  if (!replaced) return WriteResult::notWritten;
   return fileManager.synchronizeDirectory(SplitPath(path).directory()) ? WriteResult::durable
                                                                        : WriteResult::inPlace;
 }

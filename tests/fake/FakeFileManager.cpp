@@ -175,6 +175,12 @@ std::unique_ptr<WritableFile> FakeFileManager::createFile(const std::string& pat
   return std::make_unique<FakeWritableFile>(*this, path, node);
 }
 
+std::optional<std::string> FakeFileManager::createReplacementDirectory(const std::string& path) {
+  if (!begin("createReplacementDirectory " + path) || !replacementDirectory) return std::nullopt;
+  setDirectory(*replacementDirectory);
+  return replacementDirectory;
+}
+
 bool FakeFileManager::copyPermissions(const std::string& from, const std::string& to) {
   if (!begin("copyPermissions " + from + " " + to) || !names_.contains(from) || !names_.contains(to))
     return false;

@@ -38,6 +38,8 @@ class FakeFileManager final : public FileManager {
   std::set<std::string> refusedNames;
 
   std::optional<std::string> supportDirectory = "/home/user/.local/share";
+  /// `createReplacementDirectory` gives this one.
+  std::optional<std::string> replacementDirectory;
   std::optional<std::string> cacheDirectory = "/home/user/.cache";
   /// Whether snapshots are hard links, or copies whose bytes are not yet flushed.
   bool hasLinks = true;
@@ -99,6 +101,7 @@ class FakeFileManager final : public FileManager {
   bool snapshotItem(const std::string& from, const std::string& to) override;
   std::unique_ptr<WritableFile> createFile(const std::string& path, FileAccess access) override;
   bool copyPermissions(const std::string& from, const std::string& to) override;
+  std::optional<std::string> createReplacementDirectory(const std::string& path) override;
   bool renameItem(const std::string& from, const std::string& to) override;
   DirectoryLockResult lockDirectory(const std::string& path) override;
   bool synchronizeDirectory(const std::string& path) override;

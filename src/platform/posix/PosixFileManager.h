@@ -37,6 +37,9 @@ class PosixFileManager : public FileManager {
 
   std::unique_ptr<WritableFile> createFile(const std::string& path, FileAccess access) override;
   bool copyPermissions(const std::string& from, const std::string& to) override;
+  std::optional<std::string> createReplacementDirectory(const std::string& /*path*/) override {
+    return std::nullopt;
+  }
   bool renameItem(const std::string& from, const std::string& to) override;
   /// Takes an advisory lock on the directory itself, which leaves no lock file behind.
   DirectoryLockResult lockDirectory(const std::string& path) override;

@@ -123,5 +123,32 @@ TEST(WriteTextFile, ADirectoryThatCannotBeFlushedIsNoFailure) {
   EXPECT_EQ(files.file("/d/note.md"), "new");
 }
 
+TEST(WriteTextFile, UsesTheReplacementDirectoryWhereTheFilesOwnIsClosed) {
+  FakeFileManager files;
+  files.setFile("/d/note.md", "old");
+  files.replacementDirectory = "/replacements/1";
+  files.failCallsIf([](const std::string& call) { return call.starts_with("createFile /d/"); });
+  EXPECT_TRUE(writeTextFile(files, "/d/note.md", "new"));
+  EXPECT_EQ(files.file("/d/note.md"), "new");
+  EXPECT_FALSE(files.hasDirectory("/replacements/1"));
+  EXPECT_EQ(files.filePaths(), Names{"/d/note.md"});
+}
+
+TEST(WriteTextFile, LeavesNothingInAReplacementDirectoryWhenTheWriteFails) {
+  for (const std::string step : {"createFile /replacements", "write /replacements", "renameItem"}) {
+    SCOPED_TRACE(step);
+    FakeFileManager files;
+    files.setFile("/d/note.md", "old");
+    files.replacementDirectory = "/replacements/1";
+    files.failCallsIf([&](const std::string& call) {
+      return call.starts_with("createFile /d/") || call.starts_with(step);
+    });
+    EXPECT_FALSE(writeTextFile(files, "/d/note.md", "new"));
+    EXPECT_EQ(files.file("/d/note.md"), "old");
+    EXPECT_FALSE(files.hasDirectory("/replacements/1"));
+    EXPECT_EQ(files.filePaths(), Names{"/d/note.md"});
+  }
+}
+
 }  // namespace
 }  // namespace quendo

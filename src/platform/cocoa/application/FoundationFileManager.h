@@ -18,6 +18,7 @@ class FoundationFileManager final : public PosixFileManager {
   std::optional<std::string> applicationSupportDirectory() const override;
   std::optional<std::string> cachesDirectory() const override;
   std::string temporaryDirectory() const override;
+  std::optional<std::string> createReplacementDirectory(const std::string& path) override;
 };
 
 }  // namespace quendo::cocoa

@@ -1,5 +1,7 @@
 #import "platform/cocoa/application/FoundationFileManager.h"
 
+#import "platform/cocoa/Text.h"
+
 namespace quendo::cocoa {
 namespace {
 
@@ -25,6 +27,16 @@ std::optional<std::string> FoundationFileManager::cachesDirectory() const {
 
 std::string FoundationFileManager::temporaryDirectory() const {
   return withoutTrailingSlash(NSTemporaryDirectory().fileSystemRepresentation);
+}
+
+std::optional<std::string> FoundationFileManager::createReplacementDirectory(const std::string& path) {
+  NSURL* directory = [NSFileManager.defaultManager URLForDirectory:NSItemReplacementDirectory
+                                                          inDomain:NSUserDomainMask
+                                                 appropriateForURL:fileUrl(path)
+                                                            create:YES
+                                                             error:nil];
+  return directory ? std::optional(withoutTrailingSlash(directory.path.fileSystemRepresentation))
+                   : std::nullopt;
 }
 
 }  // namespace quendo::cocoa

@@ -182,6 +182,7 @@ enum : NSSearchPathDirectory {
   NSDocumentDirectory = 9,
   NSCachesDirectory = 13,
   NSApplicationSupportDirectory = 14,
+  NSItemReplacementDirectory = 99,
 };
 typedef NSUInteger NSSearchPathDomainMask;
 enum : NSSearchPathDomainMask { NSUserDomainMask = 1 };
@@ -192,6 +193,11 @@ extern "C" NSString* NSHomeDirectory(void);
 @property(class, readonly, strong) NSFileManager* defaultManager;
 - (NSArray<NSURL*>*)URLsForDirectory:(NSSearchPathDirectory)directory
                            inDomains:(NSSearchPathDomainMask)domainMask;
+- (nullable NSURL*)URLForDirectory:(NSSearchPathDirectory)directory
+                          inDomain:(NSSearchPathDomainMask)domain
+                 appropriateForURL:(nullable NSURL*)url
+                            create:(BOOL)shouldCreate
+                             error:(NSError* _Nullable* _Nullable)error;
 - (NSString*)stringWithFileSystemRepresentation:(const char*)bytes length:(NSUInteger)length;
 @end
 
