@@ -2,8 +2,6 @@
 
 #import <Foundation/Foundation.h>
 
-#include <cstdlib>
-
 #import "Application.h"
 #import "FoundationDoubles.h"
 #import "Stage.h"
@@ -30,15 +28,6 @@ NSString* const NSRunLoopCommonModes = @"kCFRunLoopCommonModes";
 @end
 
 @implementation NSFileManager (Additions)
-- (NSURL*)URLForDirectory:(NSSearchPathDirectory)directory
-                 inDomain:(NSSearchPathDomainMask)domain
-        appropriateForURL:(NSURL*)url
-                   create:(BOOL)shouldCreate
-                    error:(NSError**)error {
-  if (directory != NSItemReplacementDirectory || domain != NSUserDomainMask || !url || !shouldCreate) return nil;
-  std::string pattern = textFrom([NSTemporaryDirectory() stringByAppendingPathComponent:@"ReplacementXXXXXX"]);
-  return mkdtemp(pattern.data()) ? [NSURL fileURLWithPath:stringFrom(pattern)] : nil;
-}
 - (NSArray*)URLsForDirectory:(NSSearchPathDirectory)directory inDomains:(NSSearchPathDomainMask)domainMask {
   NSMutableArray* urls = [NSMutableArray array];
   NSString* home = NSHomeDirectory();

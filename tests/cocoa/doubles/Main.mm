@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 #include <objc/runtime.h>
 
+#include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <initializer_list>
+#include <string>
 
 #import "Stage.h"
 
@@ -44,10 +47,16 @@ void makeBlocksObjects() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // Foundation keeps things of its own there.
+  std::string home = (std::filesystem::temp_directory_path() / "quendo-doubles-XXXXXX").string();
+  if (!mkdtemp(home.data())) return 1;
+  setenv("HOME", home.c_str(), 1);
   // Never drained: without reference counting nothing else would keep what the program holds.
   [[NSAutoreleasePool alloc] init];
   makeBlocksObjects();
   quendo::doubles::makeConstants();
   testing::InitGoogleTest(&argc, argv);
-  return RUN_ALL_TESTS();
+  const int status = RUN_ALL_TESTS();
+  std::filesystem::remove_all(home);
+  return status;
 }

@@ -34,7 +34,7 @@ std::optional<std::string> FoundationFileManager::createReplacementDirectory(con
                                                           inDomain:NSUserDomainMask
                                                  appropriateForURL:fileUrl(path)
                                                             create:YES
-                                                             error:nil];
+                                                             error:nullptr];
   return directory ? std::optional(withoutTrailingSlash(directory.path.fileSystemRepresentation))
                    : std::nullopt;
 }

@@ -11,7 +11,6 @@
 #define NSRectEdgeMaxX 2
 #define NSRectEdgeMaxY 3
 
-#define NSItemReplacementDirectory ((NSSearchPathDirectory)99)
 
 typedef uint32_t AEKeyword;
 typedef NSString* NSRunLoopMode;
@@ -27,11 +26,6 @@ extern NSString* const NSRunLoopCommonModes;
 @end
 
 @interface NSFileManager (Additions)
-- (NSURL*)URLForDirectory:(NSSearchPathDirectory)directory
-                 inDomain:(NSSearchPathDomainMask)domain
-        appropriateForURL:(NSURL*)url
-                   create:(BOOL)shouldCreate
-                    error:(NSError**)error;
 - (NSArray*)URLsForDirectory:(NSSearchPathDirectory)directory inDomains:(NSSearchPathDomainMask)domainMask;
 @end
 
