@@ -41,7 +41,7 @@ TEST(StateStoreThreads, AnswersEveryCallerOnceAndKeepsTheNewestDocument) {
   std::atomic<std::int64_t> revision = 0;
   {
     StateStore store(fileManager, queue, mainQueue, false);
-    std::vector<std::jthread> threads;
+    std::vector<std::thread> threads;
     for (int caller = 0; caller < callers; ++caller) {
       threads.emplace_back([&, caller] {
         for (int number = 0; number < savesOfEach; ++number) {
@@ -59,6 +59,7 @@ TEST(StateStoreThreads, AnswersEveryCallerOnceAndKeepsTheNewestDocument) {
     while (answers.size() < std::size_t{callers} * savesOfEach) {
       if (mainQueue.runPending() == 0) std::this_thread::sleep_for(1ms);
     }
+    for (std::thread& thread : threads) thread.join();
     EXPECT_EQ(store.load(), "{\"revision\":" + std::to_string(callers * savesOfEach) + "}");
   }
   EXPECT_EQ(mainQueue.runPending(), 0U) << "nobody was called twice";

@@ -64,7 +64,7 @@ TEST(ThreadSerialQueue, RunsOneTaskAtATimeForManyCallers) {
   int total = 0;
   {
     ThreadSerialQueue queue;
-    std::vector<std::jthread> callers;
+    std::vector<std::thread> callers;
     for (int caller = 0; caller < 4; ++caller) {
       callers.emplace_back([&] {
         for (int task = 0; task < 500; ++task) {
@@ -81,6 +81,7 @@ TEST(ThreadSerialQueue, RunsOneTaskAtATimeForManyCallers) {
         }
       });
     }
+    for (std::thread& caller : callers) caller.join();
   }
   EXPECT_EQ(total, 2000);
 }
