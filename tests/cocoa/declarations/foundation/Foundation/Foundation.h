@@ -177,12 +177,11 @@ enum : NSInteger { NSURLErrorCancelled = -999 };
 @property(readonly, getter=isFileURL) BOOL fileURL;
 @end
 
-typedef NSUInteger NSSearchPathDirectory;
-enum : NSSearchPathDirectory {
+typedef enum NSSearchPathDirectory : NSUInteger {
   NSDocumentDirectory = 9,
   NSCachesDirectory = 13,
   NSApplicationSupportDirectory = 14,
-};
+} NSSearchPathDirectory;
 typedef NSUInteger NSSearchPathDomainMask;
 enum : NSSearchPathDomainMask { NSUserDomainMask = 1 };
 extern "C" NSString* NSTemporaryDirectory(void);
@@ -246,8 +245,9 @@ extern "C" NSString* NSStringFromSelector(SEL selector);
 
 // URL loading.
 
-typedef NSUInteger NSURLRequestCachePolicy;
-enum : NSURLRequestCachePolicy { NSURLRequestReloadIgnoringLocalAndRemoteCacheData = 4 };
+typedef enum NSURLRequestCachePolicy : NSUInteger {
+  NSURLRequestReloadIgnoringLocalAndRemoteCacheData = 4,
+} NSURLRequestCachePolicy;
 
 @interface NSURLRequest : NSObject
 @property(nullable, readonly, copy) NSURL* URL;
