@@ -161,7 +161,7 @@ void endSheetOf(NSWindow* sheet, NSModalResponse response) {
   if (!window) window = [[NSPanel alloc] init];
   return window;
 }
-- (id)addButtonWithTitle:(NSString*)title {
+- (NSButton*)addButtonWithTitle:(NSString*)title {
   stateOf<AlertState>(self).buttons.push_back(textFrom(title));
   return nil;
 }
@@ -207,6 +207,9 @@ void endSheetOf(NSWindow* sheet, NSModalResponse response) {
   label.stringValue = string;
   return label;
 }
+@end
+
+@implementation NSButton
 @end
 
 @implementation NSPopUpButton

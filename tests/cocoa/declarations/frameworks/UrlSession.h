@@ -50,10 +50,9 @@
 - (void)invalidateAndCancel;
 @end
 
-typedef NSInteger NSURLSessionAuthChallengeDisposition;
-enum : NSURLSessionAuthChallengeDisposition {
+typedef enum NSURLSessionAuthChallengeDisposition : NSInteger {
   NSURLSessionAuthChallengePerformDefaultHandling = 1,
   NSURLSessionAuthChallengeCancelAuthenticationChallenge = 2,
-};
+} NSURLSessionAuthChallengeDisposition;
 
 #pragma clang assume_nonnull end

@@ -177,13 +177,12 @@ enum : NSInteger { NSURLErrorCancelled = -999 };
 @property(readonly, getter=isFileURL) BOOL fileURL;
 @end
 
-typedef NSUInteger NSSearchPathDirectory;
-enum : NSSearchPathDirectory {
+typedef enum NSSearchPathDirectory : NSUInteger {
   NSDocumentDirectory = 9,
   NSCachesDirectory = 13,
   NSApplicationSupportDirectory = 14,
   NSItemReplacementDirectory = 99,
-};
+} NSSearchPathDirectory;
 typedef NSUInteger NSSearchPathDomainMask;
 enum : NSSearchPathDomainMask { NSUserDomainMask = 1 };
 extern "C" NSString* NSTemporaryDirectory(void);
@@ -252,8 +251,9 @@ extern "C" NSString* NSStringFromSelector(SEL selector);
 
 // URL loading.
 
-typedef NSUInteger NSURLRequestCachePolicy;
-enum : NSURLRequestCachePolicy { NSURLRequestReloadIgnoringLocalAndRemoteCacheData = 4 };
+typedef enum NSURLRequestCachePolicy : NSUInteger {
+  NSURLRequestReloadIgnoringLocalAndRemoteCacheData = 4,
+} NSURLRequestCachePolicy;
 
 @interface NSURLRequest : NSObject
 @property(nullable, readonly, copy) NSURL* URL;

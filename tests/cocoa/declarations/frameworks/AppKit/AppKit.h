@@ -1,5 +1,6 @@
 // AppKit, as far as Quendo uses it: classes, methods and constants of the platform's public documentation.
-// Methods of delegates are required here, so that a misspelled one does not compile.
+// Methods of delegates are required here, so that a misspelled one does not compile. Options are integers and
+// enumerations are types of their own, as they are on macOS in C++.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -44,7 +45,7 @@ typedef enum NSApplicationDelegateReply : NSUInteger {
 
 @interface NSApplication : NSResponder
 @property(class, readonly, strong) NSApplication* sharedApplication;
-@property(nullable, assign) id<NSApplicationDelegate> delegate;
+@property(nullable, weak) id<NSApplicationDelegate> delegate;
 @property(nullable, strong) NSMenu* mainMenu;
 @property(nullable, strong) NSMenu* windowsMenu;
 @property(nullable, readonly, strong) NSWindow* modalWindow;
@@ -58,13 +59,11 @@ typedef enum NSApplicationDelegateReply : NSUInteger {
 - (void)postEvent:(NSEvent*)event atStart:(BOOL)atStart;
 @end
 
-typedef enum NSEventMask : unsigned long long {
+typedef unsigned long long NSEventMask;
+enum : NSEventMask {
   NSEventMaskKeyDown = 1ull << 10,
   NSEventMaskKeyUp = 1ull << 11,
-} NSEventMask;
-static inline NSEventMask operator|(NSEventMask a, NSEventMask b) {
-  return (NSEventMask)((unsigned long long)a | (unsigned long long)b);
-}
+};
 
 @interface NSEvent : NSObject
 + (nullable id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask
@@ -148,18 +147,17 @@ extern "C" NSPasteboardReadingOptionKey const NSPasteboardURLReadingFileURLsOnly
 @interface NSLayoutYAxisAnchor : NSLayoutAnchor <NSLayoutYAxisAnchor*>
 @end
 
-typedef enum NSAutoresizingMaskOptions : NSUInteger {
+typedef NSUInteger NSAutoresizingMaskOptions;
+enum : NSAutoresizingMaskOptions {
   NSViewWidthSizable = 2,
   NSViewHeightSizable = 16,
-} NSAutoresizingMaskOptions;
-static inline NSAutoresizingMaskOptions operator|(NSAutoresizingMaskOptions a, NSAutoresizingMaskOptions b) {
-  return (NSAutoresizingMaskOptions)((NSUInteger)a | (NSUInteger)b);
-}
+};
 
-typedef enum NSDragOperation : NSUInteger {
+typedef NSUInteger NSDragOperation;
+enum : NSDragOperation {
   NSDragOperationNone = 0,
   NSDragOperationCopy = 1,
-} NSDragOperation;
+};
 
 @protocol NSDraggingInfo <NSObject>
 @property(readonly, strong) NSPasteboard* draggingPasteboard;
@@ -170,7 +168,7 @@ typedef enum NSDragOperation : NSUInteger {
 @property(readonly) NSRect bounds;
 @property NSAutoresizingMaskOptions autoresizingMask;
 @property BOOL translatesAutoresizingMaskIntoConstraints;
-@property(nullable, readonly, assign) NSWindow* window;
+@property(nullable, readonly, unsafe_unretained) NSWindow* window;
 @property(readonly) NSSize fittingSize;
 @property(readonly, strong) NSLayoutXAxisAnchor* leadingAnchor;
 @property(readonly, strong) NSLayoutXAxisAnchor* trailingAnchor;
@@ -194,7 +192,10 @@ typedef enum NSDragOperation : NSUInteger {
 + (instancetype)labelWithString:(NSString*)string;
 @end
 
-@interface NSPopUpButton : NSControl
+@interface NSButton : NSControl
+@end
+
+@interface NSPopUpButton : NSButton
 - (instancetype)initWithFrame:(NSRect)frame pullsDown:(BOOL)pullsDown;
 - (void)addItemWithTitle:(NSString*)title;
 - (void)selectItemAtIndex:(NSInteger)index;
@@ -231,9 +232,10 @@ typedef enum NSBackingStoreType : NSUInteger {
 typedef enum NSWindowTabbingMode : NSInteger {
   NSWindowTabbingModeDisallowed = 2,
 } NSWindowTabbingMode;
-typedef enum NSWindowCollectionBehavior : NSUInteger {
+typedef NSUInteger NSWindowCollectionBehavior;
+enum : NSWindowCollectionBehavior {
   NSWindowCollectionBehaviorFullScreenPrimary = 1 << 7,
-} NSWindowCollectionBehavior;
+};
 typedef NSInteger NSModalResponse;
 enum : NSModalResponse {
   NSModalResponseOK = 1,
@@ -252,10 +254,10 @@ enum : NSModalResponse {
                             backing:(NSBackingStoreType)backing
                               defer:(BOOL)defer;
 @property(copy) NSString* title;
-@property(nullable, assign) id<NSWindowDelegate> delegate;
+@property(nullable, weak) id<NSWindowDelegate> delegate;
 @property NSSize minSize;
 @property(nullable, strong) NSView* contentView;
-@property(nullable, assign) NSView* initialFirstResponder;
+@property(nullable, weak) NSView* initialFirstResponder;
 @property(nullable, readonly, strong) NSWindow* attachedSheet;
 @property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property(getter=isRestorable) BOOL restorable;
@@ -284,7 +286,7 @@ typedef enum NSAlertStyle : NSUInteger {
 @property NSAlertStyle alertStyle;
 @property(nullable, strong) NSView* accessoryView;
 @property(readonly, strong) NSWindow* window;
-- (id)addButtonWithTitle:(NSString*)title;
+- (NSButton*)addButtonWithTitle:(NSString*)title;
 - (NSModalResponse)runModal;
 - (void)beginSheetModalForWindow:(NSWindow*)sheetWindow
                completionHandler:(void (^_Nullable)(NSModalResponse returnCode))handler;
@@ -303,14 +305,14 @@ typedef enum NSAlertStyle : NSUInteger {
 @property(nullable, strong) NSView* accessoryView;
 @property(getter=isExtensionHidden) BOOL extensionHidden;
 @property BOOL canCreateDirectories;
-@property(copy) NSString* prompt;
+@property(null_resettable, copy) NSString* prompt;
 @property(copy) NSString* nameFieldStringValue;
 - (void)beginSheetModalForWindow:(NSWindow*)window
                completionHandler:(void (^)(NSModalResponse result))handler;
 @end
 
 @interface NSSavePanel (Delegate)
-@property(nullable, assign) id<NSOpenSavePanelDelegate> delegate;
+@property(nullable, weak) id<NSOpenSavePanelDelegate> delegate;
 @end
 
 @interface NSOpenPanel : NSSavePanel
@@ -333,7 +335,7 @@ typedef enum NSAlertStyle : NSUInteger {
 @end
 
 @interface NSSharingService : NSObject
-@property(nullable, assign) id<NSSharingServiceDelegate> delegate;
+@property(nullable, weak) id<NSSharingServiceDelegate> delegate;
 @end
 
 @protocol NSSharingServicePickerDelegate <NSObject>

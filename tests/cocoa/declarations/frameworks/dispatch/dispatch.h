@@ -35,8 +35,8 @@ extern const dispatch_source_type_s _dispatch_source_type_signal;
 #define DISPATCH_SOURCE_TYPE_SIGNAL (&_dispatch_source_type_signal)
 
 extern struct dispatch_queue_s _dispatch_main_q;
-dispatch_queue_attr_t _Nullable dispatch_queue_attr_make_with_qos_class(dispatch_queue_attr_t _Nullable attr,
-                                                                       qos_class_t qos, int relativePriority);
+dispatch_queue_attr_t dispatch_queue_attr_make_with_qos_class(dispatch_queue_attr_t _Nullable attr, qos_class_t qos,
+                                                              int relativePriority);
 dispatch_queue_t dispatch_queue_create(const char* _Nullable label, dispatch_queue_attr_t _Nullable attr)
     __attribute__((ns_returns_retained));
 void dispatch_async(dispatch_queue_t queue, dispatch_block_t block);
