@@ -12,7 +12,23 @@
 namespace quendo::cocoa {
 namespace {
 
+// WebKit reads these when it makes the first view. Without the first one it marks nothing; the others would
+// alter what is typed, which may be Markdown or code.
+void registerTypingDefaults() {
+  NSNumber* on = [NSNumber numberWithBool:YES];
+  NSNumber* off = [NSNumber numberWithBool:NO];
+  [NSUserDefaults.standardUserDefaults registerDefaults:@{
+    @"WebContinuousSpellCheckingEnabled" : on,
+    @"WebAutomaticSpellingCorrectionEnabled" : off,
+    @"WebAutomaticQuoteSubstitutionEnabled" : off,
+    @"WebAutomaticDashSubstitutionEnabled" : off,
+    @"WebAutomaticTextReplacementEnabled" : off,
+    @"WebAutomaticLinkDetectionEnabled" : off,
+  }];
+}
+
 QuendoWebView* makeView(const WebViewConfiguration& configuration, WebKitUserContent& content) {
+  registerTypingDefaults();
   WKWebViewConfiguration* made = [[WKWebViewConfiguration alloc] init];
   made.userContentController = content.controller();
   made.websiteDataStore = configuration.websiteDataStore == WebsiteDataStore::nonPersistent

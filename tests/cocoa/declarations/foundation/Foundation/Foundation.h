@@ -218,6 +218,7 @@ extern "C" NSString* NSHomeDirectory(void);
 @property(class, readonly, strong) NSUserDefaults* standardUserDefaults;
 - (nullable id)objectForKey:(NSString*)key;
 - (void)setObject:(nullable id)value forKey:(NSString*)key;
+- (void)registerDefaults:(NSDictionary<NSString*, id>*)registrationDictionary;
 @end
 
 @interface NSUUID : NSObject
