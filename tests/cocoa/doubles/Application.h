@@ -3,7 +3,10 @@
 #import <AppKit/AppKit.h>
 
 #include <functional>
+#include <memory>
 #include <vector>
+
+#include "platform/Menu.h"
 
 namespace quendo::doubles {
 
@@ -15,6 +18,11 @@ void raiseSignal(int number);
 /// A modal session; `abortion` ends it for the program.
 void beginModal(NSWindow* window, std::function<void()> abortion);
 void endModal();
+
+/// What the core would call the menu.
+std::shared_ptr<Menu> coreMenuOf(NSMenu* menu);
+/// The item that a test means by one of the core's, or nil.
+NSMenuItem* itemFor(NSMenu* menu, const MenuItem& wanted);
 
 /// The events that were put back into the queue, in the order of the calls.
 std::vector<NSEvent*>& postedEvents(bool atStart);

@@ -26,6 +26,23 @@ NSTextField* textFieldFor(const Alert::TextField& accessory) {
   return field;
 }
 
+// The session sees that it was stopped when it gets its next event. `abortModal` would need none, but throws, and
+// no exception may leave a task of the main queue.
+void stopModal() {
+  NSApplication* application = NSApplication.sharedApplication;
+  [application stopModalWithCode:NSModalResponseAbort];
+  [application postEvent:[NSEvent otherEventWithType:NSEventTypeApplicationDefined
+                                            location:NSZeroPoint
+                                       modifierFlags:0
+                                           timestamp:0
+                                        windowNumber:0
+                                             context:nil
+                                             subtype:0
+                                               data1:0
+                                               data2:0]
+                 atStart:YES];
+}
+
 /// An alert on its way to its one answer.
 class ShownAlert : public PresentedAlert, public std::enable_shared_from_this<ShownAlert> {
  public:
@@ -98,7 +115,7 @@ class ModalAlert final : public ShownAlert {
   void dismiss() override {
     if (hasEnded()) return;
     if (NSApplication.sharedApplication.modalWindow == alert().window) {
-      [NSApplication.sharedApplication abortModal];
+      stopModal();
     } else {
       end(NSModalResponseAbort);
     }

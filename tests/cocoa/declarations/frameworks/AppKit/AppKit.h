@@ -6,7 +6,7 @@
 
 #pragma clang assume_nonnull begin
 
-@class NSApplication, NSEvent, NSLayoutXAxisAnchor, NSLayoutYAxisAnchor, NSMenu, NSPasteboard, NSView, NSWindow, UTType;
+@class NSApplication, NSEvent, NSGraphicsContext, NSLayoutXAxisAnchor, NSLayoutYAxisAnchor, NSMenu, NSPasteboard, NSView, NSWindow, UTType;
 
 extern "C" void NSBeep(void);
 
@@ -32,7 +32,6 @@ typedef enum NSApplicationDelegateReply : NSUInteger {
 - (void)applicationDidFinishLaunching:(NSNotification*)notification;
 - (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)hasVisibleWindows;
 - (void)application:(NSApplication*)sender openFiles:(NSArray<NSString*>*)filenames;
-- (void)application:(NSApplication*)application openURLs:(NSArray<NSURL*>*)urls;
 - (NSApplicationTerminateReply)applicationShouldTerminate:(NSApplication*)sender;
 - (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication*)sender;
 - (void)applicationWillTerminate:(NSNotification*)notification;
@@ -54,7 +53,7 @@ typedef enum NSApplicationDelegateReply : NSUInteger {
 - (void)terminate:(nullable id)sender;
 - (void)replyToApplicationShouldTerminate:(BOOL)shouldTerminate;
 - (void)replyToOpenOrPrint:(NSApplicationDelegateReply)reply;
-- (void)abortModal;
+- (void)stopModalWithCode:(NSInteger)returnCode;
 - (void)postEvent:(NSEvent*)event atStart:(BOOL)atStart;
 @end
 
@@ -66,7 +65,22 @@ static inline NSEventMask operator|(NSEventMask a, NSEventMask b) {
   return (NSEventMask)((unsigned long long)a | (unsigned long long)b);
 }
 
+typedef enum NSEventType : NSUInteger {
+  NSEventTypeApplicationDefined = 15,
+} NSEventType;
+typedef NSUInteger NSEventModifierFlags;
+
 @interface NSEvent : NSObject
++ (nullable NSEvent*)otherEventWithType:(NSEventType)type
+                               location:(NSPoint)location
+                          modifierFlags:(NSEventModifierFlags)flags
+                              timestamp:(NSTimeInterval)time
+                           windowNumber:(NSInteger)windowNumber
+                                context:(nullable NSGraphicsContext*)unusedPassNil
+                                subtype:(short)subtype
+                                  data1:(NSInteger)d1
+                                  data2:(NSInteger)d2;
+@property(readonly) NSEventType type;
 + (nullable id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask
                                             handler:(NSEvent* _Nullable (^)(NSEvent*))block;
 + (void)removeMonitor:(id)monitor;
@@ -76,7 +90,6 @@ static inline NSEventMask operator|(NSEventMask a, NSEventMask b) {
 
 typedef NSInteger NSControlStateValue;
 enum : NSControlStateValue { NSControlStateValueOff = 0, NSControlStateValueOn = 1 };
-typedef NSUInteger NSEventModifierFlags;
 typedef NSString* NSUserInterfaceItemIdentifier;
 
 @interface NSMenuItem : NSObject
