@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/Menu.h"
@@ -14,6 +15,10 @@ namespace quendo::doubles {
 void setSessionEnds(bool ends);
 /// Lets a signal arrive, for which there must be a source.
 void raiseSignal(int number);
+
+/// How the application replied to the files that it was given last.
+std::optional<NSApplicationDelegateReply> openReply();
+void forgetOpenReply();
 
 /// A modal session; `abortion` ends it for the program.
 void beginModal(NSWindow* window, std::function<void()> abortion);

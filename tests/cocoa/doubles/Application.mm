@@ -125,6 +125,14 @@ class Adaptor final : public ApplicationDelegate {
 
 namespace quendo::doubles {
 
+std::optional<NSApplicationDelegateReply> openReply() {
+  return state().openReply;
+}
+
+void forgetOpenReply() {
+  state().openReply.reset();
+}
+
 void beginModal(NSWindow* window, std::function<void()> abortion) {
   state().modalWindows.push_back(window);
   state().abortions.push_back(std::move(abortion));

@@ -21,13 +21,14 @@ NSAlertStyle styleOf(AlertStyle style) {
 }
 
 NSTextField* textFieldFor(const Alert::TextField& accessory) {
-  NSTextField* field = [[NSTextField alloc] initWithFrame:NSMakeRect(0, 0, accessory.width, accessory.height)];
+  NSTextField* field =
+      [[NSTextField alloc] initWithFrame:NSMakeRect(0, 0, accessory.width, accessory.height)];
   field.stringValue = stringFrom(accessory.text);
   return field;
 }
 
-// The session sees that it was stopped when it gets its next event. `abortModal` would need none, but throws, and
-// no exception may leave a task of the main queue.
+// The session sees that it was stopped when it gets its next event. `abortModal` would need none, but throws,
+// and no exception may leave a task of the main queue.
 void stopModal() {
   NSApplication* application = NSApplication.sharedApplication;
   [application stopModalWithCode:NSModalResponseAbort];
