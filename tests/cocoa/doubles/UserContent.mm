@@ -33,6 +33,7 @@ struct FrameState {
 struct ContentState {
   std::shared_ptr<UserContentController> keeps;
   std::vector<WKUserScript*> scripts;
+  std::vector<id> handlers;
 };
 
 class MessageAdaptor final : public ScriptMessageHandler {
@@ -64,6 +65,10 @@ namespace quendo::doubles {
 
 std::shared_ptr<UserContentController> keptContentOf(WKUserContentController* controller) {
   return stateOf<ContentState>(controller).keeps;
+}
+
+std::vector<id> messageHandlers(WKUserContentController* controller) {
+  return stateOf<ContentState>(controller).handlers;
 }
 
 std::size_t hostScriptCount(WKUserContentController* controller) {
@@ -146,6 +151,7 @@ std::deque<id>& keyCounts() {
   contentOf(self).removeAllUserScripts();
 }
 - (void)addScriptMessageHandler:(id<WKScriptMessageHandler>)scriptMessageHandler name:(NSString*)name {
+  stateOf<ContentState>(self).handlers.push_back(scriptMessageHandler);
   contentOf(self).addScriptMessageHandler(std::make_shared<MessageAdaptor>(self, scriptMessageHandler),
                                           textFrom(name));
 }

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <deque>
 #include <memory>
+#include <vector>
 
 #include "platform/UserContentController.h"
 
@@ -12,6 +13,8 @@ namespace quendo::doubles {
 
 /// What the test sees of a content controller.
 std::shared_ptr<UserContentController> keptContentOf(WKUserContentController* controller);
+/// Who receives its messages, in the order of their registration.
+std::vector<id> messageHandlers(WKUserContentController* controller);
 /// How many scripts run in another world than the page's.
 std::size_t hostScriptCount(WKUserContentController* controller);
 
