@@ -11,6 +11,11 @@ using namespace quendo::doubles;
 
 NSString* const NSRunLoopCommonModes = @"kCFRunLoopCommonModes";
 
+/// With a slash at its end, which GNUstep's has not.
+NSString* NSTemporaryDirectory(void) {
+  return [NSHomeDirectory() stringByAppendingString:@"/tmp/"];
+}
+
 @implementation NSRunLoop (Additions)
 - (void)performInModes:(NSArray*)modes block:(void (^)(void))block {
   void (^kept)(void) = [block copy];
