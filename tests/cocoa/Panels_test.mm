@@ -18,10 +18,15 @@ class CocoaPanelsTest : public CocoaTest {
         configuration_, [this](SavePanel&, const SavePanelResult& result) { results_.push_back(result); });
   }
   fake::FakeSavePanel& seen() { return *platform_.toolkit.window->savePanels.back(); }
-  /// What the panel would write for what the user entered.
-  static std::string written(NSString* entered, BOOL confirmed) {
+  /// The user confirms a place; true if the panel is content with it.
+  static bool accepts(NSURL* url) {
     NSSavePanel* panel = doubles::newestPanel();
-    return doubles::textFrom([panel.delegate panel:panel userEnteredFilename:entered confirmed:confirmed]);
+    return [panel.delegate panel:panel validateURL:url error:nullptr];
+  }
+  void addExtension() {
+    configuration_.pathToWrite = [](const SavePanel&, const std::string& path) {
+      return path.ends_with(".md") ? path : path + ".md";
+    };
   }
 
   std::unique_ptr<Window> window_ = ports_.toolkit.makeWindow({0, 0, 800, 600}, 0);
@@ -108,25 +113,29 @@ TEST_F(CocoaPanelsTest, ASavePanelShowsAndTellsItsName) {
   EXPECT_EQ(shown_->indexOfSelectedItem(), 0U);
 }
 
-TEST_F(CocoaPanelsTest, TheNameIsMappedBeforeTheSystemAsksAboutReplacing) {
-  configuration_.pathToWrite = [](const SavePanel&, const std::string& path) { return path + ".md"; };
+TEST_F(CocoaPanelsTest, AnotherNameIsShownBeforeTheSystemAsksAboutReplacing) {
+  addExtension();
   save();
-  doubles::newestPanel().directoryURL = [NSURL fileURLWithPath:@"/notes/a b"];
-  EXPECT_EQ(written(@"100% Ação", YES), "100% Ação.md");
+  EXPECT_FALSE(accepts([NSURL fileURLWithPath:@"/notes/a b/100% Ação"]));
+  EXPECT_EQ(seen().name, "100% Ação.md");
+  EXPECT_TRUE(accepts([NSURL fileURLWithPath:@"/notes/a b/100% Ação.md"]));
 }
 
-TEST_F(CocoaPanelsTest, ANameThatIsNotConfirmedYetStays) {
-  configuration_.pathToWrite = [](const SavePanel&, const std::string& path) { return path + ".md"; };
+TEST_F(CocoaPanelsTest, APlaceThatIsToBeWrittenIsAcceptedAtOnce) {
   save();
-  doubles::newestPanel().directoryURL = [NSURL fileURLWithPath:@"/notes"];
-  EXPECT_EQ(written(@"Note", NO), "Note");
+  EXPECT_TRUE(accepts([NSURL fileURLWithPath:@"/notes/Other"])) << "nothing maps it";
+  addExtension();
+  save();
+  EXPECT_TRUE(accepts([NSURL fileURLWithPath:@"/notes/Other.md"]));
+  EXPECT_TRUE(accepts([NSURL URLWithString:@"https://elsewhere.example/Other"]));
+  EXPECT_EQ(seen().name, "Note.md");
 }
 
-TEST_F(CocoaPanelsTest, ANameInNoFolderStays) {
-  configuration_.pathToWrite = [](const SavePanel&, const std::string& path) { return path + ".md"; };
+TEST_F(CocoaPanelsTest, WhatIsWrittenIsWhatTheUserConfirmed) {
+  addExtension();
   save();
-  doubles::newestPanel().directoryURL = nil;
-  EXPECT_EQ(written(@"Note", YES), "Note");
+  doubles::confirmUrl([NSURL fileURLWithPath:@"/notes/Other"]);
+  EXPECT_EQ(results_.at(0).path, "/notes/Other") << "nobody was asked about replacing another file";
 }
 
 TEST_F(CocoaPanelsTest, ASavePanelThatIsGoneIsNobodysDelegate) {
@@ -134,15 +143,14 @@ TEST_F(CocoaPanelsTest, ASavePanelThatIsGoneIsNobodysDelegate) {
   NSSavePanel* panel = nil;
   {
     configuration_.accessory = {.label = "Type", .items = {"Markdown"}, .selected = 0, .didChange = {}};
-    configuration_.pathToWrite = [](const SavePanel&, const std::string& path) { return path + ".md"; };
+    addExtension();
     const CocoaSavePanel neverShown(configuration_, {});
     panel = doubles::newestPanel();
-    panel.directoryURL = [NSURL fileURLWithPath:@"/notes"];
     delegate = panel.delegate;
     ASSERT_NE(delegate, nil);
   }
   EXPECT_EQ(panel.delegate, nil);
-  EXPECT_TRUE([[delegate panel:panel userEnteredFilename:@"Note" confirmed:YES] isEqualToString:@"Note"]);
+  EXPECT_TRUE([delegate panel:panel validateURL:[NSURL fileURLWithPath:@"/notes/Note"] error:nullptr]);
   [delegate saveAsExtensionDidChange:nil];
 }
 

@@ -91,13 +91,14 @@ SavePanelConfiguration configurationOf(NSSavePanel* panel) {
     made.accessory = std::move(accessory);
   }
   made.pathToWrite = [panel](const SavePanel&, std::string path) {
-    PanelState& entered = stateOf<PanelState>(panel);
-    NSString* whole = stringFrom(path);
-    entered.directory = [NSURL fileURLWithPath:[whole stringByDeletingLastPathComponent]];
-    NSString* name = [entered.delegate panel:panel
-                         userEnteredFilename:[whole lastPathComponent]
-                                   confirmed:YES];
-    return textFrom([[whole stringByDeletingLastPathComponent] stringByAppendingPathComponent:name]);
+    // The user confirms until the panel is content.
+    const PanelState& state = stateOf<PanelState>(panel);
+    NSURL* url = [NSURL fileURLWithPath:stringFrom(path)];
+    while (![state.delegate panel:panel validateURL:url error:nullptr]) {
+      NSString* folder = [[url path] stringByDeletingLastPathComponent];
+      url = [NSURL fileURLWithPath:[folder stringByAppendingPathComponent:panel.nameFieldStringValue]];
+    }
+    return textFrom([url path]);
   };
   return made;
 }

@@ -304,7 +304,7 @@ typedef enum NSAlertStyle : NSUInteger {
 @end
 
 @protocol NSOpenSavePanelDelegate <NSObject>
-- (nullable NSString*)panel:(id)sender userEnteredFilename:(NSString*)filename confirmed:(BOOL)okFlag;
+- (BOOL)panel:(id)sender validateURL:(NSURL*)url error:(NSError* _Nullable* _Nullable)outError;
 @end
 
 @interface NSSavePanel : NSPanel
