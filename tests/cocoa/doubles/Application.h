@@ -3,7 +3,11 @@
 #import <AppKit/AppKit.h>
 
 #include <functional>
+#include <memory>
+#include <optional>
 #include <vector>
+
+#include "platform/Menu.h"
 
 namespace quendo::doubles {
 
@@ -12,9 +16,18 @@ void setSessionEnds(bool ends);
 /// Lets a signal arrive, for which there must be a source.
 void raiseSignal(int number);
 
+/// How the application replied to the files that it was given last.
+std::optional<NSApplicationDelegateReply> openReply();
+void forgetOpenReply();
+
 /// A modal session; `abortion` ends it for the program.
 void beginModal(NSWindow* window, std::function<void()> abortion);
 void endModal();
+
+/// What the core would call the menu.
+std::shared_ptr<Menu> coreMenuOf(NSMenu* menu);
+/// The item that a test means by one of the core's, or nil.
+NSMenuItem* itemFor(NSMenu* menu, const MenuItem& wanted);
 
 /// The events that were put back into the queue, in the order of the calls.
 std::vector<NSEvent*>& postedEvents(bool atStart);

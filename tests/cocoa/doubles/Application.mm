@@ -3,7 +3,6 @@
 #import "Application.h"
 
 #include <cstdlib>
-#include <set>
 
 #import "Stage.h"
 #include "app/ExitStatus.h"
@@ -19,6 +18,7 @@ struct ApplicationState {
   NSMenu* windowsMenu = nil;
   std::vector<NSWindow*> modalWindows;
   std::vector<std::function<void()>> abortions;
+  bool modalStopped = false;
   std::unique_ptr<ApplicationDelegate> adaptor;
   bool asked = false;
   TerminationReply reply = TerminationReply::now;
@@ -26,94 +26,8 @@ struct ApplicationState {
   std::optional<NSApplicationDelegateReply> openReply;
 };
 
-struct MenuState {
-  NSString* title = nil;
-  NSMutableArray* items = [NSMutableArray array];
-  std::shared_ptr<Menu> core;  ///< What the test sees of it.
-};
-
-struct ItemState {
-  NSString* title = nil;
-  SEL action = nullptr;
-  id target = nil;
-  NSString* key = nil;
-  NSEventModifierFlags mask = 0x100000;
-  NSControlStateValue state = 0;
-  id representedObject = nil;
-  NSMenu* submenu = nil;
-  NSString* identifier = nil;
-  bool separator = false;
-};
-
 ApplicationState& state() {
   return stateOf<ApplicationState>([NSApplication sharedApplication]);
-}
-
-/// Views live as long as menus do: for ever.
-std::string_view kept(const std::string& text) {
-  static std::set<std::string> texts;
-  return *texts.insert(text).first;
-}
-
-PlatformAction platformActionOf(std::string_view action) {
-  using enum PlatformAction;
-  static const std::map<std::string_view, PlatformAction> actions = {
-      {"orderFrontStandardAboutPanel", orderFrontStandardAboutPanel},
-      {"hide", hide},
-      {"hideOtherApplications", hideOtherApplications},
-      {"terminate", terminate},
-      {"undo", undo},
-      {"redo", redo},
-      {"cut", cut},
-      {"copy", copy},
-      {"paste", paste},
-      {"selectAll", selectAll},
-      {"performMiniaturize", performMiniaturize},
-      {"performZoom", performZoom},
-      {"performClose", performClose}};
-  const auto found = actions.find(action);
-  return found == actions.end() ? none : found->second;
-}
-
-std::shared_ptr<Menu> coreMenuOf(NSMenu* menu);
-
-MenuItem coreItemOf(NSMenuItem* item) {
-  MenuItem made;
-  made.separator = item.separatorItem;
-  if (made.separator) return made;
-  made.title = textFrom(item.title);
-  std::string action = item.action ? textFrom(NSStringFromSelector(item.action)) : "";
-  if (action.ends_with(':')) action.pop_back();
-  made.action = kept(action);
-  if (!item.target) made.platformAction = platformActionOf(made.action);
-  made.keyEquivalent = textFrom(item.keyEquivalent);
-  made.modifiers = static_cast<std::uint32_t>(item.keyEquivalentModifierMask);
-  if (item.representedObject) made.representedObject = textFrom(item.representedObject);
-  made.on = item.state == NSControlStateValueOn;
-  if (item.submenu) made.submenu = coreMenuOf(item.submenu);
-  return made;
-}
-
-std::shared_ptr<Menu> coreMenuOf(NSMenu* menu) {
-  MenuState& menuState = stateOf<MenuState>(menu);
-  if (!menuState.core) {
-    menuState.core = std::make_shared<Menu>();
-    menuState.core->title = textFrom(menu.title);
-    for (NSMenuItem* item in menu.itemArray) menuState.core->items.push_back(coreItemOf(item));
-  }
-  return menuState.core;
-}
-
-/// The real item that a test means by one of the core's.
-NSMenuItem* itemFor(NSMenu* menu, const MenuItem& wanted) {
-  for (NSMenuItem* item in menu.itemArray) {
-    const MenuItem made = coreItemOf(item);
-    if (!made.action.empty() && made.action == wanted.action &&
-        made.representedObject == wanted.representedObject)
-      return item;
-    if (NSMenuItem* found = item.submenu ? itemFor(item.submenu, wanted) : nil) return found;
-  }
-  return nil;
 }
 
 /// For an item that is in no menu: a command without an item, or one that a test makes up.
@@ -160,17 +74,11 @@ class Adaptor final : public ApplicationDelegate {
   }
   bool applicationOpenFiles(const std::vector<std::string>& urls) override {
     const Turn turn;
+    // Nothing else comes to an application that has named no schemes.
     NSMutableArray* paths = [NSMutableArray array];
-    NSMutableArray* others = [NSMutableArray array];
     for (const std::string& url : urls) {
       NSURL* given = [NSURL URLWithString:stringFrom(url)];
-      [others addObject:given];
       if ([given isFileURL]) [paths addObject:[given path]];
-    }
-    // Only files come with a path, and with a reply.
-    if (paths.count != others.count) {
-      [state().delegate application:application() openURLs:others];
-      return true;
     }
     state().openReply.reset();
     [state().delegate application:application() openFiles:paths];
@@ -187,6 +95,7 @@ class Adaptor final : public ApplicationDelegate {
     if (reason == TerminationReason::signal) {
       // The handler of the signal asks the application, which comes by here again.
       state().asked = true;
+      state().reply = TerminationReply::later;
       raiseSignal(15);
       facilities().mainQueue.runOne();
       { const Turn next; }
@@ -215,6 +124,14 @@ class Adaptor final : public ApplicationDelegate {
 }  // namespace
 
 namespace quendo::doubles {
+
+std::optional<NSApplicationDelegateReply> openReply() {
+  return state().openReply;
+}
+
+void forgetOpenReply() {
+  state().openReply.reset();
+}
 
 void beginModal(NSWindow* window, std::function<void()> abortion) {
   state().modalWindows.push_back(window);
@@ -282,106 +199,26 @@ extern "C" void NSBeep(void) {
   }
 }
 - (void)replyToApplicationShouldTerminate:(BOOL)shouldTerminate {
-  facilities().application.replyToApplicationShouldTerminate(shouldTerminate);
+  fake::FakeApplication& application = facilities().application;
+  application.replyToApplicationShouldTerminate(shouldTerminate);
+  // Whoever asked last, it ends.
+  if (shouldTerminate) application.lastReply = TerminationReply::now;
 }
 - (void)replyToOpenOrPrint:(NSApplicationDelegateReply)reply {
   if (state().openReply) std::abort();
   state().openReply = reply;
 }
-- (void)abortModal {
-  const auto abortion = state().abortions.back();
-  abortion();
+- (void)stopModalWithCode:(NSInteger)returnCode {
+  state().modalStopped = true;
 }
 - (void)postEvent:(NSEvent*)event atStart:(BOOL)atStart {
-  postedEvents(atStart).push_back(event);
-}
-@end
-
-@implementation NSMenuItem
-+ (NSMenuItem*)separatorItem {
-  NSMenuItem* item = [[self alloc] init];
-  stateOf<ItemState>(item).separator = true;
-  return item;
-}
-- (instancetype)initWithTitle:(NSString*)title action:(SEL)action keyEquivalent:(NSString*)keyEquivalent {
-  self = [super init];
-  ItemState& item = stateOf<ItemState>(self);
-  item.title = [title copy];
-  item.action = action;
-  item.key = [keyEquivalent copy];
-  return self;
-}
-// clang-format off
-- (NSString*)title { return stateOf<ItemState>(self).title; }
-- (void)setTitle:(NSString*)title { stateOf<ItemState>(self).title = [title copy]; }
-- (SEL)action { return stateOf<ItemState>(self).action; }
-- (void)setAction:(SEL)action { stateOf<ItemState>(self).action = action; }
-- (id)target { return stateOf<ItemState>(self).target; }
-- (void)setTarget:(id)target { stateOf<ItemState>(self).target = target; }
-- (NSString*)keyEquivalent { return stateOf<ItemState>(self).key; }
-- (void)setKeyEquivalent:(NSString*)key { stateOf<ItemState>(self).key = [key copy]; }
-- (NSEventModifierFlags)keyEquivalentModifierMask { return stateOf<ItemState>(self).mask; }
-- (void)setKeyEquivalentModifierMask:(NSEventModifierFlags)mask { stateOf<ItemState>(self).mask = mask; }
-- (NSControlStateValue)state { return stateOf<ItemState>(self).state; }
-- (void)setState:(NSControlStateValue)value { stateOf<ItemState>(self).state = value; }
-- (id)representedObject { return stateOf<ItemState>(self).representedObject; }
-- (void)setRepresentedObject:(id)object { stateOf<ItemState>(self).representedObject = object; }
-- (NSMenu*)submenu { return stateOf<ItemState>(self).submenu; }
-- (void)setSubmenu:(NSMenu*)menu { stateOf<ItemState>(self).submenu = menu; }
-- (NSString*)identifier { return stateOf<ItemState>(self).identifier; }
-- (void)setIdentifier:(NSString*)identifier { stateOf<ItemState>(self).identifier = [identifier copy]; }
-- (BOOL)isSeparatorItem { return stateOf<ItemState>(self).separator; }
-// clang-format on
-@end
-
-@implementation NSMenu
-- (instancetype)initWithTitle:(NSString*)title {
-  self = [super init];
-  stateOf<MenuState>(self).title = [title copy];
-  return self;
-}
-// clang-format off
-- (NSString*)title { return stateOf<MenuState>(self).title; }
-- (void)setTitle:(NSString*)title { stateOf<MenuState>(self).title = [title copy]; }
-- (NSArray*)itemArray { return stateOf<MenuState>(self).items; }
-- (void)setItemArray:(NSArray*)items { [stateOf<MenuState>(self).items setArray:items]; }
-- (void)addItem:(NSMenuItem*)item { [stateOf<MenuState>(self).items addObject:item]; }
-- (void)removeItem:(NSMenuItem*)item { [stateOf<MenuState>(self).items removeObject:item]; }
-// clang-format on
-- (void)update {
-  facilities().application.updateMainMenu();
-}
-@end
-
-namespace {
-
-std::map<const void*, NSEvent* (^)(NSEvent*)> monitors;
-
-}  // namespace
-
-namespace quendo::doubles {
-
-std::vector<NSEvent*>& postedEvents(bool atStart) {
-  static std::vector<NSEvent*> posted[2];
-  return posted[atStart];
-}
-
-bool isHeldBack(NSEvent* event) {
-  for (const auto& [monitor, handler] : monitors) {
-    if (!handler(event)) return true;
+  if (event.type != NSEventTypeApplicationDefined) {
+    postedEvents(atStart).push_back(event);
+    return;
   }
-  return false;
-}
-
-}  // namespace quendo::doubles
-
-@implementation NSEvent
-+ (id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(NSEvent* (^)(NSEvent*))block {
-  NSObject* monitor = [[NSObject alloc] init];
-  monitors[(const void*)monitor] = [block copy];
-  return monitor;
-}
-+ (void)removeMonitor:(id)monitor {
-  if (monitors.erase((const void*)monitor) != 1) std::abort();
+  // It is there for the modal session, which now sees that it was stopped.
+  if (!std::exchange(state().modalStopped, false)) std::abort();
+  const auto abortion = state().abortions.back();
+  abortion();
 }
 @end

@@ -39,6 +39,7 @@ bool isMain(dispatch_queue_t queue) {
 }
 
 std::map<int, Source*> signalSources;
+dispatch_queue_t newest = nil;
 
 }  // namespace
 
@@ -52,6 +53,10 @@ void raiseSignal(int number) {
   const auto found = signalSources.find(number);
   if (found == signalSources.end() || !found->second->resumed) std::abort();
   facilities().mainQueue.async(taskOf(found->second->handler));
+}
+
+dispatch_queue_t newestQueue() {
+  return newest;
 }
 
 std::string labelOf(dispatch_queue_t queue) {
@@ -78,7 +83,8 @@ dispatch_queue_attr_t dispatch_queue_attr_make_with_qos_class(dispatch_queue_att
 dispatch_queue_t dispatch_queue_create(const char* label, dispatch_queue_attr_t attr) {
   NSObject* queue = [[NSObject alloc] init];
   doubles::stateOf<Queue>(queue) = {label, doubles::stateOf<Queue>(attr).qualityOfService};
-  return (dispatch_queue_t)queue;
+  newest = (dispatch_queue_t)queue;
+  return newest;
 }
 
 void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {

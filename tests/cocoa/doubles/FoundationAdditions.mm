@@ -11,6 +11,11 @@ using namespace quendo::doubles;
 
 NSString* const NSRunLoopCommonModes = @"kCFRunLoopCommonModes";
 
+/// With a slash at its end, which GNUstep's has not.
+NSString* NSTemporaryDirectory(void) {
+  return [NSHomeDirectory() stringByAppendingString:@"/tmp/"];
+}
+
 @implementation NSRunLoop (Additions)
 - (void)performInModes:(NSArray*)modes block:(void (^)(void))block {
   void (^kept)(void) = [block copy];
@@ -66,6 +71,19 @@ void setSessionEnds(bool ends) {
 }
 
 }  // namespace quendo::doubles
+
+/// GNUstep knows identifiers with underscores alone, and takes the language for the country.
+@implementation NSLocale (Repairs)
++ (instancetype)localeWithLocaleIdentifier:(NSString*)identifier {
+  NSString* known = [identifier stringByReplacingOccurrencesOfString:@"-" withString:@"_"];
+  return [[self alloc] initWithLocaleIdentifier:known];
+}
+- (NSString*)countryCode {
+  NSArray* parts = [[self localeIdentifier] componentsSeparatedByString:@"_"];
+  NSString* last = [parts lastObject];
+  return parts.count > 1 && last.length == 2 ? last : nil;
+}
+@end
 
 @implementation FakedDefaults
 - (id)objectForKey:(NSString*)key {

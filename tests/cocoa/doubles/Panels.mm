@@ -1,11 +1,11 @@
-// A double of alerts, open and save panels, and what is in them. The user is the test.
+// A double of open and save panels, and of what is in them. The user is the test.
 
 #import <AppKit/AppKit.h>
 #import <UniformTypeIdentifiers/UniformTypeIdentifiers.h>
 
 #include <cstdlib>
 
-#import "Application.h"
+#import "Panels.h"
 #import "Stage.h"
 #import "Windows.h"
 
@@ -13,20 +13,6 @@ using namespace quendo;
 using namespace quendo::doubles;
 
 namespace {
-
-struct AlertState {
-  NSString* message = nil;
-  NSString* informative = nil;
-  NSAlertStyle style = NSAlertStyleWarning;
-  std::vector<std::string> buttons;
-  NSView* accessory = nil;
-  NSWindow* window = nil;
-  std::shared_ptr<fake::FakePresentedAlert> presented;
-};
-
-struct SheetState {
-  std::function<void(NSModalResponse)> end;
-};
 
 struct ControlState {
   NSString* value = nil;
@@ -63,6 +49,7 @@ struct PanelState {
   bool chooseFiles = true;
   bool multiple = false;
   NSArray* urls = nil;
+  void (^end)(NSModalResponse) = nil;
   std::shared_ptr<fake::FakeSavePanel> shown;
 };
 
@@ -71,29 +58,6 @@ NSPopUpButton* popUpIn(NSView* accessory) {
     if ([view isKindOfClass:[NSPopUpButton class]]) return (NSPopUpButton*)view;
   }
   return nil;
-}
-
-Alert coreAlertOf(NSAlert* alert) {
-  const AlertState& state = stateOf<AlertState>(alert);
-  Alert made;
-  made.style = state.style == NSAlertStyleCritical        ? AlertStyle::critical
-               : state.style == NSAlertStyleInformational ? AlertStyle::informational
-                                                          : AlertStyle::warning;
-  made.messageText = textFrom(state.message);
-  made.informativeText = textFrom(state.informative);
-  made.buttons = state.buttons;
-  if (state.accessory) {
-    const Rect frame = rectOf(state.accessory.frame);
-    made.accessory = Alert::TextField{textFrom(((NSTextField*)state.accessory).stringValue), frame.width, frame.height};
-  }
-  return made;
-}
-
-/// The user's answer, as the system reports it.
-NSModalResponse responseTo(NSAlert* alert, const AlertResult& result) {
-  AlertState& state = stateOf<AlertState>(alert);
-  if (state.accessory) ((NSTextField*)state.accessory).stringValue = stringFrom(result.text);
-  return result.button < 0 ? NSModalResponseCancel : NSAlertFirstButtonReturn + result.button;
 }
 
 SavePanelConfiguration configurationOf(NSSavePanel* panel) {
@@ -111,7 +75,8 @@ SavePanelConfiguration configurationOf(NSSavePanel* panel) {
     using Accessory = SavePanelConfiguration::Accessory;
     if (row.spacing != Accessory::kSpacing || row.insets.top != Accessory::kVerticalInset ||
         row.insets.bottom != Accessory::kVerticalInset || row.insets.left != 0 || row.insets.right != 0 ||
-        row.orientation != NSUserInterfaceLayoutOrientationHorizontal || row.alignment != NSLayoutAttributeCenterY)
+        row.orientation != NSUserInterfaceLayoutOrientationHorizontal ||
+        row.alignment != NSLayoutAttributeCenterY)
       std::abort();
     NSPopUpButton* popUp = popUpIn(state.accessory);
     Accessory accessory;
@@ -126,69 +91,39 @@ SavePanelConfiguration configurationOf(NSSavePanel* panel) {
     made.accessory = std::move(accessory);
   }
   made.pathToWrite = [panel](const SavePanel&, std::string path) {
-    PanelState& entered = stateOf<PanelState>(panel);
-    NSString* whole = stringFrom(path);
-    entered.directory = [NSURL fileURLWithPath:[whole stringByDeletingLastPathComponent]];
-    NSString* name = [entered.delegate panel:panel userEnteredFilename:[whole lastPathComponent] confirmed:YES];
-    return textFrom([[whole stringByDeletingLastPathComponent] stringByAppendingPathComponent:name]);
+    // The user confirms until the panel is content.
+    const PanelState& state = stateOf<PanelState>(panel);
+    NSURL* url = [NSURL fileURLWithPath:stringFrom(path)];
+    while (![state.delegate panel:panel validateURL:url error:nullptr]) {
+      NSString* folder = [[url path] stringByDeletingLastPathComponent];
+      url = [NSURL fileURLWithPath:[folder stringByAppendingPathComponent:panel.nameFieldStringValue]];
+    }
+    return textFrom([url path]);
   };
   return made;
 }
+
+NSSavePanel* newest = nil;
 
 }  // namespace
 
 namespace quendo::doubles {
 
-void endSheetOf(NSWindow* sheet, NSModalResponse response) {
-  stateOf<SheetState>(sheet).end(response);
+NSSavePanel* newestPanel() {
+  return newest;
+}
+
+void confirmUrl(NSURL* url) {
+  stateOf<PanelState>(newest).url = url;
+  stateOf<PanelState>(newest).end(NSModalResponseOK);
+}
+
+void selectUrls(NSArray* urls) {
+  stateOf<PanelState>(newest).urls = urls;
+  stateOf<PanelState>(newest).end(NSModalResponseOK);
 }
 
 }  // namespace quendo::doubles
-
-@implementation NSAlert
-// clang-format off
-- (NSString*)messageText { return stateOf<AlertState>(self).message; }
-- (void)setMessageText:(NSString*)text { stateOf<AlertState>(self).message = [text copy]; }
-- (NSString*)informativeText { return stateOf<AlertState>(self).informative; }
-- (void)setInformativeText:(NSString*)text { stateOf<AlertState>(self).informative = [text copy]; }
-- (NSAlertStyle)alertStyle { return stateOf<AlertState>(self).style; }
-- (void)setAlertStyle:(NSAlertStyle)style { stateOf<AlertState>(self).style = style; }
-- (NSView*)accessoryView { return stateOf<AlertState>(self).accessory; }
-- (void)setAccessoryView:(NSView*)view { stateOf<AlertState>(self).accessory = view; }
-// clang-format on
-- (NSWindow*)window {
-  NSWindow*& window = stateOf<AlertState>(self).window;
-  if (!window) window = [[NSPanel alloc] init];
-  return window;
-}
-- (NSButton*)addButtonWithTitle:(NSString*)title {
-  stateOf<AlertState>(self).buttons.push_back(textFrom(title));
-  return nil;
-}
-- (NSModalResponse)runModal {
-  auto waiting = std::make_shared<Waiting>();
-  NSModalResponse response = NSModalResponseAbort;
-  AlertState& state = stateOf<AlertState>(self);
-  beginModal([self window], [presented = &state.presented] { (*presented)->dismiss(); });
-  const auto presented = facilities().toolkit.runModal(coreAlertOf(self), [&response, self, waiting](AlertResult result) {
-    const Turn turn;
-    response = responseTo(self, result);
-    waiting->resume();
-  });
-  state.presented = std::static_pointer_cast<fake::FakePresentedAlert>(presented);
-  waiting->wait();
-  endModal();
-  return response;
-}
-- (void)beginSheetModalForWindow:(NSWindow*)sheetWindow completionHandler:(void (^)(NSModalResponse))handler {
-  void (^kept)(NSModalResponse) = [handler copy];
-  const auto presented = windowOf(sheetWindow).beginSheet(coreAlertOf(self), [self, kept](AlertResult result) {
-    const Turn turn;
-    kept(responseTo(self, result));
-  });
-  stateOf<SheetState>([self window]).end = [presented](NSModalResponse) { presented->dismiss(); };
-}
-@end
 
 @implementation NSControl
 // clang-format off
@@ -251,7 +186,8 @@ void endSheetOf(NSWindow* sheet, NSModalResponse response) {
 
 @implementation NSSavePanel
 + (NSSavePanel*)savePanel {
-  return [[self alloc] init];
+  newest = [[self alloc] init];
+  return newest;
 }
 // clang-format off
 - (NSString*)title { return stateOf<PanelState>(self).title; }
@@ -285,12 +221,14 @@ void endSheetOf(NSWindow* sheet, NSModalResponse response) {
 }
 - (void)beginSheetModalForWindow:(NSWindow*)window completionHandler:(void (^)(NSModalResponse))handler {
   void (^kept)(NSModalResponse) = [handler copy];
+  stateOf<PanelState>(self).end = kept;
   auto panel = windowOf(window).beginSheet(
       configurationOf(self), [self, kept](SavePanel&, const SavePanelResult& result) {
         const Turn turn;
-        stateOf<PanelState>(self).url = result.path      ? [NSURL fileURLWithPath:stringFrom(*result.path)]
-                                        : result.confirmed ? [NSURL URLWithString:@"https://elsewhere.example/"]
-                                                           : nil;
+        stateOf<PanelState>(self).url = result.path ? [NSURL fileURLWithPath:stringFrom(*result.path)]
+                                        : result.confirmed
+                                            ? [NSURL URLWithString:@"https://elsewhere.example/"]
+                                            : nil;
         kept(result.confirmed ? NSModalResponseOK : NSModalResponseCancel);
       });
   stateOf<PanelState>(self).shown = std::static_pointer_cast<fake::FakeSavePanel>(panel);
@@ -299,7 +237,9 @@ void endSheetOf(NSWindow* sheet, NSModalResponse response) {
 
 @implementation NSOpenPanel
 + (NSOpenPanel*)openPanel {
-  return [[self alloc] init];
+  NSOpenPanel* panel = [[self alloc] init];
+  newest = panel;
+  return panel;
 }
 // clang-format off
 - (NSArray*)URLs { return stateOf<PanelState>(self).urls; }
@@ -312,6 +252,7 @@ void endSheetOf(NSWindow* sheet, NSModalResponse response) {
 // clang-format on
 - (void)beginSheetModalForWindow:(NSWindow*)window completionHandler:(void (^)(NSModalResponse))handler {
   void (^kept)(NSModalResponse) = [handler copy];
+  stateOf<PanelState>(self).end = kept;
   PanelState& state = stateOf<PanelState>(self);
   if (!state.chooseFiles || [state.types firstObject] != UTTypeData) std::abort();
   OpenPanel panel{textFrom(state.title), textFrom(state.prompt),

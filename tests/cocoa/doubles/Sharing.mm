@@ -81,7 +81,17 @@ RectEdge edgeOf(NSRectEdge edge) {
   }
 }
 
+int closedPickers = 0;
+
 }  // namespace
+
+namespace quendo::doubles {
+
+int closedPickerCount() {
+  return closedPickers;
+}
+
+}  // namespace quendo::doubles
 
 @implementation NSSharingServicePicker
 - (instancetype)initWithItems:(NSArray*)items {
@@ -110,6 +120,7 @@ RectEdge edgeOf(NSRectEdge edge) {
       *facilities().toolkit.webView, edgeOf(preferredEdge));
 }
 - (void)close {
+  ++closedPickers;
 }
 @end
 

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #import "Stage.h"
+#import "UrlSessionDouble.h"
 
 using namespace quendo;
 using namespace quendo::doubles;
@@ -75,7 +76,55 @@ void finish(NSURLSessionDataTask* task, const std::optional<HttpResponse>& respo
   if (!session.invalid) [session.delegate URLSession:state.session task:task didCompleteWithError:nil];
 }
 
+NSURLSessionDataTask* newest = nil;
+
+SessionState& newestSession() {
+  return stateOf<SessionState>(stateOf<TaskState>(newest).session);
+}
+
 }  // namespace
+
+namespace quendo::doubles {
+
+bool followsRedirectTo(const std::string& url) {
+  const Turn turn;
+  NSURLRequest* request = [NSURLRequest requestWithURL:[NSURL URLWithString:stringFrom(url)]];
+  __block int answers = 0;
+  __block bool follows = false;
+  const TaskState& state = stateOf<TaskState>(newest);
+  [newestSession().delegate URLSession:state.session
+                                  task:newest
+            willPerformHTTPRedirection:(NSHTTPURLResponse*)state.response
+                            newRequest:request
+                     completionHandler:^(NSURLRequest* followed) {
+                       ++answers;
+                       follows = followed == request;
+                     }];
+  if (answers != 1) std::abort();
+  return follows;
+}
+
+void respond(NSURLResponse* response) {
+  stateOf<TaskState>(newest).response = response;
+}
+
+void receive(const std::string& bytes) {
+  const Turn turn;
+  [newestSession().delegate URLSession:stateOf<TaskState>(newest).session
+                              dataTask:newest
+                        didReceiveData:[NSData dataWithBytes:bytes.data() length:bytes.size()]];
+}
+
+void endExchange(NSError* error) {
+  const Turn turn;
+  [newestSession().delegate URLSession:stateOf<TaskState>(newest).session task:newest didCompleteWithError:error];
+}
+
+bool isInvalidated() {
+  return newestSession().invalid;
+}
+
+}  // namespace quendo::doubles
 
 @implementation NSURLSessionConfiguration
 + (NSURLSessionConfiguration*)ephemeralSessionConfiguration {
@@ -126,6 +175,7 @@ void finish(NSURLSessionDataTask* task, const std::optional<HttpResponse>& respo
 - (NSURLSessionDataTask*)dataTaskWithRequest:(NSURLRequest*)request {
   NSURLSessionDataTask* task = [[NSURLSessionDataTask alloc] init];
   stateOf<TaskState>(task) = {self, [request copy], nil};
+  newest = task;
   return task;
 }
 - (void)invalidateAndCancel {

@@ -5,34 +5,13 @@
 #include <cstdlib>
 
 #import "Stage.h"
+#import "WebKitDoubles.h"
 #import "Windows.h"
 
 using namespace quendo;
 using namespace quendo::doubles;
 
 namespace {
-
-struct ScriptState {
-  std::string source;
-  WKUserScriptInjectionTime time{};
-  bool mainFrameOnly = false;
-  WKContentWorld* world = nil;
-};
-
-struct MessageState {
-  NSString* name = nil;
-  id body = nil;
-  WKFrameInfo* frame = nil;
-};
-
-struct FrameState {
-  bool isMain = true;
-};
-
-struct ContentState {
-  std::shared_ptr<UserContentController> keeps;
-  std::vector<WKUserScript*> scripts;
-};
 
 struct ConfigurationState {
   WKPreferences* preferences = nil;
@@ -158,25 +137,6 @@ class UiAdaptor final : public UiDelegate {
   WKWebView* view_;
 };
 
-class MessageAdaptor final : public ScriptMessageHandler {
- public:
-  MessageAdaptor(WKUserContentController* controller, id<WKScriptMessageHandler> handler)
-      : controller_(controller), handler_(handler) {}
-  void didReceiveScriptMessage(ScriptMessage message) override {
-    const Turn turn;
-    WKFrameInfo* frame = [[WKFrameInfo alloc] init];
-    stateOf<FrameState>(frame).isMain = message.isMainFrame;
-    WKScriptMessage* sent = [[WKScriptMessage alloc] init];
-    id body = objectFrom(message.body);
-    stateOf<MessageState>(sent) = {stringFrom(message.name), body ? body : [NSNull null], frame};
-    [handler_ userContentController:controller_ didReceiveScriptMessage:sent];
-  }
-
- private:
-  WKUserContentController* controller_;
-  id<WKScriptMessageHandler> handler_;
-};
-
 /// Answers a call as WebKit does. What failed is dealt with in the main queue's next turn.
 EvaluationHandler answering(void (^handler)(id, NSError*)) {
   if (!handler) return {};
@@ -193,82 +153,7 @@ EvaluationHandler answering(void (^handler)(id, NSError*)) {
   };
 }
 
-fake::FakeUserContent& contentOf(WKUserContentController* controller) {
-  return static_cast<fake::FakeUserContent&>(*stateOf<ContentState>(controller).keeps);
-}
-
 }  // namespace
-
-@implementation WKContentWorld
-+ (WKContentWorld*)pageWorld {
-  static WKContentWorld* world = [[self alloc] init];
-  return world;
-}
-+ (WKContentWorld*)worldWithName:(NSString*)name {
-  static WKContentWorld* world = [[self alloc] init];
-  return world;
-}
-@end
-
-@implementation WKUserScript
-- (instancetype)initWithSource:(NSString*)source
-                 injectionTime:(WKUserScriptInjectionTime)injectionTime
-              forMainFrameOnly:(BOOL)forMainFrameOnly {
-  return [self initWithSource:source
-                injectionTime:injectionTime
-             forMainFrameOnly:forMainFrameOnly
-               inContentWorld:[WKContentWorld pageWorld]];
-}
-- (instancetype)initWithSource:(NSString*)source
-                 injectionTime:(WKUserScriptInjectionTime)injectionTime
-              forMainFrameOnly:(BOOL)forMainFrameOnly
-                inContentWorld:(WKContentWorld*)contentWorld {
-  self = [super init];
-  stateOf<ScriptState>(self) = {textFrom(source), injectionTime, static_cast<bool>(forMainFrameOnly), contentWorld};
-  return self;
-}
-@end
-
-@implementation WKFrameInfo
-- (BOOL)isMainFrame {
-  return stateOf<FrameState>(self).isMain;
-}
-@end
-
-@implementation WKScriptMessage
-- (id)body {
-  return stateOf<MessageState>(self).body;
-}
-- (NSString*)name {
-  return stateOf<MessageState>(self).name;
-}
-- (WKFrameInfo*)frameInfo {
-  return stateOf<MessageState>(self).frame;
-}
-@end
-
-@implementation WKUserContentController
-- (instancetype)init {
-  self = [super init];
-  stateOf<ContentState>(self).keeps = facilities().toolkit.makeUserContentController();
-  return self;
-}
-- (void)addUserScript:(WKUserScript*)userScript {
-  const ScriptState& script = stateOf<ScriptState>(userScript);
-  if (script.time != WKUserScriptInjectionTimeAtDocumentStart || !script.mainFrameOnly) std::abort();
-  stateOf<ContentState>(self).scripts.push_back(userScript);
-  // The host's own world is not the page's.
-  if (script.world == [WKContentWorld pageWorld]) contentOf(self).addUserScript(script.source);
-}
-- (void)removeAllUserScripts {
-  stateOf<ContentState>(self).scripts.clear();
-  contentOf(self).removeAllUserScripts();
-}
-- (void)addScriptMessageHandler:(id<WKScriptMessageHandler>)scriptMessageHandler name:(NSString*)name {
-  contentOf(self).addScriptMessageHandler(std::make_shared<MessageAdaptor>(self, scriptMessageHandler),
-                                          textFrom(name));
-}
-@end
 
 @implementation WKWebsiteDataStore
 + (WKWebsiteDataStore*)defaultDataStore {
@@ -328,7 +213,7 @@ fake::FakeUserContent& contentOf(WKUserContentController* controller) {
 - (instancetype)initWithFrame:(NSRect)frame configuration:(WKWebViewConfiguration*)configuration {
   self = [super initWithFrame:frame];
   WebViewConfiguration given;
-  given.userContentController = stateOf<ContentState>(configuration.userContentController).keeps;
+  given.userContentController = keptContentOf(configuration.userContentController);
   given.websiteDataStore = configuration.websiteDataStore == [WKWebsiteDataStore nonPersistentDataStore]
                                ? WebsiteDataStore::nonPersistent
                                : WebsiteDataStore::defaultStore;
@@ -387,7 +272,12 @@ fake::FakeUserContent& contentOf(WKUserContentController* controller) {
     const Turn turn;
     if (state->keysThrough == 0) state->keysThrough = 4;
     --state->keysThrough;
-    kept([NSNumber numberWithInt:0], nil);
+    id count = [NSNumber numberWithInt:0];
+    if (!keyCounts().empty()) {
+      count = keyCounts().front();
+      keyCounts().pop_front();
+    }
+    kept(count, nil);
   };
   if (page->keysWait && state->keysThrough == 0) {
     page->waitingForKeys.push_back(answer);

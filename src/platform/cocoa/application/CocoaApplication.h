@@ -54,6 +54,7 @@ class CocoaApplication final : public Application {
   std::shared_ptr<const Menu> windowsMenu_;
   std::function<void()> willTerminate_;
   TerminationReason reason_ = TerminationReason::user;  ///< Of a quit that the program itself has begun.
+  bool replyIsDue_ = false;
 };
 
 }  // namespace quendo::cocoa

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "files/Url.h"
-#import "platform/cocoa/Text.h"
 #import "platform/cocoa/application/DispatchMainQueue.h"
 
 using quendo::cocoa::CocoaApplication;
@@ -29,17 +28,12 @@ using quendo::cocoa::CocoaApplication;
   return application_->delegate()->applicationShouldHandleReopen(hasVisibleWindows);
 }
 
+// Not openURLs:, which would be called instead and has no reply.
 - (void)application:(NSApplication*)sender openFiles:(NSArray<NSString*>*)filenames {
   std::vector<std::string> urls;
   for (NSString* path in filenames) urls.push_back(quendo::fileUrlOfPath(path.fileSystemRepresentation));
   const bool taken = application_->openFiles(urls);
   [sender replyToOpenOrPrint:taken ? NSApplicationDelegateReplySuccess : NSApplicationDelegateReplyFailure];
-}
-
-- (void)application:(NSApplication*)application openURLs:(NSArray<NSURL*>*)given {
-  std::vector<std::string> urls;
-  for (NSURL* url in given) urls.push_back(quendo::cocoa::textOf(url.absoluteString));
-  application_->openFiles(urls);
 }
 
 - (NSApplicationTerminateReply)applicationShouldTerminate:(NSApplication*)sender {
@@ -122,9 +116,15 @@ void CocoaApplication::terminate() {
   terminateFor(TerminationReason::user);
 }
 
-// While the delegate makes up its mind, the application runs its event loop inside this call.
+// While the delegate makes up its mind, the application runs its event loop inside `terminate:`. Whoever asks
+// meanwhile is heard by the delegate alone: there is one reply for all of them.
 void CocoaApplication::terminateFor(TerminationReason reason) {
   performInRunLoop([this, reason] {
+    if (replyIsDue_) {
+      if (delegate_->applicationShouldTerminate(reason) == TerminationReply::now)
+        replyToApplicationShouldTerminate(true);
+      return;
+    }
     reason_ = reason;
     [application_ terminate:nil];
   });
@@ -133,11 +133,12 @@ void CocoaApplication::terminateFor(TerminationReason reason) {
 NSApplicationTerminateReply CocoaApplication::shouldTerminate() {
   const TerminationReason begun = std::exchange(reason_, TerminationReason::user);
   const TerminationReason reason = sessionEnds() ? TerminationReason::session : begun;
-  return delegate_->applicationShouldTerminate(reason) == TerminationReply::now ? NSTerminateNow
-                                                                               : NSTerminateLater;
+  replyIsDue_ = delegate_->applicationShouldTerminate(reason) == TerminationReply::later;
+  return replyIsDue_ ? NSTerminateLater : NSTerminateNow;
 }
 
 void CocoaApplication::replyToApplicationShouldTerminate(bool shouldTerminate) {
+  replyIsDue_ = false;
   [application_ replyToApplicationShouldTerminate:shouldTerminate];
 }
 

@@ -21,9 +21,27 @@ NSAlertStyle styleOf(AlertStyle style) {
 }
 
 NSTextField* textFieldFor(const Alert::TextField& accessory) {
-  NSTextField* field = [[NSTextField alloc] initWithFrame:NSMakeRect(0, 0, accessory.width, accessory.height)];
+  NSTextField* field =
+      [[NSTextField alloc] initWithFrame:NSMakeRect(0, 0, accessory.width, accessory.height)];
   field.stringValue = stringFrom(accessory.text);
   return field;
+}
+
+// The session sees that it was stopped when it gets its next event. `abortModal` would need none, but throws,
+// and no exception may leave a task of the main queue.
+void stopModal() {
+  NSApplication* application = NSApplication.sharedApplication;
+  [application stopModalWithCode:NSModalResponseAbort];
+  [application postEvent:[NSEvent otherEventWithType:NSEventTypeApplicationDefined
+                                            location:NSZeroPoint
+                                       modifierFlags:0
+                                           timestamp:0
+                                        windowNumber:0
+                                             context:nil
+                                             subtype:0
+                                               data1:0
+                                               data2:0]
+                 atStart:YES];
 }
 
 /// An alert on its way to its one answer.
@@ -98,7 +116,7 @@ class ModalAlert final : public ShownAlert {
   void dismiss() override {
     if (hasEnded()) return;
     if (NSApplication.sharedApplication.modalWindow == alert().window) {
-      [NSApplication.sharedApplication abortModal];
+      stopModal();
     } else {
       end(NSModalResponseAbort);
     }

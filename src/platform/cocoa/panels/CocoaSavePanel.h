@@ -26,13 +26,12 @@ class CocoaSavePanel final : public SavePanel, public std::enable_shared_from_th
   std::size_t indexOfSelectedItem() const override;
 
   // What the panel's delegate reports.
-  /// The name to write for one that the user entered.
-  NSString* nameToWrite(NSString* entered) const;
+  /// Whether the place that the user confirmed is the one to write. Otherwise the panel now shows that one.
+  bool isToBeWritten(NSURL* url);
   void selectionDidChange();
 
  private:
   void addAccessory(const SavePanelConfiguration::Accessory& accessory);
-  std::string pathToWrite(std::string path) const;
 
   NSSavePanel* panel_;
   NSPopUpButton* popUp_ = nil;

@@ -26,9 +26,10 @@ using quendo::cocoa::CocoaSavePanel;
   panel_ = nullptr;
 }
 
-// The panel asks about replacing the file that is actually written, and the sandbox opens that one.
-- (NSString*)panel:(id)sender userEnteredFilename:(NSString*)filename confirmed:(BOOL)okFlag {
-  return okFlag && panel_ ? panel_->nameToWrite(filename) : filename;
+// The panel asks about replacing the file that it shows, and the sandbox opens no other. Since macOS 10.15
+// nobody can give it another name unseen, so the user confirms once more.
+- (BOOL)panel:(id)sender validateURL:(NSURL*)url error:(NSError**)outError {
+  return !panel_ || panel_->isToBeWritten(url);
 }
 
 - (void)saveAsExtensionDidChange:(id)sender {
@@ -85,7 +86,7 @@ void CocoaSavePanel::begin(NSWindow* window) {
                    SavePanelResult result;
                    result.confirmed = response == NSModalResponseOK;
                    NSURL* url = result.confirmed ? self->panel_.URL : nil;
-                   if (url.isFileURL) result.path = self->pathToWrite(url.path.fileSystemRepresentation);
+                   if (url.isFileURL) result.path = url.path.fileSystemRepresentation;
                    if (const auto completion = std::exchange(self->completion_, nullptr))
                      completion(*self, result);
                  }];
@@ -104,15 +105,13 @@ std::size_t CocoaSavePanel::indexOfSelectedItem() const {
   return index < 0 ? 0 : static_cast<std::size_t>(index);
 }
 
-std::string CocoaSavePanel::pathToWrite(std::string path) const {
-  return configuration_.pathToWrite ? configuration_.pathToWrite(*this, std::move(path)) : path;
-}
-
-NSString* CocoaSavePanel::nameToWrite(NSString* entered) const {
-  NSURL* folder = panel_.directoryURL;
-  if (!folder) return entered;
-  return fileUrl(pathToWrite([folder.path stringByAppendingPathComponent:entered].fileSystemRepresentation))
-      .lastPathComponent;
+bool CocoaSavePanel::isToBeWritten(NSURL* url) {
+  if (!url.isFileURL || !configuration_.pathToWrite) return true;
+  const std::string confirmed = url.path.fileSystemRepresentation;
+  const std::string wanted = configuration_.pathToWrite(*this, confirmed);
+  if (wanted == confirmed) return true;
+  panel_.nameFieldStringValue = fileUrl(wanted).lastPathComponent;
+  return false;
 }
 
 void CocoaSavePanel::selectionDidChange() {

@@ -34,20 +34,22 @@ class QueuedKeys {
   struct Call {
     std::chrono::milliseconds limit;
     std::function<void()> run;
+    NSMutableArray<NSEvent*>* pressedSince;  ///< Held back until it has been made.
   };
 
   void next();
   void makeCall(std::uint64_t number);
   void holdKeys();
-  void releaseKeys();
+  void stopHolding();
+  bool holdsBack(NSEvent* event);
   void ask(double seen, int roundsWithoutKeys, std::chrono::steady_clock::time_point deadline,
            std::function<void()> then);
 
   WKWebView* view_;
   std::deque<Call> waiting_;  ///< The first one's keys are waited for.
   std::uint64_t calls_ = 0;   ///< Whose keys were waited for.
-  id monitor_ = nil;          ///< Holds key events back while there is one.
-  NSMutableArray<NSEvent*>* held_ = [NSMutableArray array];
+  id monitor_ = nil;          ///< Sees every key event while there are calls.
+  NSUInteger replayed_ = 0;   ///< Of the events to come: those that were held back before.
   Lifetime lifetime_;
 };
 

@@ -19,6 +19,12 @@ WKContentWorld* hostWorld() {
   return [WKContentWorld worldWithName:@"quendo"];
 }
 
+// In front of what has been pressed since, the first of them foremost.
+void putBack(NSArray<NSEvent*>* events) {
+  for (NSEvent* event in events.reverseObjectEnumerator)
+    [NSApplication.sharedApplication postEvent:event atStart:YES];
+}
+
 }  // namespace
 
 WKUserScript* keyCountingScript() {
@@ -31,16 +37,18 @@ WKUserScript* keyCountingScript() {
 QueuedKeys::QueuedKeys(WKWebView* view) : view_(view) {}
 
 QueuedKeys::~QueuedKeys() {
-  releaseKeys();
+  stopHolding();
+  for (auto call = waiting_.rbegin(); call != waiting_.rend(); ++call) putBack(call->pressedSince);
 }
 
 void QueuedKeys::inOrder(milliseconds limit, std::function<void()> call) {
-  waiting_.push_back({limit, std::move(call)});
-  if (waiting_.size() == 1) next();
+  waiting_.push_back({limit, std::move(call), [NSMutableArray array]});
+  if (waiting_.size() > 1) return;
+  holdKeys();
+  next();
 }
 
 void QueuedKeys::next() {
-  holdKeys();
   const std::uint64_t number = ++calls_;
   const milliseconds limit = waiting_.front().limit;
   DispatchMainQueue().asyncAfter(limit, lifetime_.guard([this, number] { makeCall(number); }));
@@ -49,37 +57,45 @@ void QueuedKeys::next() {
 
 // Made once: when the keys are through, or at its limit.
 void QueuedKeys::makeCall(std::uint64_t number) {
-  if (number != calls_ || waiting_.empty()) return;
+  if (number != calls_) return;
   ++calls_;
-  const Call call = std::move(waiting_.front());
   bool alive = false;
-  lifetime_.guard([&] { alive = true; })();
-  call.run();
+  auto checkAlive = lifetime_.guard([&alive] { alive = true; });
+  const auto run = std::move(waiting_.front().run);
+  run();
+  checkAlive();
+  if (!alive) return;
+  NSArray<NSEvent*>* keys = waiting_.front().pressedSince;
   waiting_.pop_front();
   if (waiting_.empty()) {
-    releaseKeys();
+    stopHolding();
   } else {
-    next();
+    replayed_ += keys.count;
   }
+  putBack(keys);
+  if (!waiting_.empty()) next();
 }
 
 void QueuedKeys::holdKeys() {
-  if (monitor_) return;
-  NSMutableArray<NSEvent*>* held = held_;
   monitor_ = [NSEvent addLocalMonitorForEventsMatchingMask:NSEventMaskKeyDown | NSEventMaskKeyUp
                                                    handler:^NSEvent*(NSEvent* event) {
-                                                     [held addObject:event];
-                                                     return nil;
+                                                     return holdsBack(event) ? nil : event;
                                                    }];
 }
 
-// They go in front of what has been pressed since, the first of them foremost.
-void QueuedKeys::releaseKeys() {
-  if (!monitor_) return;
-  [NSEvent removeMonitor:std::exchange(monitor_, nil)];
-  for (NSEvent* event in held_.reverseObjectEnumerator)
-    [NSApplication.sharedApplication postEvent:event atStart:YES];
-  [held_ removeAllObjects];
+void QueuedKeys::stopHolding() {
+  if (monitor_) [NSEvent removeMonitor:std::exchange(monitor_, nil)];
+  replayed_ = 0;
+}
+
+// What was put back comes before everything newer.
+bool QueuedKeys::holdsBack(NSEvent* event) {
+  if (replayed_ > 0) {
+    --replayed_;
+    return false;
+  }
+  [waiting_.back().pressedSince addObject:event];
+  return true;
 }
 
 void QueuedKeys::after(milliseconds limit, std::function<void()> then) {

@@ -29,6 +29,7 @@ struct CGRect {
 typedef CGPoint NSPoint;
 typedef CGSize NSSize;
 typedef CGRect NSRect;
+extern "C" const NSPoint NSZeroPoint;
 extern "C" const NSRect NSZeroRect;
 static inline NSSize NSMakeSize(CGFloat width, CGFloat height) {
   return NSSize{width, height};

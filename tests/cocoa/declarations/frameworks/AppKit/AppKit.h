@@ -7,7 +7,7 @@
 
 #pragma clang assume_nonnull begin
 
-@class NSApplication, NSEvent, NSLayoutXAxisAnchor, NSLayoutYAxisAnchor, NSMenu, NSPasteboard, NSView, NSWindow, UTType;
+@class NSApplication, NSEvent, NSGraphicsContext, NSLayoutXAxisAnchor, NSLayoutYAxisAnchor, NSMenu, NSPasteboard, NSView, NSWindow, UTType;
 
 extern "C" void NSBeep(void);
 
@@ -33,7 +33,6 @@ typedef enum NSApplicationDelegateReply : NSUInteger {
 - (void)applicationDidFinishLaunching:(NSNotification*)notification;
 - (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)hasVisibleWindows;
 - (void)application:(NSApplication*)sender openFiles:(NSArray<NSString*>*)filenames;
-- (void)application:(NSApplication*)application openURLs:(NSArray<NSURL*>*)urls;
 - (NSApplicationTerminateReply)applicationShouldTerminate:(NSApplication*)sender;
 - (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication*)sender;
 - (void)applicationWillTerminate:(NSNotification*)notification;
@@ -55,7 +54,7 @@ typedef enum NSApplicationDelegateReply : NSUInteger {
 - (void)terminate:(nullable id)sender;
 - (void)replyToApplicationShouldTerminate:(BOOL)shouldTerminate;
 - (void)replyToOpenOrPrint:(NSApplicationDelegateReply)reply;
-- (void)abortModal;
+- (void)stopModalWithCode:(NSInteger)returnCode;
 - (void)postEvent:(NSEvent*)event atStart:(BOOL)atStart;
 @end
 
@@ -65,7 +64,22 @@ enum : NSEventMask {
   NSEventMaskKeyUp = 1ull << 11,
 };
 
+typedef enum NSEventType : NSUInteger {
+  NSEventTypeApplicationDefined = 15,
+} NSEventType;
+typedef NSUInteger NSEventModifierFlags;
+
 @interface NSEvent : NSObject
++ (nullable NSEvent*)otherEventWithType:(NSEventType)type
+                               location:(NSPoint)location
+                          modifierFlags:(NSEventModifierFlags)flags
+                              timestamp:(NSTimeInterval)time
+                           windowNumber:(NSInteger)windowNumber
+                                context:(nullable NSGraphicsContext*)unusedPassNil
+                                subtype:(short)subtype
+                                  data1:(NSInteger)d1
+                                  data2:(NSInteger)d2;
+@property(readonly) NSEventType type;
 + (nullable id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask
                                             handler:(NSEvent* _Nullable (^)(NSEvent*))block;
 + (void)removeMonitor:(id)monitor;
@@ -75,7 +89,6 @@ enum : NSEventMask {
 
 typedef NSInteger NSControlStateValue;
 enum : NSControlStateValue { NSControlStateValueOff = 0, NSControlStateValueOn = 1 };
-typedef NSUInteger NSEventModifierFlags;
 typedef NSString* NSUserInterfaceItemIdentifier;
 
 @interface NSMenuItem : NSObject
@@ -272,82 +285,6 @@ enum : NSModalResponse {
 @interface NSPanel : NSWindow
 @end
 
-// Alerts and panels.
-
-typedef enum NSAlertStyle : NSUInteger {
-  NSAlertStyleWarning = 0,
-  NSAlertStyleInformational = 1,
-  NSAlertStyleCritical = 2,
-} NSAlertStyle;
-
-@interface NSAlert : NSObject
-@property(copy) NSString* messageText;
-@property(copy) NSString* informativeText;
-@property NSAlertStyle alertStyle;
-@property(nullable, strong) NSView* accessoryView;
-@property(readonly, strong) NSWindow* window;
-- (NSButton*)addButtonWithTitle:(NSString*)title;
-- (NSModalResponse)runModal;
-- (void)beginSheetModalForWindow:(NSWindow*)sheetWindow
-               completionHandler:(void (^_Nullable)(NSModalResponse returnCode))handler;
-@end
-
-@protocol NSOpenSavePanelDelegate <NSObject>
-- (nullable NSString*)panel:(id)sender userEnteredFilename:(NSString*)filename confirmed:(BOOL)okFlag;
-@end
-
-@interface NSSavePanel : NSPanel
-+ (NSSavePanel*)savePanel;
-@property(nullable, readonly, copy) NSURL* URL;
-@property(nullable, copy) NSURL* directoryURL;
-@property(copy) NSArray<UTType*>* allowedContentTypes;
-@property BOOL allowsOtherFileTypes;
-@property(nullable, strong) NSView* accessoryView;
-@property(getter=isExtensionHidden) BOOL extensionHidden;
-@property BOOL canCreateDirectories;
-@property(null_resettable, copy) NSString* prompt;
-@property(copy) NSString* nameFieldStringValue;
-- (void)beginSheetModalForWindow:(NSWindow*)window
-               completionHandler:(void (^)(NSModalResponse result))handler;
-@end
-
-@interface NSSavePanel (Delegate)
-@property(nullable, weak) id<NSOpenSavePanelDelegate> delegate;
-@end
-
-@interface NSOpenPanel : NSSavePanel
-+ (NSOpenPanel*)openPanel;
-@property(readonly, copy) NSArray<NSURL*>* URLs;
-@property BOOL canChooseDirectories;
-@property BOOL canChooseFiles;
-@property BOOL allowsMultipleSelection;
-@end
-
-// Sharing.
-
-@class NSSharingService, NSSharingServicePicker;
-
-@protocol NSSharingServiceDelegate <NSObject>
-- (void)sharingService:(NSSharingService*)sharingService didShareItems:(NSArray*)items;
-- (void)sharingService:(NSSharingService*)sharingService
-    didFailToShareItems:(NSArray*)items
-                  error:(NSError*)error;
-@end
-
-@interface NSSharingService : NSObject
-@property(nullable, weak) id<NSSharingServiceDelegate> delegate;
-@end
-
-@protocol NSSharingServicePickerDelegate <NSObject>
-- (void)sharingServicePicker:(NSSharingServicePicker*)sharingServicePicker
-     didChooseSharingService:(nullable NSSharingService*)service;
-@end
-
-@interface NSSharingServicePicker : NSObject
-- (instancetype)initWithItems:(NSArray*)items;
-@property(nullable, weak) id<NSSharingServicePickerDelegate> delegate;
-- (void)showRelativeToRect:(NSRect)rect ofView:(NSView*)view preferredEdge:(NSRectEdge)preferredEdge;
-- (void)close API_AVAILABLE_MACOS(13.0);
-@end
-
 #pragma clang assume_nonnull end
+
+#include <AppKit/Panels.h>
