@@ -26,7 +26,8 @@ struct DurableWrite {
   NewFilePermissions permissions = NewFilePermissions::ownerOnly;
   /// Suffix of the temporary file. Use a distinctive one in directories that other programs write to as well.
   std::string_view temporarySuffix = kTemporarySuffix;
-  /// Where the directory of `path` refuses the temporary file, use the one that the system has for such cases.
+  /// Where the directory of `path` refuses the temporary file, use the one that the system has for such
+  /// cases.
   bool mayUseReplacementDirectory = false;
   /// Called after the new bytes are flushed and before the rename. May be null.
   std::function<void()> beforeReplacing = nullptr;

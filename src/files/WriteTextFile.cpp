@@ -20,7 +20,8 @@ bool writeTextFile(FileManager& fileManager, const std::string& path, std::strin
   if (!target) return false;
   // First, because leftovers of a crash may be what fills the disk.
   sweepTemporaries(fileManager, std::string(deletingLastPathComponent(*target)), kOurTemporarySuffix);
-  DurableWrite write{.permissions = NewFilePermissions::usual, .temporarySuffix = kOurTemporarySuffix,
+  DurableWrite write{.permissions = NewFilePermissions::usual,
+                     .temporarySuffix = kOurTemporarySuffix,
                      .mayUseReplacementDirectory = true};
   if (fileManager.fileExists(*target)) {
     if (!fileManager.attributesOfItem(*target)) return false;

@@ -100,8 +100,9 @@ class FileManager {
   /// access: if the group cannot be kept, permissions that depend on it are dropped. A no-op on file systems
   /// without permissions. False on failure.
   virtual bool copyPermissions(const std::string& from, const std::string& to) = 0;
-  /// A new directory, on the same volume, to make the replacement of the file at `path` in, for systems that open
-  /// the file to the program and not the directory it is in. The caller removes it. `nullopt` if there is none.
+  /// A new directory, on the same volume, to make the replacement of the file at `path` in, for systems that
+  /// open the file to the program and not the directory it is in. The caller removes it. `nullopt` if there
+  /// is none.
   virtual std::optional<std::string> createReplacementDirectory(const std::string& path) = 0;
   /// Atomically renames `from` to `to`, replacing `to` if it exists. False on failure.
   virtual bool renameItem(const std::string& from, const std::string& to) = 0;

@@ -83,9 +83,15 @@ TEST_F(CocoaApplicationTest, RepliesWithAFailureWhenNoFileWasTaken) {
   EXPECT_EQ(doubles::openReply(), NSApplicationDelegateReplyFailure);
 }
 
-// If it could open URLs, it would not be asked to open files, and could not reply.
-TEST_F(CocoaApplicationTest, OpensNoUrls) {
-  EXPECT_FALSE([system() respondsToSelector:NSSelectorFromString(@"application:openURLs:")]);
+TEST_F(CocoaApplicationTest, OpensUrlsWithoutAReply) {
+  doubles::forgetOpenReply();
+  [system() application:NSApplication.sharedApplication
+               openURLs:@[
+                 [NSURL fileURLWithPath:@"/notes/a b.md"], [NSURL URLWithString:@"https://example.org/x"]
+               ]];
+  EXPECT_EQ(delegate_.opened,
+            (std::vector<std::vector<std::string>>{{"file:///notes/a%20b.md", "https://example.org/x"}}));
+  EXPECT_FALSE(doubles::openReply());
 }
 
 TEST_F(CocoaApplicationTest, AsksWhetherItShouldEndForTheUser) {

@@ -47,7 +47,7 @@ class CocoaPageDelegateTest : public WebViewTest {
  protected:
   NSURLSessionAuthChallengeDisposition answerTo(NSString* method) {
     __block int answers = 0;
-    __block NSURLSessionAuthChallengeDisposition given = 0;
+    __block NSURLSessionAuthChallengeDisposition given{};
     [navigationOf() webView:view()
         didReceiveAuthenticationChallenge:[[Challenge alloc] initWithMethod:method]
                         completionHandler:^(NSURLSessionAuthChallengeDisposition disposition,

@@ -123,8 +123,8 @@ TEST_F(OpenedFilesTest, WordsEachReasonForARefusal) {
   platform_.documents.files["/docs/folder"] = {DocumentResourceValues{false, std::nullopt}, std::nullopt};
   addFile("big.txt", 20'000'001);
   EXPECT_FALSE(application().applicationOpenFiles({"file:///docs/pic.png", "file:///docs/folder/",
-                                                 "file:///docs/big.txt", "https://example.org/a/far.txt",
-                                                 "https://example.org", "file:///docs/%20gone%20"}));
+                                                   "file:///docs/big.txt", "https://example.org/a/far.txt",
+                                                   "https://example.org", "file:///docs/%20gone%20"}));
   EXPECT_EQ(alert().messageText, "Some Files Were Not Opened");
   EXPECT_EQ(alert().informativeText,
             "pic.png: não parece ser um arquivo de texto\n"

@@ -43,10 +43,10 @@ int main() {
     UrlSession httpSession;
 
     application.setActivationPolicyRegular();
-    auto controller = std::make_unique<AppController>(HostPorts{
-        application, toolkit, bundle, locale, defaults, fileManager, documentFiles, storeQueue, mainQueue,
-        pasteboard, workspace, uuids, contentTypes, clock, httpSession,
-        persistenceTestModeFromEnvironmentValue(std::getenv("QUENDO_PERSISTENCE_TEST"))});
+    auto controller = std::make_unique<AppController>(
+        HostPorts{application, toolkit, bundle, locale, defaults, fileManager, documentFiles, storeQueue,
+                  mainQueue, pasteboard, workspace, uuids, contentTypes, clock, httpSession,
+                  persistenceTestModeFromEnvironmentValue(std::getenv("QUENDO_PERSISTENCE_TEST"))});
     application.setDelegate(controller.get());
     // The process ends inside the event loop, where nothing of this is destroyed.
     application.setWillTerminate([&] { controller.reset(); });

@@ -32,9 +32,10 @@ ApplicationState& state() {
 
 /// For an item that is in no menu: a command without an item, or one that a test makes up.
 NSMenuItem* looseItem(const MenuItem& wanted) {
-  NSMenuItem* item = [[NSMenuItem alloc] initWithTitle:@""
-                                                action:NSSelectorFromString(stringFrom(std::string(wanted.action) + ":"))
-                                         keyEquivalent:@""];
+  NSMenuItem* item =
+      [[NSMenuItem alloc] initWithTitle:@""
+                                 action:NSSelectorFromString(stringFrom(std::string(wanted.action) + ":"))
+                          keyEquivalent:@""];
   NSMenuItem* known = itemFor(state().mainMenu, [] {
     MenuItem language;
     language.action = "checkForUpdates";
@@ -62,7 +63,8 @@ class Adaptor final : public ApplicationDelegate {
     const Turn turn;
     NSMenuItem* real = realItem(item);
     // A made-up command has no method.
-    if ([real.target respondsToSelector:real.action]) [real.target performSelector:real.action withObject:real];
+    if ([real.target respondsToSelector:real.action])
+      [real.target performSelector:real.action withObject:real];
   }
   void applicationDidFinishLaunching() override {
     const Turn turn;
@@ -74,7 +76,7 @@ class Adaptor final : public ApplicationDelegate {
   }
   bool applicationOpenFiles(const std::vector<std::string>& urls) override {
     const Turn turn;
-    // Nothing else comes to an application that has named no schemes.
+    // The entry that has a reply. The other one is tested by itself.
     NSMutableArray* paths = [NSMutableArray array];
     for (const std::string& url : urls) {
       NSURL* given = [NSURL URLWithString:stringFrom(url)];

@@ -107,8 +107,8 @@ dispatch_time_t dispatch_time(dispatch_time_t when, int64_t delta) {
 
 void dispatch_after(dispatch_time_t when, dispatch_queue_t queue, dispatch_block_t block) {
   if (!isMain(queue)) std::abort();
-  const auto delay =
-      std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::nanoseconds(static_cast<int64_t>(when)));
+  const auto delay = std::chrono::duration_cast<std::chrono::milliseconds>(
+      std::chrono::nanoseconds(static_cast<int64_t>(when)));
   doubles::stateOf<DelayedBlock>((id)block).task =
       doubles::facilities().mainQueue.asyncAfter(delay, taskOf(block));
 }
@@ -121,7 +121,8 @@ void dispatch_block_cancel(dispatch_block_t block) {
   if (const auto& task = doubles::stateOf<DelayedBlock>((id)block).task) task->cancel();
 }
 
-dispatch_source_t dispatch_source_create(dispatch_source_type_t, uintptr_t handle, uintptr_t, dispatch_queue_t) {
+dispatch_source_t dispatch_source_create(dispatch_source_type_t, uintptr_t handle, uintptr_t,
+                                         dispatch_queue_t) {
   NSObject* source = [[NSObject alloc] init];
   Source& state = doubles::stateOf<Source>(source);
   state.number = static_cast<int>(handle);

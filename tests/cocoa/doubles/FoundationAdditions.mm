@@ -92,8 +92,8 @@ void setSessionEnds(bool ends) {
   if (const auto string = defaults.string(name)) return stringFrom(*string);
   const auto date = defaults.date(name);
   if (!date) return nil;
-  return [NSDate
-      dateWithTimeIntervalSince1970:std::chrono::duration<double>(date->time_since_epoch()).count()];
+  return
+      [NSDate dateWithTimeIntervalSince1970:std::chrono::duration<double>(date->time_since_epoch()).count()];
 }
 - (void)setObject:(id)value forKey:(NSString*)key {
   using std::chrono::system_clock;

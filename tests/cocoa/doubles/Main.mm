@@ -1,5 +1,5 @@
-#import <Foundation/Foundation.h>
 #include <Block.h>
+#import <Foundation/Foundation.h>
 #include <gtest/gtest.h>
 #include <objc/runtime.h>
 

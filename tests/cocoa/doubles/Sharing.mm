@@ -115,8 +115,8 @@ int closedPickerCount() {
 }
 - (void)showRelativeToRect:(NSRect)rect ofView:(NSView*)view preferredEdge:(NSRectEdge)preferredEdge {
   stateOf<PickerState>(self).picker->showRelativeTo(
-      Rect{static_cast<int>(rect.origin.x), static_cast<int>(rect.origin.y), static_cast<int>(rect.size.width),
-           static_cast<int>(rect.size.height)},
+      Rect{static_cast<int>(rect.origin.x), static_cast<int>(rect.origin.y),
+           static_cast<int>(rect.size.width), static_cast<int>(rect.size.height)},
       *facilities().toolkit.webView, edgeOf(preferredEdge));
 }
 - (void)close {

@@ -32,8 +32,8 @@ class InUse {
 
 /// Posts a block to the main run loop.
 void performInRunLoop(std::function<void()> block);
-/// What the run loop does when a callback has returned to it: runs the blocks posted meanwhile, each on a stack
-/// of its own, so that one can wait for the user while the test goes on.
+/// What the run loop does when a callback has returned to it: runs the blocks posted meanwhile, each on a
+/// stack of its own, so that one can wait for the user while the test goes on.
 class Turn {
  public:
   Turn() = default;
@@ -45,8 +45,8 @@ class Turn {
 /// A block of the run loop that waits in a modal session.
 class Waiting {
  public:
-  /// Of the block that is running. Aborts the test without one: a modal session inside a task of the main queue
-  /// would stop the queue.
+  /// Of the block that is running. Aborts the test without one: a modal session inside a task of the main
+  /// queue would stop the queue.
   Waiting();
   /// Goes on with the test until `resume`.
   void wait();

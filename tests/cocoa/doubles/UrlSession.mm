@@ -117,7 +117,9 @@ void receive(const std::string& bytes) {
 
 void endExchange(NSError* error) {
   const Turn turn;
-  [newestSession().delegate URLSession:stateOf<TaskState>(newest).session task:newest didCompleteWithError:error];
+  [newestSession().delegate URLSession:stateOf<TaskState>(newest).session
+                                  task:newest
+                  didCompleteWithError:error];
 }
 
 bool isInvalidated() {

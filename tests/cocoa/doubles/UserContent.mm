@@ -1,4 +1,4 @@
-// A double of what the page and its host send each other: scripts and messages.
+// A double of what a web view is configured with: scripts, messages, the store of websites' data.
 
 #import <WebKit/WebKit.h>
 
@@ -154,5 +154,16 @@ std::deque<id>& keyCounts() {
   stateOf<ContentState>(self).handlers.push_back(scriptMessageHandler);
   contentOf(self).addScriptMessageHandler(std::make_shared<MessageAdaptor>(self, scriptMessageHandler),
                                           textFrom(name));
+}
+@end
+
+@implementation WKWebsiteDataStore
++ (WKWebsiteDataStore*)defaultDataStore {
+  static WKWebsiteDataStore* store = [[self alloc] init];
+  return store;
+}
++ (WKWebsiteDataStore*)nonPersistentDataStore {
+  static WKWebsiteDataStore* store = [[self alloc] init];
+  return store;
 }
 @end

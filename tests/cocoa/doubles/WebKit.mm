@@ -76,7 +76,9 @@ class NavigationAdaptor final : public NavigationDelegate {
   }
   void didFailNavigation(const std::string& localizedDescription) override {
     const Turn turn;
-    [delegate() webView:view_ didFailNavigation:nil withError:errorOf(NSURLErrorDomain, localizedDescription)];
+    [delegate() webView:view_
+        didFailNavigation:nil
+                withError:errorOf(NSURLErrorDomain, localizedDescription)];
   }
   void didFailProvisionalNavigation(const std::string& localizedDescription) override {
     const Turn turn;
@@ -155,17 +157,6 @@ EvaluationHandler answering(void (^handler)(id, NSError*)) {
 
 }  // namespace
 
-@implementation WKWebsiteDataStore
-+ (WKWebsiteDataStore*)defaultDataStore {
-  static WKWebsiteDataStore* store = [[self alloc] init];
-  return store;
-}
-+ (WKWebsiteDataStore*)nonPersistentDataStore {
-  static WKWebsiteDataStore* store = [[self alloc] init];
-  return store;
-}
-@end
-
 @implementation WKPreferences
 - (BOOL)javaScriptCanOpenWindowsAutomatically {
   return stateOf<PreferencesState>(self).canOpenWindows;
@@ -217,7 +208,8 @@ EvaluationHandler answering(void (^handler)(id, NSError*)) {
   given.websiteDataStore = configuration.websiteDataStore == [WKWebsiteDataStore nonPersistentDataStore]
                                ? WebsiteDataStore::nonPersistent
                                : WebsiteDataStore::defaultStore;
-  given.javaScriptCanOpenWindowsAutomatically = configuration.preferences.javaScriptCanOpenWindowsAutomatically;
+  given.javaScriptCanOpenWindowsAutomatically =
+      configuration.preferences.javaScriptCanOpenWindowsAutomatically;
   ViewState& state = stateOf<ViewState>(self);
   state.keeps = facilities().toolkit.makeWebView(given);
   state.page = facilities().toolkit.webView;
@@ -264,7 +256,8 @@ EvaluationHandler answering(void (^handler)(id, NSError*)) {
                    inFrame:(WKFrameInfo*)frame
             inContentWorld:(WKContentWorld*)contentWorld
          completionHandler:(void (^)(id, NSError*))completionHandler {
-  if (contentWorld == [WKContentWorld pageWorld] || ![script isEqualToString:@"window.quendoKeyEvents"]) std::abort();
+  if (contentWorld == [WKContentWorld pageWorld] || ![script isEqualToString:@"window.quendoKeyEvents"])
+    std::abort();
   void (^kept)(id, NSError*) = [completionHandler copy];
   ViewState* state = &stateOf<ViewState>(self);
   fake::FakeWebView* page = state->page;

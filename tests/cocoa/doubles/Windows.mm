@@ -80,7 +80,6 @@ fake::FakeWindow& windowOf(NSWindow* window) {
 
 }  // namespace quendo::doubles
 
-
 @implementation NSLayoutAnchor
 - (NSLayoutConstraint*)constraintEqualToAnchor:(NSLayoutAnchor*)anchor {
   NSLayoutConstraint* constraint = [[NSLayoutConstraint alloc] init];
@@ -108,7 +107,8 @@ fake::FakeWindow& windowOf(NSWindow* window) {
     container = second.view;
     ++edges[first.name];
   }
-  if (edges != std::map<std::string, int>{{"leading", 1}, {"trailing", 1}, {"top", 1}, {"bottom", 1}}) std::abort();
+  if (edges != std::map<std::string, int>{{"leading", 1}, {"trailing", 1}, {"top", 1}, {"bottom", 1}})
+    std::abort();
   facilities().log.push_back("addPinnedSubview");
 }
 @end

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "files/Url.h"
+#import "platform/cocoa/Text.h"
 #import "platform/cocoa/application/DispatchMainQueue.h"
 
 using quendo::cocoa::CocoaApplication;
@@ -28,12 +29,18 @@ using quendo::cocoa::CocoaApplication;
   return application_->delegate()->applicationShouldHandleReopen(hasVisibleWindows);
 }
 
-// Not openURLs:, which would be called instead and has no reply.
 - (void)application:(NSApplication*)sender openFiles:(NSArray<NSString*>*)filenames {
   std::vector<std::string> urls;
   for (NSString* path in filenames) urls.push_back(quendo::fileUrlOfPath(path.fileSystemRepresentation));
   const bool taken = application_->openFiles(urls);
   [sender replyToOpenOrPrint:taken ? NSApplicationDelegateReplySuccess : NSApplicationDelegateReplyFailure];
+}
+
+// Since macOS 10.13 the system calls this one for files too.
+- (void)application:(NSApplication*)application openURLs:(NSArray<NSURL*>*)given {
+  std::vector<std::string> urls;
+  for (NSURL* url in given) urls.push_back(quendo::cocoa::textOf(url.absoluteString));
+  application_->openFiles(urls);
 }
 
 - (NSApplicationTerminateReply)applicationShouldTerminate:(NSApplication*)sender {

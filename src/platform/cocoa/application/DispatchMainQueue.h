@@ -12,9 +12,9 @@ class DispatchMainQueue final : public MainQueue {
                                           std::function<void()> task) override;
 };
 
-/// Runs `task` on the main thread from the run loop itself, outside any task of the main queue. For calls that
-/// run the event loop until the user answers: the main queue runs nothing while one of its tasks is still
-/// running. Main thread.
+/// Runs `task` on the main thread from the run loop itself, outside any task of the main queue. For calls
+/// that run the event loop until the user answers: the main queue runs nothing while one of its tasks is
+/// still running. Main thread.
 void performInRunLoop(std::function<void()> task);
 
 }  // namespace quendo::cocoa

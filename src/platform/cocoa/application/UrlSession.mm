@@ -28,7 +28,8 @@ NSURLSessionConfiguration* configurationFor(const HttpRequest& request) {
 }
 
 NSURLRequest* requestFor(const HttpRequest& request) {
-  NSMutableURLRequest* made = [NSMutableURLRequest requestWithURL:[NSURL URLWithString:stringFrom(request.url)]];
+  NSMutableURLRequest* made =
+      [NSMutableURLRequest requestWithURL:[NSURL URLWithString:stringFrom(request.url)]];
   made.HTTPMethod = @"GET";
   made.timeoutInterval = std::chrono::duration<double>(request.timeout).count();
   if (request.ignoresCachedData) made.cachePolicy = NSURLRequestReloadIgnoringLocalAndRemoteCacheData;
@@ -124,9 +125,7 @@ using quendo::cocoa::UrlSession;
   if (exchange_ && !exchange_->append(data)) exchange_->finishWithBody(task.response);
 }
 
-- (void)URLSession:(NSURLSession*)session
-                    task:(NSURLSessionTask*)task
-    didCompleteWithError:(NSError*)error {
+- (void)URLSession:(NSURLSession*)session task:(NSURLSessionTask*)task didCompleteWithError:(NSError*)error {
   if (!exchange_) return;
   if (error) {
     exchange_->finish(std::nullopt);

@@ -16,11 +16,11 @@ void beginOpenPanel(NSWindow* window, const OpenPanel& panel,
   shown.canChooseFiles = YES;
   shown.allowedContentTypes = @[ UTTypeData ];
   if (!panel.startingFolder.empty()) shown.directoryURL = fileUrl(panel.startingFolder);
-  [shown beginSheetModalForWindow:window
-                completionHandler:^(NSModalResponse response) {
-                  completion(response == NSModalResponseOK ? std::optional(pathsOf(shown.URLs))
-                                                           : std::nullopt);
-                }];
+  [shown
+      beginSheetModalForWindow:window
+             completionHandler:^(NSModalResponse response) {
+               completion(response == NSModalResponseOK ? std::optional(pathsOf(shown.URLs)) : std::nullopt);
+             }];
 }
 
 }  // namespace quendo::cocoa

@@ -22,8 +22,8 @@
      didChooseSharingService:(NSSharingService*)service {
   auto* delegate = std::exchange(delegate_, nullptr);
   if (!delegate) return;
-  delegate->didChooseSharingService(
-      service ? std::make_shared<quendo::cocoa::CocoaSharingService>(service) : nullptr);
+  delegate->didChooseSharingService(service ? std::make_shared<quendo::cocoa::CocoaSharingService>(service)
+                                            : nullptr);
 }
 
 @end

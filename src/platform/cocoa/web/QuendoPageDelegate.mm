@@ -72,9 +72,7 @@ bool wasGivenUp(NSError* error) {
   if (self.navigation) self.navigation->didFinishNavigation();
 }
 
-- (void)webView:(WKWebView*)webView
-    didFailNavigation:(WKNavigation*)navigation
-            withError:(NSError*)error {
+- (void)webView:(WKWebView*)webView didFailNavigation:(WKNavigation*)navigation withError:(NSError*)error {
   if (self.navigation && !wasGivenUp(error))
     self.navigation->didFailNavigation(textOf(error.localizedDescription));
 }
@@ -96,8 +94,8 @@ bool wasGivenUp(NSError* error) {
 
 - (void)webView:(WKWebView*)webView
     didReceiveAuthenticationChallenge:(NSURLAuthenticationChallenge*)challenge
-                    completionHandler:(void (^)(NSURLSessionAuthChallengeDisposition,
-                                                NSURLCredential*))completionHandler {
+                    completionHandler:
+                        (void (^)(NSURLSessionAuthChallengeDisposition, NSURLCredential*))completionHandler {
   // The system judges a server's certificate, and refuses one that it does not trust.
   const bool isServer =
       [challenge.protectionSpace.authenticationMethod isEqualToString:NSURLAuthenticationMethodServerTrust];

@@ -31,8 +31,8 @@ void WebKitUserContent::addScriptMessageHandler(std::shared_ptr<ScriptMessageHan
                                                 const std::string& name) {
   QuendoMessageHandler* receiver = [[QuendoMessageHandler alloc] init];
   receiver.receive = ^(WKScriptMessage* message) {
-    handler->didReceiveScriptMessage(
-        ScriptMessage{textOf(message.name), valueFrom(message.body), static_cast<bool>(message.frameInfo.isMainFrame)});
+    handler->didReceiveScriptMessage(ScriptMessage{textOf(message.name), valueFrom(message.body),
+                                                   static_cast<bool>(message.frameInfo.isMainFrame)});
   };
   [controller_ addScriptMessageHandler:receiver name:stringFrom(name)];
 }

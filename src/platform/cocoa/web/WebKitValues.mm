@@ -23,7 +23,8 @@ Value valueFrom(id object) {
   if (![object isKindOfClass:NSDictionary.class]) return scalarFrom(object);
   NSDictionary* dictionary = object;
   Value::Dictionary members;
-  for (NSString* name in dictionary) members.emplace(textOf(name), scalarFrom([dictionary objectForKey:name]));
+  for (NSString* name in dictionary)
+    members.emplace(textOf(name), scalarFrom([dictionary objectForKey:name]));
   return members;
 }
 

@@ -34,7 +34,8 @@ QuendoWebView* makeView(const WebViewConfiguration& configuration, WebKitUserCon
   made.websiteDataStore = configuration.websiteDataStore == WebsiteDataStore::nonPersistent
                               ? [WKWebsiteDataStore nonPersistentDataStore]
                               : [WKWebsiteDataStore defaultDataStore];
-  made.preferences.javaScriptCanOpenWindowsAutomatically = configuration.javaScriptCanOpenWindowsAutomatically;
+  made.preferences.javaScriptCanOpenWindowsAutomatically =
+      configuration.javaScriptCanOpenWindowsAutomatically;
   return [[QuendoWebView alloc] initWithFrame:NSZeroRect configuration:made];
 }
 

@@ -1,5 +1,5 @@
-// The part of Foundation that loads URLs in sessions, as far as Quendo uses it. Included by Foundation; GNUstep's
-// has nothing of it.
+// The part of Foundation that loads URLs in sessions, as far as Quendo uses it. Included by Foundation;
+// GNUstep's has nothing of it.
 #pragma once
 
 #pragma clang assume_nonnull begin
@@ -39,7 +39,9 @@
 @end
 
 @protocol NSURLSessionDataDelegate <NSURLSessionTaskDelegate>
-- (void)URLSession:(NSURLSession*)session dataTask:(NSURLSessionDataTask*)dataTask didReceiveData:(NSData*)data;
+- (void)URLSession:(NSURLSession*)session
+          dataTask:(NSURLSessionDataTask*)dataTask
+    didReceiveData:(NSData*)data;
 @end
 
 @interface NSURLSession : NSObject

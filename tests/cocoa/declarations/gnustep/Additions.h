@@ -11,7 +11,6 @@
 #define NSRectEdgeMaxX 2
 #define NSRectEdgeMaxY 3
 
-
 typedef uint32_t AEKeyword;
 typedef NSString* NSRunLoopMode;
 extern NSString* const NSRunLoopCommonModes;

@@ -27,14 +27,14 @@ namespace quendo::fake {
 struct FakePlatform : FakeFacilities {
   HostPorts ports() {
     if (!backEnd) backEnd = std::make_unique<BackEnd>(*this);
-    return HostPorts{backEnd->application, backEnd->toolkit,
-                     backEnd->bundle,      locale,
-                     backEnd->defaults,    files,
-                     backEnd->documents,   backEnd->storeQueue,
-                     backEnd->mainQueue,   backEnd->pasteboard,
-                     backEnd->workspace,   uuids,
+    return HostPorts{backEnd->application,  backEnd->toolkit,
+                     backEnd->bundle,       locale,
+                     backEnd->defaults,     files,
+                     backEnd->documents,    backEnd->storeQueue,
+                     backEnd->mainQueue,    backEnd->pasteboard,
+                     backEnd->workspace,    uuids,
                      backEnd->contentTypes, clock,
-                     backEnd->httpSession, persistenceTestMode};
+                     backEnd->httpSession,  persistenceTestMode};
   }
 
   struct BackEnd {
@@ -51,8 +51,7 @@ struct FakePlatform : FakeFacilities {
     cocoa::SharedWorkspace workspace{NSWorkspace.sharedWorkspace};
     cocoa::UniformContentTypes contentTypes;
     cocoa::UrlSession httpSession;
-    cocoa::QuitSignals quitSignals{
-        [this] { application.terminateFor(TerminationReason::signal); }};
+    cocoa::QuitSignals quitSignals{[this] { application.terminateFor(TerminationReason::signal); }};
   };
 
   doubles::InUse inUse{*this};

@@ -1,5 +1,5 @@
-// Foundation, as far as Quendo uses it: classes, methods and constants of the platform's public documentation.
-// Methods of delegates are required here, so that a misspelled one does not compile.
+// Foundation, as far as Quendo uses it: classes, methods and constants of the platform's public
+// documentation. Methods of delegates are required here, so that a misspelled one does not compile.
 #pragma once
 
 #include <objc/objc.h>
@@ -53,8 +53,8 @@ typedef enum NSRectEdge : NSUInteger {
   NSRectEdgeMaxY = 3,
 } NSRectEdge;
 
-@class NSString, NSArray<ObjectType>, NSDictionary<KeyType, ObjectType>, NSEnumerator<ObjectType>, NSURL, NSError,
-    NSData, NSDate;
+@class NSString, NSArray<ObjectType>, NSDictionary<KeyType, ObjectType>, NSEnumerator<ObjectType>, NSURL,
+    NSError, NSData, NSDate;
 
 @protocol NSObject
 - (BOOL)isKindOfClass:(Class)aClass;
@@ -62,7 +62,7 @@ typedef enum NSRectEdge : NSUInteger {
 @end
 
 __attribute__((objc_root_class))
-@interface NSObject <NSObject>
+@interface NSObject<NSObject>
 + (instancetype)alloc;
 + (Class)class;
 - (instancetype)init;

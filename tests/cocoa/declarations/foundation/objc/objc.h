@@ -6,7 +6,7 @@
 typedef struct objc_class* Class;
 typedef struct objc_object {
   Class isa;
-}* id;
+} * id;
 typedef struct objc_selector* SEL;
 
 #if __OBJC_BOOL_IS_BOOL

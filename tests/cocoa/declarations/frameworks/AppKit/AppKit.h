@@ -7,7 +7,8 @@
 
 #pragma clang assume_nonnull begin
 
-@class NSApplication, NSEvent, NSGraphicsContext, NSLayoutXAxisAnchor, NSLayoutYAxisAnchor, NSMenu, NSPasteboard, NSView, NSWindow, UTType;
+@class NSApplication, NSEvent, NSGraphicsContext, NSLayoutXAxisAnchor, NSLayoutYAxisAnchor, NSMenu,
+    NSPasteboard, NSView, NSWindow, UTType;
 
 extern "C" void NSBeep(void);
 
@@ -33,6 +34,7 @@ typedef enum NSApplicationDelegateReply : NSUInteger {
 - (void)applicationDidFinishLaunching:(NSNotification*)notification;
 - (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)hasVisibleWindows;
 - (void)application:(NSApplication*)sender openFiles:(NSArray<NSString*>*)filenames;
+- (void)application:(NSApplication*)application openURLs:(NSArray<NSURL*>*)urls;
 - (NSApplicationTerminateReply)applicationShouldTerminate:(NSApplication*)sender;
 - (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication*)sender;
 - (void)applicationWillTerminate:(NSNotification*)notification;

@@ -6,8 +6,8 @@
 
 #pragma clang assume_nonnull begin
 
-@class WKNavigation, WKUserContentController, WKWebView, WKWebViewConfiguration, WKWindowFeatures, WKSecurityOrigin,
-    WKOpenPanelParameters;
+@class WKNavigation, WKUserContentController, WKWebView, WKWebViewConfiguration, WKWindowFeatures,
+    WKSecurityOrigin, WKOpenPanelParameters;
 
 @interface WKContentWorld : NSObject
 @property(class, nonatomic, readonly) WKContentWorld* pageWorld;

@@ -35,8 +35,8 @@ extern const dispatch_source_type_s _dispatch_source_type_signal;
 #define DISPATCH_SOURCE_TYPE_SIGNAL (&_dispatch_source_type_signal)
 
 extern struct dispatch_queue_s _dispatch_main_q;
-dispatch_queue_attr_t dispatch_queue_attr_make_with_qos_class(dispatch_queue_attr_t _Nullable attr, qos_class_t qos,
-                                                              int relativePriority);
+dispatch_queue_attr_t dispatch_queue_attr_make_with_qos_class(dispatch_queue_attr_t _Nullable attr,
+                                                              qos_class_t qos, int relativePriority);
 dispatch_queue_t dispatch_queue_create(const char* _Nullable label, dispatch_queue_attr_t _Nullable attr)
     __attribute__((ns_returns_retained));
 void dispatch_async(dispatch_queue_t queue, dispatch_block_t block);
@@ -47,13 +47,14 @@ dispatch_block_t dispatch_block_create(dispatch_block_flags_t flags, dispatch_bl
     __attribute__((ns_returns_retained));
 void dispatch_block_cancel(dispatch_block_t block);
 dispatch_source_t dispatch_source_create(dispatch_source_type_t type, uintptr_t handle, uintptr_t mask,
-                                         dispatch_queue_t _Nullable queue) __attribute__((ns_returns_retained));
+                                         dispatch_queue_t _Nullable queue)
+    __attribute__((ns_returns_retained));
 void dispatch_source_set_event_handler(dispatch_source_t source, dispatch_block_t handler);
 void dispatch_resume(dispatch_object_t object);
 }
 
 static inline dispatch_queue_t dispatch_get_main_queue(void) {
-  return (__bridge dispatch_queue_t)&_dispatch_main_q;
+  return (__bridge dispatch_queue_t) & _dispatch_main_q;
 }
 
 #pragma clang assume_nonnull end
