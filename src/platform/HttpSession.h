@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -9,6 +10,13 @@
 #include <vector>
 
 namespace quendo {
+
+/// What becomes of an exchange whose response is a redirect.
+enum class Redirect : std::uint8_t {
+  follow,
+  answer,  ///< The redirect itself is the response.
+  fail,
+};
 
 /// One GET request.
 struct HttpRequest {
@@ -21,11 +29,10 @@ struct HttpRequest {
   std::chrono::milliseconds timeout{};
   /// Reading stops here, regardless of Content-Length; the response then has the truncated body.
   std::size_t maximumBodyBytes = 0;
-  /// Called before each redirect with its absolute URL, on any thread. If it returns false, or is null, the
-  /// redirect itself is the response.
-  std::function<bool(const std::string& url)> allowsRedirectTo;
-  /// Redirects to follow. If another one is allowed after that, the exchange fails.
-  int maximumRedirects = 0;
+  /// Called for each redirect with its absolute URL, in order, on any thread. Must not be null.
+  std::function<Redirect(const std::string& url)> redirect = [](const std::string&) {
+    return Redirect::answer;
+  };
 };
 
 struct HttpResponse {

@@ -104,8 +104,10 @@ HttpRequest UpdateChecks::makeRequest() const {
   request.timeout = kRequestTimeout;
   // One byte over the limit reveals a manifest that is too long.
   request.maximumBodyBytes = kMaximumManifestBytes + 1;
-  request.allowsRedirectTo = [](const std::string& url) { return urlScheme(url) == "https"; };
-  request.maximumRedirects = kMaximumRedirects;
+  request.redirect = [followed = 0](const std::string& url) mutable {
+    if (urlScheme(url) != "https") return Redirect::answer;
+    return ++followed > kMaximumRedirects ? Redirect::fail : Redirect::follow;
+  };
   return request;
 }
 

@@ -1,5 +1,6 @@
 """Warnings stop a build of ./test and no other, and changing from one to the other compiles nothing anew."""
 
+import json
 import subprocess
 
 from conftest import ROOT
@@ -42,7 +43,13 @@ def test_a_build_of_the_tests_ends_at_a_warning_and_shares_what_is_compiled(tmp_
 
 
 def test_only_the_scripts_of_the_tests_ask_for_errors():
-    asking = {str(path.relative_to(ROOT)) for path in (ROOT / "test", ROOT / "run", ROOT / "CMakePresets.json",
-                                                       *(ROOT / "bench").glob("*"), *(ROOT / "scripts").rglob("*"))
+    asking = {str(path.relative_to(ROOT)) for path in (ROOT / "test", ROOT / "run", *(ROOT / "bench").glob("*"),
+                                                       *(ROOT / "scripts").rglob("*"))
               if path.is_file() and "-Werror" in path.read_text(encoding="utf-8", errors="replace")}
     assert asking == {"test", "scripts/lib/build.sh", "scripts/check-tidy", "scripts/check-format"}
+
+
+def test_only_the_builds_that_nobody_installs_always_end_at_a_warning():
+    presets = json.loads((ROOT / "CMakePresets.json").read_text())["configurePresets"]
+    strict = {preset["name"] for preset in presets if "-Werror" in json.dumps(preset)}
+    assert strict == {"macos-arm64", "cocoa-doubles"}

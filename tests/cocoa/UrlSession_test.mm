@@ -23,9 +23,9 @@ class CocoaUrlSessionTest : public CocoaTest {
     request_.url = "https://quendo.example/latest.json";
     request_.timeout = 12s;
     request_.maximumBodyBytes = 10;
-    request_.maximumRedirects = 2;
-    request_.allowsRedirectTo = [](const std::string& url) {
-      return url.starts_with("https://quendo.example/");
+    request_.redirect = [followed = 0](const std::string& url) mutable {
+      if (!url.starts_with("https://quendo.example/")) return Redirect::answer;
+      return ++followed > 2 ? Redirect::fail : Redirect::follow;
     };
   }
   void start() { session_->dataTask(request_, completion()); }
@@ -117,7 +117,7 @@ TEST_F(CocoaUrlSessionTest, ARefusedRedirectIsTheAnswer) {
 }
 
 TEST_F(CocoaUrlSessionTest, WithoutARuleNoRedirectIsFollowed) {
-  request_.allowsRedirectTo = nullptr;
+  request_.redirect = HttpRequest().redirect;
   start();
   EXPECT_FALSE(doubles::followsRedirectTo("https://quendo.example/1"));
 }

@@ -43,13 +43,24 @@ TEST_F(UpdateAnswersTest, AsksForTheManifestAndNothingElse) {
 
 TEST_F(UpdateAnswersTest, FollowsTenRedirectsAndOnlyToHttps) {
   checks_->checkForUpdates();
-  EXPECT_EQ(lastRequest().maximumRedirects, 10);
-  const auto& allows = lastRequest().allowsRedirectTo;
-  EXPECT_TRUE(allows("https://cdn.example/latest.json"));
-  EXPECT_TRUE(allows("HTTPS://cdn.example/latest.json"));
+  const auto& redirect = lastRequest().redirect;
   for (const char* url :
        {"http://cdn.example/latest.json", "file:///etc/hostname", "httpsx://cdn.example/", "", "/a"}) {
-    EXPECT_FALSE(allows(url)) << url;
+    EXPECT_EQ(redirect(url), Redirect::answer) << url;
+  }
+  for (int number = 1; number <= 10; ++number) {
+    EXPECT_EQ(redirect(number % 2 ? "https://cdn.example/a" : "HTTPS://cdn.example/a"), Redirect::follow)
+        << number;
+  }
+  EXPECT_EQ(redirect("https://cdn.example/a"), Redirect::fail);
+}
+
+TEST_F(UpdateAnswersTest, CountsTheRedirectsOfEachCheckAnew) {
+  for (int check = 0; check < 2; ++check) {
+    checkManually(manifest("1.5.0", 3));
+    const auto redirect = platform_.httpSession.tasks.back().request.redirect;
+    for (int number = 0; number < 10; ++number)
+      EXPECT_EQ(redirect("https://cdn.example/a"), Redirect::follow);
   }
 }
 

@@ -60,11 +60,7 @@ class UrlSession::Exchange {
     if (completion) completion(std::move(response));
   }
 
-  bool mayFollow(NSURL* url) const {
-    return request_.allowsRedirectTo && request_.allowsRedirectTo(textOf(url.absoluteString));
-  }
-  /// False once there were too many.
-  bool countRedirect() { return ++redirects_ <= request_.maximumRedirects; }
+  Redirect redirect(NSURL* url) const { return request_.redirect(textOf(url.absoluteString)); }
 
   /// False when the body is as long as it may get.
   bool append(NSData* data) {
@@ -87,11 +83,11 @@ class UrlSession::Exchange {
   QuendoExchangeDelegate* delegate_ = nil;
   NSURLSession* session_ = nil;
   std::string body_;
-  int redirects_ = 0;
 };
 
 }  // namespace quendo::cocoa
 
+using quendo::Redirect;
 using quendo::cocoa::UrlSession;
 
 @implementation QuendoExchangeDelegate
@@ -111,14 +107,9 @@ using quendo::cocoa::UrlSession;
     willPerformHTTPRedirection:(NSHTTPURLResponse*)response
                     newRequest:(NSURLRequest*)request
              completionHandler:(void (^)(NSURLRequest*))completionHandler {
-  if (!exchange_ || !exchange_->mayFollow(request.URL)) {
-    completionHandler(nil);
-  } else if (exchange_->countRedirect()) {
-    completionHandler(request);
-  } else {
-    completionHandler(nil);
-    exchange_->finish(std::nullopt);
-  }
+  const Redirect redirect = exchange_ ? exchange_->redirect(request.URL) : Redirect::fail;
+  completionHandler(redirect == Redirect::follow ? request : nil);
+  if (redirect == Redirect::fail && exchange_) exchange_->finish(std::nullopt);
 }
 
 - (void)URLSession:(NSURLSession*)session dataTask:(NSURLSessionDataTask*)task didReceiveData:(NSData*)data {

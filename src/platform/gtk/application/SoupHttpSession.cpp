@@ -148,13 +148,17 @@ class SoupHttpSession::Exchange : public std::enable_shared_from_this<Exchange> 
   }
 
   void didReceiveHead() {
-    const auto redirect = redirectOf(message_.get());
-    if (!redirect || !request_.allowsRedirectTo || !request_.allowsRedirectTo(*redirect)) {
-      readMore();
-    } else if (++redirects_ > request_.maximumRedirects) {
-      finish(std::nullopt);
-    } else {
-      send(*redirect);
+    const auto target = redirectOf(message_.get());
+    switch (target ? request_.redirect(*target) : Redirect::answer) {
+      case Redirect::follow:
+        send(*target);
+        break;
+      case Redirect::answer:
+        readMore();
+        break;
+      case Redirect::fail:
+        finish(std::nullopt);
+        break;
     }
   }
 
@@ -235,7 +239,6 @@ class SoupHttpSession::Exchange : public std::enable_shared_from_this<Exchange> 
   GObjectPtr<GInputStream> stream_;
   std::string body_;
   guint deadline_ = 0;
-  int redirects_ = 0;
 };
 
 SoupHttpSession::SoupHttpSession(std::string certificateAuthorityFile)

@@ -39,8 +39,7 @@ class SoupHttpSessionTest : public ::testing::Test {
     made.url = url(path);
     made.timeout = 20s;
     made.maximumBodyBytes = 1000;
-    made.allowsRedirectTo = [](const std::string&) { return true; };
-    made.maximumRedirects = 5;
+    made.redirect = [](const std::string&) { return Redirect::follow; };
     return made;
   }
 

@@ -88,9 +88,9 @@ TEST_F(SoupHttpSessionTest, FollowsRedirectsThatAreAllowed) {
     std::vector<std::string> asked;
     HttpRequest made = request("/a/b");
     made.headers = {{"User-Agent", "Quendo/1.0"}};
-    made.allowsRedirectTo = [&](const std::string& target) {
+    made.redirect = [&](const std::string& target) {
       asked.push_back(target);
-      return true;
+      return Redirect::follow;
     };
     EXPECT_EQ(fetch(made)->body, "there");
     EXPECT_EQ(asked, (std::vector<std::string>{url("/c?d"), url("/e")}));
@@ -101,16 +101,14 @@ TEST_F(SoupHttpSessionTest, FollowsRedirectsThatAreAllowed) {
 TEST_F(SoupHttpSessionTest, GivesTheRedirectItselfWhereItIsRefused) {
   handler_ = [](SoupServerMessage* message, const std::string&) { redirect(message, "/b"); };
   HttpRequest made = request("/a");
-  made.allowsRedirectTo = [](const std::string&) { return false; };
+  made.redirect = [](const std::string&) { return Redirect::answer; };
   EXPECT_EQ(fetch(made)->status, 302);
-  made.allowsRedirectTo = nullptr;
-  EXPECT_EQ(fetch(made)->status, 302);
-  EXPECT_EQ(received_.size(), 2U);
+  EXPECT_EQ(received_.size(), 1U);
   handler_ = [](SoupServerMessage* message, const std::string&) { redirect(message, "http://["); };
   EXPECT_EQ(fetch(request("/a"))->status, 302) << "it leads nowhere";
 }
 
-TEST_F(SoupHttpSessionTest, FollowsAsManyRedirectsAsTheRequestAllows) {
+TEST_F(SoupHttpSessionTest, FailsAtTheRedirectThatIsOneTooMany) {
   int redirects = 0;
   handler_ = [&](SoupServerMessage* message, const std::string&) {
     if (redirects-- > 0) {
@@ -121,7 +119,9 @@ TEST_F(SoupHttpSessionTest, FollowsAsManyRedirectsAsTheRequestAllows) {
   };
   for (const int limit : {0, 1, 3, 12}) {
     HttpRequest made = request("/a");
-    made.maximumRedirects = limit;
+    made.redirect = [limit, followed = 0](const std::string&) mutable {
+      return ++followed > limit ? Redirect::fail : Redirect::follow;
+    };
     received_.clear();
     redirects = limit;
     const auto response = fetch(made);
