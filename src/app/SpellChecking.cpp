@@ -17,14 +17,19 @@ std::string_view withoutCountry(std::string_view name) {
 
 std::vector<std::vector<std::string>> spellingLanguages(const std::vector<std::string>& preferred) {
   std::vector<std::string> firstOfEach;
+  std::vector<std::string> all;
   for (const std::string& name : preferred) {
+    const std::string_view language = withoutCountry(name);
     const bool isKnown = std::ranges::any_of(
-        firstOfEach, [&](const std::string& one) { return withoutCountry(one) == withoutCountry(name); });
+        firstOfEach, [&](const std::string& one) { return withoutCountry(one) == language; });
     if (!isKnown) firstOfEach.push_back(name);
+    for (const std::string_view candidate : {std::string_view(name), language}) {
+      if (std::ranges::find(all, candidate) == all.end()) all.emplace_back(candidate);
+    }
   }
   if (firstOfEach.empty()) return {};
-  if (firstOfEach.size() == preferred.size()) return {std::move(firstOfEach)};
-  return {std::move(firstOfEach), preferred};
+  if (firstOfEach.size() == all.size()) return {std::move(firstOfEach)};
+  return {std::move(firstOfEach), std::move(all)};
 }
 
 void SpellChecking::pageDidLoad() {

@@ -15,9 +15,10 @@ namespace quendo {
 /// must not wait for that.
 inline constexpr std::chrono::milliseconds kSpellCheckingDelay{1000};
 
-/// The spell-checking languages for the user's preferred ones ("pt_BR", "pt", "en"; most preferred first):
-/// first each language's first name, because "pt_BR" and "pt" would load a dictionary twice; then, as a
-/// fallback if none of those has a dictionary, all the names.
+/// The spell-checking languages for the user's preferred ones ("pt_BR", "en"; most preferred first): first
+/// each language's first name, because "pt_BR" and "pt_PT" would load two dictionaries of one language; then,
+/// as a fallback if none of those has a dictionary, all the names, each followed by the one without a
+/// country.
 std::vector<std::vector<std::string>> spellingLanguages(const std::vector<std::string>& preferred);
 
 /// Enables spell checking, once, some time after the first page has loaded. Main thread.

@@ -12,8 +12,8 @@ class Locale {
   virtual ~Locale() = default;
   /// The language alone ("en" for any English locale); `nullopt` if there is none.
   virtual std::optional<std::string> languageCode() const = 0;
-  /// The languages the user reads, in order of preference, without duplicates: with the country if one is
-  /// given, and without it ("pt_BR", "pt", "en").
+  /// The languages the user reads, in order of preference, as the user lists them: each with its country if
+  /// one is given ("pt_BR", "en").
   virtual std::vector<std::string> preferredLanguages() const = 0;
 };
 

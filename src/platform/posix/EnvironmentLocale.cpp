@@ -13,16 +13,10 @@ std::optional<std::string> languageOfLocaleName(std::string_view name) {
 
 std::vector<std::string> languagesOfLocaleNames(std::string_view names) {
   std::vector<std::string> languages;
-  const auto add = [&](std::string_view name) {
-    if (std::ranges::find(languages, name) == languages.end()) languages.emplace_back(name);
-  };
   while (!names.empty()) {
     const std::string_view first = names.substr(0, names.find(':'));
     names.remove_prefix(std::min(names.size(), first.size() + 1));
-    const auto language = languageOfLocaleName(first);
-    if (!language) continue;
-    add(first.substr(0, first.find_first_of(".@")));
-    add(*language);
+    if (languageOfLocaleName(first)) languages.emplace_back(first.substr(0, first.find_first_of(".@")));
   }
   return languages;
 }

@@ -19,7 +19,7 @@ class EnvironmentLocale final : public Locale {
 std::optional<std::string> languageOfLocaleName(std::string_view name);
 
 /// The languages in a list of locale names in the format of LANGUAGE ("pt_BR.UTF-8:en"): each without
-/// encoding and variant, followed by the language without the country. "C" and "POSIX" are skipped.
+/// encoding and variant. "C" and "POSIX" are skipped.
 std::vector<std::string> languagesOfLocaleNames(std::string_view names);
 
 /// The effective locale name for messages: the first of the three that is set and not empty, as in

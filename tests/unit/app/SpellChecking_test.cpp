@@ -13,17 +13,23 @@ using Names = std::vector<std::string>;
 using Choices = std::vector<Names>;
 
 TEST(SpellingLanguages, TakesTheFirstNameOfEachLanguageAndAllNamesOtherwise) {
+  EXPECT_EQ(spellingLanguages({"pt_BR"}), (Choices{{"pt_BR"}, {"pt_BR", "pt"}}));
   EXPECT_EQ(spellingLanguages({"pt_BR", "pt"}), (Choices{{"pt_BR"}, {"pt_BR", "pt"}}));
-  EXPECT_EQ(spellingLanguages({"pt_BR", "pt", "en_GB", "en", "en_US"}),
+  EXPECT_EQ(spellingLanguages({"pt_BR", "en_GB", "en_US"}),
             (Choices{{"pt_BR", "en_GB"}, {"pt_BR", "pt", "en_GB", "en", "en_US"}}));
 }
 
+TEST(SpellingLanguages, NamesNoLanguageTwice) {
+  EXPECT_EQ(spellingLanguages({"en_GB", "en", "en_US", "en_GB"}),
+            (Choices{{"en_GB"}, {"en_GB", "en", "en_US"}}));
+}
+
 TEST(SpellingLanguages, HasOneChoiceWhenNoLanguageHasTwoNames) {
-  EXPECT_EQ(spellingLanguages({"eo", "es_ES"}), (Choices{{"eo", "es_ES"}}));
+  EXPECT_EQ(spellingLanguages({"eo", "es"}), (Choices{{"eo", "es"}}));
 }
 
 TEST(SpellingLanguages, DoesNotTakeALanguageForAnotherThatBeginsAlike) {
-  EXPECT_EQ(spellingLanguages({"nds", "nd_ZW"}), (Choices{{"nds", "nd_ZW"}}));
+  EXPECT_EQ(spellingLanguages({"nds", "nd"}), (Choices{{"nds", "nd"}}));
 }
 
 TEST(SpellingLanguages, HasNoChoiceWithoutALanguage) {

@@ -2,7 +2,7 @@
 
 #import "platform/cocoa/Text.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace quendo::cocoa {
 
@@ -13,16 +13,13 @@ std::optional<std::string> FoundationLocale::languageCode() const {
 
 std::vector<std::string> FoundationLocale::preferredLanguages() const {
   std::vector<std::string> languages;
-  const auto add = [&](std::string name) {
-    if (std::ranges::find(languages, name) == languages.end()) languages.push_back(std::move(name));
-  };
   for (NSString* identifier in NSLocale.preferredLanguages) {
     NSLocale* locale = [NSLocale localeWithLocaleIdentifier:identifier];
-    const std::string language = textOf(locale.languageCode);
+    std::string language = textOf(locale.languageCode);
     const std::string country = textOf(locale.countryCode);
     if (language.empty()) continue;
-    if (!country.empty()) add(std::string(language).append("_").append(country));
-    add(language);
+    if (!country.empty()) language.append("_").append(country);
+    languages.push_back(std::move(language));
   }
   return languages;
 }
