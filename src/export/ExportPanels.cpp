@@ -57,10 +57,10 @@ void ExportPanels::presentExportPanel(std::string filename, std::string content,
   const std::string extension(pathExtension(panel.nameFieldStringValue));
   panel.title = localization_.tr(plain ? "Exportar arquivo de texto" : "Exportar nota em Markdown");
   panel.prompt = localization_.tr("Exportar");
-  panel.allowedContentType = exportType(extension, plain);
+  const auto type = registeredType(extension);
+  panel.allowedContentType = type ? *type : usualType(plain);
   // A name typed without an extension gets the allowed type's.
-  std::string added = plain ? "txt" : "md";
-  if (contentTypes_.typeForExtension(extension)) added = extension;
+  std::string added = type ? extension : plain ? "txt" : "md";
   panel.pathToWrite = [added = std::move(added)](const SavePanel&, std::string path) {
     return withExtension(std::move(path), added);
   };
@@ -84,8 +84,11 @@ void ExportPanels::releaseSpace(std::size_t bytes) {
   heldBytes_ -= bytes;
 }
 
-std::string ExportPanels::exportType(const std::string& extension, bool plain) const {
-  if (auto type = contentTypes_.typeForExtension(extension)) return *type;
+std::optional<std::string> ExportPanels::registeredType(const std::string& extension) const {
+  return extension.empty() ? std::nullopt : contentTypes_.typeForExtension(extension);
+}
+
+std::string ExportPanels::usualType(bool plain) const {
   if (plain) return contentTypes_.plainText();
   return contentTypes_.typeForExtension("md").value_or(contentTypes_.plainText());
 }

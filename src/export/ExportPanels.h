@@ -44,7 +44,8 @@ class ExportPanels final : public ExportHandler {
   /// The settings both panels share.
   SavePanelConfiguration panelFor(std::string_view filename) const;
   std::string startingFolder() const;
-  std::string exportType(const std::string& extension, bool plain) const;
+  std::optional<std::string> registeredType(const std::string& extension) const;
+  std::string usualType(bool plain) const;
   void finishNativeExport(bool success, std::string_view message);
   void exportDidEnd(const SavePanelResult& result, const std::string& content, bool plain);
   void saveAsDidEnd(SavePanel& panel, const SavePanelResult& result, const std::string& noteId,

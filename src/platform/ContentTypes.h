@@ -10,7 +10,8 @@ namespace quendo {
 class ContentTypes {
  public:
   virtual ~ContentTypes() = default;
-  /// The type registered for a file name extension, given without its dot; `nullopt` if there is none.
+  /// The type registered for a file name extension, given without its dot and not empty; `nullopt`
+  /// if there is none.
   virtual std::optional<std::string> typeForExtension(std::string_view extension) const = 0;
   virtual std::string plainText() const = 0;
   /// The most general type: any data.

@@ -18,11 +18,6 @@ TEST_F(CocoaServicesTest, ATypeThatTheSystemMakesUpIsNone) {
   EXPECT_EQ(ports_.contentTypes.typeForExtension("unheard"), std::nullopt);
 }
 
-TEST_F(CocoaServicesTest, NoExtensionHasNoType) {
-  platform_.contentTypes.types[""] = "type.nothing";
-  EXPECT_EQ(ports_.contentTypes.typeForExtension(""), std::nullopt);
-}
-
 TEST_F(CocoaServicesTest, TextAndDataHaveTheSystemsTypes) {
   EXPECT_EQ(ports_.contentTypes.plainText(), "public.plain-text");
   EXPECT_EQ(ports_.contentTypes.data(), "public.data");

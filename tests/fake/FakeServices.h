@@ -91,7 +91,9 @@ struct FakeContentTypes final : ContentTypes {
   }
   std::string plainText() const override { return "public.plain-text"; }
   std::string data() const override { return "public.data"; }
-  std::map<std::string, std::string, std::less<>> types = {{"md", "type.markdown"}, {"txt", "type.txt"}};
+  /// The one without a name is never to be asked for.
+  std::map<std::string, std::string, std::less<>> types = {
+      {"md", "type.markdown"}, {"txt", "type.txt"}, {"", "type.nothing"}};
 };
 
 struct FakeUuids final : UuidSource {

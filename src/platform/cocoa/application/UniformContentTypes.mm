@@ -8,7 +8,6 @@ namespace quendo::cocoa {
 
 // The system makes up a dynamic type for an extension that nobody has registered.
 std::optional<std::string> UniformContentTypes::typeForExtension(std::string_view extension) const {
-  if (extension.empty()) return std::nullopt;
   UTType* type = [UTType typeWithFilenameExtension:stringFrom(extension) conformingToType:UTTypeData];
   return type && !type.isDynamic ? std::optional(textOf(type.identifier)) : std::nullopt;
 }

@@ -7,7 +7,6 @@
 namespace quendo::gtk {
 
 std::optional<std::string> GioContentTypes::typeForExtension(std::string_view extension) const {
-  if (extension.empty()) return std::nullopt;
   const std::string name = "x." + std::string(extension);
   gboolean uncertain = FALSE;
   const GCharPtr type(g_content_type_guess(name.c_str(), nullptr, 0, &uncertain));
