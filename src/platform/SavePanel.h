@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quendo {
@@ -47,9 +48,13 @@ struct SavePanelConfiguration {
   std::optional<Accessory> accessory;
 
   /// Maps the absolute path the user confirmed to the one to write: the same path, or another name in the
-  /// same folder. The panel asks before replacing a file of that name. Must be idempotent. Null leaves paths
-  /// unchanged.
+  /// same folder. A panel that cannot put the other name into effect unseen, because the user or the system
+  /// granted only the confirmed one, shows it and has it confirmed again; in any case it asks before
+  /// replacing a file of the name that is written. Must be idempotent. Null leaves paths unchanged.
   std::function<std::string(const SavePanel&, std::string path)> pathToWrite;
+  std::string writtenPath(const SavePanel& panel, std::string confirmed) const {
+    return pathToWrite ? pathToWrite(panel, std::move(confirmed)) : confirmed;
+  }
 };
 
 /// Result of a save panel.

@@ -121,6 +121,15 @@ TEST_F(CocoaPanelsTest, AnotherNameIsShownBeforeTheSystemAsksAboutReplacing) {
   EXPECT_TRUE(accepts([NSURL fileURLWithPath:@"/notes/a b/100% Ação.md"]));
 }
 
+TEST_F(CocoaPanelsTest, ANameThatIsConfirmedTwiceIsTaken) {
+  addExtension();
+  save();
+  EXPECT_FALSE(accepts([NSURL fileURLWithPath:@"/notes/Other"]));
+  EXPECT_FALSE(accepts([NSURL fileURLWithPath:@"/notes/Third"]));
+  EXPECT_FALSE(accepts([NSURL fileURLWithPath:@"/notes/Other"]));
+  EXPECT_TRUE(accepts([NSURL fileURLWithPath:@"/notes/Other"]));
+}
+
 TEST_F(CocoaPanelsTest, APlaceThatIsToBeWrittenIsAcceptedAtOnce) {
   save();
   EXPECT_TRUE(accepts([NSURL fileURLWithPath:@"/notes/Other"])) << "nothing maps it";
@@ -151,7 +160,7 @@ TEST_F(CocoaPanelsTest, ASavePanelThatIsGoneIsNobodysDelegate) {
   }
   EXPECT_EQ(panel.delegate, nil);
   EXPECT_TRUE([delegate panel:panel validateURL:[NSURL fileURLWithPath:@"/notes/Note"] error:nullptr]);
-  [delegate saveAsExtensionDidChange:nil];
+  [delegate performSelector:@selector(saveAsExtensionDidChange:) withObject:nil];
 }
 
 TEST_F(CocoaPanelsTest, TheAccessoryRowTellsWhatIsSelectedInIt) {

@@ -26,7 +26,7 @@ class CocoaSavePanel final : public SavePanel, public std::enable_shared_from_th
   std::size_t indexOfSelectedItem() const override;
 
   // What the panel's delegate reports.
-  /// Whether the place that the user confirmed is the one to write. Otherwise the panel now shows that one.
+  /// Whether the place that the user confirmed is to be written. Otherwise the panel now shows another one.
   bool isToBeWritten(NSURL* url);
   void selectionDidChange();
 
@@ -38,6 +38,7 @@ class CocoaSavePanel final : public SavePanel, public std::enable_shared_from_th
   QuendoSavePanelDelegate* panelDelegate_;
   SavePanelConfiguration configuration_;
   SavePanelCompletion completion_;
+  std::string refused_;  ///< The path that was confirmed last and not to be written.
 };
 
 }  // namespace quendo::cocoa

@@ -27,7 +27,8 @@ using quendo::cocoa::CocoaSavePanel;
 }
 
 // The panel asks about replacing the file that it shows, and the sandbox opens no other. Since macOS 10.15
-// nobody can give it another name unseen, so the user confirms once more.
+// nobody can give it another name unseen, so the user confirms once more; what is then confirmed unchanged is
+// written, lest a panel that takes no name refuse it for ever.
 - (BOOL)panel:(id)sender validateURL:(NSURL*)url error:(NSError**)outError {
   return !panel_ || panel_->isToBeWritten(url);
 }
@@ -106,10 +107,11 @@ std::size_t CocoaSavePanel::indexOfSelectedItem() const {
 }
 
 bool CocoaSavePanel::isToBeWritten(NSURL* url) {
-  if (!url.isFileURL || !configuration_.pathToWrite) return true;
+  if (!url.isFileURL) return true;
   const std::string confirmed = url.path.fileSystemRepresentation;
-  const std::string wanted = configuration_.pathToWrite(*this, confirmed);
-  if (wanted == confirmed) return true;
+  const std::string wanted = configuration_.writtenPath(*this, confirmed);
+  if (wanted == confirmed || confirmed == refused_) return true;
+  refused_ = confirmed;
   panel_.nameFieldStringValue = fileUrl(wanted).lastPathComponent;
   return false;
 }

@@ -118,7 +118,7 @@ bool GtkSavePanel::completeName() {
   }
   // The dialog reports invalid names itself, and opens folders.
   if (path.empty() || (!literal && Glib::file_test(path, Glib::FileTest::IS_DIR))) return false;
-  const std::string written = configuration_.pathToWrite ? configuration_.pathToWrite(*this, path) : path;
+  const std::string written = configuration_.writtenPath(*this, path);
   if (!literal && written == path) return false;
   std::string location = Glib::path_get_basename(written);
   if (Glib::path_get_dirname(written) != folder) {

@@ -63,7 +63,7 @@ std::size_t PortalSavePanel::indexOfSelectedItem() const {
 }
 
 std::string PortalSavePanel::completeName(const std::string& path) const {
-  return Glib::path_get_basename(configuration_.pathToWrite ? configuration_.pathToWrite(*this, path) : path);
+  return Glib::path_get_basename(configuration_.writtenPath(*this, path));
 }
 
 void PortalSavePanel::askAgain(const std::string& name) {
