@@ -102,11 +102,23 @@ TEST_F(CocoaApplicationTest, AsksWhetherItShouldEndForTheUser) {
 }
 
 TEST_F(CocoaApplicationTest, AsksForTheSessionWhenTheSystemsEventSaysSo) {
-  doubles::setSessionEnds(true);
+  for (const OSType reason : {'logo', 'rlgo', 'rrst', 'rsdn', 'rest', 'shut'}) {
+    for (const bool isAttribute : {true, false}) {
+      delegate_.reasons.clear();
+      doubles::setQuitEvent({{reason, isAttribute}});
+      shouldTerminate();
+      doubles::setQuitEvent({});
+      shouldTerminate();
+      EXPECT_EQ(delegate_.reasons, (Reasons{TerminationReason::session, TerminationReason::user})) << reason;
+    }
+  }
+}
+
+TEST_F(CocoaApplicationTest, AsksForTheUserWhenTheEventHasAnotherReason) {
+  doubles::setQuitEvent({{'quia'}});
   shouldTerminate();
-  doubles::setSessionEnds(false);
-  shouldTerminate();
-  EXPECT_EQ(delegate_.reasons, (Reasons{TerminationReason::session, TerminationReason::user}));
+  doubles::setQuitEvent({});
+  EXPECT_EQ(delegate_.reasons, Reasons{TerminationReason::user});
 }
 
 TEST_F(CocoaApplicationTest, AsksForEachSignalThatAsksItToQuit) {

@@ -11,8 +11,13 @@
 
 namespace quendo::doubles {
 
-/// Whether the event being handled asks to quit because the session ends.
-void setSessionEnds(bool ends);
+/// The event by which the system asks to quit.
+struct QuitEvent {
+  OSType reason;
+  bool reasonIsAttribute = true;  ///< Or a parameter.
+};
+/// The event being handled, if any.
+void setQuitEvent(std::optional<QuitEvent> event);
 /// Lets a signal arrive, for which there must be a source.
 void raiseSignal(int number);
 

@@ -104,9 +104,9 @@ class Adaptor final : public ApplicationDelegate {
       state().asked = false;
       return state().reply;
     }
-    setSessionEnds(reason == TerminationReason::session);
+    if (reason == TerminationReason::session) setQuitEvent({{'rlgo'}});
     const auto reply = ask();
-    setSessionEnds(false);
+    setQuitEvent({});
     return reply;
   }
   bool applicationShouldTerminateAfterLastWindowClosed() const override {

@@ -46,11 +46,17 @@ NSString* NSTemporaryDirectory(void) {
 }
 @end
 
-static NSAppleEventDescriptor* eventInProgress = nil;
+static std::optional<quendo::doubles::QuitEvent> quitEvent;
 
 @implementation NSAppleEventDescriptor (Additions)
 - (NSAppleEventDescriptor*)attributeDescriptorForKeyword:(AEKeyword)keyword {
-  return keyword == 'why?' ? self : nil;
+  return keyword == 'why?' && quitEvent->reasonIsAttribute ? self : nil;
+}
+- (NSAppleEventDescriptor*)paramDescriptorForKeyword:(AEKeyword)keyword {
+  return keyword == 'why?' && !quitEvent->reasonIsAttribute ? self : nil;
+}
+- (OSType)enumCodeValue {
+  return quitEvent->reason;
 }
 @end
 
@@ -60,17 +66,20 @@ static NSAppleEventDescriptor* eventInProgress = nil;
   return shared;
 }
 - (NSAppleEventDescriptor*)currentAppleEvent {
-  return eventInProgress;
+  return quitEvent ? [[NSAppleEventDescriptor alloc] init] : nil;
 }
 @end
 
 namespace quendo::doubles {
 
-void setSessionEnds(bool ends) {
-  eventInProgress = ends ? [[NSAppleEventDescriptor alloc] init] : nil;
+void setQuitEvent(std::optional<QuitEvent> event) {
+  quitEvent = event;
 }
 
 }  // namespace quendo::doubles
+
+// A category takes the place of GNUstep's own methods.
+#pragma clang diagnostic ignored "-Wobjc-protocol-method-implementation"
 
 /// GNUstep knows identifiers with underscores alone, and takes the language for the country.
 @implementation NSLocale (Repairs)

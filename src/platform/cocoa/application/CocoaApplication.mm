@@ -1,5 +1,7 @@
 #import "platform/cocoa/application/CocoaApplication.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "files/Url.h"
@@ -65,12 +67,17 @@ using quendo::cocoa::CocoaApplication;
 namespace quendo::cocoa {
 namespace {
 
-/// Attribute of the event by which the system asks programs to quit at the end of the session.
+/// Of the event by which the system asks a program to quit: the reason, and the reasons that end the session
+/// (log out, restart and shut down, with and without a question before).
 constexpr AEKeyword kQuitReason = 'why?';
+constexpr OSType kSessionReasons[] = {'logo', 'rlgo', 'rrst', 'rsdn', 'rest', 'shut'};
 
+// Documented as a parameter, and found as an attribute.
 bool sessionEnds() {
   NSAppleEventDescriptor* event = [[NSAppleEventManager sharedAppleEventManager] currentAppleEvent];
-  return [event attributeDescriptorForKeyword:kQuitReason] != nil;
+  NSAppleEventDescriptor* attribute = [event attributeDescriptorForKeyword:kQuitReason];
+  NSAppleEventDescriptor* reason = attribute ? attribute : [event paramDescriptorForKeyword:kQuitReason];
+  return reason && std::ranges::find(kSessionReasons, reason.enumCodeValue) != std::end(kSessionReasons);
 }
 
 }  // namespace

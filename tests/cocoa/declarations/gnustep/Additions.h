@@ -12,6 +12,7 @@
 #define NSRectEdgeMaxY 3
 
 typedef uint32_t AEKeyword;
+typedef uint32_t OSType;
 typedef NSString* NSRunLoopMode;
 extern NSString* const NSRunLoopCommonModes;
 
@@ -30,6 +31,8 @@ extern NSString* const NSRunLoopCommonModes;
 
 @interface NSAppleEventDescriptor (Additions)
 - (NSAppleEventDescriptor*)attributeDescriptorForKeyword:(AEKeyword)keyword;
+- (NSAppleEventDescriptor*)paramDescriptorForKeyword:(AEKeyword)keyword;
+- (OSType)enumCodeValue;
 @end
 
 @interface NSAppleEventManager (Additions)

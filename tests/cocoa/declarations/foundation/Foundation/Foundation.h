@@ -13,6 +13,7 @@ typedef double NSTimeInterval;
 typedef unsigned short unichar;
 typedef uint32_t FourCharCode;
 typedef FourCharCode AEKeyword;
+typedef FourCharCode OSType;
 
 struct CGPoint {
   CGFloat x;
@@ -244,6 +245,8 @@ extern "C" NSString* NSStringFromSelector(SEL selector);
 
 @interface NSAppleEventDescriptor : NSObject
 - (nullable NSAppleEventDescriptor*)attributeDescriptorForKeyword:(AEKeyword)keyword;
+- (nullable NSAppleEventDescriptor*)paramDescriptorForKeyword:(AEKeyword)keyword;
+@property(readonly) OSType enumCodeValue;
 @end
 
 @interface NSAppleEventManager : NSObject
