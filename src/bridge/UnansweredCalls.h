@@ -2,39 +2,44 @@
 
 #include <cstdint>
 #include <map>
-#include <utility>
 
+#include "platform/Lifetime.h"
+#include "platform/MainQueue.h"
 #include "platform/WebView.h"
 
 namespace quendo {
 
-/// Calls that the page has not answered yet. Each is ended once: by its answer, or as failed when the page's
-/// document or process is replaced; what a replaced page still answers finds nothing here. Main thread.
+/// Calls that the page has not answered yet, for the back-ends' web views. Each is ended once: by its answer,
+/// or as failed when the page's document or process is replaced; what a replaced page still answers finds
+/// nothing here. Main thread; destroying it drops the completions.
 class UnansweredCalls {
  public:
+  explicit UnansweredCalls(MainQueue& mainQueue) : mainQueue_(mainQueue) {}
+
   /// Returns the number to answer by.
-  std::uint64_t add(EvaluationHandler completion) {
-    completions_.emplace(++last_, std::move(completion));
-    return last_;
-  }
+  std::uint64_t add(EvaluationHandler completion);
 
-  void answer(std::uint64_t number, EvaluationResult result) {
-    auto found = completions_.extract(number);
-    if (found && found.mapped()) found.mapped()(std::move(result));
-  }
+  /// A failure is passed on a turn of the main queue later: when a process ends, its calls can fail before
+  /// its end is reported, and must find a host that knows.
+  void answer(std::uint64_t number, EvaluationResult result);
 
-  /// The calls made so far, for `fail`; their answers find nothing from now on.
-  std::map<std::uint64_t, EvaluationHandler> takeAll() { return std::exchange(completions_, {}); }
+  /// Another document has taken the place of the one that was called.
+  void documentWasReplaced();
 
-  static void fail(const std::map<std::uint64_t, EvaluationHandler>& calls, const char* reason) {
-    for (const auto& [number, completion] : calls) {
-      if (completion) completion(EvaluationResult{{}, reason});
-    }
-  }
+  /// The page's process has ended. `delegate`, which may be null, is told before the calls fail: whatever
+  /// they set off must see a page that is not ready.
+  void processDidTerminate(NavigationDelegate* delegate);
 
  private:
-  std::map<std::uint64_t, EvaluationHandler> completions_;
+  using Completions = std::map<std::uint64_t, EvaluationHandler>;
+
+  void finish(std::uint64_t number, EvaluationResult result);
+  static void fail(const Completions& calls, const char* reason);
+
+  MainQueue& mainQueue_;
+  Completions completions_;
   std::uint64_t last_ = 0;
+  Lifetime lifetime_;
 };
 
 }  // namespace quendo

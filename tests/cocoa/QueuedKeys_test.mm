@@ -118,6 +118,56 @@ TEST_F(CocoaQueuedKeysTest, AreWaitedForNoLongerThanTheLimit) {
   EXPECT_EQ(calls_.size(), 1U) << "the late answer makes it again";
 }
 
+TEST_F(CocoaQueuedKeysTest, AreDelayedByOneLimitWhateverTheNumberOfCalls) {
+  page().keysWait = true;
+  call("first");
+  EXPECT_FALSE(press(first_));
+  call("second");
+  EXPECT_FALSE(press(second_));
+  platform_.mainQueue.advance(5s);
+  EXPECT_EQ(calls_, (Calls{"first", "second"}));
+  EXPECT_EQ(putBack(), (std::vector{first_, second_}));
+  call("third");
+  EXPECT_EQ(calls_.back(), "third");
+  EXPECT_TRUE(press(third_));
+}
+
+TEST_F(CocoaQueuedKeysTest, AreWaitedForAgainOnceALatePageHasAnswered) {
+  page().keysWait = true;
+  call("first");
+  platform_.mainQueue.advance(5s);
+  letKeysThrough();
+  call("second");
+  EXPECT_EQ(calls_, Calls{"first"});
+  EXPECT_FALSE(press(first_));
+  letKeysThrough();
+  EXPECT_EQ(calls_, (Calls{"first", "second"}));
+}
+
+TEST_F(CocoaQueuedKeysTest, AreNotLostWhenALaterCallOfALatePageTakesTheViewWithIt) {
+  page().keysWait = true;
+  call("first");
+  press(first_);
+  view_->inKeyOrder(5s, [this] { view_.reset(); });
+  press(second_);
+  platform_.mainQueue.advance(5s);
+  EXPECT_EQ(putBack(), (std::vector{first_, second_}));
+}
+
+TEST_F(CocoaQueuedKeysTest, ThoseHeldBackCountAmongThePressedOnes) {
+  page().keysWait = true;
+  bool isThrough = false;
+  call("call");
+  EXPECT_FALSE(press(first_));
+  view_->afterQueuedKeys(5s, [&] { isThrough = true; });
+  page().keysWait = false;
+  turn();
+  EXPECT_FALSE(isThrough) << "the key has not even been given to the page";
+  letKeysThrough();
+  EXPECT_EQ(calls_, Calls{"call"});
+  EXPECT_TRUE(isThrough);
+}
+
 TEST_F(CocoaQueuedKeysTest, TheLimitOfACallThatWasMadeDoesNotMakeTheNext) {
   page().keysWait = true;
   call("first");

@@ -11,7 +11,6 @@
 using quendo::answerTo;
 using quendo::PageAnswer;
 using quendo::PageRequest;
-using quendo::UnansweredCalls;
 using quendo::cocoa::stringFrom;
 using quendo::cocoa::textOf;
 
@@ -60,12 +59,12 @@ bool wasGivenUp(NSError* error) {
     decidePolicyForNavigationResponse:(WKNavigationResponse*)response
                       decisionHandler:(void (^)(WKNavigationResponsePolicy))decisionHandler {
   // What the web view cannot show would become a download.
-  decisionHandler(response.canShowMIMEType ? WKNavigationResponsePolicyAllow
-                                           : WKNavigationResponsePolicyCancel);
+  const bool allowed = response.canShowMIMEType || isAllowed(PageRequest::download);
+  decisionHandler(allowed ? WKNavigationResponsePolicyAllow : WKNavigationResponsePolicyCancel);
 }
 
 - (void)webView:(WKWebView*)webView didCommitNavigation:(WKNavigation*)navigation {
-  if (self.owner) UnansweredCalls::fail(self.owner->unanswered().takeAll(), "the page was replaced");
+  if (self.owner) self.owner->unanswered().documentWasReplaced();
 }
 
 - (void)webView:(WKWebView*)webView didFinishNavigation:(WKNavigation*)navigation {
@@ -84,12 +83,8 @@ bool wasGivenUp(NSError* error) {
     self.navigation->didFailProvisionalNavigation(textOf(error.localizedDescription));
 }
 
-// The delegate is told first: whatever the failed calls set off must see a page that is not ready.
 - (void)webViewWebContentProcessDidTerminate:(WKWebView*)webView {
-  if (!self.owner) return;
-  const auto unanswered = self.owner->unanswered().takeAll();
-  if (self.navigation) self.navigation->webContentProcessDidTerminate();
-  UnansweredCalls::fail(unanswered, "the page's process ended");
+  if (self.owner) self.owner->unanswered().processDidTerminate(self.navigation);
 }
 
 - (void)webView:(WKWebView*)webView

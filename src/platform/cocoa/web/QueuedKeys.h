@@ -6,7 +6,10 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <utility>
+#include <vector>
 
+#include "bridge/KeyDrain.h"
 #include "platform/Lifetime.h"
 
 namespace quendo::cocoa {
@@ -38,18 +41,20 @@ class QueuedKeys {
   };
 
   void next();
-  void makeCall(std::uint64_t number);
+  void makeCalls(std::uint64_t number);
   void holdKeys();
   void stopHolding();
   bool holdsBack(NSEvent* event);
-  void ask(double seen, int roundsWithoutKeys, std::chrono::steady_clock::time_point deadline,
-           std::function<void()> then);
+  void drain(std::chrono::milliseconds limit, std::function<void()> then);
+  void ask(KeyDrain state, std::function<void()> then);
 
   WKWebView* view_;
   std::deque<Call> waiting_;  ///< The first one's keys are waited for.
-  std::uint64_t calls_ = 0;   ///< Whose keys were waited for.
-  id monitor_ = nil;          ///< Sees every key event while there are calls.
-  NSUInteger replayed_ = 0;   ///< Of the events to come: those that were held back before.
+  std::vector<std::pair<std::chrono::milliseconds, std::function<void()>>> waitingForAll_;
+  std::uint64_t calls_ = 0;  ///< Whose keys were waited for.
+  bool pageIsLate_ = false;  ///< It has not handled the keys before a call that was made all the same.
+  id monitor_ = nil;         ///< Sees every key event while there are calls.
+  NSUInteger replayed_ = 0;  ///< Of the events to come: those that were held back before.
   Lifetime lifetime_;
 };
 

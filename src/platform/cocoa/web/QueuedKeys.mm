@@ -45,35 +45,54 @@ void QueuedKeys::inOrder(milliseconds limit, std::function<void()> call) {
   waiting_.push_back({limit, std::move(call), [NSMutableArray array]});
   if (waiting_.size() > 1) return;
   holdKeys();
-  next();
+  if (pageIsLate_) {
+    makeCalls(++calls_);
+  } else {
+    next();
+  }
 }
 
 void QueuedKeys::next() {
   const std::uint64_t number = ++calls_;
   const milliseconds limit = waiting_.front().limit;
-  DispatchMainQueue().asyncAfter(limit, lifetime_.guard([this, number] { makeCall(number); }));
-  after(limit, [this, number] { makeCall(number); });
+  DispatchMainQueue().asyncAfter(limit, lifetime_.guard([this, number] {
+    pageIsLate_ = pageIsLate_ || number == calls_;
+    makeCalls(number);
+  }));
+  drain(limit, [this, number] {
+    pageIsLate_ = false;
+    makeCalls(number);
+  });
 }
 
-// Made once: when the keys are through, or at its limit.
-void QueuedKeys::makeCall(std::uint64_t number) {
+// A call is made once: when the keys are through, or at its limit. Then all others are made with it: each
+// would otherwise delay the keys after it, a quit's among them, by another limit.
+void QueuedKeys::makeCalls(std::uint64_t number) {
   if (number != calls_) return;
   ++calls_;
-  bool alive = false;
-  auto checkAlive = lifetime_.guard([&alive] { alive = true; });
-  const auto run = std::move(waiting_.front().run);
-  run();
-  checkAlive();
-  if (!alive) return;
-  NSArray<NSEvent*>* keys = waiting_.front().pressedSince;
-  waiting_.pop_front();
+  NSMutableArray<NSEvent*>* keys = [NSMutableArray array];
+  do {
+    bool alive = false;
+    auto checkAlive = lifetime_.guard([&alive] { alive = true; });
+    const auto run = std::move(waiting_.front().run);
+    run();
+    checkAlive();
+    if (!alive) {
+      putBack(keys);
+      return;
+    }
+    [keys addObjectsFromArray:waiting_.front().pressedSince];
+    waiting_.pop_front();
+  } while (pageIsLate_ && !waiting_.empty());
   if (waiting_.empty()) {
     stopHolding();
+    putBack(keys);
+    for (auto& [limit, then] : std::exchange(waitingForAll_, {})) drain(limit, std::move(then));
   } else {
     replayed_ += keys.count;
+    putBack(keys);
+    next();
   }
-  putBack(keys);
-  if (!waiting_.empty()) next();
 }
 
 void QueuedKeys::holdKeys() {
@@ -98,24 +117,28 @@ bool QueuedKeys::holdsBack(NSEvent* event) {
   return true;
 }
 
+// What was held back has not reached the page either.
 void QueuedKeys::after(milliseconds limit, std::function<void()> then) {
-  ask(-1, 0, steady_clock::now() + limit, std::move(then));
+  if (waiting_.empty()) {
+    drain(limit, std::move(then));
+  } else {
+    waitingForAll_.emplace_back(limit, std::move(then));
+  }
 }
 
-// Each question lets at least one waiting key through before the next, so the count stands still only when
-// none is left, or never while a key is held down.
-void QueuedKeys::ask(double seen, int roundsWithoutKeys, steady_clock::time_point deadline,
-                     std::function<void()> then) {
-  constexpr int kStill = 3;
-  auto answered = lifetime_.guard([this, seen, roundsWithoutKeys, deadline, then](id result) {
+void QueuedKeys::drain(milliseconds limit, std::function<void()> then) {
+  ask(KeyDrain(limit, 0, steady_clock::now()), std::move(then));
+}
+
+void QueuedKeys::ask(KeyDrain state, std::function<void()> then) {
+  auto answered = lifetime_.guard([this, state, then](id result) mutable {
     const bool counted = [result isKindOfClass:NSNumber.class];
-    const double count = counted ? static_cast<NSNumber*>(result).doubleValue : -1;
-    const int rounds = count == seen ? roundsWithoutKeys + 1 : 0;
-    // Without a count there is no page to wait for, which `then` learns in its own way.
-    if (!counted || rounds >= kStill || steady_clock::now() >= deadline) {
+    const double count = counted ? static_cast<NSNumber*>(result).doubleValue : 0;
+    const auto seen = static_cast<std::uint64_t>(count);
+    if (state.isOver(counted ? std::optional(count) : std::nullopt, seen, steady_clock::now())) {
       then();
     } else {
-      ask(count, rounds, deadline, then);
+      ask(state, then);
     }
   });
   [view_ evaluateJavaScript:@"window.quendoKeyEvents"

@@ -10,6 +10,7 @@
 #include "bridge/UnansweredCalls.h"
 #include "platform/Lifetime.h"
 #include "platform/WebView.h"
+#import "platform/cocoa/application/DispatchMainQueue.h"
 #import "platform/cocoa/web/QueuedKeys.h"
 #import "platform/cocoa/web/WebKitUserContent.h"
 
@@ -52,7 +53,8 @@ class WebKitView final : public WebView {
   QuendoWebView* view_;
   QuendoPageDelegate* pageDelegate_;
   QueuedKeys queuedKeys_;
-  UnansweredCalls unanswered_;
+  DispatchMainQueue mainQueue_;
+  UnansweredCalls unanswered_{mainQueue_};
   Lifetime lifetime_;
 };
 

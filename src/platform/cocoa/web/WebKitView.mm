@@ -4,7 +4,6 @@
 
 #import "platform/cocoa/Geometry.h"
 #import "platform/cocoa/Text.h"
-#import "platform/cocoa/application/DispatchMainQueue.h"
 #import "platform/cocoa/web/QuendoPageDelegate.h"
 #import "platform/cocoa/web/QuendoWebView.h"
 #import "platform/cocoa/web/WebKitValues.h"
@@ -95,20 +94,13 @@ void WebKitView::loadFile(const std::string& path, const std::string& readAccess
   [view_ loadFileURL:fileUrl(path) allowingReadAccessToURL:fileUrl(readAccessPath)];
 }
 
-// When a process ends, it is open whether its calls fail before its end is reported. Answered a moment later,
-// they find a host that knows.
 void (^WebKitView::handlerFor(EvaluationHandler completion))(id, NSError*) {
   const std::uint64_t number = unanswered_.add(std::move(completion));
   const auto answer = lifetime_.guard(
       [this, number](EvaluationResult result) { unanswered_.answer(number, std::move(result)); });
   return [^(id value, NSError* error) {
     auto finish = answer;
-    EvaluationResult result = resultFrom(value, error);
-    if (!error) {
-      finish(std::move(result));
-      return;
-    }
-    DispatchMainQueue().async([finish, result = std::move(result)]() mutable { finish(std::move(result)); });
+    finish(resultFrom(value, error));
   } copy];
 }
 

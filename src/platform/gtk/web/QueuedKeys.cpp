@@ -1,5 +1,8 @@
 #include "platform/gtk/web/QueuedKeys.h"
 
+#include <optional>
+
+#include "bridge/KeyDrain.h"
 #include "platform/gtk/web/WebKitUserContent.h"
 
 namespace quendo::gtk {
@@ -139,24 +142,16 @@ void QueuedKeys::after(milliseconds limit, std::function<void()> then) {
   drain({limit, std::move(then)});
 }
 
-/// Asks the page again and again how many key events have reached it.
 struct QueuedKeys::Drain {
   QueuedKeys* keys;
   std::weak_ptr<int> alive;
-  Call then;
-  steady_clock::time_point beginning;
-  std::uint64_t pressed;      ///< Before the keys were asked for, as far as that can be told.
-  std::uint64_t pressedSeen;  ///< At the last answer.
-  double seen = -1;
-  int rounds = 0;
-  int roundsWithoutKeys = 0;
+  std::function<void()> then;
+  KeyDrain state;
 };
 
-// Each question lets at least one waiting key through before the next, so the count stands still only when
-// none is left, or never while a key is held. Without new keys, those that still arrive are from before, and
-// are waited for beyond the limit.
 void QueuedKeys::drain(Call then) {
-  ask(std::make_unique<Drain>(Drain{this, alive_, std::move(then), steady_clock::now(), pressed_, pressed_}));
+  ask(std::make_unique<Drain>(
+      Drain{this, alive_, std::move(then.run), KeyDrain(then.limit, pressed_, steady_clock::now())}));
 }
 
 void QueuedKeys::ask(std::unique_ptr<Drain> drain) {
@@ -166,9 +161,6 @@ void QueuedKeys::ask(std::unique_ptr<Drain> drain) {
 }
 
 void QueuedKeys::onReply(GObject* source, GAsyncResult* result, gpointer data) {
-  constexpr int kStill = 3;
-  // More than anybody types ahead: each round lets a key through.
-  constexpr int kMostRounds = 10'000;
   std::unique_ptr<Drain> drain(static_cast<Drain*>(data));
   GError* error = nullptr;
   const auto value =
@@ -176,19 +168,9 @@ void QueuedKeys::onReply(GObject* source, GAsyncResult* result, gpointer data) {
   const GErrorPtr ownedError(error);
   if (!drain->alive.lock()) return;
   const bool counted = value && jsc_value_is_number(value.get());
-  const double count = counted ? jsc_value_to_double(value.get()) : -1;
-  const std::uint64_t pressed = std::exchange(drain->pressedSeen, drain->keys->pressed_);
-  const bool moved = count != drain->seen || pressed != drain->pressedSeen;
-  drain->roundsWithoutKeys = moved ? 0 : drain->roundsWithoutKeys + 1;
-  drain->seen = count;
-  const auto elapsed = steady_clock::now() - drain->beginning;
-  // The toolkit may still be handing out what was pressed before.
-  if (elapsed < drain->then.limit / 4) drain->pressed = drain->keys->pressed_;
-  const bool late = drain->keys->pressed_ != drain->pressed && elapsed >= drain->then.limit;
-  const bool overdue = late || ++drain->rounds >= kMostRounds;
-  // Without a count there is no page to wait for, which `then` learns in its own way.
-  if (!counted || drain->roundsWithoutKeys >= kStill || overdue) {
-    drain->then.run();
+  const auto count = counted ? std::optional(jsc_value_to_double(value.get())) : std::nullopt;
+  if (drain->state.isOver(count, drain->keys->pressed_, steady_clock::now())) {
+    drain->then();
   } else {
     ask(std::move(drain));
   }

@@ -137,19 +137,8 @@ WebKitView::Call WebKitView::registerCall(EvaluationHandler completion) {
   return Call{this, alive_, unanswered_.add(std::move(completion))};
 }
 
-// When a process ends, its calls fail before its end is reported, in the same turn of the main loop. Answered
-// after that, they find a host that knows.
 void WebKitView::finish(const Call& call, EvaluationResult result) {
-  if (!call.alive.lock()) return;
-  if (!result.error) {
-    call.view->unanswered_.answer(call.number, std::move(result));
-    return;
-  }
-  Glib::signal_timeout().connect_once(
-      [call, result = std::move(result)] {
-        if (call.alive.lock()) call.view->unanswered_.answer(call.number, result);
-      },
-      0);
+  if (call.alive.lock()) call.view->unanswered_.answer(call.number, std::move(result));
 }
 
 void WebKitView::finishEvaluation(GObject* source, GAsyncResult* result, gpointer data) {

@@ -14,6 +14,7 @@
 #include "bridge/UnansweredCalls.h"
 #include "platform/WebView.h"
 #include "platform/gtk/GObjectPtr.h"
+#include "platform/gtk/application/GLibMainQueue.h"
 #include "platform/gtk/web/QueuedKeys.h"
 #include "platform/gtk/web/WebKitUserContent.h"
 
@@ -79,7 +80,8 @@ class WebKitView final : public WebView {
   QueuedKeys queuedKeys_;
   NavigationDelegate* navigation_ = nullptr;
   UiDelegate* ui_ = nullptr;
-  UnansweredCalls unanswered_;
+  GLibMainQueue mainQueue_;
+  UnansweredCalls unanswered_{mainQueue_};
   std::string filteredRoot_;  ///< The read access that the content filter in force was made for.
   bool loadFailed_ = false;   ///< The load under way has failed; its end is no success.
   std::shared_ptr<int> alive_ = std::make_shared<int>(0);

@@ -40,7 +40,7 @@ void WebKitView::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer d
   auto* self = static_cast<WebKitView*>(data);
   if (event == WEBKIT_LOAD_STARTED) self->loadFailed_ = false;
   if (event == WEBKIT_LOAD_COMMITTED) {
-    UnansweredCalls::fail(self->unanswered_.takeAll(), "the page was replaced");
+    self->unanswered_.documentWasReplaced();
   }
   if (event == WEBKIT_LOAD_FINISHED && !self->loadFailed_ && self->navigation_) {
     self->navigation_->didFinishNavigation();
@@ -66,10 +66,7 @@ gboolean WebKitView::onLoadFailed(WebKitWebView*, WebKitLoadEvent event, const c
 void WebKitView::onProcessTerminated(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer data) {
   auto* self = static_cast<WebKitView*>(data);
   self->loadFailed_ = true;
-  // The delegate is notified first: whatever the failed calls trigger must see a page that is not ready.
-  const auto unanswered = self->unanswered_.takeAll();
-  if (self->navigation_) self->navigation_->webContentProcessDidTerminate();
-  UnansweredCalls::fail(unanswered, "the page's process ended");
+  self->unanswered_.processDidTerminate(self->navigation_);
 }
 
 gboolean WebKitView::onDecidePolicy(WebKitWebView*, WebKitPolicyDecision* decision,
