@@ -29,7 +29,8 @@ class WindowDelegate {
 class View {
  public:
   virtual ~View() = default;
-  /// Shows `webView` in this view, its four edges pinned to the view's own.
+  /// Shows `webView` in this view, its four edges pinned to the view's own. It has the keyboard when the
+  /// window is shown.
   virtual void addPinnedSubview(WebView& webView) = 0;
 };
 

@@ -83,7 +83,7 @@ SavePanelConfiguration configurationOf(NSSavePanel* panel) {
     accessory.label = textFrom(((NSTextField*)[row.views firstObject]).stringValue);
     accessory.items = stateOf<PopUpState>(popUp).titles;
     accessory.selected = static_cast<std::size_t>(popUp.indexOfSelectedItem);
-    accessory.didChange = [panel, popUp](SavePanel& changed) {
+    accessory.didChange = [popUp](SavePanel& changed) {
       const Turn turn;
       stateOf<PopUpState>(popUp).selected = static_cast<NSInteger>(changed.indexOfSelectedItem());
       [popUp.target performSelector:popUp.action withObject:popUp];

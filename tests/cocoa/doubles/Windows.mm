@@ -95,7 +95,6 @@ fake::FakeWindow& windowOf(NSWindow* window) {
 @implementation NSLayoutConstraint
 // Four equal edges of a view and the one it is in are what the core calls pinned.
 + (void)activateConstraints:(NSArray*)constraints {
-  NSView* container = nil;
   std::map<std::string, int> edges;
   for (NSLayoutConstraint* one in constraints) {
     const ConstraintState& constraint = stateOf<ConstraintState>(one);
@@ -104,7 +103,6 @@ fake::FakeWindow& windowOf(NSWindow* window) {
     const ViewState& outer = stateOf<ViewState>(second.view);
     if (first.name != second.name || ![outer.subviews containsObject:first.view]) std::abort();
     if (stateOf<ViewState>(first.view).translates) std::abort();
-    container = second.view;
     ++edges[first.name];
   }
   if (edges != std::map<std::string, int>{{"leading", 1}, {"trailing", 1}, {"top", 1}, {"bottom", 1}})
