@@ -13,8 +13,8 @@ if(QUENDO_CHECK_MACOS)
 endif()
 
 if(APPLE)
-  # Homebrew keeps its ICU away from the system's. Static libraries where there are any; a bundle takes the others
-  # along.
+  # Homebrew keeps its ICU away from the system's. Static libraries where there are any; the bundle takes the others
+  # along, which are in QUENDO_SHARED_LIBRARIES.
   find_program(brew brew)
   if(brew)
     foreach(formula icu4c simdjson uriparser)
@@ -35,6 +35,8 @@ if(APPLE)
   add_library(quendo_uriparser INTERFACE IMPORTED)
   target_link_libraries(quendo_uriparser INTERFACE ${QUENDO_URIPARSER})
   target_include_directories(quendo_uriparser INTERFACE ${QUENDO_URIPARSER_HEADERS})
+  set(QUENDO_SHARED_LIBRARIES ${QUENDO_SIMDJSON} ${QUENDO_URIPARSER})
+  list(FILTER QUENDO_SHARED_LIBRARIES INCLUDE REGEX "\\.dylib$")
 else()
   find_package(PkgConfig REQUIRED)
   find_package(ICU REQUIRED COMPONENTS uc)

@@ -1,9 +1,6 @@
 # Hardening for all targets: Debian's hardening=+all, standard library assertions, and control-flow
 # protection. Each option is used only if the compiler supports it. Included before the first target, so none
 # is missed. tests/build checks the installed program for the result.
-#
-# Included before the first target, so no target can be forgotten. tests/build reads the result off the
-# installed program.
 include(CheckCXXCompilerFlag)
 include(CheckLinkerFlag)
 
@@ -22,7 +19,7 @@ if(NOT APPLE)
 endif()
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|i[3-6]86")
   list(APPEND hardening_flags -fcf-protection)
-elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "aarch64|arm64")
+elseif(NOT APPLE AND CMAKE_SYSTEM_PROCESSOR MATCHES "aarch64|arm64")
   list(APPEND hardening_flags -mbranch-protection=standard)
 endif()
 foreach(flag IN LISTS hardening_flags)
