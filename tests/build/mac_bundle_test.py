@@ -21,7 +21,7 @@ add_custom_target(icon ALL DEPENDS ${{CMAKE_BINARY_DIR}}/Quendo.icns)
 """
 
 # What Linux calls the types.
-MEDIA_TYPES = {"public.plain-text": "text/plain", "net.daringfireball.markdown": "text/markdown"}
+MEDIA_TYPES = {"public.text": "text/plain", "net.daringfireball.markdown": "text/markdown"}
 
 
 @pytest.fixture(scope="module")
