@@ -70,7 +70,7 @@ class PresentedAlert {
 struct OpenPanel {
   std::string title;
   std::string prompt;          ///< Label of the confirming button.
-  std::string startingFolder;  ///< A path; empty leaves it to the platform.
+  std::string startingFolder;  ///< A path, for platforms whose panels do not remember the last one.
   bool allowsMultipleSelection = false;
   bool canChooseDirectories = false;
 };

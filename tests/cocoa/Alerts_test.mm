@@ -1,4 +1,5 @@
 #import "CocoaTest.h"
+#import "Windows.h"
 
 namespace quendo::cocoa {
 namespace {
@@ -58,6 +59,25 @@ TEST_F(CocoaAlertTest, IsAnsweredByTheIndexOfAButton) {
     answerSheet(button);
   }
   EXPECT_EQ(answers_, (Answers{{0, ""}, {1, ""}}));
+}
+
+TEST_F(CocoaAlertTest, EscapeIsItsLastButtonWhereThereIsAChoice) {
+  showSheet();
+  EXPECT_TRUE([doubles::keyOfLastButton() isEqualToString:@"\033"]);
+  alert_.buttons = {"OK"};
+  showSheet();
+  EXPECT_TRUE([doubles::keyOfLastButton() isEqualToString:@""]) << "it has the return key";
+}
+
+TEST_F(CocoaAlertTest, DoesNotKeepAnybodyFromQuitting) {
+  showSheet();
+  showModal();
+  ASSERT_EQ(doubles::modalWindows().size(), 2U);
+  for (NSWindow* window : doubles::modalWindows())
+    EXPECT_FALSE(window.preventsApplicationTerminationWhenModal);
+  answerModal(0);
+  answerSheet(0);
+  EXPECT_TRUE(doubles::modalWindows().empty());
 }
 
 TEST_F(CocoaAlertTest, AnyOtherEndingIsMinusOne) {

@@ -104,12 +104,15 @@ TEST_F(CocoaApplicationTest, AsksWhetherItShouldEndForTheUser) {
 TEST_F(CocoaApplicationTest, AsksForTheSessionWhenTheSystemsEventSaysSo) {
   for (const OSType reason : {'logo', 'rlgo', 'rrst', 'rsdn', 'rest', 'shut'}) {
     for (const bool isAttribute : {true, false}) {
-      delegate_.reasons.clear();
-      doubles::setQuitEvent({{reason, isAttribute}});
-      shouldTerminate();
-      doubles::setQuitEvent({});
-      shouldTerminate();
-      EXPECT_EQ(delegate_.reasons, (Reasons{TerminationReason::session, TerminationReason::user})) << reason;
+      for (const bool isType : {false, true}) {
+        delegate_.reasons.clear();
+        doubles::setQuitEvent({{reason, isAttribute, isType}});
+        shouldTerminate();
+        doubles::setQuitEvent({});
+        shouldTerminate();
+        EXPECT_EQ(delegate_.reasons, (Reasons{TerminationReason::session, TerminationReason::user}))
+            << reason;
+      }
     }
   }
 }
@@ -137,6 +140,34 @@ TEST_F(CocoaApplicationTest, DoesNotTakeAUsersQuitForTheSignalBefore) {
   application_.terminate();
   turn();
   EXPECT_EQ(delegate_.reasons, (Reasons{TerminationReason::signal, TerminationReason::user}));
+}
+
+TEST_F(CocoaApplicationTest, DoesNotTakeAUsersQuitForASignalThatTheSystemRefused) {
+  doubles::modalWindows().push_back([[NSPanel alloc] init]);
+  doubles::raiseSignal(SIGTERM);
+  platform_.mainQueue.runPending();
+  EXPECT_TRUE(delegate_.reasons.empty());
+  doubles::modalWindows().clear();
+  EXPECT_EQ(shouldTerminate(), NSTerminateLater);
+  EXPECT_EQ(delegate_.reasons, Reasons{TerminationReason::user});
+}
+
+TEST_F(CocoaApplicationTest, AsksNobodyAnyMoreWhenItEnds) {
+  application_.setWillTerminate([&] {
+    EXPECT_EQ(shouldTerminate(), NSTerminateNow);
+    EXPECT_FALSE([system() applicationShouldTerminateAfterLastWindowClosed:nil]);
+    EXPECT_FALSE([system() applicationShouldHandleReopen:nil hasVisibleWindows:NO]);
+    open(@[ @"/notes/a.md" ]);
+  });
+  doubles::forgetOpenReply();
+  [system() applicationWillTerminate:nil];
+  EXPECT_TRUE(delegate_.reasons.empty());
+  EXPECT_TRUE(delegate_.opened.empty());
+  EXPECT_TRUE(delegate_.reopened.empty());
+}
+
+TEST_F(CocoaApplicationTest, HasNoTabsOfTheSystem) {
+  EXPECT_FALSE(NSWindow.allowsAutomaticWindowTabbing);
 }
 
 TEST_F(CocoaApplicationTest, TerminatesFromTheRunLoopAlone) {

@@ -196,6 +196,20 @@ TEST_F(CocoaPageDelegateTest, FilesAreChosenByTheCore) {
   EXPECT_EQ(answers, (std::vector<UiRecorder::Paths>{{{"/notes/a b%.md", "/notes/ç.md"}}, std::nullopt}));
 }
 
+TEST_F(CocoaPageDelegateTest, AWishThatNobodyAnswersIsAnsweredWithNothingAndOnce) {
+  std::vector<UiRecorder::Paths> files;
+  std::vector<std::optional<std::string>> texts;
+  page().ui->runOpenPanel([&](UiRecorder::Paths paths) { files.push_back(std::move(paths)); });
+  page().ui->runTextInputPanel("", "",
+                               [&](std::optional<std::string> text) { texts.push_back(std::move(text)); });
+  EXPECT_TRUE(files.empty() && texts.empty());
+  ui_.answerOpenPanel(std::vector<std::string>{"/notes/a.md"});
+  ui_.answerOpenPanel = nullptr;
+  ui_.answerPrompt = nullptr;
+  EXPECT_EQ(files, (std::vector<UiRecorder::Paths>{{{"/notes/a.md"}}}));
+  EXPECT_EQ(texts, (std::vector<std::optional<std::string>>{std::nullopt}));
+}
+
 TEST_F(CocoaPageDelegateTest, AsksNobodyOnceTheViewIsGone) {
   id navigation = navigationOf();
   id ui = uiOf();

@@ -48,15 +48,24 @@ TEST_F(CocoaPanelsTest, AnOpenPanelIsAsTheCoreWantsIt) {
   const OpenPanel& panel = platform_.toolkit.window->openPanels.back().panel;
   EXPECT_EQ(panel.title, "Import");
   EXPECT_EQ(panel.prompt, "Open");
-  EXPECT_EQ(panel.startingFolder, "/home/user/Documents/a b");
   EXPECT_TRUE(panel.allowsMultipleSelection);
   EXPECT_TRUE(panel.canChooseDirectories);
 }
 
-TEST_F(CocoaPanelsTest, AnOpenPanelWithoutAFolderStartsWhereTheSystemLikes) {
+TEST_F(CocoaPanelsTest, AnOpenPanelOffersNoDirectoriesUnlessTheCoreWantsThem) {
   open({"Import", "Open", "", false, false});
-  EXPECT_EQ(doubles::newestPanel().directoryURL, nil);
   EXPECT_FALSE(platform_.toolkit.window->openPanels.back().panel.canChooseDirectories);
+}
+
+TEST_F(CocoaPanelsTest, NoPanelKeepsAnybodyFromQuitting) {
+  open({});
+  save();
+  ASSERT_EQ(doubles::modalWindows().size(), 2U);
+  for (NSWindow* window : doubles::modalWindows())
+    EXPECT_FALSE(window.preventsApplicationTerminationWhenModal);
+  seen().cancel();
+  platform_.toolkit.window->openPanels.back().completion(std::nullopt);
+  EXPECT_TRUE(doubles::modalWindows().empty());
 }
 
 TEST_F(CocoaPanelsTest, AnOpenPanelGivesThePathsOfFilesAlone) {

@@ -56,6 +56,16 @@ TEST_F(CocoaQueuedKeysTest, PassWhileNothingWaits) {
   EXPECT_TRUE(putBack().empty());
 }
 
+TEST_F(CocoaQueuedKeysTest, PassWhenWebKitSendsThemOnceMoreForThePageDidNotWantThem) {
+  page().keysWait = true;
+  EXPECT_TRUE(press(first_));
+  call("call");
+  EXPECT_TRUE(press(first_));
+  EXPECT_FALSE(press(second_));
+  letKeysThrough();
+  EXPECT_EQ(putBack(), std::vector{second_});
+}
+
 TEST_F(CocoaQueuedKeysTest, AreHeldBackUntilTheCallHasBeenMade) {
   page().keysWait = true;
   call("call");

@@ -97,6 +97,14 @@ TEST_F(CocoaSharingTest, APickerThatIsGoneIsClosedAndTellsNobody) {
   EXPECT_EQ(seen().delegate, nullptr);
 }
 
+TEST_F(CocoaSharingTest, APickerInWhichAServiceWasChosenIsLeftToTheService) {
+  show();
+  const int before = doubles::closedPickerCount();
+  choose();
+  picker_.reset();
+  EXPECT_EQ(doubles::closedPickerCount(), before);
+}
+
 TEST_F(CocoaSharingTest, AServiceReportsItsSuccessOnce) {
   show();
   choose();

@@ -3,6 +3,7 @@
 #import <WebKit/WebKit.h>
 
 #import "CocoaTest.h"
+#import "platform/cocoa/application/CocoaApplication.h"
 #import "platform/cocoa/web/WebKitView.h"
 
 namespace quendo {
@@ -44,14 +45,31 @@ struct UiRecorder final : UiDelegate {
   std::function<void(Paths)> answerOpenPanel;
 };
 
+struct DropRecorder final : ApplicationDelegate {
+  bool validateMenuItem(const MenuItem&) const override { return true; }
+  void performMenuItem(const MenuItem& item) override { performed.emplace_back(item.action); }
+  void applicationDidFinishLaunching() override {}
+  bool applicationShouldHandleReopen(bool) override { return false; }
+  bool applicationOpenFiles(const std::vector<std::string>& urls) override {
+    opened.push_back(urls);
+    return true;
+  }
+  int applicationWasStarted(StartKind, const std::vector<std::string>&) override { return 0; }
+  TerminationReply applicationShouldTerminate(TerminationReason) override { return TerminationReply::later; }
+  bool applicationShouldTerminateAfterLastWindowClosed() const override { return true; }
+
+  std::vector<Log> opened;
+  Log performed;
+};
+
 /// A web view with delegates that remember.
 class WebViewTest : public CocoaTest {
  protected:
   WebViewTest() {
     WebViewConfiguration configuration;
     configuration.userContentController = content_;
-    view_ = std::make_unique<cocoa::WebKitView>(
-        configuration, [this](const std::vector<std::string>& urls) { dropped_.push_back(urls); });
+    application_.setDelegate(&host_);
+    view_ = std::make_unique<cocoa::WebKitView>(configuration, application_);
     view_->setNavigationDelegate(&navigation_);
     view_->setUiDelegate(&ui_);
   }
@@ -65,7 +83,8 @@ class WebViewTest : public CocoaTest {
   std::shared_ptr<UserContentController> content_ = ports_.toolkit.makeUserContentController();
   NavigationRecorder navigation_;
   UiRecorder ui_;
-  std::vector<Log> dropped_;
+  DropRecorder host_;
+  cocoa::CocoaApplication& application_ = platform_.backEnd->application;
   std::unique_ptr<cocoa::WebKitView> view_;
 };
 

@@ -2,6 +2,8 @@
 
 @interface Drag : NSPasteboard <NSDraggingInfo> {
   NSArray* objects_;
+ @public
+  id source_;
 }
 @end
 
@@ -10,6 +12,9 @@
 - (instancetype)initWithObjects:(NSArray*)objects {
   objects_ = objects;
   return self;
+}
+- (id)draggingSource {
+  return source_;
 }
 - (NSPasteboard*)draggingPasteboard {
   return self;
@@ -22,6 +27,21 @@
     if (!filesOnly || [object isFileURL]) [read addObject:object];
   }
   return read;
+}
+@end
+
+/// A file as the Finder names it: by its number on the disk.
+@interface NumberedFile : NSURL
+@end
+@implementation NumberedFile
+- (NSString*)absoluteString {
+  return @"file:///.file/id=6571367.2";
+}
+- (NSString*)path {
+  return @"/.file/id=6571367.2";
+}
+- (NSURL*)filePathURL {
+  return [NSURL fileURLWithPath:@"/notes/a b.md"];
 }
 @end
 
@@ -113,6 +133,7 @@ TEST_F(CocoaWebViewTest, AnswersAfterItIsGoneAreForNobody) {
 
 TEST_F(CocoaWebViewTest, TheContextMenuKeepsWhatTheCoreKeeps) {
   NSMenu* menu = [[NSMenu alloc] initWithTitle:@""];
+  [menu addItem:[NSMenuItem separatorItem]];
   for (NSString* name : {@"Reload",
                          @"GoBack",
                          @"GoForward",
@@ -144,6 +165,8 @@ TEST_F(CocoaWebViewTest, TheContextMenuKeepsWhatTheCoreKeeps) {
   }
   [menu addItem:[NSMenuItem separatorItem]];
   [menu addItem:[[NSMenuItem alloc] initWithTitle:@"Cut" action:nullptr keyEquivalent:@""]];
+  [menu addItem:[NSMenuItem separatorItem]];
+  [menu addItem:[NSMenuItem separatorItem]];
   [view() willOpenMenu:menu withEvent:nil];
   Log kept;
   for (NSMenuItem* item in menu.itemArray)
@@ -159,9 +182,9 @@ TEST_F(CocoaWebViewTest, DroppedFilesAreTheHosts) {
   ]];
   EXPECT_EQ([view() draggingEntered:drag], NSDragOperationCopy);
   EXPECT_EQ([view() draggingUpdated:drag], NSDragOperationCopy);
-  EXPECT_TRUE(dropped_.empty());
+  EXPECT_TRUE(host_.opened.empty());
   EXPECT_TRUE([view() performDragOperation:drag]);
-  EXPECT_EQ(dropped_, (std::vector<Log>{{"file:///notes/a%20b.md", "file:///notes/b.md"}}));
+  EXPECT_EQ(host_.opened, (std::vector<Log>{{"file:///notes/a%20b.md", "file:///notes/b.md"}}));
 }
 
 TEST_F(CocoaWebViewTest, OtherDragsAreThePages) {
@@ -171,7 +194,7 @@ TEST_F(CocoaWebViewTest, OtherDragsAreThePages) {
     EXPECT_EQ([view() draggingUpdated:drag], NSDragOperationNone);
     EXPECT_FALSE([view() performDragOperation:drag]);
   }
-  EXPECT_TRUE(dropped_.empty());
+  EXPECT_TRUE(host_.opened.empty());
 }
 
 TEST_F(CocoaWebViewTest, LoadsAFileWithTheAccessThatItMayHave) {
@@ -180,10 +203,43 @@ TEST_F(CocoaWebViewTest, LoadsAFileWithTheAccessThatItMayHave) {
   EXPECT_EQ(platform_.log, Log{"loadFile /app/web/index a.html allowing /app/web"});
 }
 
-TEST_F(CocoaWebViewTest, LetsTheSystemFindTheLanguagesToCheckSpellingIn) {
-  EXPECT_TRUE(page().spelling.empty());
-  view_->checkSpelling({{"pt_BR"}});
-  EXPECT_EQ(page().spelling.size(), 1U);
+TEST_F(CocoaWebViewTest, DraggedFilesHaveTheirPathsWhateverTheSystemCallsThem) {
+  NumberedFile* file = [[NumberedFile alloc] initFileURLWithPath:@"/notes/a b.md"];
+  Drag* drag = [[Drag alloc] initWithObjects:@[ file ]];
+  [view() draggingEntered:drag];
+  [view() performDragOperation:drag];
+  EXPECT_EQ(host_.opened, (std::vector<Log>{{"file:///notes/a%20b.md"}}));
+}
+
+TEST_F(CocoaWebViewTest, WhatIsDraggedFromThePageIsThePagesThoughItIsAFile) {
+  Drag* drag = [[Drag alloc] initWithObjects:@[ [NSURL fileURLWithPath:@"/app/web/index.html"] ]];
+  drag->source_ = view();
+  EXPECT_EQ([view() draggingEntered:drag], NSDragOperationNone);
+  EXPECT_EQ([view() draggingUpdated:drag], NSDragOperationNone);
+  EXPECT_FALSE([view() performDragOperation:drag]);
+  EXPECT_TRUE(host_.opened.empty());
+}
+
+TEST_F(CocoaWebViewTest, TheMenuHasItsKeysBeforeThePage) {
+  auto menu = std::make_shared<Menu>();
+  MenuItem command;
+  command.action = "newNote";
+  command.keyEquivalent = "n";
+  MenuItem undo;
+  undo.action = "undo";
+  undo.platformAction = PlatformAction::undo;
+  undo.keyEquivalent = "z";
+  menu->items = {command, undo};
+  application_.setMainMenu(menu);
+  EXPECT_TRUE([view() performKeyEquivalent:doubles::keyPress(@"n", kModifierCommand)]);
+  EXPECT_EQ(host_.performed, Log{"newNote"});
+  EXPECT_FALSE([view() performKeyEquivalent:doubles::keyPress(@"n", kModifierCommand | kModifierShift)]);
+  EXPECT_FALSE([view() performKeyEquivalent:doubles::keyPress(@"z", kModifierCommand)]) << "the page edits";
+  EXPECT_EQ(host_.performed.size(), 1U);
+}
+
+TEST_F(CocoaWebViewTest, ShowsNoPreviewsOfLinks) {
+  EXPECT_FALSE(view().allowsLinkPreview);
 }
 
 TEST_F(CocoaWebViewTest, IsConfiguredAsTheCoreWants) {

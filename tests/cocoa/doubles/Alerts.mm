@@ -16,6 +16,7 @@ struct AlertState {
   NSString* informative = nil;
   NSAlertStyle style = NSAlertStyleWarning;
   std::vector<std::string> buttons;
+  NSButton* lastButton = nil;
   NSView* accessory = nil;
   NSWindow* window = nil;
   std::shared_ptr<fake::FakePresentedAlert> presented;
@@ -42,6 +43,8 @@ Alert coreAlertOf(NSAlert* alert) {
   return made;
 }
 
+NSAlert* newest = nil;
+
 /// The user's answer, as the system reports it.
 NSModalResponse responseTo(NSAlert* alert, const AlertResult& result) {
   AlertState& state = stateOf<AlertState>(alert);
@@ -55,6 +58,10 @@ namespace quendo::doubles {
 
 void endSheetOf(NSWindow* sheet, NSModalResponse response) {
   stateOf<SheetState>(sheet).end(response);
+}
+
+NSString* keyOfLastButton() {
+  return stateOf<AlertState>(newest).lastButton.keyEquivalent;
 }
 
 }  // namespace quendo::doubles
@@ -76,8 +83,10 @@ void endSheetOf(NSWindow* sheet, NSModalResponse response) {
   return window;
 }
 - (NSButton*)addButtonWithTitle:(NSString*)title {
-  stateOf<AlertState>(self).buttons.push_back(textFrom(title));
-  return nil;
+  AlertState& state = stateOf<AlertState>(self);
+  state.buttons.push_back(textFrom(title));
+  state.lastButton = [[NSButton alloc] init];
+  return state.lastButton;
 }
 - (NSModalResponse)runModal {
   auto waiting = std::make_shared<Waiting>();
@@ -97,9 +106,12 @@ void endSheetOf(NSWindow* sheet, NSModalResponse response) {
 }
 - (void)beginSheetModalForWindow:(NSWindow*)sheetWindow completionHandler:(void (^)(NSModalResponse))handler {
   void (^kept)(NSModalResponse) = [handler copy];
+  modalWindows().push_back([self window]);
+  newest = self;
   const auto presented =
       windowOf(sheetWindow).beginSheet(coreAlertOf(self), [self, kept](AlertResult result) {
         const Turn turn;
+        std::erase(modalWindows(), [self window]);
         kept(responseTo(self, result));
       });
   stateOf<SheetState>([self window]).end = [presented](NSModalResponse) { presented->dismiss(); };

@@ -15,6 +15,7 @@ namespace quendo::doubles {
 struct QuitEvent {
   OSType reason;
   bool reasonIsAttribute = true;  ///< Or a parameter.
+  bool reasonIsType = false;      ///< Or one of an enumeration.
 };
 /// The event being handled, if any.
 void setQuitEvent(std::optional<QuitEvent> event);
@@ -36,7 +37,12 @@ NSMenuItem* itemFor(NSMenu* menu, const MenuItem& wanted);
 
 /// The events that were put back into the queue, in the order of the calls.
 std::vector<NSEvent*>& postedEvents(bool atStart);
-/// Whether a monitor keeps the event to itself.
+/// The press of a key, for the menu.
+NSEvent* keyPress(NSString* characters, NSEventModifierFlags flags);
+bool isPressOf(NSMenuItem* item, NSEvent* event);
+/// The newest event that a monitor has seen.
+NSEvent* currentEvent();
+/// Whether a monitor keeps the event to itself. It is newer than all before, unless it comes once more.
 bool isHeldBack(NSEvent* event);
 
 }  // namespace quendo::doubles

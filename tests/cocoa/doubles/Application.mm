@@ -16,7 +16,7 @@ struct ApplicationState {
   id delegate = nil;
   NSMenu* mainMenu = nil;
   NSMenu* windowsMenu = nil;
-  std::vector<NSWindow*> modalWindows;
+  std::vector<NSWindow*> sessions;
   std::vector<std::function<void()>> abortions;
   bool modalStopped = false;
   std::unique_ptr<ApplicationDelegate> adaptor;
@@ -136,12 +136,14 @@ void forgetOpenReply() {
 }
 
 void beginModal(NSWindow* window, std::function<void()> abortion) {
-  state().modalWindows.push_back(window);
+  modalWindows().push_back(window);
+  state().sessions.push_back(window);
   state().abortions.push_back(std::move(abortion));
 }
 
 void endModal() {
-  state().modalWindows.pop_back();
+  std::erase(modalWindows(), state().sessions.back());
+  state().sessions.pop_back();
   state().abortions.pop_back();
 }
 
@@ -182,7 +184,10 @@ extern "C" void NSBeep(void) {
   facilities().application.setWindowsMenu(coreMenuOf(menu));
 }
 - (NSWindow*)modalWindow {
-  return state().modalWindows.empty() ? nil : state().modalWindows.back();
+  return state().sessions.empty() ? nil : state().sessions.back();
+}
+- (NSEvent*)currentEvent {
+  return currentEvent();
 }
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy {
   if (policy == NSApplicationActivationPolicyRegular) facilities().application.setActivationPolicyRegular();
@@ -194,6 +199,10 @@ extern "C" void NSBeep(void) {
 - (void)run {
 }
 - (void)terminate:(id)sender {
+  // A modal window lets nobody quit, and the delegate is not asked.
+  for (NSWindow* window : modalWindows()) {
+    if (window.preventsApplicationTerminationWhenModal) return;
+  }
   if (state().asked) {
     state().reply = Adaptor::ask();
   } else {

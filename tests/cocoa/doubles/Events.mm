@@ -10,7 +10,15 @@ using namespace quendo::doubles;
 
 namespace {
 
+struct EventState {
+  NSEventType type{};
+  NSTimeInterval timestamp = 0;
+  NSString* characters = nil;
+  NSEventModifierFlags flags = 0;
+};
+
 std::map<const void*, NSEvent* (^)(NSEvent*)> monitors;
+NSEvent* current = nil;
 
 }  // namespace
 
@@ -21,7 +29,27 @@ std::vector<NSEvent*>& postedEvents(bool atStart) {
   return posted[atStart];
 }
 
+NSEvent* keyPress(NSString* characters, NSEventModifierFlags flags) {
+  NSEvent* event = [[NSEvent alloc] init];
+  stateOf<EventState>(event).characters = characters;
+  stateOf<EventState>(event).flags = flags;
+  return event;
+}
+
+bool isPressOf(NSMenuItem* item, NSEvent* event) {
+  const EventState& pressed = stateOf<EventState>(event);
+  return [item.keyEquivalent isEqualToString:pressed.characters] &&
+         item.keyEquivalentModifierMask == pressed.flags;
+}
+
+NSEvent* currentEvent() {
+  return current;
+}
+
 bool isHeldBack(NSEvent* event) {
+  static NSTimeInterval now = 0;
+  if (event.timestamp == 0) stateOf<EventState>(event).timestamp = ++now;
+  current = event;
   for (const auto& [monitor, handler] : monitors) {
     if (!handler(event)) return true;
   }
@@ -41,11 +69,14 @@ bool isHeldBack(NSEvent* event) {
                          data1:(NSInteger)d1
                          data2:(NSInteger)d2 {
   NSEvent* event = [[self alloc] init];
-  stateOf<NSEventType>(event) = type;
+  stateOf<EventState>(event).type = type;
   return event;
 }
 - (NSEventType)type {
-  return stateOf<NSEventType>(self);
+  return stateOf<EventState>(self).type;
+}
+- (NSTimeInterval)timestamp {
+  return stateOf<EventState>(self).timestamp;
 }
 + (id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(NSEvent* (^)(NSEvent*))block {
   NSObject* monitor = [[NSObject alloc] init];

@@ -56,7 +56,10 @@ static std::optional<quendo::doubles::QuitEvent> quitEvent;
   return keyword == 'why?' && !quitEvent->reasonIsAttribute ? self : nil;
 }
 - (OSType)enumCodeValue {
-  return quitEvent->reason;
+  return quitEvent->reasonIsType ? 0 : quitEvent->reason;
+}
+- (OSType)typeCodeValue {
+  return quitEvent->reasonIsType ? quitEvent->reason : 0;
 }
 @end
 

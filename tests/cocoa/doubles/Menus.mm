@@ -150,7 +150,22 @@ NSMenuItem* itemFor(NSMenu* menu, const MenuItem& wanted) {
 - (void)setItemArray:(NSArray*)items { [stateOf<MenuState>(self).items setArray:items]; }
 - (void)addItem:(NSMenuItem*)item { [stateOf<MenuState>(self).items addObject:item]; }
 - (void)removeItem:(NSMenuItem*)item { [stateOf<MenuState>(self).items removeObject:item]; }
+- (NSInteger)indexOfItem:(NSMenuItem*)item { return (NSInteger)[stateOf<MenuState>(self).items indexOfObject:item]; }
 // clang-format on
+- (BOOL)performKeyEquivalent:(NSEvent*)event {
+  for (NSMenuItem* item in self.itemArray) {
+    if (!isPressOf(item, event)) continue;
+    if (item.target && ![item.target validateMenuItem:item]) return NO;
+    id target = item.target ? item.target : [NSApplication sharedApplication];
+    [target performSelector:item.action withObject:item];
+    return YES;
+  }
+  return NO;
+}
+- (void)insertItem:(NSMenuItem*)item atIndex:(NSInteger)index {
+  if ([stateOf<MenuState>(self).items containsObject:item]) std::abort();
+  [stateOf<MenuState>(self).items insertObject:item atIndex:(NSUInteger)index];
+}
 - (void)update {
   facilities().application.updateMainMenu();
 }

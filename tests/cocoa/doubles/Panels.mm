@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 
+#import "Application.h"
 #import "Panels.h"
 #import "Stage.h"
 #import "Windows.h"
@@ -18,6 +19,10 @@ struct ControlState {
   NSString* value = nil;
   id target = nil;
   SEL action = nullptr;
+};
+
+struct ButtonState {
+  NSString* key = @"";
 };
 
 struct PopUpState {
@@ -38,7 +43,6 @@ struct PanelState {
   NSString* prompt = nil;
   NSString* name = nil;
   NSArray* types = nil;
-  NSURL* directory = nil;
   NSURL* url = nil;
   NSView* accessory = nil;
   id delegate = nil;
@@ -145,6 +149,10 @@ void selectUrls(NSArray* urls) {
 @end
 
 @implementation NSButton
+// clang-format off
+- (NSString*)keyEquivalent { return stateOf<ButtonState>(self).key; }
+- (void)setKeyEquivalent:(NSString*)key { stateOf<ButtonState>(self).key = [key copy]; }
+// clang-format on
 @end
 
 @implementation NSPopUpButton
@@ -193,8 +201,6 @@ void selectUrls(NSArray* urls) {
 - (NSString*)title { return stateOf<PanelState>(self).title; }
 - (void)setTitle:(NSString*)title { stateOf<PanelState>(self).title = [title copy]; }
 - (NSURL*)URL { return stateOf<PanelState>(self).url; }
-- (NSURL*)directoryURL { return stateOf<PanelState>(self).directory; }
-- (void)setDirectoryURL:(NSURL*)url { stateOf<PanelState>(self).directory = url; }
 - (NSArray*)allowedContentTypes { return stateOf<PanelState>(self).types; }
 - (void)setAllowedContentTypes:(NSArray*)types { stateOf<PanelState>(self).types = [types copy]; }
 - (BOOL)allowsOtherFileTypes { return stateOf<PanelState>(self).otherTypes; }
@@ -222,9 +228,11 @@ void selectUrls(NSArray* urls) {
 - (void)beginSheetModalForWindow:(NSWindow*)window completionHandler:(void (^)(NSModalResponse))handler {
   void (^kept)(NSModalResponse) = [handler copy];
   stateOf<PanelState>(self).end = kept;
+  modalWindows().push_back(self);
   auto panel = windowOf(window).beginSheet(
       configurationOf(self), [self, kept](SavePanel&, const SavePanelResult& result) {
         const Turn turn;
+        std::erase(modalWindows(), self);
         stateOf<PanelState>(self).url = result.path ? [NSURL fileURLWithPath:stringFrom(*result.path)]
                                         : result.confirmed
                                             ? [NSURL URLWithString:@"https://elsewhere.example/"]
@@ -255,11 +263,11 @@ void selectUrls(NSArray* urls) {
   stateOf<PanelState>(self).end = kept;
   PanelState& state = stateOf<PanelState>(self);
   if (!state.chooseFiles || [state.types firstObject] != UTTypeData) std::abort();
-  OpenPanel panel{textFrom(state.title), textFrom(state.prompt),
-                  state.directory ? textFrom([state.directory path]) : "", state.multiple,
-                  state.chooseDirectories};
+  OpenPanel panel{textFrom(state.title), textFrom(state.prompt), "", state.multiple, state.chooseDirectories};
+  modalWindows().push_back(self);
   windowOf(window).beginSheet(panel, [self, kept](std::optional<std::vector<std::string>> paths) {
     const Turn turn;
+    std::erase(modalWindows(), self);
     NSMutableArray* urls = [NSMutableArray array];
     for (const std::string& path : paths.value_or(std::vector<std::string>()))
       [urls addObject:[NSURL fileURLWithPath:stringFrom(path)]];

@@ -1,4 +1,4 @@
-// A double of the pasteboard, the workspace, the types of files and the spell checker.
+// A double of the pasteboard, the workspace and the types of files.
 
 #import <AppKit/AppKit.h>
 #import <UniformTypeIdentifiers/UniformTypeIdentifiers.h>
@@ -40,19 +40,6 @@ NSPasteboardReadingOptionKey const NSPasteboardURLReadingFileURLsOnlyKey =
 - (BOOL)openURL:(NSURL*)url {
   facilities().workspace.openUrl(textFrom([url absoluteString]));
   return YES;
-}
-@end
-
-@implementation NSSpellChecker
-+ (NSSpellChecker*)sharedSpellChecker {
-  static NSSpellChecker* shared = [[self alloc] init];
-  return shared;
-}
-- (BOOL)automaticallyIdentifiesLanguages {
-  return !facilities().toolkit.webView->spelling.empty();
-}
-- (void)setAutomaticallyIdentifiesLanguages:(BOOL)identifies {
-  if (identifies) facilities().toolkit.webView->spelling.push_back({});
 }
 @end
 
@@ -98,8 +85,5 @@ void makeConstants() {
 }
 - (NSString*)identifier {
   return stringFrom(stateOf<std::string>(self));
-}
-- (BOOL)isDynamic {
-  return stateOf<std::string>(self).starts_with("dyn.");
 }
 @end

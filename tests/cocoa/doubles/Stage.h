@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "fake/FakeFacilities.h"
 #include "platform/Value.h"
@@ -12,6 +13,8 @@
 // The doubles of AppKit, WebKit and Dispatch hand everything that the back-end asks of them on to the fake
 // facilities that the tests of the core use too, and everything that a test lets a user, a page or a disk do
 // back to the back-end. None of this is macOS.
+
+@class NSWindow;
 
 namespace quendo::doubles {
 
@@ -29,6 +32,9 @@ class InUse {
  private:
   fake::FakeFacilities* before_;
 };
+
+/// Windows that are modal, to the application or to another one.
+std::vector<NSWindow*>& modalWindows();
 
 /// Posts a block to the main run loop.
 void performInRunLoop(std::function<void()> block);

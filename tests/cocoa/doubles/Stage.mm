@@ -92,6 +92,12 @@ InUse::InUse(fake::FakeFacilities& facilities) : before_(std::exchange(inUse, &f
 InUse::~InUse() {
   inUse = before_;
   runLoopBlocks.clear();
+  modalWindows().clear();
+}
+
+std::vector<NSWindow*>& modalWindows() {
+  static std::vector<NSWindow*> shown;
+  return shown;
 }
 
 void performInRunLoop(std::function<void()> block) {

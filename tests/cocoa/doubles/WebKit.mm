@@ -36,6 +36,7 @@ struct ViewState {
   std::unique_ptr<NavigationDelegate> navigationAdaptor;
   std::unique_ptr<UiDelegate> uiAdaptor;
   bool inspectable = true;
+  bool showsPreviews = true;
   int keysThrough = 0;  ///< Questions about keys that find none on their way any more.
 };
 
@@ -219,6 +220,10 @@ EvaluationHandler answering(void (^handler)(id, NSError*)) {
   const Rect area = stateOf<ViewState>(self).page->area;
   return NSMakeRect(area.x, area.y, area.width, area.height);
 }
+// clang-format off
+- (BOOL)allowsLinkPreview { return stateOf<ViewState>(self).showsPreviews; }
+- (void)setAllowsLinkPreview:(BOOL)value { stateOf<ViewState>(self).showsPreviews = value; }
+// clang-format on
 - (id<WKNavigationDelegate>)navigationDelegate {
   return stateOf<ViewState>(self).navigation;
 }

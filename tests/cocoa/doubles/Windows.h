@@ -13,6 +13,8 @@ namespace quendo::doubles {
 
 /// What the test sees of a window.
 fake::FakeWindow& windowOf(NSWindow* window);
+/// The key of the last button of the alert that was shown as a sheet last.
+NSString* keyOfLastButton();
 /// Ends the sheet that a window is.
 void endSheetOf(NSWindow* sheet, NSModalResponse response);
 

@@ -41,9 +41,11 @@ struct WindowState {
   std::unique_ptr<WindowDelegate> adaptor;
   bool restorable = true;
   bool releasedWhenClosed = true;
-  NSWindowTabbingMode tabbingMode{};
+  bool preventsTermination = true;
   NSWindowCollectionBehavior behavior{};
 };
+
+bool hasTabs = true;
 
 id anchorOf(NSView* view, const char* name, Class kind) {
   NSLayoutAnchor*& anchor = stateOf<ViewState>(view).anchors[name];
@@ -136,6 +138,7 @@ fake::FakeWindow& windowOf(NSWindow* window) {
 - (void)setFrameSize:(NSSize)size { stateOf<ViewState>(self).frame.size = size; }
 - (NSRect)frame { return stateOf<ViewState>(self).frame; }
 - (void)willOpenMenu:(NSMenu*)menu withEvent:(NSEvent*)event {}
+- (BOOL)performKeyEquivalent:(NSEvent*)event { return NO; }
 - (NSDragOperation)draggingEntered:(id<NSDraggingInfo>)sender { return NSDragOperationNone; }
 - (NSDragOperation)draggingUpdated:(id<NSDraggingInfo>)sender { return NSDragOperationNone; }
 - (BOOL)performDragOperation:(id<NSDraggingInfo>)sender { return NO; }
@@ -206,8 +209,10 @@ fake::FakeWindow& windowOf(NSWindow* window) {
 - (void)setReleasedWhenClosed:(BOOL)value { stateOf<WindowState>(self).releasedWhenClosed = value; }
 - (BOOL)isRestorable { return stateOf<WindowState>(self).restorable; }
 - (void)setRestorable:(BOOL)value { stateOf<WindowState>(self).restorable = value; }
-- (NSWindowTabbingMode)tabbingMode { return stateOf<WindowState>(self).tabbingMode; }
-- (void)setTabbingMode:(NSWindowTabbingMode)mode { stateOf<WindowState>(self).tabbingMode = mode; }
++ (BOOL)allowsAutomaticWindowTabbing { return hasTabs; }
++ (void)setAllowsAutomaticWindowTabbing:(BOOL)value { hasTabs = value; }
+- (BOOL)preventsApplicationTerminationWhenModal { return stateOf<WindowState>(self).preventsTermination; }
+- (void)setPreventsApplicationTerminationWhenModal:(BOOL)value { stateOf<WindowState>(self).preventsTermination = value; }
 - (NSWindowCollectionBehavior)collectionBehavior { return stateOf<WindowState>(self).behavior; }
 - (void)setCollectionBehavior:(NSWindowCollectionBehavior)value { stateOf<WindowState>(self).behavior = value; }
 - (void)center { fakeOf(self).center(); }

@@ -28,6 +28,9 @@ class CocoaApplication final : public Application {
   void setWillTerminate(std::function<void()> willTerminate) { willTerminate_ = std::move(willTerminate); }
   /// Asks to quit, as `terminate` does, for another reason.
   void terminateFor(TerminationReason reason);
+  /// Performs the item of the menu that has the pressed key, if there is one and the web view does not edit
+  /// by it.
+  bool performMenuKey(NSEvent* event);
 
   void setActivationPolicyRegular() override;
   void setDelegate(ApplicationDelegate* delegate) override;
@@ -52,6 +55,7 @@ class CocoaApplication final : public Application {
   QuendoMenuTarget* menuTarget_;
   ApplicationDelegate* delegate_ = nullptr;
   std::shared_ptr<const Menu> windowsMenu_;
+  NSMenu* keys_ = nil;
   std::function<void()> willTerminate_;
   TerminationReason reason_ = TerminationReason::user;  ///< Of a quit that the program itself has begun.
   bool replyIsDue_ = false;

@@ -24,11 +24,12 @@ using quendo::cocoa::CocoaApplication;
 }
 
 - (void)applicationDidFinishLaunching:(NSNotification*)notification {
-  application_->delegate()->applicationDidFinishLaunching();
+  if (auto* delegate = application_->delegate()) delegate->applicationDidFinishLaunching();
 }
 
 - (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)hasVisibleWindows {
-  return application_->delegate()->applicationShouldHandleReopen(hasVisibleWindows);
+  auto* delegate = application_->delegate();
+  return delegate && delegate->applicationShouldHandleReopen(hasVisibleWindows);
 }
 
 - (void)application:(NSApplication*)sender openFiles:(NSArray<NSString*>*)filenames {
@@ -41,7 +42,7 @@ using quendo::cocoa::CocoaApplication;
 // Since macOS 10.13 the system calls this one for files too.
 - (void)application:(NSApplication*)application openURLs:(NSArray<NSURL*>*)given {
   std::vector<std::string> urls;
-  for (NSURL* url in given) urls.push_back(quendo::cocoa::textOf(url.absoluteString));
+  for (NSURL* url in given) urls.push_back(quendo::cocoa::openedUrl(url));
   application_->openFiles(urls);
 }
 
@@ -50,7 +51,8 @@ using quendo::cocoa::CocoaApplication;
 }
 
 - (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication*)sender {
-  return application_->delegate()->applicationShouldTerminateAfterLastWindowClosed();
+  auto* delegate = application_->delegate();
+  return delegate && delegate->applicationShouldTerminateAfterLastWindowClosed();
 }
 
 - (void)applicationWillTerminate:(NSNotification*)notification {
@@ -77,7 +79,9 @@ bool sessionEnds() {
   NSAppleEventDescriptor* event = [[NSAppleEventManager sharedAppleEventManager] currentAppleEvent];
   NSAppleEventDescriptor* attribute = [event attributeDescriptorForKeyword:kQuitReason];
   NSAppleEventDescriptor* reason = attribute ? attribute : [event paramDescriptorForKeyword:kQuitReason];
-  return reason && std::ranges::find(kSessionReasons, reason.enumCodeValue) != std::end(kSessionReasons);
+  if (!reason) return false;
+  const OSType code = reason.enumCodeValue ? reason.enumCodeValue : reason.typeCodeValue;
+  return std::ranges::find(kSessionReasons, code) != std::end(kSessionReasons);
 }
 
 }  // namespace
@@ -87,6 +91,8 @@ CocoaApplication::CocoaApplication(NSApplication* application)
       applicationDelegate_([[QuendoApplicationDelegate alloc] initWithApplication:this]),
       menuTarget_([[QuendoMenuTarget alloc] initWithDelegate:nullptr]) {
   application_.delegate = applicationDelegate_;
+  // The page has tabs of its own, and the menus commands for them.
+  NSWindow.allowsAutomaticWindowTabbing = NO;
 }
 
 CocoaApplication::~CocoaApplication() {
@@ -120,6 +126,11 @@ void CocoaApplication::setMainMenu(std::shared_ptr<const Menu> menu) {
   const MenuBar bar = makeMenuBar(*menu, windowsMenu_.get(), menuTarget_);
   application_.windowsMenu = bar.windowsMenu;
   application_.mainMenu = bar.mainMenu;
+  keys_ = bar.keys;
+}
+
+bool CocoaApplication::performMenuKey(NSEvent* event) {
+  return [keys_ performKeyEquivalent:event];
 }
 
 void CocoaApplication::updateMainMenu() {
@@ -141,10 +152,13 @@ void CocoaApplication::terminateFor(TerminationReason reason) {
     }
     reason_ = reason;
     [application_ terminate:nil];
+    // The system may have refused by itself.
+    reason_ = TerminationReason::user;
   });
 }
 
 NSApplicationTerminateReply CocoaApplication::shouldTerminate() {
+  if (!delegate_) return NSTerminateNow;
   const TerminationReason begun = std::exchange(reason_, TerminationReason::user);
   const TerminationReason reason = sessionEnds() ? TerminationReason::session : begun;
   replyIsDue_ = delegate_->applicationShouldTerminate(reason) == TerminationReply::later;
@@ -157,12 +171,12 @@ void CocoaApplication::replyToApplicationShouldTerminate(bool shouldTerminate) {
 }
 
 void CocoaApplication::willTerminate() {
-  if (const auto end = std::exchange(willTerminate_, nullptr)) end();
   setDelegate(nullptr);
+  if (const auto end = std::exchange(willTerminate_, nullptr)) end();
 }
 
 bool CocoaApplication::openFiles(const std::vector<std::string>& urls) {
-  return delegate_->applicationOpenFiles(urls);
+  return delegate_ && delegate_->applicationOpenFiles(urls);
 }
 
 void CocoaApplication::beep() {

@@ -42,6 +42,9 @@ namespace quendo::cocoa {
 struct MenuBar {
   NSMenu* mainMenu;
   NSMenu* windowsMenu;  ///< Nil if `windowsMenu` is none of its submenus.
+  /// The items with keys, editing ones aside, once more: WebKit would show these keys to the page first, and
+  /// the menu would learn of them after later ones, or never from a page that does not answer.
+  NSMenu* keys;
 };
 
 /// Makes the menu. Items of the host get `target`; those of the platform travel the responder chain.

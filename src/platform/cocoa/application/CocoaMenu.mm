@@ -74,6 +74,17 @@ MenuItem coreItemOf(NSMenuItem* item, std::string& action) {
 namespace quendo::cocoa {
 namespace {
 
+NSMenuItem* makeItem(const MenuItem& item, QuendoMenuTarget* target) {
+  NSMenuItem* made = [[NSMenuItem alloc] initWithTitle:stringFrom(item.title)
+                                                action:selectorOf(item)
+                                         keyEquivalent:stringFrom(item.keyEquivalent)];
+  made.keyEquivalentModifierMask = item.modifiers;
+  if (item.target() == MenuTarget::host) made.target = target;
+  if (!item.representedObject.empty()) made.representedObject = stringFrom(item.representedObject);
+  made.state = item.on ? NSControlStateValueOn : NSControlStateValueOff;
+  return made;
+}
+
 NSMenu* makeMenu(const Menu& menu, const Menu* windowsMenu, QuendoMenuTarget* target, MenuBar& bar) {
   NSMenu* made = [[NSMenu alloc] initWithTitle:stringFrom(menu.title)];
   for (const MenuItem& item : menu.items) {
@@ -81,13 +92,9 @@ NSMenu* makeMenu(const Menu& menu, const Menu* windowsMenu, QuendoMenuTarget* ta
       [made addItem:[NSMenuItem separatorItem]];
       continue;
     }
-    NSMenuItem* entry = [[NSMenuItem alloc] initWithTitle:stringFrom(item.title)
-                                                   action:selectorOf(item)
-                                            keyEquivalent:stringFrom(item.keyEquivalent)];
-    entry.keyEquivalentModifierMask = item.modifiers;
-    if (item.target() == MenuTarget::host) entry.target = target;
-    if (!item.representedObject.empty()) entry.representedObject = stringFrom(item.representedObject);
-    entry.state = item.on ? NSControlStateValueOn : NSControlStateValueOff;
+    NSMenuItem* entry = makeItem(item, target);
+    if (!item.keyEquivalent.empty() && !isEditing(item.platformAction))
+      [bar.keys addItem:makeItem(item, target)];
     if (item.submenu) {
       entry.submenu = makeMenu(*item.submenu, windowsMenu, target, bar);
       if (item.submenu.get() == windowsMenu) bar.windowsMenu = entry.submenu;
@@ -104,7 +111,7 @@ SEL selectorOf(const MenuItem& item) {
 }
 
 MenuBar makeMenuBar(const Menu& mainMenu, const Menu* windowsMenu, QuendoMenuTarget* target) {
-  MenuBar bar{nil, nil};
+  MenuBar bar{nil, nil, [[NSMenu alloc] initWithTitle:@""]};
   bar.mainMenu = makeMenu(mainMenu, windowsMenu, target, bar);
   return bar;
 }

@@ -15,8 +15,7 @@ std::shared_ptr<UserContentController> CocoaToolkit::makeUserContentController()
 }
 
 std::unique_ptr<WebView> CocoaToolkit::makeWebView(const WebViewConfiguration& configuration) {
-  return std::make_unique<WebKitView>(
-      configuration, [this](const std::vector<std::string>& urls) { application_.openFiles(urls); });
+  return std::make_unique<WebKitView>(configuration, application_);
 }
 
 std::unique_ptr<Window> CocoaToolkit::makeWindow(const Rect& contentRect, std::uint32_t styleMask) {

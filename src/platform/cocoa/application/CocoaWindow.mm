@@ -52,9 +52,8 @@ CocoaWindow::CocoaWindow(const Rect& contentRect, std::uint32_t styleMask)
                                             backing:NSBackingStoreBuffered
                                               defer:NO]),
       windowDelegate_([[QuendoWindowDelegate alloc] init]) {
-  // This object owns it, the page has tabs of its own, and nothing of it is restored at the next launch.
+  // This object owns it, and nothing of it is restored at the next launch.
   window_.releasedWhenClosed = NO;
-  window_.tabbingMode = NSWindowTabbingModeDisallowed;
   window_.restorable = NO;
   window_.collectionBehavior = NSWindowCollectionBehaviorFullScreenPrimary;
 }

@@ -29,14 +29,18 @@ std::string FoundationFileManager::temporaryDirectory() const {
   return withoutTrailingSlash(NSTemporaryDirectory().fileSystemRepresentation);
 }
 
+// Only the volume counts, which the system may not find by a file that does not exist yet.
 std::optional<std::string> FoundationFileManager::createReplacementDirectory(const std::string& path) {
-  NSURL* directory = [NSFileManager.defaultManager URLForDirectory:NSItemReplacementDirectory
-                                                          inDomain:NSUserDomainMask
-                                                 appropriateForURL:fileUrl(path)
-                                                            create:YES
-                                                             error:nullptr];
-  return directory ? std::optional(withoutTrailingSlash(directory.path.fileSystemRepresentation))
-                   : std::nullopt;
+  NSURL* file = fileUrl(path);
+  for (NSURL* place in @[ file, file.URLByDeletingLastPathComponent ]) {
+    NSURL* directory = [NSFileManager.defaultManager URLForDirectory:NSItemReplacementDirectory
+                                                            inDomain:NSUserDomainMask
+                                                   appropriateForURL:place
+                                                              create:YES
+                                                               error:nullptr];
+    if (directory) return withoutTrailingSlash(directory.path.fileSystemRepresentation);
+  }
+  return std::nullopt;
 }
 
 }  // namespace quendo::cocoa

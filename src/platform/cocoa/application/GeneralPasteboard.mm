@@ -1,11 +1,11 @@
 #import "platform/cocoa/application/GeneralPasteboard.h"
 
+#import "platform/cocoa/Text.h"
+
 namespace quendo::cocoa {
 
 bool GeneralPasteboard::setString(const std::string& text) {
-  NSString* string = [[NSString alloc] initWithBytes:text.data()
-                                              length:text.size()
-                                            encoding:NSUTF8StringEncoding];
+  NSString* string = stringFromValid(text);
   return string && [pasteboard_ setString:string forType:NSPasteboardTypeString];
 }
 

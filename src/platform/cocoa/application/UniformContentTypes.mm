@@ -6,10 +6,10 @@
 
 namespace quendo::cocoa {
 
-// The system makes up a dynamic type for an extension that nobody has registered.
+// For an extension that nobody has registered the system makes up a type, which its panels understand.
 std::optional<std::string> UniformContentTypes::typeForExtension(std::string_view extension) const {
   UTType* type = [UTType typeWithFilenameExtension:stringFrom(extension) conformingToType:UTTypeData];
-  return type && !type.isDynamic ? std::optional(textOf(type.identifier)) : std::nullopt;
+  return type ? std::optional(textOf(type.identifier)) : std::nullopt;
 }
 
 std::string UniformContentTypes::plainText() const {

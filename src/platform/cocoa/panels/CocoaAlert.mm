@@ -54,7 +54,11 @@ class ShownAlert : public PresentedAlert, public std::enable_shared_from_this<Sh
     alert_.alertStyle = styleOf(alert.style);
     alert_.messageText = stringFrom(alert.messageText);
     alert_.informativeText = stringFrom(alert.informativeText);
-    for (const std::string& title : alert.buttons) [alert_ addButtonWithTitle:stringFrom(title)];
+    NSButton* last = nil;
+    for (const std::string& title : alert.buttons) last = [alert_ addButtonWithTitle:stringFrom(title)];
+    // The system knows the one that cancels by its title, and only in its own language.
+    if (buttons_ > 1) last.keyEquivalent = @"\033";
+    alert_.window.preventsApplicationTerminationWhenModal = NO;
     if (alert.accessory) {
       field_ = textFieldFor(*alert.accessory);
       alert_.accessoryView = field_;

@@ -15,7 +15,7 @@ void beginOpenPanel(NSWindow* window, const OpenPanel& panel,
   shown.canChooseDirectories = panel.canChooseDirectories;
   shown.canChooseFiles = YES;
   shown.allowedContentTypes = @[ UTTypeData ];
-  if (!panel.startingFolder.empty()) shown.directoryURL = fileUrl(panel.startingFolder);
+  shown.preventsApplicationTerminationWhenModal = NO;
   [shown
       beginSheetModalForWindow:window
              completionHandler:^(NSModalResponse response) {

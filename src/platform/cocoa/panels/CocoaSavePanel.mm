@@ -51,6 +51,7 @@ CocoaSavePanel::CocoaSavePanel(SavePanelConfiguration configuration, SavePanelCo
   panel_.canCreateDirectories = configuration_.canCreateDirectories;
   panel_.allowsOtherFileTypes = configuration_.allowsOtherFileTypes;
   panel_.extensionHidden = NO;
+  panel_.preventsApplicationTerminationWhenModal = NO;
   UTType* type = [UTType typeWithIdentifier:stringFrom(configuration_.allowedContentType)];
   if (type) panel_.allowedContentTypes = @[ type ];
   panel_.nameFieldStringValue = stringFrom(configuration_.nameFieldStringValue);

@@ -9,10 +9,14 @@
 
 @interface QuendoSharingPickerDelegate : NSObject <NSSharingServicePickerDelegate> {
   quendo::SharingServicePickerDelegate* delegate_;
+  BOOL hasEnded_;
 }
+@property(nonatomic, readonly) BOOL hasEnded;
 @end
 
 @implementation QuendoSharingPickerDelegate
+
+@synthesize hasEnded = hasEnded_;
 
 - (void)setDelegate:(quendo::SharingServicePickerDelegate*)delegate {
   delegate_ = delegate;
@@ -20,6 +24,7 @@
 
 - (void)sharingServicePicker:(NSSharingServicePicker*)picker
      didChooseSharingService:(NSSharingService*)service {
+  hasEnded_ = YES;
   auto* delegate = std::exchange(delegate_, nullptr);
   if (!delegate) return;
   delegate->didChooseSharingService(service ? std::make_shared<quendo::cocoa::CocoaSharingService>(service)
@@ -73,7 +78,8 @@ CocoaSharingPicker::CocoaSharingPicker(const std::vector<SharedItem>& items)
 
 CocoaSharingPicker::~CocoaSharingPicker() {
   picker_.delegate = nil;
-  [picker_ close];
+  // The service that was chosen may be showing a window of its own by now.
+  if (!pickerDelegate_.hasEnded) [picker_ close];
 }
 
 void CocoaSharingPicker::setDelegate(SharingServicePickerDelegate* delegate) {

@@ -1,7 +1,9 @@
 #import "platform/cocoa/web/QuendoPageDelegate.h"
 
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/PageRequests.h"
@@ -28,6 +30,23 @@ bool isAllowed(PageRequest request) {
 bool isDelegated(PageRequest request) {
   return answerTo(request) == PageAnswer::delegate;
 }
+
+/// What the page waits for: WebKit takes it for an error of the program when nobody answers.
+template <typename Answer>
+class Pending {
+ public:
+  explicit Pending(void (^handler)(Answer)) : handler_([handler copy]) {}
+  ~Pending() { answer(nil); }
+  Pending(const Pending&) = delete;
+  Pending& operator=(const Pending&) = delete;
+
+  void answer(Answer value) {
+    if (handler_) std::exchange(handler_, nil)(value);
+  }
+
+ private:
+  void (^handler_)(Answer);
+};
 
 /// Whether nothing failed: the load gave way to another one, or the delegate refused it.
 bool wasGivenUp(NSError* error) {
@@ -131,9 +150,10 @@ bool wasGivenUp(NSError* error) {
     completionHandler(nil);
     return;
   }
-  self.ui->runTextInputPanel(textOf(prompt), textOf(defaultText), [=](std::optional<std::string> answer) {
-    completionHandler(answer ? stringFrom(*answer) : nil);
-  });
+  const auto pending = std::make_shared<Pending<NSString*>>(completionHandler);
+  self.ui->runTextInputPanel(
+      textOf(prompt), textOf(defaultText),
+      [pending](std::optional<std::string> answer) { pending->answer(answer ? stringFrom(*answer) : nil); });
 }
 
 - (void)webView:(WKWebView*)webView
@@ -144,14 +164,15 @@ bool wasGivenUp(NSError* error) {
     completionHandler(nil);
     return;
   }
-  self.ui->runOpenPanel([=](std::optional<std::vector<std::string>> paths) {
+  const auto pending = std::make_shared<Pending<NSArray<NSURL*>*>>(completionHandler);
+  self.ui->runOpenPanel([pending](std::optional<std::vector<std::string>> paths) {
     if (!paths) {
-      completionHandler(nil);
+      pending->answer(nil);
       return;
     }
     NSMutableArray<NSURL*>* urls = [NSMutableArray array];
     for (const std::string& path : *paths) [urls addObject:quendo::cocoa::fileUrl(path)];
-    completionHandler(urls);
+    pending->answer(urls);
   });
 }
 

@@ -48,7 +48,9 @@ ContextMenuItem contextMenuItemOf(NSMenuItem* item) {
   return ContextMenuItem::unknown;
 }
 
+// The page is a file itself, and so are the links and pictures dragged from it.
 NSArray<NSURL*>* draggedFiles(id<NSDraggingInfo> drag) {
+  if (drag.draggingSource) return nil;
   return [drag.draggingPasteboard
       readObjectsForClasses:@[ NSURL.class ]
                     options:@{NSPasteboardURLReadingFileURLsOnlyKey : [NSNumber numberWithBool:YES]}];
@@ -59,28 +61,46 @@ NSArray<NSURL*>* draggedFiles(id<NSDraggingInfo> drag) {
 @implementation QuendoWebView
 
 @synthesize openFiles = openFiles_;
+@synthesize performMenuKey = performMenuKey_;
 
 - (void)willOpenMenu:(NSMenu*)menu withEvent:(NSEvent*)event {
   [super willOpenMenu:menu withEvent:event];
   const bool trimmed = quendo::answerTo(quendo::PageRequest::contextMenu) == quendo::PageAnswer::trimmed;
+  NSMenuItem* separator = nil;
+  bool isFirst = true;
   for (NSMenuItem* item in [NSArray arrayWithArray:menu.itemArray]) {
-    const bool kept = item.isSeparatorItem || quendo::keepsContextMenuItem(contextMenuItemOf(item));
-    if (!trimmed || !kept) [menu removeItem:item];
+    if (item.isSeparatorItem) {
+      // Kept between two items, and once.
+      [menu removeItem:item];
+      if (!isFirst) separator = item;
+      continue;
+    }
+    if (!trimmed || !quendo::keepsContextMenuItem(contextMenuItemOf(item))) {
+      [menu removeItem:item];
+      continue;
+    }
+    if (separator) [menu insertItem:separator atIndex:[menu indexOfItem:item]];
+    separator = nil;
+    isFirst = false;
   }
 }
 
+- (BOOL)performKeyEquivalent:(NSEvent*)event {
+  return self.performMenuKey(event) || [super performKeyEquivalent:event];
+}
+
 - (NSDragOperation)draggingEntered:(id<NSDraggingInfo>)sender {
-  return draggedFiles(sender).count > 0 ? NSDragOperationCopy : [super draggingEntered:sender];
+  dragsFiles_ = draggedFiles(sender).count > 0;
+  return dragsFiles_ ? NSDragOperationCopy : [super draggingEntered:sender];
 }
 
 - (NSDragOperation)draggingUpdated:(id<NSDraggingInfo>)sender {
-  return draggedFiles(sender).count > 0 ? NSDragOperationCopy : [super draggingUpdated:sender];
+  return dragsFiles_ ? NSDragOperationCopy : [super draggingUpdated:sender];
 }
 
 - (BOOL)performDragOperation:(id<NSDraggingInfo>)sender {
-  NSArray<NSURL*>* files = draggedFiles(sender);
-  if (files.count == 0) return [super performDragOperation:sender];
-  self.openFiles(files);
+  if (!dragsFiles_) return [super performDragOperation:sender];
+  self.openFiles(draggedFiles(sender));
   return YES;
 }
 

@@ -20,7 +20,7 @@ WKUserScript* keyCountingScript();
 /// The keys on their way to the page, and calls that keep their place among them. Main thread.
 ///
 /// The web view sends keys to the page one by one, each when the one before was handled, and scripts past
-/// them. A key of the menu reaches the menu only when the page has refused it.
+/// them.
 class QueuedKeys {
  public:
   explicit QueuedKeys(WKWebView* view);
@@ -37,6 +37,7 @@ class QueuedKeys {
   struct Call {
     std::chrono::milliseconds limit;
     std::function<void()> run;
+    NSTimeInterval timestamp;                ///< Of the newest event that came before it.
     NSMutableArray<NSEvent*>* pressedSince;  ///< Held back until it has been made.
   };
 
@@ -54,7 +55,6 @@ class QueuedKeys {
   std::uint64_t calls_ = 0;  ///< Whose keys were waited for.
   bool pageIsLate_ = false;  ///< It has not handled the keys before a call that was made all the same.
   id monitor_ = nil;         ///< Sees every key event while there are calls.
-  NSUInteger replayed_ = 0;  ///< Of the events to come: those that were held back before.
   Lifetime lifetime_;
 };
 

@@ -42,7 +42,8 @@ QueuedKeys::~QueuedKeys() {
 }
 
 void QueuedKeys::inOrder(milliseconds limit, std::function<void()> call) {
-  waiting_.push_back({limit, std::move(call), [NSMutableArray array]});
+  NSEvent* current = NSApplication.sharedApplication.currentEvent;
+  waiting_.push_back({limit, std::move(call), current ? current.timestamp : 0, [NSMutableArray array]});
   if (waiting_.size() > 1) return;
   holdKeys();
   if (pageIsLate_) {
@@ -84,15 +85,13 @@ void QueuedKeys::makeCalls(std::uint64_t number) {
     [keys addObjectsFromArray:waiting_.front().pressedSince];
     waiting_.pop_front();
   } while (pageIsLate_ && !waiting_.empty());
-  if (waiting_.empty()) {
-    stopHolding();
-    putBack(keys);
-    for (auto& [limit, then] : std::exchange(waitingForAll_, {})) drain(limit, std::move(then));
-  } else {
-    replayed_ += keys.count;
-    putBack(keys);
+  putBack(keys);
+  if (!waiting_.empty()) {
     next();
+    return;
   }
+  stopHolding();
+  for (auto& [limit, then] : std::exchange(waitingForAll_, {})) drain(limit, std::move(then));
 }
 
 void QueuedKeys::holdKeys() {
@@ -104,15 +103,12 @@ void QueuedKeys::holdKeys() {
 
 void QueuedKeys::stopHolding() {
   if (monitor_) [NSEvent removeMonitor:std::exchange(monitor_, nil)];
-  replayed_ = 0;
 }
 
-// What was put back comes before everything newer.
+// What was put back is older than the next call. So is what WebKit sends once more, because the page did not
+// want it.
 bool QueuedKeys::holdsBack(NSEvent* event) {
-  if (replayed_ > 0) {
-    --replayed_;
-    return false;
-  }
+  if (event.timestamp <= waiting_.front().timestamp) return false;
   [waiting_.back().pressedSince addObject:event];
   return true;
 }

@@ -19,12 +19,13 @@
 
 namespace quendo::cocoa {
 
+class CocoaApplication;
+
 /// WKWebView.
 class WebKitView final : public WebView {
  public:
-  /// `openFiles` gets the URLs of files dropped on the view.
-  WebKitView(const WebViewConfiguration& configuration,
-             std::function<void(const std::vector<std::string>&)> openFiles);
+  /// The application gets the keys of its menu, and the files dropped on the view. It must outlive the view.
+  WebKitView(const WebViewConfiguration& configuration, CocoaApplication& application);
   ~WebKitView() override;
   WebKitView(const WebKitView&) = delete;
   WebKitView& operator=(const WebKitView&) = delete;

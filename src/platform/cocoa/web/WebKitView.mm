@@ -4,6 +4,7 @@
 
 #import "platform/cocoa/Geometry.h"
 #import "platform/cocoa/Text.h"
+#import "platform/cocoa/application/CocoaApplication.h"
 #import "platform/cocoa/web/QuendoPageDelegate.h"
 #import "platform/cocoa/web/QuendoWebView.h"
 #import "platform/cocoa/web/WebKitValues.h"
@@ -35,7 +36,10 @@ QuendoWebView* makeView(const WebViewConfiguration& configuration, WebKitUserCon
                               : [WKWebsiteDataStore defaultDataStore];
   made.preferences.javaScriptCanOpenWindowsAutomatically =
       configuration.javaScriptCanOpenWindowsAutomatically;
-  return [[QuendoWebView alloc] initWithFrame:NSZeroRect configuration:made];
+  QuendoWebView* view = [[QuendoWebView alloc] initWithFrame:NSZeroRect configuration:made];
+  // A preview would load a link in a window of the system's.
+  view.allowsLinkPreview = NO;
+  return view;
 }
 
 EvaluationResult resultFrom(id value, NSError* error) {
@@ -45,17 +49,20 @@ EvaluationResult resultFrom(id value, NSError* error) {
 
 }  // namespace
 
-WebKitView::WebKitView(const WebViewConfiguration& configuration,
-                       std::function<void(const std::vector<std::string>&)> openFiles)
+WebKitView::WebKitView(const WebViewConfiguration& configuration, CocoaApplication& application)
     : content_(std::static_pointer_cast<WebKitUserContent>(configuration.userContentController)),
       view_(makeView(configuration, *content_)),
       pageDelegate_([[QuendoPageDelegate alloc] init]),
       queuedKeys_(view_) {
   pageDelegate_.owner = this;
+  CocoaApplication* opener = &application;
   view_.openFiles = ^(NSArray<NSURL*>* files) {
     std::vector<std::string> urls;
-    for (NSURL* url in files) urls.push_back(textOf(url.absoluteString));
-    openFiles(urls);
+    for (NSURL* url in files) urls.push_back(openedUrl(url));
+    opener->openFiles(urls);
+  };
+  view_.performMenuKey = ^BOOL(NSEvent* event) {
+    return opener->performMenuKey(event);
   };
 }
 
@@ -127,9 +134,7 @@ void WebKitView::callAsyncJavaScript(const std::string& body, const Value::Dicti
            completionHandler:handlerFor(std::move(completion))];
 }
 
-// The system checks what is typed in the languages that the user chose for it.
-void WebKitView::checkSpelling(const std::vector<std::vector<std::string>>& /*choices*/) {
-  NSSpellChecker.sharedSpellChecker.automaticallyIdentifiesLanguages = YES;
-}
+// The system checks what is typed by itself, in the languages that the user chose for it.
+void WebKitView::checkSpelling(const std::vector<std::vector<std::string>>& /*choices*/) {}
 
 }  // namespace quendo::cocoa

@@ -33,6 +33,7 @@ extern NSString* const NSRunLoopCommonModes;
 - (NSAppleEventDescriptor*)attributeDescriptorForKeyword:(AEKeyword)keyword;
 - (NSAppleEventDescriptor*)paramDescriptorForKeyword:(AEKeyword)keyword;
 - (OSType)enumCodeValue;
+- (OSType)typeCodeValue;
 @end
 
 @interface NSAppleEventManager (Additions)

@@ -93,10 +93,10 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 - (nullable instancetype)initWithBytes:(const void*)bytes
                                 length:(NSUInteger)length
                               encoding:(NSStringEncoding)encoding;
+- (NSString*)stringByAppendingString:(NSString*)aString;
 - (BOOL)isEqualToString:(NSString*)string;
 - (nullable NSData*)dataUsingEncoding:(NSStringEncoding)encoding;
 - (nullable NSData*)dataUsingEncoding:(NSStringEncoding)encoding allowLossyConversion:(BOOL)lossy;
-- (NSString*)stringByAppendingPathComponent:(NSString*)component;
 @property(readonly) NSUInteger length;
 @property(readonly) const char* fileSystemRepresentation;
 @end
@@ -140,6 +140,7 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 + (instancetype)array;
 + (instancetype)arrayWithCapacity:(NSUInteger)capacity;
 - (void)addObject:(ObjectType)object;
+- (void)addObjectsFromArray:(NSArray<ObjectType>*)otherArray;
 - (void)removeAllObjects;
 @end
 
@@ -176,6 +177,8 @@ enum : NSInteger { NSURLErrorCancelled = -999 };
 @property(nullable, readonly, copy) NSString* absoluteString;
 @property(nullable, readonly, copy) NSString* path;
 @property(nullable, readonly, copy) NSString* lastPathComponent;
+@property(nullable, readonly, copy) NSURL* filePathURL;
+@property(nullable, readonly, copy) NSURL* URLByDeletingLastPathComponent;
 @property(readonly, getter=isFileURL) BOOL fileURL;
 @end
 
@@ -247,6 +250,7 @@ extern "C" NSString* NSStringFromSelector(SEL selector);
 - (nullable NSAppleEventDescriptor*)attributeDescriptorForKeyword:(AEKeyword)keyword;
 - (nullable NSAppleEventDescriptor*)paramDescriptorForKeyword:(AEKeyword)keyword;
 @property(readonly) OSType enumCodeValue;
+@property(readonly) OSType typeCodeValue;
 @end
 
 @interface NSAppleEventManager : NSObject

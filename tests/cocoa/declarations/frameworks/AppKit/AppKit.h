@@ -50,6 +50,7 @@ typedef enum NSApplicationDelegateReply : NSUInteger {
 @property(nullable, strong) NSMenu* mainMenu;
 @property(nullable, strong) NSMenu* windowsMenu;
 @property(nullable, readonly, strong) NSWindow* modalWindow;
+@property(nullable, readonly, strong) NSEvent* currentEvent;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
 - (void)activateIgnoringOtherApps:(BOOL)ignoringOtherApps;
 - (void)run;
@@ -82,6 +83,7 @@ typedef NSUInteger NSEventModifierFlags;
                                   data1:(NSInteger)d1
                                   data2:(NSInteger)d2;
 @property(readonly) NSEventType type;
+@property(readonly) NSTimeInterval timestamp;
 + (nullable id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask
                                             handler:(NSEvent* _Nullable (^)(NSEvent*))block;
 + (void)removeMonitor:(id)monitor;
@@ -119,11 +121,14 @@ typedef NSString* NSUserInterfaceItemIdentifier;
 @property(copy) NSString* title;
 @property(copy) NSArray<NSMenuItem*>* itemArray;
 - (void)addItem:(NSMenuItem*)item;
+- (void)insertItem:(NSMenuItem*)newItem atIndex:(NSInteger)index;
 - (void)removeItem:(NSMenuItem*)item;
+- (NSInteger)indexOfItem:(NSMenuItem*)item;
+- (BOOL)performKeyEquivalent:(NSEvent*)event;
 - (void)update;
 @end
 
-// Pasteboard, workspace, spelling.
+// Pasteboard, workspace.
 
 typedef NSString* NSPasteboardType;
 typedef NSString* NSPasteboardReadingOptionKey;
@@ -141,11 +146,6 @@ extern "C" NSPasteboardReadingOptionKey const NSPasteboardURLReadingFileURLsOnly
 @interface NSWorkspace : NSObject
 @property(class, readonly, strong) NSWorkspace* sharedWorkspace;
 - (BOOL)openURL:(NSURL*)url;
-@end
-
-@interface NSSpellChecker : NSObject
-@property(class, readonly, strong) NSSpellChecker* sharedSpellChecker;
-@property BOOL automaticallyIdentifiesLanguages;
 @end
 
 // Views.
@@ -176,6 +176,7 @@ enum : NSDragOperation {
 
 @protocol NSDraggingInfo <NSObject>
 @property(readonly, strong) NSPasteboard* draggingPasteboard;
+@property(nullable, readonly, strong) id draggingSource;
 @end
 
 @interface NSView : NSResponder
@@ -192,6 +193,7 @@ enum : NSDragOperation {
 - (void)addSubview:(NSView*)view;
 - (void)setFrameSize:(NSSize)size;
 - (void)willOpenMenu:(NSMenu*)menu withEvent:(NSEvent*)event;
+- (BOOL)performKeyEquivalent:(NSEvent*)event;
 - (NSDragOperation)draggingEntered:(id<NSDraggingInfo>)sender;
 - (NSDragOperation)draggingUpdated:(id<NSDraggingInfo>)sender;
 - (BOOL)performDragOperation:(id<NSDraggingInfo>)sender;
@@ -208,6 +210,7 @@ enum : NSDragOperation {
 @end
 
 @interface NSButton : NSControl
+@property(copy) NSString* keyEquivalent;
 @end
 
 @interface NSPopUpButton : NSButton
@@ -244,9 +247,6 @@ enum : NSWindowStyleMask {
 typedef enum NSBackingStoreType : NSUInteger {
   NSBackingStoreBuffered = 2,
 } NSBackingStoreType;
-typedef enum NSWindowTabbingMode : NSInteger {
-  NSWindowTabbingModeDisallowed = 2,
-} NSWindowTabbingMode;
 typedef NSUInteger NSWindowCollectionBehavior;
 enum : NSWindowCollectionBehavior {
   NSWindowCollectionBehaviorFullScreenPrimary = 1 << 7,
@@ -276,7 +276,8 @@ enum : NSModalResponse {
 @property(nullable, readonly, strong) NSWindow* attachedSheet;
 @property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property(getter=isRestorable) BOOL restorable;
-@property NSWindowTabbingMode tabbingMode;
+@property BOOL preventsApplicationTerminationWhenModal;
+@property(class) BOOL allowsAutomaticWindowTabbing;
 @property NSWindowCollectionBehavior collectionBehavior;
 - (void)center;
 - (void)close;

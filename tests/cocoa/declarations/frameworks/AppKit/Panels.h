@@ -30,7 +30,6 @@ typedef enum NSAlertStyle : NSUInteger {
 @interface NSSavePanel : NSPanel
 + (NSSavePanel*)savePanel;
 @property(nullable, readonly, copy) NSURL* URL;
-@property(nullable, copy) NSURL* directoryURL;
 @property(copy) NSArray<UTType*>* allowedContentTypes;
 @property BOOL allowsOtherFileTypes;
 @property(nullable, strong) NSView* accessoryView;

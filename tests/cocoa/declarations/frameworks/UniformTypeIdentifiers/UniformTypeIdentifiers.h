@@ -9,7 +9,6 @@
 + (nullable instancetype)typeWithIdentifier:(NSString*)identifier;
 + (nullable instancetype)typeWithFilenameExtension:(NSString*)extension conformingToType:(UTType*)supertype;
 @property(readonly) NSString* identifier;
-@property(readonly, getter=isDynamic) BOOL dynamic;
 @end
 
 extern "C" UTType* const UTTypeData;
