@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -21,6 +22,7 @@
 #include "platform/gtk/application/KeyFileDefaults.h"
 #include "platform/gtk/application/QuitSignals.h"
 #include "platform/gtk/application/SoupHttpSession.h"
+#include "platform/gtk/rendering/Rendering.h"
 #include "platform/gtk/web/SandboxProbe.h"
 #include "platform/posix/EnvironmentLocale.h"
 #include "platform/posix/ExecutableBundle.h"
@@ -39,6 +41,7 @@ constexpr std::string_view kUsage =
     "the\n"
     "exit status is then 0 when at least one was taken, and 2 when none was.\n"
     "\n"
+    "  --rendering=PATH       let the graphics card or the processor draw: auto, card, processor\n"
     "  --without-web-sandbox  go on where the system does not let the page be sandboxed\n"
     "  --version              print the version and exit\n"
     "  --help                 print this help and exit\n";
@@ -53,16 +56,24 @@ void print(std::FILE* stream, std::string_view text) {
 
 struct Options {
   bool withoutWebSandbox = false;
+  std::optional<quendo::gtk::RenderingPath> rendering;
   std::vector<char*> rest;
 };
 
 /// Takes the program's own options out of the command line. Ends the program for those that ask to.
 Options takeOptions(int argc, char** argv) {
+  constexpr std::string_view kRendering = "--rendering=";
   Options options;
   for (int i = 0; i < argc; ++i) {
     const std::string_view argument = argv[i];
     if (argument == "--without-web-sandbox") {
       options.withoutWebSandbox = true;
+    } else if (argument.starts_with(kRendering)) {
+      const std::string_view path = argument.substr(kRendering.size());
+      options.rendering = quendo::gtk::renderingPathNamed(path);
+      if (options.rendering || path == "auto") continue;
+      print(stderr, "quendo: --rendering is auto, card or processor\n");
+      std::exit(quendo::kExitCannotStart);
     } else if (argument == "--version") {
       print(stdout, "quendo " + std::string(quendo::kProductVersion) + "\n");
       std::exit(EXIT_SUCCESS);
@@ -95,16 +106,17 @@ int main(int argc, char** argv) {
   const bool persistenceTestMode =
       persistenceTestModeFromEnvironmentValue(std::getenv("QUENDO_PERSISTENCE_TEST"));
   SandboxProbe sandboxProbe;
+  KeyFileDefaults defaults(userDefaultsPath());
+  Rendering rendering(options.rendering, defaults);
   g_set_prgname("com.quendo.Quendo");
   g_set_application_name("Quendo");
 
   // A test run must never reach the user's own instance, nor be reached by it.
   GtkHostApplication application(
       persistenceTestMode ? "com.quendo.Quendo.PersistenceTest" : "com.quendo.Quendo", quitSignals);
-  GtkToolkit toolkit(application);
+  GtkToolkit toolkit(application, rendering);
   const ExecutableBundle bundle;
   const EnvironmentLocale locale;
-  KeyFileDefaults defaults(userDefaultsPath());
   PosixFileManager fileManager;
   PosixDocumentFiles documentFiles;
   ThreadSerialQueue storeQueue;
@@ -122,6 +134,7 @@ int main(int argc, char** argv) {
       pasteboard, workspace, uuids, contentTypes, clock, httpSession, persistenceTestMode});
   application.setDelegate(controller.get());
   application.setStartCondition([&] {
+    rendering.begin();
     addIcons(bundle);
     if (sandboxProbe.sandboxWorks()) return true;
     if (!options.withoutWebSandbox) {

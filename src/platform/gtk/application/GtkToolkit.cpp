@@ -15,7 +15,7 @@ std::shared_ptr<UserContentController> GtkToolkit::makeUserContentController() {
 }
 
 std::unique_ptr<WebView> GtkToolkit::makeWebView(const WebViewConfiguration& configuration) {
-  return std::make_unique<WebKitView>(configuration);
+  return std::make_unique<WebKitView>(configuration, rendering_);
 }
 
 std::unique_ptr<Window> GtkToolkit::makeWindow(const Rect& contentRect, std::uint32_t styleMask) {

@@ -2,12 +2,14 @@
 
 #include "platform/Toolkit.h"
 #include "platform/gtk/application/GtkHostApplication.h"
+#include "platform/gtk/rendering/Rendering.h"
 
 namespace quendo::gtk {
 
 class GtkToolkit final : public Toolkit {
  public:
-  explicit GtkToolkit(GtkHostApplication& application) : application_(application) {}
+  GtkToolkit(GtkHostApplication& application, Rendering& rendering)
+      : application_(application), rendering_(rendering) {}
   std::shared_ptr<UserContentController> makeUserContentController() override;
   std::unique_ptr<WebView> makeWebView(const WebViewConfiguration& configuration) override;
   std::unique_ptr<Window> makeWindow(const Rect& contentRect, std::uint32_t styleMask) override;
@@ -18,6 +20,7 @@ class GtkToolkit final : public Toolkit {
 
  private:
   GtkHostApplication& application_;
+  Rendering& rendering_;
 };
 
 }  // namespace quendo::gtk

@@ -13,10 +13,16 @@
 namespace quendo::gtk {
 namespace {
 
-GObjectPtr<WebKitWebView> makeView(const WebViewConfiguration& configuration, WebKitUserContent& content) {
+GObjectPtr<WebKitWebView> makeView(const WebViewConfiguration& configuration, WebKitUserContent& content,
+                                   std::optional<RenderingPath> path) {
   const auto settings = adoptReference(webkit_settings_new());
   webkit_settings_set_javascript_can_open_windows_automatically(
       settings.get(), configuration.javaScriptCanOpenWindowsAutomatically);
+  if (path) {
+    webkit_settings_set_hardware_acceleration_policy(
+        settings.get(), *path == RenderingPath::card ? WEBKIT_HARDWARE_ACCELERATION_POLICY_ALWAYS
+                                                     : WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
+  }
   const auto session = makeNetworkSession(configuration.websiteDataStore);
   auto* view =
       WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "user-content-manager", content.manager(),
@@ -53,9 +59,10 @@ EvaluationResult resultFrom(JSCValue* value, GError* error) {
 
 }  // namespace
 
-WebKitView::WebKitView(const WebViewConfiguration& configuration)
+WebKitView::WebKitView(const WebViewConfiguration& configuration, Rendering& rendering)
     : content_(std::static_pointer_cast<WebKitUserContent>(configuration.userContentController)),
-      view_(makeView(configuration, *content_)),
+      view_(makeView(configuration, *content_, rendering.path())),
+      cardWatch_(view_.get(), rendering),
       queuedKeys_(view_.get()) {
   gtk_widget_set_hexpand(widget(), TRUE);
   gtk_widget_set_vexpand(widget(), TRUE);

@@ -15,6 +15,7 @@
 #include "platform/WebView.h"
 #include "platform/gtk/GObjectPtr.h"
 #include "platform/gtk/application/GLibMainQueue.h"
+#include "platform/gtk/web/CardWatch.h"
 #include "platform/gtk/web/QueuedKeys.h"
 #include "platform/gtk/web/WebKitUserContent.h"
 
@@ -23,7 +24,8 @@ namespace quendo::gtk {
 /// A WebKitWebView behind the port.
 class WebKitView final : public WebView {
  public:
-  explicit WebKitView(const WebViewConfiguration& configuration);
+  /// `rendering` must outlive the view.
+  WebKitView(const WebViewConfiguration& configuration, Rendering& rendering);
   ~WebKitView() override;
   WebKitView(const WebKitView&) = delete;
   WebKitView& operator=(const WebKitView&) = delete;
@@ -77,6 +79,7 @@ class WebKitView final : public WebView {
 
   std::shared_ptr<WebKitUserContent> content_;
   GObjectPtr<WebKitWebView> view_;
+  CardWatch cardWatch_;
   QueuedKeys queuedKeys_;
   NavigationDelegate* navigation_ = nullptr;
   UiDelegate* ui_ = nullptr;

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <optional>
+
+#include "platform/gtk/rendering/RenderingPolicy.h"
+#include "platform/posix/FileDescriptor.h"
+
+namespace quendo::gtk {
+
+/// Asks what draws OpenGL on the display that the environment names, in a process of its own: a driver may take
+/// long to load, hang or crash. Runs beside the launch; make it before the first thread, and ask it before the
+/// first window.
+class OpenGlProbe {
+ public:
+  /// Starts to ask.
+  OpenGlProbe();
+  /// Ends the process if it has not answered.
+  ~OpenGlProbe();
+  OpenGlProbe(const OpenGlProbe&) = delete;
+  OpenGlProbe& operator=(const OpenGlProbe&) = delete;
+
+  /// Waits for the answer, up to half a second. `nullopt` if there is no OpenGL, or none that answers.
+  std::optional<OpenGlDriver> driver();
+
+ private:
+  pid_t asked_ = -1;
+  FileDescriptor answer_;
+};
+
+/// The answer, by this process itself. Loads the driver for good.
+std::optional<OpenGlDriver> askForOpenGlDriver();
+
+}  // namespace quendo::gtk

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <webkit/webkit.h>
+
+#include "platform/Lifetime.h"
+#include "platform/gtk/rendering/Rendering.h"
+
+namespace quendo::gtk {
+
+/// Watches whether the card shows the page: a first frame has to come soon after the first load, and the page's
+/// process has to live until then. Otherwise the view is drawn by the processor from then on, and its window
+/// with it. Nothing of the page is lost by that. Main thread.
+class CardWatch {
+ public:
+  /// Watches while the view is drawn by the card. Both must outlive this.
+  CardWatch(WebKitWebView* view, Rendering& rendering);
+  ~CardWatch();
+  CardWatch(const CardWatch&) = delete;
+  CardWatch& operator=(const CardWatch&) = delete;
+
+ private:
+  void pageHasLoaded();
+  void frameCame();
+  void giveUp();
+  void end();
+
+  WebKitWebView* view_;
+  Rendering& rendering_;
+  guint timer_ = 0;
+  bool watching_ = false;
+  Lifetime lifetime_;
+};
+
+}  // namespace quendo::gtk
