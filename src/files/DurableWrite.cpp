@@ -84,8 +84,8 @@ std::optional<Temporary> createTemporary(FileManager& fileManager, const std::st
   return temporary;
 }
 
-bool fill(WritableFile& file, std::string_view bytes) {
-  return file.write(bytes) && file.synchronize() && file.close();
+bool fill(WritableFile& file, std::string_view bytes, const std::function<bool()>& afterWriting) {
+  return file.write(bytes) && (!afterWriting || afterWriting()) && file.synchronize() && file.close();
 }
 
 }  // namespace
@@ -106,7 +106,7 @@ WriteResult writeDurably(FileManager& fileManager, const std::string& path, std:
                          const DurableWrite& write) {
   const auto temporary = createTemporary(fileManager, path, write);
   if (!temporary) return WriteResult::notWritten;
-  bool filled = fill(*temporary->file, bytes);
+  bool filled = fill(*temporary->file, bytes, write.afterWriting);
   if (filled && write.permissions == NewFilePermissions::ofReplacedFile)
     filled = fileManager.copyPermissions(path, temporary->path);
   if (filled && write.beforeReplacing) write.beforeReplacing();

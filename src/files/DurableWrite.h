@@ -29,6 +29,9 @@ struct DurableWrite {
   /// Where the directory of `path` refuses the temporary file, use the one that the system has for such
   /// cases.
   bool mayUseReplacementDirectory = false;
+  /// Called when the new bytes have been given to the system and are on their way to the device, which works
+  /// meanwhile. False gives up: `path` is unchanged. May be null.
+  std::function<bool()> afterWriting = nullptr;
   /// Called after the new bytes are flushed and before the rename. May be null.
   std::function<void()> beforeReplacing = nullptr;
 };

@@ -148,12 +148,18 @@ void StateStore::performSave(SaveRequest request) {
 
 bool StateStore::writeDocument(const SaveRequest& request) {
   if (!isWithinLimit(request.raw)) return false;
-  const StateScan scan = scanState(request.raw);
-  if (!scan.topLevelObject) return false;
+  const Paths files = paths();
+  StateScan scan;
+  const auto isDocument = [&] {
+    scan = scanState(request.raw);
+    return scan.topLevelObject;
+  };
+  // A document that is to be written if it is one is checked while the device takes it up: in the directory
+  // where this process has written before, a refused one leaves nothing behind.
+  const bool checkedMeanwhile = hasWritten_ && request.revision >= 1 && request.revision >= latestRevision_;
+  if (!checkedMeanwhile && !isDocument()) return false;
   const std::int64_t revision = request.revision >= 1 ? request.revision : scan.revision;
   if (revision < latestRevision_) return true;
-
-  const Paths files = paths();
   if (!fileManager_.createDirectory(files.directory)) return false;
 
   // The primary may be damaged and the backup the only good document, so the snapshot of the primary gets a
@@ -161,6 +167,7 @@ bool StateStore::writeDocument(const SaveRequest& request) {
   // the primary is never written in place.
   std::optional<std::string> snapshot;
   DurableWrite write;
+  if (checkedMeanwhile) write.afterWriting = isDocument;
   write.beforeReplacing = [&] {
     snapshot = freeTemporaryPath(fileManager_, files.backup);
     if (snapshot && !fileManager_.snapshotItem(files.primary, *snapshot)) snapshot.reset();
@@ -168,7 +175,10 @@ bool StateStore::writeDocument(const SaveRequest& request) {
   const WriteResult result = writeDurably(fileManager_, files.primary, request.raw, write);
   const bool durable = result == WriteResult::durable;
   // A document that is in place must not give way to an older one, though it may not survive a power cut.
-  if (result != WriteResult::notWritten) latestRevision_ = std::max(latestRevision_, revision);
+  if (result != WriteResult::notWritten) {
+    latestRevision_ = std::max(latestRevision_, revision);
+    hasWritten_ = true;
+  }
 
   const bool snapshotIsGone = !snapshot || (durable && fileManager_.renameItem(*snapshot, files.backup)) ||
                               fileManager_.removeItem(*snapshot);

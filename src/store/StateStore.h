@@ -99,6 +99,7 @@ class StateStore {
   std::unique_ptr<DirectoryLock> directoryLock_;
   std::int64_t latestRevision_ = 0;
   bool abandonedFilesRemoved_ = false;
+  bool hasWritten_ = false;
 
   // Guards the fields below it, and nothing else; never held across disk work or a callback.
   std::mutex saveLock_;

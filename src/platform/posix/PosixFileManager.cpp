@@ -75,15 +75,16 @@ class PosixWritableFile final : public WritableFile {
     ::flock(file_.get(), LOCK_EX | LOCK_NB);
   }
   bool write(std::string_view bytes) override {
-    // Each chunk is written back while the next one is copied, which leaves the final flush of a large
-    // document little to do.
+    // Each chunk is written back while the next one is copied, and the last one while the caller does
+    // something else, which leaves the flush of a large document little to do.
     constexpr std::size_t chunk = std::size_t{4} << 20U;
-    while (bytes.size() > chunk) {
-      if (!writeAll(file_, bytes.substr(0, chunk))) return false;
+    while (!bytes.empty()) {
+      const std::string_view first = bytes.substr(0, chunk);
+      if (!writeAll(file_, first)) return false;
       startWriteBack(file_);
-      bytes.remove_prefix(chunk);
+      bytes.remove_prefix(first.size());
     }
-    return writeAll(file_, bytes);
+    return true;
   }
   bool synchronize() override { return synchronizeData(file_); }
   bool close() override { return file_.close(); }

@@ -40,6 +40,29 @@ TEST(DurableWrite, CallsNothingBeforeReplacingWhenTheBytesAreNotOnTheDevice) {
   }
 }
 
+TEST(DurableWrite, GivesTheBytesToTheSystemBeforeTheyAreLookedAtAndFlushesThemAfterwards) {
+  fake::FakeFileManager fileManager;
+  fileManager.setFile("/d/note.md", "old");
+  const auto look = [&](bool isGood) {
+    return [&fileManager, isGood] {
+      fileManager.log.emplace_back("afterWriting");
+      return isGood;
+    };
+  };
+  EXPECT_EQ(writeDurably(fileManager, "/d/note.md", "new", {.afterWriting = look(true)}),
+            WriteResult::durable);
+  EXPECT_EQ(fileManager.log,
+            (Calls{"isNameTaken /d/.note.md.1.tmp", "createFile /d/.note.md.1.tmp", "write /d/.note.md.1.tmp",
+                   "afterWriting", "synchronize /d/.note.md.1.tmp", "close /d/.note.md.1.tmp",
+                   "renameItem /d/.note.md.1.tmp /d/note.md", "synchronizeDirectory /d"}));
+  fileManager.log.clear();
+  EXPECT_EQ(writeDurably(fileManager, "/d/note.md", "newer", {.afterWriting = look(false)}),
+            WriteResult::notWritten);
+  EXPECT_EQ(fileManager.log.back(), "removeItem /d/.note.md.1.tmp");
+  EXPECT_EQ(fileManager.file("/d/note.md"), "new");
+  EXPECT_EQ(fileManager.filePaths(), Calls{"/d/note.md"});
+}
+
 TEST(DurableWrite, SaysThatTheFileIsInPlaceWhenOnlyItsDirectoryCouldNotBeFlushed) {
   fake::FakeFileManager fileManager;
   fileManager.setFile("/d/note.md", "old");

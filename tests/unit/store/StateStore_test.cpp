@@ -150,6 +150,32 @@ TEST_F(StateStoreTest, RefusesWhatIsNoJsonObjectBeforeAnyFileIsTouched) {
   EXPECT_EQ(fileManager.log, Answers{});
 }
 
+TEST_F(StateStoreTest, RefusesWhatIsNoJsonObjectWhileTheDeviceTakesItUpAndLeavesNothingBehind) {
+  ASSERT_EQ(saveAndWait(document(1), 1), true);
+  ASSERT_EQ(saveAndWait(document(2), 2), true);
+  const auto files = fileManager.filePaths();
+  for (const char* raw : {"[]", "\"text\"", "1", "", "not JSON", "{", "{}x", "{\"a\":\"\xff\"}"}) {
+    fileManager.log.clear();
+    EXPECT_EQ(saveAndWait(raw, 3), false) << raw;
+    EXPECT_EQ(writesOf("write"), 1U) << raw;
+    EXPECT_EQ(writesOf("synchronize"), 0U) << raw;
+    EXPECT_EQ(fileManager.file(primaryPath), document(2));
+    EXPECT_EQ(fileManager.file(backupPath), document(1));
+    EXPECT_EQ(fileManager.filePaths(), files);
+  }
+  EXPECT_EQ(saveAndWait(document(3), 3), true);
+}
+
+TEST_F(StateStoreTest, WritesNothingOfAnOlderDocumentAndNothingBeforeTheRevisionIsKnown) {
+  ASSERT_EQ(saveAndWait(document(5), 5), true);
+  fileManager.log.clear();
+  EXPECT_EQ(saveAndWait(document(4), 4), true);
+  EXPECT_EQ(saveAndWait("not JSON", 4), false);
+  EXPECT_EQ(saveAndWait(document(4), std::nullopt), true);
+  EXPECT_EQ(saveAndWait("not JSON", std::nullopt), false);
+  EXPECT_EQ(fileManager.log, Answers{});
+}
+
 TEST_F(StateStoreTest, MakesTheDirectoryAndNoBackupAtTheFirstSave) {
   EXPECT_EQ(saveAndWait(document(1), 1), true);
   EXPECT_TRUE(fileManager.hasDirectory(storeDirectory));
