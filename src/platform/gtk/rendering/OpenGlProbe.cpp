@@ -52,7 +52,8 @@ bool hasOnlyTheProcessor(const Egl& egl) {
   if (!queryDevices(static_cast<EGLint>(devices.size()), devices.data(), &count)) return false;
   for (EGLint i = 0; i < count; ++i) {
     const char* extensions = queryString(devices[static_cast<std::size_t>(i)], EGL_EXTENSIONS);
-    if (!extensions || std::string_view(extensions).find("EGL_MESA_device_software") == std::string_view::npos)
+    if (!extensions ||
+        std::string_view(extensions).find("EGL_MESA_device_software") == std::string_view::npos)
       return false;
   }
   return count > 0;
@@ -76,11 +77,11 @@ std::optional<OpenGlDriver> driverOf(const Egl& egl) {
   const EGLDisplay display = getDisplay(EGL_DEFAULT_DISPLAY);
   if (!display || !initialize(display, nullptr, nullptr) || !bindApi(EGL_OPENGL_ES_API)) return std::nullopt;
   constexpr std::array<EGLint, 3> kVersion = {EGL_CONTEXT_CLIENT_VERSION, 2, EGL_NONE};
-  const EGLContext context =
-      createContext(display, EGL_NO_CONFIG_KHR, EGL_NO_CONTEXT, kVersion.data());
+  const EGLContext context = createContext(display, EGL_NO_CONFIG_KHR, EGL_NO_CONTEXT, kVersion.data());
   if (!context || !makeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, context)) return std::nullopt;
   constexpr unsigned kVendor = 0x1F00;
-  return OpenGlDriver{textOf(getString(kVendor)), textOf(getString(kVendor + 1)), textOf(getString(kVendor + 2))};
+  return OpenGlDriver{textOf(getString(kVendor)), textOf(getString(kVendor + 1)),
+                      textOf(getString(kVendor + 2))};
 }
 
 /// The rest of the answer, as far as it comes in time.
@@ -91,7 +92,8 @@ std::string readAll(const FileDescriptor& from) {
   while (from.isOpen()) {
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - steady_clock::now());
     pollfd waiting{from.get(), POLLIN, 0};
-    if (left.count() <= 0 || retryInterrupted([&] { return ::poll(&waiting, 1, static_cast<int>(left.count())); }) <= 0)
+    if (left.count() <= 0 ||
+        retryInterrupted([&] { return ::poll(&waiting, 1, static_cast<int>(left.count())); }) <= 0)
       return text;
     const ssize_t got = retryInterrupted([&] { return ::read(from.get(), buffer.data(), buffer.size()); });
     if (got <= 0) return text;

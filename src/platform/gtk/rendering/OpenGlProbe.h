@@ -9,9 +9,9 @@
 
 namespace quendo::gtk {
 
-/// Asks what draws OpenGL on the display that the environment names, in a process of its own: a driver may take
-/// long to load, hang or crash. Runs beside the launch; make it before the first thread, and ask it before the
-/// first window.
+/// Asks what draws OpenGL on the display that the environment names, in a process of its own: a driver may
+/// take long to load, hang or crash. Runs beside the launch; make it before the first thread, and ask it
+/// before the first window.
 class OpenGlProbe {
  public:
   /// Starts to ask.

@@ -7,7 +7,8 @@ namespace quendo::gtk {
 namespace {
 
 /// How the renderers of Mesa, and of virtual machines without a card, begin.
-constexpr std::array<std::string_view, 5> kSoftware = {"llvmpipe", "softpipe", "swrast", "SWR", "SwiftShader"};
+constexpr std::array<std::string_view, 5> kSoftware = {"llvmpipe", "softpipe", "swrast", "SWR",
+                                                       "SwiftShader"};
 
 bool isAnyOf(std::string_view renderer, const auto& names) {
   return std::ranges::any_of(names, [&](std::string_view name) { return renderer.starts_with(name); });

@@ -10,8 +10,8 @@ namespace quendo::gtk {
 /// What draws the window and the page.
 enum class RenderingPath : std::uint8_t {
   card,       ///< OpenGL, for both.
-  processor,  ///< Cairo, for both: without a card, OpenGL itself is drawn by the processor, at several times the
-              ///< cost.
+  processor,  ///< Cairo, for both: without a card, OpenGL itself is drawn by the processor, at several times
+              ///< the cost.
 };
 
 /// What draws OpenGL on this display, in its own words.
@@ -27,14 +27,14 @@ struct OpenGlDriver {
 /// All that is known when the program starts.
 struct RenderingFacts {
   /// A path that the command line asks for, and one that the settings do; `nullopt` for "auto".
-  std::optional<RenderingPath> option;
-  std::optional<RenderingPath> setting;
+  std::optional<RenderingPath> option = std::nullopt;
+  std::optional<RenderingPath> setting = std::nullopt;
   /// Somebody has set the environment variables by which the toolkit and the web view choose.
   bool environmentDecides = false;
   /// `nullopt` if there is no OpenGL here.
-  std::optional<OpenGlDriver> driver;
+  std::optional<OpenGlDriver> driver = std::nullopt;
   /// `identity` of the driver with which the card's path has failed on this machine; empty if with none.
-  std::string failedDriver;
+  std::string failedDriver = {};
 };
 
 /// The path to take; `nullopt` leaves the toolkit and the web view to their own choice.

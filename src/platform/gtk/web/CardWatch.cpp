@@ -3,6 +3,7 @@
 #include <gtk/gtk.h>
 
 #include <functional>
+#include <memory>
 #include <utility>
 
 #include "platform/gtk/GObjectPtr.h"
@@ -58,13 +59,14 @@ void CardWatch::pageHasLoaded() {
   // A page that nobody can see draws no frame.
   auto* came = new std::function<void()>(lifetime_.guard([this] { frameCame(); }));
   webkit_web_view_call_async_javascript_function(
-      view_, "return new Promise((drawn) => requestAnimationFrame(() => requestAnimationFrame(() => drawn(1))))",
-      -1, nullptr, kHostWorld, nullptr, nullptr,
+      view_,
+      "return new Promise((drawn) => requestAnimationFrame(() => requestAnimationFrame(() => drawn(1))))", -1,
+      nullptr, kHostWorld, nullptr, nullptr,
       [](GObject* source, GAsyncResult* result, gpointer data) {
-        const std::unique_ptr<std::function<void()>> came(static_cast<std::function<void()>*>(data));
+        const std::unique_ptr<std::function<void()>> told(static_cast<std::function<void()>*>(data));
         const auto value = adoptReference(
             webkit_web_view_call_async_javascript_function_finish(WEBKIT_WEB_VIEW(source), result, nullptr));
-        if (value) (*came)();
+        if (value) (*told)();
       },
       came);
 }

@@ -14,7 +14,8 @@ TEST(RenderingPolicy, ACardDraws) {
 
 TEST(RenderingPolicy, WithoutACardTheProcessorDrawsByItself) {
   EXPECT_EQ(renderingPathFor({.driver = kSoftware}), RenderingPath::processor);
-  for (const char* renderer : {"llvmpipe (LLVM 15.0.6, 256 bits)", "softpipe", "swrast", "SwiftShader Device"})
+  for (const char* renderer :
+       {"llvmpipe (LLVM 15.0.6, 256 bits)", "softpipe", "swrast", "SwiftShader Device"})
     EXPECT_TRUE(drawsInSoftware({.vendor = "Mesa", .renderer = renderer, .version = ""})) << renderer;
   for (const char* renderer : {"AMD Radeon RX 6600", "virgl (llvmpipe)", "zink Vulkan 1.3", "Mali-G52"})
     EXPECT_FALSE(drawsInSoftware({.vendor = "Mesa", .renderer = renderer, .version = ""})) << renderer;
@@ -25,7 +26,8 @@ TEST(RenderingPolicy, WithoutOpenGlTheProcessorDraws) {
 }
 
 TEST(RenderingPolicy, TheProcessorDrawsWithDriversThatAreKnownToShowNothing) {
-  const OpenGlDriver known{"NVIDIA Corporation", "NVIDIA GeForce RTX 3060/PCIe/SSE2", "OpenGL ES 3.2 NVIDIA 525.147.05"};
+  const OpenGlDriver known{"NVIDIA Corporation", "NVIDIA GeForce RTX 3060/PCIe/SSE2",
+                           "OpenGL ES 3.2 NVIDIA 525.147.05"};
   EXPECT_EQ(renderingPathFor({.driver = known}), RenderingPath::processor);
   EXPECT_EQ(renderingPathFor({.option = RenderingPath::card, .driver = known}), RenderingPath::card);
 }
@@ -41,7 +43,8 @@ TEST(RenderingPolicy, TheCardIsTriedAgainWithAnotherVersionOfTheDriver) {
 }
 
 TEST(RenderingPolicy, TheSettingDecidesForTheDriver) {
-  EXPECT_EQ(renderingPathFor({.setting = RenderingPath::processor, .driver = kCard}), RenderingPath::processor);
+  EXPECT_EQ(renderingPathFor({.setting = RenderingPath::processor, .driver = kCard}),
+            RenderingPath::processor);
   EXPECT_EQ(renderingPathFor({.setting = RenderingPath::card, .driver = kSoftware}), RenderingPath::card);
 }
 
@@ -71,7 +74,8 @@ TEST(RenderingPolicy, ADriverIsAskedForOnlyIfItMakesADifference) {
 TEST(RenderingPolicy, PathsHaveNames) {
   EXPECT_EQ(renderingPathNamed("card"), RenderingPath::card);
   EXPECT_EQ(renderingPathNamed("processor"), RenderingPath::processor);
-  for (const char* name : {"", "auto", "Card", "gpu"}) EXPECT_EQ(renderingPathNamed(name), std::nullopt) << name;
+  for (const char* name : {"", "auto", "Card", "gpu"})
+    EXPECT_EQ(renderingPathNamed(name), std::nullopt) << name;
 }
 
 }  // namespace
