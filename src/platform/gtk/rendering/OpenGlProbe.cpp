@@ -113,11 +113,11 @@ std::optional<OpenGlDriver> driverFrom(std::string_view answer) {
   return OpenGlDriver{lines[0], lines[1], lines[2]};
 }
 
-[[noreturn]] void answerTo(int descriptor) {
+[[noreturn]] void answerTo(int descriptor, OpenGlProbe::Question question) {
   // Drivers complain there about what is missing.
   ::close(STDERR_FILENO);
   ::open("/dev/null", O_WRONLY);
-  if (const auto driver = askForOpenGlDriver()) {
+  if (const auto driver = question()) {
     const std::string text = driver->vendor + "\n" + driver->renderer + "\n" + driver->version + "\n";
     // Less than a pipe takes at once.
     [[maybe_unused]] const ssize_t written = ::write(descriptor, text.data(), text.size());
@@ -127,12 +127,12 @@ std::optional<OpenGlDriver> driverFrom(std::string_view answer) {
 }
 
 /// Starts a process that answers; what it answers can be read from the result.
-FileDescriptor ask(pid_t& asked) {
+FileDescriptor ask(OpenGlProbe::Question question, pid_t& asked) {
   std::array<int, 2> ends{-1, -1};
   if (::pipe2(ends.data(), O_CLOEXEC) != 0) return FileDescriptor(-1);
   const FileDescriptor write(ends[1]);
   asked = ::fork();
-  if (asked == 0) answerTo(write.get());
+  if (asked == 0) answerTo(write.get(), question);
   return FileDescriptor(ends[0]);
 }
 
@@ -145,7 +145,7 @@ std::optional<OpenGlDriver> askForOpenGlDriver() {
   return driverOf(egl);
 }
 
-OpenGlProbe::OpenGlProbe() : answer_(ask(asked_)) {}
+OpenGlProbe::OpenGlProbe(Question question) : answer_(ask(question, asked_)) {}
 
 OpenGlProbe::~OpenGlProbe() {
   if (asked_ <= 0) return;

@@ -9,13 +9,18 @@
 
 namespace quendo::gtk {
 
+/// What draws OpenGL, asked by this process itself. Loads the driver for good.
+std::optional<OpenGlDriver> askForOpenGlDriver();
+
 /// Asks what draws OpenGL on the display that the environment names, in a process of its own: a driver may
 /// take long to load, hang or crash. Runs beside the launch; make it before the first thread, and ask it
 /// before the first window.
 class OpenGlProbe {
  public:
-  /// Starts to ask.
-  OpenGlProbe();
+  using Question = std::optional<OpenGlDriver> (*)();
+
+  /// Starts to ask. `question` runs in the other process.
+  explicit OpenGlProbe(Question question = askForOpenGlDriver);
   /// Ends the process if it has not answered.
   ~OpenGlProbe();
   OpenGlProbe(const OpenGlProbe&) = delete;
@@ -28,8 +33,5 @@ class OpenGlProbe {
   pid_t asked_ = -1;
   FileDescriptor answer_;
 };
-
-/// The answer, by this process itself. Loads the driver for good.
-std::optional<OpenGlDriver> askForOpenGlDriver();
 
 }  // namespace quendo::gtk

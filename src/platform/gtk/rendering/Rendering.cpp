@@ -23,11 +23,6 @@ bool environmentDecides() {
   return false;
 }
 
-// Read whenever a window gets its renderer.
-void drawWindowsByProcessor() {
-  g_setenv("GSK_RENDERER", "cairo", TRUE);
-}
-
 }  // namespace
 
 Rendering::Rendering(std::optional<RenderingPath> option, UserDefaults& defaults) : defaults_(defaults) {
@@ -43,12 +38,12 @@ void Rendering::begin() {
   if (probe_) facts_.driver = probe_->driver();
   probe_.reset();
   path_ = renderingPathFor(facts_);
-  if (path_ == RenderingPath::processor) drawWindowsByProcessor();
+  // Read when a window gets its renderer.
+  if (path_ == RenderingPath::processor) g_setenv("GSK_RENDERER", "cairo", TRUE);
 }
 
 void Rendering::giveUpCard() {
   path_ = RenderingPath::processor;
-  drawWindowsByProcessor();
   if (facts_.driver) defaults_.setString(kFailedDriver, facts_.driver->identity());
   std::fputs("quendo: The graphics card shows nothing; the processor draws from now on.\n", stderr);
 }

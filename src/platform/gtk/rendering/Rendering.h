@@ -23,8 +23,8 @@ class Rendering {
   /// What was chosen; `nullopt` if the web view chooses for itself.
   std::optional<RenderingPath> path() const { return path_; }
 
-  /// The card has shown nothing: it is not tried again with this driver. The windows made from now on, and
-  /// those that are made anew, are drawn by the processor.
+  /// The card has shown nothing of the page: the processor draws the page from now on, and the window too
+  /// from the next start on, until there is another driver.
   void giveUpCard();
 
  private:

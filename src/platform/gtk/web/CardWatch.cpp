@@ -14,21 +14,15 @@ namespace {
 
 /// A page draws its first frame within tenths of a second, on the slowest of machines within two.
 constexpr guint kFirstFrameSeconds = 5;
-
-// The toolkit chooses anew for a window that gets a new surface.
-void renewWindow(GtkWidget* view) {
-  GtkRoot* window = gtk_widget_get_root(view);
-  if (!window || !gtk_widget_get_realized(GTK_WIDGET(window))) return;
-  gtk_widget_set_visible(GTK_WIDGET(window), FALSE);
-  gtk_widget_unrealize(GTK_WIDGET(window));
-  gtk_window_present(GTK_WINDOW(window));
-}
+/// The largest documents take some seconds to load; a driver that hangs lets no page load at all.
+constexpr guint kLoadSeconds = 20;
 
 }  // namespace
 
 CardWatch::CardWatch(WebKitWebView* view, Rendering& rendering) : view_(view), rendering_(rendering) {
   if (rendering.path() != RenderingPath::card) return;
   watching_ = true;
+  waitFor(kLoadSeconds);
   g_signal_connect(view, "load-changed",
                    G_CALLBACK(+[](WebKitWebView*, WebKitLoadEvent event, gpointer data) {
                      if (event == WEBKIT_LOAD_FINISHED) static_cast<CardWatch*>(data)->pageHasLoaded();
@@ -46,18 +40,8 @@ CardWatch::~CardWatch() {
 }
 
 void CardWatch::pageHasLoaded() {
-  if (!watching_ || timer_ != 0) return;
-  timer_ = g_timeout_add_seconds(
-      kFirstFrameSeconds,
-      [](gpointer data) -> gboolean {
-        auto* self = static_cast<CardWatch*>(data);
-        self->timer_ = 0;
-        self->giveUp();
-        return G_SOURCE_REMOVE;
-      },
-      this);
-  // A page that nobody can see draws no frame.
-  auto* came = new std::function<void()>(lifetime_.guard([this] { frameCame(); }));
+  waitFor(kFirstFrameSeconds);
+  auto* came = new std::function<void()>(lifetime_.guard([this] { end(); }));
   webkit_web_view_call_async_javascript_function(
       view_,
       "return new Promise((drawn) => requestAnimationFrame(() => requestAnimationFrame(() => drawn(1))))", -1,
@@ -71,19 +55,26 @@ void CardWatch::pageHasLoaded() {
       came);
 }
 
-void CardWatch::frameCame() {
-  end();
+void CardWatch::waitFor(guint seconds) {
+  if (timer_ != 0) g_source_remove(timer_);
+  timer_ = g_timeout_add_seconds(
+      seconds,
+      [](gpointer data) -> gboolean {
+        auto* self = static_cast<CardWatch*>(data);
+        // A page that nobody can see draws no frame, and no fault of the card's.
+        if (!gtk_widget_get_mapped(GTK_WIDGET(self->view_))) return G_SOURCE_CONTINUE;
+        self->timer_ = 0;
+        self->giveUp();
+        return G_SOURCE_REMOVE;
+      },
+      this);
 }
 
 void CardWatch::giveUp() {
-  if (!watching_) return;
-  // Nothing was to be seen, and no fault of the card's.
-  if (!gtk_widget_get_mapped(GTK_WIDGET(view_))) return;
   end();
   rendering_.giveUpCard();
   webkit_settings_set_hardware_acceleration_policy(webkit_web_view_get_settings(view_),
                                                    WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
-  renewWindow(GTK_WIDGET(view_));
 }
 
 void CardWatch::end() {

@@ -8,8 +8,8 @@
 namespace quendo::gtk {
 
 /// Watches whether the card shows the page: a first frame has to come soon after the first load, and the
-/// page's process has to live until then. Otherwise the view is drawn by the processor from then on, and its
-/// window with it. Nothing of the page is lost by that. Main thread.
+/// page's process has to live until then. Otherwise the processor draws the view from then on. Nothing of the
+/// page is lost by that. Main thread.
 class CardWatch {
  public:
   /// Watches while the view is drawn by the card. Both must outlive this.
@@ -20,7 +20,7 @@ class CardWatch {
 
  private:
   void pageHasLoaded();
-  void frameCame();
+  void waitFor(guint seconds);
   void giveUp();
   void end();
 

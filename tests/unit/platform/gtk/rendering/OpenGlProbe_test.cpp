@@ -1,0 +1,45 @@
+#include "platform/gtk/rendering/OpenGlProbe.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+namespace quendo::gtk {
+namespace {
+
+using Driver = std::optional<OpenGlDriver>;
+
+TEST(OpenGlProbe, PassesTheAnswerOn) {
+  OpenGlProbe probe([]() -> Driver { return OpenGlDriver{"Vendor", "Renderer (R)", "1.2 ü"}; });
+  const Driver driver = probe.driver();
+  ASSERT_TRUE(driver);
+  EXPECT_EQ(driver->identity(), "Vendor|Renderer (R)|1.2 ü");
+}
+
+TEST(OpenGlProbe, KnowsOfNoDriverWhereThereIsNoOpenGl) {
+  OpenGlProbe probe([]() -> Driver { return std::nullopt; });
+  EXPECT_FALSE(probe.driver());
+}
+
+TEST(OpenGlProbe, SurvivesADriverThatCrashes) {
+  OpenGlProbe probe([]() -> Driver { std::abort(); });
+  EXPECT_FALSE(probe.driver());
+}
+
+TEST(OpenGlProbe, DoesNotWaitForADriverThatHangs) {
+  OpenGlProbe probe([]() -> Driver {
+    for (;;) ::pause();
+  });
+  EXPECT_FALSE(probe.driver());
+}
+
+TEST(OpenGlProbe, CanBeAskedOfThisMachine) {
+  OpenGlProbe probe;
+  if (const Driver driver = probe.driver()) {
+    EXPECT_FALSE(driver->renderer.empty());
+  }
+}
+
+}  // namespace
+}  // namespace quendo::gtk
