@@ -1,0 +1,81 @@
+"""What a program with all its processes takes of the machine, read from /proc."""
+
+import os
+import re
+from pathlib import Path
+
+# A variable in the environment of a program: processes that leave its tree still have it.
+MARK = "QUENDO_BENCH_PROGRAM"
+_TICK = 1 / os.sysconf("SC_CLK_TCK")
+_DRIVERS = re.compile(r"/(\w+_dri\.so|libgallium|libvk_swiftshader|libnvidia-glcore|libnvidia-eglcore)")
+
+
+def descendants(pid, parents):
+    """`pid` and all below it. `parents`: process -> its parent."""
+    found = {pid}
+    grown = True
+    while grown:
+        below = {one for one, parent in parents.items() if parent in found} - found
+        found |= below
+        grown = bool(below)
+    return found
+
+
+def parse_stat(text):
+    """(parent, ticks) of a line of /proc/PID/stat. The ticks are those of the process and of its children that have
+    ended, in user and system mode."""
+    # The name is in parentheses and may contain both blanks and parentheses.
+    fields = text.rpartition(")")[2].split()
+    return int(fields[1]), sum(int(one) for one in fields[11:15])
+
+
+def parse_proportional(text):
+    """Bytes of the line Pss of smaps_rollup."""
+    return int(re.search(r"^Pss:\s+(\d+) kB", text, re.M)[1]) * 1024
+
+
+def drivers(maps):
+    """The drivers of a graphics card, or of its substitute, among the files that a process has mapped."""
+    return set(_DRIVERS.findall(maps))
+
+
+def _read(pid, name):
+    """None if the process has ended."""
+    try:
+        return Path(f"/proc/{pid}/{name}").read_bytes().decode("utf-8", "replace")
+    except (FileNotFoundError, ProcessLookupError):
+        return None
+
+
+def _readable(pid, name):
+    """None also if it is another user's or hides itself."""
+    try:
+        return _read(pid, name)
+    except PermissionError:
+        return None
+
+
+class ProcessTree:
+    """The processes of a program that was started with `mark` as the value of MARK."""
+
+    def __init__(self, pid, mark):
+        self._pid = pid
+        self._mark = f"{MARK}={mark}"
+
+    def pids(self):
+        stats = {int(one): _read(one, "stat") for one in os.listdir("/proc") if one.isdigit()}
+        parents = {pid: parse_stat(stat)[0] for pid, stat in stats.items() if stat}
+        marked = {pid for pid in parents if self._mark in (_readable(pid, "environ") or "").split("\0")}
+        return set().union(*(descendants(pid, parents) for pid in marked | {self._pid}))
+
+    def processor_seconds(self):
+        stats = (_read(pid, "stat") for pid in self.pids())
+        return sum(parse_stat(stat)[1] for stat in stats if stat) * _TICK
+
+    def proportional_bytes(self):
+        """Memory in which what several processes share is counted once."""
+        rollups = (_read(pid, "smaps_rollup") for pid in self.pids())
+        return sum(parse_proportional(rollup) for rollup in rollups if rollup)
+
+    def drivers(self):
+        return set().union(*(drivers(_readable(pid, "maps") or "") for pid in self.pids()))

@@ -1,0 +1,100 @@
+"""What the benchmark of the screen makes of pixels and processes. It times nothing here."""
+
+import sys
+
+import pytest
+
+from conftest import ROOT
+
+sys.path.insert(0, str(ROOT / "bench"))
+
+from pixels import Box, Picture, changes, completion, growing_line, right_edge  # noqa: E402
+from process_trees import descendants, drivers, parse_proportional, parse_stat  # noqa: E402
+from ratios import part  # noqa: E402
+
+WIDTH, HEIGHT = 100, 40
+
+
+def picture(*boxes):
+    """White, with black boxes."""
+    pixels = bytearray(b"\xff" * WIDTH * HEIGHT * 4)
+    for left, top, right, bottom in boxes:
+        for row in range(top, bottom):
+            start = (row * WIDTH + left) * 4
+            pixels[start:start + (right - left) * 4] = bytes((right - left) * 4)
+    return Picture(WIDTH, bytes(pixels))
+
+
+def test_equal_pictures_have_no_changes():
+    assert changes(picture(Box(3, 4, 5, 6)), picture(Box(3, 4, 5, 6))) == []
+    assert right_edge(picture(), picture()) is None
+
+
+def test_a_letter_and_its_dot_are_one_change():
+    dot, stem = Box(10, 10, 12, 12), Box(10, 14, 12, 20)
+    assert changes(picture(), picture(dot, stem)) == [Box(10, 10, 12, 20)]
+
+
+def test_changes_in_the_same_rows_but_far_apart_are_several():
+    line, scroll_bar = Box(10, 10, 14, 20), Box(90, 5, 95, 30)
+    assert changes(picture(), picture(line, scroll_bar)) == [line, scroll_bar]
+
+
+def test_changes_in_far_rows_are_several():
+    line, status = Box(10, 5, 14, 15), Box(10, 30, 60, 38)
+    assert changes(picture(), picture(line, status)) == [line, status]
+
+
+def test_one_pixel_in_the_last_column_is_the_edge():
+    assert right_edge(picture(), picture(Box(20, 3, 24, 9), Box(WIDTH - 1, 39, WIDTH, 40))) == WIDTH
+
+
+def test_the_line_is_what_moves_on_with_every_key():
+    count = Box(70, 30, 80, 38)
+    steps = [[Box(10, 10, 16, 20), count], [Box(14, 8, 22, 20), count], [Box(20, 10, 30, 21), count]]
+    assert growing_line(steps) == Box(10, 8, 30, 21)
+
+
+def test_a_line_that_stops_is_no_line():
+    assert growing_line([[Box(10, 10, 16, 20)], [Box(14, 10, 22, 20)], [Box(14, 10, 22, 20)]]) is None
+    assert growing_line([[Box(10, 10, 16, 20)], []]) is None
+
+
+def test_a_change_elsewhere_in_the_rows_does_not_continue_the_line():
+    assert growing_line([[Box(10, 10, 16, 20)], [Box(60, 10, 70, 20)]]) is None
+
+
+def test_a_place_is_complete_when_only_a_caret_changes():
+    assert completion([(1.0, 9000), (1.5, 400), (2.0, 20), (2.5, 0), (3.0, 20), (3.5, 0)]) == 2.0
+
+
+def test_a_place_that_looked_final_before_is_complete_only_at_last():
+    assert completion([(1.0, 0), (1.5, 5000), (2.0, 0)]) == 2.0
+
+
+def test_a_tree_has_all_below_a_process_and_nothing_else():
+    parents = {1: 0, 10: 1, 11: 10, 12: 11, 13: 10, 20: 1, 21: 20}
+    assert descendants(10, parents) == {10, 11, 12, 13}
+    assert descendants(12, parents) == {12}
+
+
+def test_processor_time_is_read_behind_any_name():
+    rest = "S 7 1 1 0 -1 0 0 0 0 0 100 20 3 4 20 0 1 0 5"
+    assert parse_stat(f"42 (a) (b c) {rest}") == (7, 127)
+
+
+def test_memory_is_the_proportional_one():
+    assert parse_proportional("Rss:  900 kB\nPss:     120 kB\nPss_Dirty: 7 kB\n") == 120 * 1024
+
+
+@pytest.mark.parametrize(("maps", "found"), [
+    ("7f0 r-xp 0 08:01 1 /usr/lib/x86_64-linux-gnu/dri/swrast_dri.so\n", {"swrast_dri.so"}),
+    ("7f0 r-xp 0 08:01 1 /usr/lib/chromium/libvk_swiftshader.so\n", {"libvk_swiftshader"}),
+    ("7f0 r-xp 0 08:01 1 /usr/lib/x86_64-linux-gnu/libcairo.so.2\n", set())])
+def test_drivers_are_known_by_their_files(maps, found):
+    assert drivers(maps) == found
+
+
+@pytest.mark.parametrize(("share", "value"), [(0, 1), (0.5, 11), (0.95, 20), (1, 20)])
+def test_a_share_of_values_does_not_exceed_the_part(share, value):
+    assert part([*range(20, 0, -1)], share) == value
