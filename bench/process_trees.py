@@ -7,7 +7,10 @@ from pathlib import Path
 # A variable in the environment of a program: processes that leave its tree still have it.
 MARK = "QUENDO_BENCH_PROGRAM"
 _TICK = 1 / os.sysconf("SC_CLK_TCK")
-_DRIVERS = re.compile(r"/(\w+_dri\.so|libgallium|libvk_swiftshader|libnvidia-glcore|libnvidia-eglcore)")
+# Threads in which Mesa draws by processor. Programs that only try OpenGL have them, too, and leave them idle.
+_SOFTWARE_THREADS = "llvmpipe-"
+_SOFTWARE_LEAST = 0.05
+_CARDS = ("/dev/dri/", "/dev/nvidia")
 
 
 def descendants(pid, parents):
@@ -34,15 +37,18 @@ def parse_proportional(text):
     return int(re.search(r"^Pss:\s+(\d+) kB", text, re.M)[1]) * 1024
 
 
-def drivers(maps):
-    """The drivers of a graphics card, or of its substitute, among the files that a process has mapped."""
-    return set(_DRIVERS.findall(maps))
+def drawn_by(thread_seconds, maps):
+    """What a program draws with. `thread_seconds`: (name, processor time) of its threads; `maps`: what its processes
+    have mapped into their memory."""
+    if sum(time for name, time in thread_seconds if name.startswith(_SOFTWARE_THREADS)) > _SOFTWARE_LEAST:
+        return "OpenGL in software"
+    return "card" if any(card in one for card in _CARDS for one in maps) else "processor"
 
 
 def _read(pid, name):
     """None if the process has ended."""
     try:
-        return Path(f"/proc/{pid}/{name}").read_bytes().decode("utf-8", "replace")
+        return Path("/proc", str(pid), name).read_bytes().decode("utf-8", "replace")
     except (FileNotFoundError, ProcessLookupError):
         return None
 
@@ -77,5 +83,9 @@ class ProcessTree:
         rollups = (_read(pid, "smaps_rollup") for pid in self.pids())
         return sum(parse_proportional(rollup) for rollup in rollups if rollup)
 
-    def drivers(self):
-        return set().union(*(drivers(_readable(pid, "maps") or "") for pid in self.pids()))
+    def drawn_by(self):
+        pids = self.pids()
+        threads = (thread for pid in pids for thread in Path(f"/proc/{pid}/task").glob("*"))
+        times = [(_read(one, "comm"), _read(one, "schedstat")) for one in threads]
+        return drawn_by([(name, int(time.split()[0]) / 1e9) for name, time in times if name and time],
+                        [_readable(pid, "maps") or "" for pid in pids])

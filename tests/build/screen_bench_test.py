@@ -9,7 +9,7 @@ from conftest import ROOT
 sys.path.insert(0, str(ROOT / "bench"))
 
 from pixels import Box, Picture, changes, completion, growing_line, right_edge  # noqa: E402
-from process_trees import descendants, drivers, parse_proportional, parse_stat  # noqa: E402
+from process_trees import descendants, drawn_by, parse_proportional, parse_stat  # noqa: E402
 from ratios import part  # noqa: E402
 
 WIDTH, HEIGHT = 100, 40
@@ -87,12 +87,13 @@ def test_memory_is_the_proportional_one():
     assert parse_proportional("Rss:  900 kB\nPss:     120 kB\nPss_Dirty: 7 kB\n") == 120 * 1024
 
 
-@pytest.mark.parametrize(("maps", "found"), [
-    ("7f0 r-xp 0 08:01 1 /usr/lib/x86_64-linux-gnu/dri/swrast_dri.so\n", {"swrast_dri.so"}),
-    ("7f0 r-xp 0 08:01 1 /usr/lib/chromium/libvk_swiftshader.so\n", {"libvk_swiftshader"}),
-    ("7f0 r-xp 0 08:01 1 /usr/lib/x86_64-linux-gnu/libcairo.so.2\n", set())])
-def test_drivers_are_known_by_their_files(maps, found):
-    assert drivers(maps) == found
+@pytest.mark.parametrize(("threads", "maps", "drawn"), [
+    ([("quendo", 3.0), ("llvmpipe-0", 0.04), ("llvmpipe-1", 0.04)], [""], "OpenGL in software"),
+    # The library is loaded only to ask it.
+    ([("quendo", 3.0), ("llvmpipe-0", 0.0)], ["7f0 r-xp 0 08:01 1 /usr/lib/dri/swrast_dri.so\n"], "processor"),
+    ([("quendo", 3.0)], ["", "7f0 rw-s 0 00:06 1 /dev/dri/renderD128\n"], "card")])
+def test_what_draws_is_known_by_its_traces(threads, maps, drawn):
+    assert drawn_by(threads, maps) == drawn
 
 
 @pytest.mark.parametrize(("share", "value"), [(0, 1), (0.5, 11), (0.95, 20), (1, 20)])
