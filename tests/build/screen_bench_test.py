@@ -8,9 +8,11 @@ from conftest import ROOT
 
 sys.path.insert(0, str(ROOT / "bench"))
 
+import table  # noqa: E402
 from pixels import Box, Picture, changes, completion, growing_line, right_edge  # noqa: E402
 from process_trees import descendants, drawn_by, parse_proportional, parse_stat  # noqa: E402
 from ratios import part  # noqa: E402
+from screen_results import Results, replace_table  # noqa: E402
 
 WIDTH, HEIGHT = 100, 40
 
@@ -99,3 +101,39 @@ def test_what_draws_is_known_by_its_traces(threads, maps, drawn):
 @pytest.mark.parametrize(("share", "value"), [(0, 1), (0.5, 11), (0.95, 20), (1, 20)])
 def test_a_share_of_values_does_not_exceed_the_part(share, value):
     assert part([*range(20, 0, -1)], share) == value
+
+
+@pytest.fixture
+def results():
+    """Quendo and one other program."""
+    found = Results()
+    for program, times in (("quendo", 2), ("other", 1)):
+        found.add(program, window=[0.1 * times], text=[0.2 * times], key=[0.01 * times, 0.03 * times],
+                  processor=[0.001 * times], idle=[0.02 * times], memory=[5e7 * times], hour=[6e7 * times])
+        found.drawn_by(program, "processor")
+    return found
+
+
+def test_lines_are_ratios_that_the_table_of_all_benchmarks_takes(results):
+    lines = list(results.lines())
+    assert "screen/other window 2.00  (200 ms against 100 ms, 1 and 1 values)" in lines
+    assert "screen/other memory 2.00  (100 MB against 50 MB, 1 and 1 values)" in lines
+    assert [name for name, *_rest in table.rows(lines, quick=False)] == [line.partition(" 2.00")[0] for line in lines]
+
+
+def test_an_idle_program_that_takes_less_than_can_be_counted_gives_no_endless_ratio(results):
+    results.add("still", window=[1], text=[1], key=[1], processor=[1], idle=[0.0], memory=[1], hour=[1])
+    assert any(line.startswith("screen/still processor-idle 20.00 ") for line in results.lines())
+
+
+def test_a_table_stands_between_its_marker_lines_and_nothing_else_changes(results):
+    shown = results.table("software", ["mousepad"])
+    document = replace_table("before\n<!-- screen -->\nold\n<!-- end of screen -->\nafter\n", shown)
+    assert document == f"before\n<!-- screen -->\n{shown}\n<!-- end of screen -->\nafter\n"
+    assert "| quendo | 200 ms | 400 ms |" in document and "| other | 2.00 (100 ms) |" in document
+    assert "Left out: mousepad." in document
+
+
+def test_a_document_without_marker_lines_is_refused():
+    with pytest.raises(ValueError, match="lacks the lines"):
+        replace_table("<!-- screen -->\n", "")
