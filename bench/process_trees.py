@@ -37,6 +37,12 @@ def parse_proportional(text):
     return int(re.search(r"^Pss:\s+(\d+) kB", text, re.M)[1]) * 1024
 
 
+def parse_private(text, page):
+    """Bytes that a process shares with no other, of a line of /proc/PID/statm."""
+    _size, resident, shared, *_rest = text.split()
+    return (int(resident) - int(shared)) * page
+
+
 def drawn_by(thread_seconds, maps):
     """What a program draws with. `thread_seconds`: (name, processor time) of its threads; `maps`: what its processes
     have mapped into their memory."""
@@ -61,6 +67,14 @@ def _readable(pid, name):
         return None
 
 
+def _memory(pid):
+    rollup = _readable(pid, "smaps_rollup")
+    if rollup:
+        return parse_proportional(rollup)
+    # Of a process that hides itself the private part is all there is to know.
+    return parse_private(_read(pid, "statm") or "0 0 0", os.sysconf("SC_PAGE_SIZE"))
+
+
 class ProcessTree:
     """The processes of a program that was started with `mark` as the value of MARK."""
 
@@ -80,8 +94,7 @@ class ProcessTree:
 
     def proportional_bytes(self):
         """Memory in which what several processes share is counted once."""
-        rollups = (_read(pid, "smaps_rollup") for pid in self.pids())
-        return sum(parse_proportional(rollup) for rollup in rollups if rollup)
+        return sum(_memory(pid) for pid in self.pids())
 
     def drawn_by(self):
         pids = self.pids()

@@ -10,7 +10,7 @@ sys.path.insert(0, str(ROOT / "bench"))
 
 import table  # noqa: E402
 from pixels import Box, Picture, changes, completion, growing_line, right_edge  # noqa: E402
-from process_trees import descendants, drawn_by, parse_proportional, parse_stat  # noqa: E402
+from process_trees import descendants, drawn_by, parse_private, parse_proportional, parse_stat  # noqa: E402
 from ratios import part  # noqa: E402
 from screen_results import Results, replace_table  # noqa: E402
 
@@ -87,6 +87,10 @@ def test_processor_time_is_read_behind_any_name():
 
 def test_memory_is_the_proportional_one():
     assert parse_proportional("Rss:  900 kB\nPss:     120 kB\nPss_Dirty: 7 kB\n") == 120 * 1024
+
+
+def test_of_a_hidden_process_the_private_memory_counts():
+    assert parse_private("9000 700 200 5 0 300 0\n", 4096) == 500 * 4096
 
 
 @pytest.mark.parametrize(("threads", "maps", "drawn"), [
