@@ -49,14 +49,21 @@ def _groups(numbers, apart):
 
 def changes(before, after):
     """The boxes around what differs between two pictures."""
-    differing = before.changed_rows(after)
-    boxes = []
-    for band in _groups(sorted(differing), _ROWS_APART):
-        for columns in _groups(sorted(set(chain.from_iterable(differing[row] for row in band))), _COLUMNS_APART):
+    return list(_boxes(before.changed_rows(after)))
+
+
+def _boxes(differing):
+    """Cuts along empty rows and columns until there is nothing left to cut."""
+    bands = _groups(sorted(differing), _ROWS_APART)
+    for band in bands:
+        groups = _groups(sorted(set(chain.from_iterable(differing[row] for row in band))), _COLUMNS_APART)
+        for columns in groups:
             left, right = columns[0], columns[-1] + 1
-            rows = [row for row in band if any(left <= column < right for column in differing[row])]
-            boxes.append(Box(left, rows[0], right, rows[-1] + 1))
-    return boxes
+            if len(bands) == len(groups) == 1:
+                yield Box(left, band[0], right, band[-1] + 1)
+            else:
+                kept = {row: [one for one in differing[row] if left <= one < right] for row in band}
+                yield from _boxes({row: ones for row, ones in kept.items() if ones})
 
 
 def growing_line(steps):

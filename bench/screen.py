@@ -14,7 +14,9 @@ _NEXT_LETTER = 48
 _CARET = 2
 _ROWS_AROUND = 3
 # Empty lines that are added to the text, and the way back up into their middle, away from scroll bars.
-_BELOW = ["Return"] * 14 + ["Up"] * 9
+_LINES_BELOW, _LINES_BACK = 14, 9
+# Until a view has come to rest.
+_STILL = 1
 
 
 class Screen:
@@ -75,9 +77,10 @@ class Line:
     def __init__(self, screen, window):
         self._screen = screen
         place = desktop.geometry(window)
-        desktop.press("ctrl+End", *_BELOW)
-        # Until the view has come to rest.
-        time.sleep(1)
+        # With a rest in between: GTK's text views scroll only as far as the last of many keys demands.
+        for keys in (["ctrl+End"] + ["Return"] * _LINES_BELOW, ["Up"] * _LINES_BACK):
+            desktop.press(*keys)
+            time.sleep(_STILL)
         steps, before = [], screen.picture(place)
         for letter in "nome":
             screen.press(ord(letter), place)

@@ -47,6 +47,11 @@ def test_changes_in_far_rows_are_several():
     assert changes(picture(), picture(line, status)) == [line, status]
 
 
+def test_what_only_a_third_change_beside_them_joins_stays_apart():
+    line, upright, below = Box(2, 5, 14, 15), Box(90, 3, 95, 39), Box(2, 30, 60, 36)
+    assert changes(picture(), picture(line, upright, below)) == [line, below, upright]
+
+
 def test_one_pixel_in_the_last_column_is_the_edge():
     assert right_edge(picture(), picture(Box(20, 3, 24, 9), Box(WIDTH - 1, 39, WIDTH, 40))) == WIDTH
 
