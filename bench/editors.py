@@ -99,7 +99,8 @@ def _stored(page, state):
 def _textarea(text):
     return ("<!doctype html><html><head><meta charset='utf-8'><style>body { margin: 0 } textarea { border: 0; "
             "outline: 0; padding: 12px; width: 100%; height: 100vh; box-sizing: border-box; resize: none; "
-            f"font: 16px monospace }}</style></head><body><textarea autofocus>\n{escape(text)}</textarea></body></html>")
+            "font: 16px monospace }</style></head><body><textarea autofocus>\n" + escape(text) +
+            "</textarea></body></html>")
 
 
 def make_editors(directory, installation, scripts, on_processor):
@@ -125,10 +126,11 @@ def make_editors(directory, installation, scripts, on_processor):
     bare_window = BUILD / "bin" / "bare_window"
     mini_browser = next((one for one in _MINI_BROWSERS if Path(one).exists()), None)
     # Chromium refuses to set up its sandbox as root, and without the other option says so above the page.
-    browser = [*(["--no-sandbox", "--test-type"] if os.geteuid() == 0 else []), *(PROCESSOR_BROWSER if on_processor else []),
-               "--no-first-run", "--no-default-browser-check", "--disable-background-networking",
-               "--disable-component-update", "--disable-sync", "--password-store=basic",
-               "--hide-crash-restore-bubble", "--window-size=1320,820", f"--app={address}"]
+    browser = [*(["--no-sandbox", "--test-type"] if os.geteuid() == 0 else []),
+               *(PROCESSOR_BROWSER if on_processor else []), "--no-first-run", "--no-default-browser-check",
+               "--disable-background-networking", "--disable-component-update", "--disable-sync",
+               "--password-store=basic", "--hide-crash-restore-bubble", "--window-size=1320,820",
+               f"--app={address}"]
     rows = (("quendo", installation.program, sandbox, environment),
             ("bare-textarea", bare_window, [textarea], web_view),
             ("bare-editor", bare_window, [bare, "--script", script], web_view),

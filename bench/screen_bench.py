@@ -2,6 +2,7 @@
 the whole text, how long a key takes to its pixels, and what of the machine that takes."""
 
 import argparse
+import os
 import random
 import sys
 import tempfile
@@ -169,8 +170,10 @@ def main():
         print(line, flush=True)
     if chosen.write:
         drawn = "all drawn by the processor" if chosen.on_processor else "each with its own choice"
-        heading = f"{renderer()}, {drawn}; resolution {median(noticed) * 1e3:.2f} ms"
-        write_table(chosen.write, results.table(heading, missing + failed))
+        heading = (f"{renderer()}, {drawn}; {os.cpu_count()} processors, {extent.rounds} rounds, "
+                   f"resolution {median(noticed) * 1e3:.2f} ms")
+        write_table(chosen.write, results.table(heading, [f"{name} (not installed)" for name in missing] +
+                                                [f"{name} (failed)" for name in failed]))
     if failed:
         sys.exit(f"Failed: {', '.join(failed)}")
 

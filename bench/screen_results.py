@@ -68,8 +68,8 @@ class Results:
         first, *others = self._values
         for other in others:
             for name, measure in _MEASURES.items():
-                yield (f"screen/{other} {name} {self._ratio(other, name):.2f}  ("
-                       f"{measure.text(self._summary(first, name))} against {measure.text(self._summary(other, name))}, "
+                one, another = (measure.text(self._summary(program, name)) for program in (first, other))
+                yield (f"screen/{other} {name} {self._ratio(other, name):.2f}  ({one} against {another}, "
                        f"{len(self._values[first][measure.source])} and {len(self._values[other][measure.source])} "
                        "values)")
 
