@@ -131,11 +131,13 @@ def make_editors(directory, installation, scripts, on_processor):
                "--disable-background-networking", "--disable-component-update", "--disable-sync",
                "--password-store=basic", "--hide-crash-restore-bubble", "--window-size=1320,820",
                f"--app={address}"]
+    # It has a socket below this directory, whose path may be only a hundred letters long.
+    short = environment | {"TMPDIR": os.environ["XDG_RUNTIME_DIR"]}
     rows = (("quendo", installation.program, sandbox, environment),
             ("bare-textarea", bare_window, [textarea], web_view),
             ("bare-editor", bare_window, [bare, "--script", script], web_view),
             ("mini-browser", mini_browser, [address], web_view),
-            ("chromium-app", shutil.which("chromium"), browser, environment),
+            ("chromium-app", shutil.which("chromium"), browser, short),
             ("gnome-text-editor", shutil.which("gnome-text-editor"), [note], environment),
             ("mousepad", shutil.which("mousepad"), [note], environment))
     editors = [Editor(name, [program, *arguments], directory, installation, variables)

@@ -131,8 +131,9 @@ def test_lines_are_ratios_that_the_table_of_all_benchmarks_takes(results):
 
 
 def test_an_idle_program_that_takes_less_than_can_be_counted_gives_no_endless_ratio(results):
-    results.add("still", window=[1], text=[1], key=[1], processor=[1], idle=[0.0], memory=[1], hour=[1])
-    assert any(line.startswith("screen/still processor-idle 20.00 ") for line in results.lines())
+    results.add("still", window=[1], text=[1], key=[1], processor=[0.0], idle=[0.0], memory=[1], hour=[1])
+    lines = [line.partition("  ")[0] for line in results.lines()]
+    assert "screen/still processor-idle 20.00" in lines and "screen/still processor-a-key 8.00" in lines
 
 
 def test_a_table_stands_between_its_marker_lines_and_nothing_else_changes(results):
