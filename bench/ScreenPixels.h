@@ -41,7 +41,7 @@ using Pixels = std::vector<std::uint32_t>;
 
 inline std::size_t differing(const Pixels& one, const Pixels& other) {
   std::size_t count = 0;
-  for (std::size_t i = 0; i < one.size(); ++i) count += one[i] != other[i] ? 1 : 0;
+  for (std::size_t i = 0; i < one.size(); ++i) count += one[i] != other[i] ? 1U : 0U;
   return count;
 }
 
