@@ -167,6 +167,11 @@ class Comparison:
         self._script = directory / "bootstrap.js"
         self._script.write_text(bootstrap(state), encoding="utf-8")
 
+    @property
+    def document(self):
+        """The file in which Quendo keeps its state."""
+        return self._quendo.state.primary
+
     def start_quendo(self):
         # The page saves soon after its start; each start is to find the same.
         for file in (self._quendo.state.primary, self._quendo.state.backup):

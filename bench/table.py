@@ -14,6 +14,11 @@ _AIMS = (
     ("typing/one-frame quendo", 1.00),
     ("search/50ms", 1.00),
     ("page-save/10ms serialise", 1.00),
+    # Bytes per byte.
+    ("memory/document started", 8.00),
+    ("memory/document saved", 8.00),
+    ("memory/document start-peak", 12.00),
+    ("memory/document save-peak", 12.00),
 )
 _LINE = re.compile(r"(\S.*?)\s+(\d+\.\d+)\s+\((.*)\)")
 

@@ -22,8 +22,7 @@ void BootstrapScript::installBootstrapScript(UserContentController* userContentC
                        javascriptLiteral(rawValue(localization_.current())) + ";";
   // Base64 needs no escaping, whatever the text contains: quotes, line separators and so on. What the store
   // returns is already UTF-8.
-  const std::optional<std::string> state = store_.load();
-  if (state) {
+  if (const std::optional<std::string> state = store_.load()) {
     static constexpr std::string_view kPrefix = "JSON.parse(new TextDecoder().decode(Uint8Array.from(atob('";
     static constexpr std::string_view kSuffix = "'), c => c.charCodeAt(0))));";
     const std::string target = assignment(protocol::kNativeState);

@@ -5,6 +5,7 @@ import json
 import pytest
 
 from harness.bridge import Bridge, bridge_page
+from harness.waiting import wait_until
 
 pytestmark = pytest.mark.never_retried
 
@@ -68,6 +69,53 @@ def test_a_document_comes_back_as_it_was_after_a_restart(running, name):
                       "return JSON.stringify(__QUENDO_NATIVE_STATE__)"
                       " === JSON.stringify(JSON.parse(expected));")
     assert program.state.text() == text
+
+
+def test_a_page_that_reloads_itself_gets_its_state_again(running):
+    program, server = running
+    program.state.write('{"revision":1,"text":"ação 😀"}')
+    _restart(program, server)
+    for _ in range(3):
+        assert server.evaluate("__QUENDO_NATIVE_STATE__.text") == "ação 😀"
+        loads = server.loads
+        server.post("location.reload();")
+        server.wait_for_page(loads + 1)
+
+
+def test_the_page_gets_the_engines_own_functions(running):
+    _, server = running
+    assert server.evaluate("Object.hasOwn(Uint8Array, 'from')") is False
+    assert server.evaluate("[...Uint8Array.from('123', Number), ...Uint8Array.from([4, 5])].join()") == "1,2,3,4,5"
+
+
+def test_a_long_document_arrives_whole_wherever_it_is_cut(running):
+    program, server = running
+    # Of two units each, so that a cut after an even number of units before the first would go through one.
+    assert server.run("""const text = '😀'.repeat(1600000);
+        window.savedTexts = [text, 'x' + text];
+        return text.length;""") == 3_200_000
+    for number in (0, 1):
+        expected = json.dumps({"text": "x" * number + "😀" * 1_600_000}, ensure_ascii=False)
+        assert server.run(f"webkit.messageHandlers.quendoState.postMessage("
+                          f"{{ serialized: '{{\"text\": ' + JSON.stringify(savedTexts[{number}]) + '}}',"
+                          f" revision: {100 + number} }}); return true;")
+        wait_until(lambda: program.state.text() == expected, 20, "the document on disk")
+
+
+def test_a_page_that_imitates_the_relay_is_only_ignored(running):
+    program, server = running
+    before = program.state.text()
+    server.run("""
+        const send = (name, detail) => window.dispatchEvent(new CustomEvent(name, { detail }));
+        for (const detail of [5, null, '', [1, 2], { length: 3 }, 'x'.repeat(10)]) send('quendo-host-text', detail);
+        for (const body of [5, null, {}, { serialized: 5 }]) {
+          for (const textNames of [['a'], ['a', 'b', 'c', 'd'], 7, { length: 2e9 }, { length: -1 }, undefined]) {
+            send('quendo-host-text', 'x'.repeat(10));
+            send('quendo-host-message', { name: 'quendoState', body, textNames });
+          }
+        }""")
+    assert Bridge(server).save('{"after":1}', 10 ** 6)
+    assert before != program.state.text() == '{"after":1}'
 
 
 def test_what_the_page_is_told_before_its_first_script(running):

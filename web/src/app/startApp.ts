@@ -3,6 +3,7 @@ import { keepUndoReserve } from '../editor/undoReserve';
 import { currentLanguage, type Language, onLanguageChange, setLanguage, t } from '../i18n/language';
 import { pageClock } from '../time/monotonicClock';
 import type { ReadResult } from '../state/read';
+import { collectLater } from '../state/collect';
 import { nextRevision } from '../state/revision';
 import { QuietTime } from '../state/quiet';
 import { Saver, type SaveStatus } from '../state/saver';
@@ -135,6 +136,7 @@ function reportStatus(shell: Shell): (status: SaveStatus) => void {
   let failed = false;
   return (status) => {
     shell.status.show(status);
+    if (status === 'saved') collectLater();
     if (status === 'failed' && !failed) {
       failed = true;
       shell.toasts.show(t('save.failedWhy'));

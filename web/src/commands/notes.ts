@@ -1,6 +1,5 @@
-import { Text } from '@codemirror/state';
 import { t } from '../i18n/language';
-import { toText } from '../state/read';
+import { NoteText } from '../state/noteText';
 import { titleOf } from '../state/workspace';
 import { decodeText, MAXIMUM_FILE_BYTES } from '../text/decode';
 import { type Format, formatOf } from '../text/names';
@@ -16,7 +15,7 @@ const FAILURES_SHOWN = 3;
 
 export function createNote(context: Context): void {
   if (!requireWritable(context)) return;
-  const note = context.workspace.addNote({ text: Text.empty });
+  const note = context.workspace.addNote({ text: '' });
   openNote(context, note.id);
 }
 
@@ -61,7 +60,7 @@ export function deleteNote(context: Context, id: string): void {
 /** Turns the captured text into a note, without switching away from the current one. */
 export function keepCapture(context: Context): void {
   const { workspace, shell } = context;
-  const note = workspace.addNote({ text: toText(workspace.captureDraft.trim()) });
+  const note = workspace.addNote({ text: workspace.captureDraft.trim() });
   workspace.setCaptureDraft('');
   shell.toasts.show(t('capture.done'), { label: 'open', run: () => openNote(context, note.id) });
 }
@@ -134,7 +133,7 @@ function addFiles(
   const { workspace } = context;
   const before = handedOver.flatMap((id) => workspace.note(id) ?? []);
   const ids = files.map(({ name, content, format }) => {
-    const text = toText(content);
+    const text = NoteText.of(content);
     const lineBreak = isWindowsText(content) ? '\r\n' : '\n';
     const at = before.findIndex((one) => one.name === name && one.lineBreak === lineBreak && one.text.eq(text));
     const [known] = at < 0 ? [] : before.splice(at, 1);

@@ -59,14 +59,14 @@ export class NoteEditor {
   /** Shows a note where this editor left it, otherwise at the place remembered from an earlier visit. */
   show(note: Note, remembered: Place | null = null): void {
     this.#syntaxName = syntaxOf(note);
-    if (this.#shown === note.id && this.#view.state.doc === note.text) {
+    if (this.#shown === note.id && note.text.is(this.#view.state.doc)) {
       void this.#followSyntax();
       return;
     }
     this.#keepSession();
     this.#shown = note.id;
     const session = this.#sessions.take(note.id);
-    const known = session?.state.doc === note.text ? session : null;
+    const known = session && note.text.is(session.state.doc) ? session : null;
     this.#view.setState(known?.state ?? this.#newState(note, remembered));
     this.relabel();
     if (known) this.#view.dispatch({ effects: known.scroll });
@@ -141,14 +141,15 @@ export class NoteEditor {
 
   #newState(note: Note, place: Place | null): EditorState {
     const { readOnly, nonce, reservedKeys, onText, onView, onScroll } = this.#options;
+    const doc = note.text.tree;
     return EditorState.create({
-      doc: note.text,
-      ...(place ? { selection: selectionAt(place, note.text.length) } : {}),
+      doc,
+      ...(place ? { selection: selectionAt(place, doc.length) } : {}),
       extensions: [
         baseExtensions(reservedKeys, nonce),
         this.#texts.of([]),
-        this.#syntax.of(syntaxExtensions(syntaxOf(note), note.text)),
-        folding(note.text.length),
+        this.#syntax.of(syntaxExtensions(syntaxOf(note), doc)),
+        folding(doc.length),
         readOnlyExtensions(readOnly),
         EditorView.updateListener.of((update) => {
           if (update.docChanged) onText(note.id, update.state.doc);

@@ -13,8 +13,6 @@ export interface Bootstrap {
   readonly native: boolean;
   readonly publicUrl: string;
   readonly language: Language | null;
-  /** The stored document, or undefined if there is none. */
-  readonly document: unknown;
 }
 
 export function readBootstrap(globals: BootstrapGlobals): Bootstrap {
@@ -24,8 +22,14 @@ export function readBootstrap(globals: BootstrapGlobals): Bootstrap {
     native: globals.__QUENDO_IS_MAC__ === true,
     publicUrl: typeof url === 'string' ? url : '',
     language: isLanguage(language) ? language : null,
-    document: globals.__QUENDO_NATIVE_STATE__,
   };
+}
+
+/** The stored document, or undefined if there is none. A global would hold it as long as the page lives. */
+export function takeDocument(globals: BootstrapGlobals): unknown {
+  const stored = globals.__QUENDO_NATIVE_STATE__;
+  delete globals.__QUENDO_NATIVE_STATE__;
+  return stored;
 }
 
 /** The host's language, then the one chosen earlier in the page, then the system's. */

@@ -1,6 +1,6 @@
-import type { Text } from '@codemirror/state';
 import type { Language } from '../i18n/language';
 import type { Format } from '../text/names';
+import type { NoteText } from './noteText';
 
 /** The newest document version this page can read, and the one it writes. */
 export const DOCUMENT_VERSION = 1;
@@ -14,7 +14,7 @@ export type Extra = ReadonlyArray<readonly [name: string, json: string]>;
 /** One note. Records are immutable: new text means a new record. */
 export interface Note {
   readonly id: string;
-  readonly text: Text;
+  readonly text: NoteText;
   readonly format: Format;
   /** The name of the imported file, which stays the note's title. */
   readonly name: string | null;

@@ -1,4 +1,3 @@
-import { Text } from '@codemirror/state';
 import { isLanguage } from '../i18n/language';
 import {
   type BinnedNote,
@@ -14,6 +13,7 @@ import {
   type Tabs,
 } from './model';
 import { isMembers, type Members, migrate } from './migrations';
+import { NoteText } from './noteText';
 import { readRevision } from './revision';
 import { soundTabs } from './tabRow';
 import { readZoom } from './zoom';
@@ -73,11 +73,6 @@ export function readContents(stored: unknown, now: number): ReadResult {
   return { contents, newer };
 }
 
-/** Text from outside, with any of the common line breaks. */
-export function toText(content: string): Text {
-  return Text.of(content.split(/\r\n?|\n/));
-}
-
 const DOCUMENT_MEMBERS = [
   'version',
   'revision',
@@ -122,7 +117,7 @@ function readNote(entry: unknown, ids: Set<string>, now: number): Note | null {
   const created = readTime(entry.created, now);
   return {
     id,
-    text: toText(entry.text),
+    text: NoteText.of(entry.text),
     format: entry.format === 'plain' ? 'plain' : 'markdown',
     name: readName(entry.name),
     fileName: readName(entry.fileName),

@@ -1,6 +1,6 @@
-import type { Text } from '@codemirror/state';
 import { findFolded, fold } from '../text/fold';
 import type { Note } from './model';
+import type { NoteText } from './noteText';
 import { titleOf } from './workspace';
 
 export interface SearchMatch {
@@ -29,7 +29,7 @@ interface Folded {
 }
 
 /** One string per note: locating objects in memory takes longer than scanning them. */
-const foldedNotes = new WeakMap<Note, Folded>();
+let foldedNotes = new WeakMap<Note, Folded>();
 
 /**
  * Searches the notes in the given order and yields every match, and null from time to time, so the caller can
@@ -56,6 +56,11 @@ export function narrows(query: string, before: string): boolean {
   return before !== '' && fold(query.trim()).includes(fold(before.trim()));
 }
 
+/** Lets go of the folded texts, which are as large as the notes; the next search makes them again. */
+export function forgetFolded(): void {
+  foldedNotes = new WeakMap();
+}
+
 /** Folds notes ahead of a search, one at a time. */
 export function* foldNotes(notes: Iterable<Note>): Generator<void, void> {
   for (const note of notes) {
@@ -68,28 +73,31 @@ export function* foldNotes(notes: Iterable<Note>): Generator<void, void> {
  * An excerpt around a match, on one line; empty if there is none. A correct guess in `near` saves searching
  * the text.
  */
-export function contextOf(text: Text, query: string, near = 0): string {
+export function contextOf(text: NoteText, query: string, near = 0): string {
   const wanted = fold(query.trim());
   if (!wanted) return '';
   const end = near + wanted.length;
-  if (end <= text.length && fold(text.sliceString(near, end)) === wanted) {
+  if (end <= text.length) {
     const from = Math.max(0, near - CONTEXT_BEFORE);
-    return onOneLine(text.sliceString(from, Math.min(text.length, end + CONTEXT_AFTER)), from > 0);
+    const around = text.slice(from, end + CONTEXT_AFTER);
+    if (fold(around.slice(near - from, end - from)) === wanted) return onOneLine(around, from > 0);
   }
   if (text.length <= KEPT_CHARACTERS) return excerpt(text.toString(), wanted);
   const chunk = chunkWith(text, wanted);
   if (!chunk) return '';
-  const context = excerpt(text.sliceString(chunk.from, chunk.to), wanted);
+  const context = excerpt(chunk.text, wanted);
   return chunk.from > 0 && !context.startsWith('…') ? `…${context}` : context;
 }
 
 /** A chunk of a long text that contains a match. */
-function chunkWith(text: Text, wanted: string): { from: number; to: number } | null {
+function chunkWith(text: NoteText, wanted: string): { from: number; text: string } | null {
+  const slice = text.slicer();
   // Chunks overlap, so a match across their boundary is not missed.
   const overlap = wanted.length * 4;
   for (let from = 0; from < text.length; from += CHUNK_CHARACTERS) {
     const to = Math.min(text.length, from + CHUNK_CHARACTERS + overlap);
-    if (fold(text.sliceString(from, to)).includes(wanted)) return { from, to };
+    const chunk = slice(from, to);
+    if (fold(chunk).includes(wanted)) return { from, text: chunk };
   }
   return null;
 }

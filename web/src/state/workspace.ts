@@ -1,6 +1,7 @@
 import type { Text } from '@codemirror/state';
 import { headOf } from '../text/title';
 import type { BinnedNote, ClosedTab, Contents, Note, Place, Settings, Tabs } from './model';
+import { NoteText } from './noteText';
 import { closeTabs, forgetTabs, openTab } from './tabRow';
 
 /** What changed: one note's text; the set of notes or tabs; a setting; the capture draft. */
@@ -11,7 +12,7 @@ const PLACES = 1000;
 export type Listener = (change: Change, id?: string) => void;
 
 export interface NewNote {
-  readonly text: Text;
+  readonly text: NoteText | Text | string;
   readonly format?: Note['format'];
   readonly name?: string | null;
   readonly lineBreak?: Note['lineBreak'];
@@ -30,7 +31,8 @@ export class Workspace {
     readonly readOnly: boolean,
     readonly now: () => number,
   ) {
-    this.#contents = contents;
+    // The notes are held once: the first version of one that was changed is nobody's any more.
+    this.#contents = { ...contents, notes: [] };
     this.#notes = new Map(contents.notes.map((note) => [note.id, note]));
   }
 
@@ -114,7 +116,7 @@ export class Workspace {
     const now = this.now();
     const note: Note = {
       id: crypto.randomUUID(),
-      text,
+      text: NoteText.of(text),
       format,
       name,
       fileName: null,
@@ -131,9 +133,9 @@ export class Workspace {
 
   setText(id: string, text: Text): void {
     const note = this.#notes.get(id);
-    if (!note || note.text === text) return;
+    if (!note || note.text.is(text)) return;
     // Later than its creation even if the clock was set back, because isUntouched() depends on it.
-    this.#put({ ...note, text, updated: Math.max(this.now(), note.created + 1) });
+    this.#put({ ...note, text: NoteText.of(text), updated: Math.max(this.now(), note.created + 1) });
     this.#notify('text', id);
   }
 

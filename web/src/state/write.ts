@@ -1,23 +1,28 @@
-import type { Text } from '@codemirror/state';
 import { type BinnedNote, type Contents, DOCUMENT_VERSION, type Extra, type Note, type Place } from './model';
+import { chain } from './noteText';
+
+/** JSON of a note, with its text as a part of it that is held only once. */
+interface Piece {
+  readonly json: string;
+  /** Whether the text in it is one string. */
+  readonly settled: boolean;
+}
 
 /**
- * The cost of serialising depends on what changed. Note records and the nodes of a text's tree are immutable,
- * so the JSON of each is cached for its lifetime: a key typed into a large note costs its leaf and the path
- * above it, and every other note is an existing string.
+ * The cost of serialising depends on what changed. Note records are immutable, so the JSON of each is cached
+ * for its lifetime, as that of its text is (`NoteText`). These strings are joined without copying anything:
+ * a second copy of all notes would be most of the page's memory.
  */
-const noteCache = new WeakMap<Note, string>();
-const binCache = new WeakMap<BinnedNote, string>();
-const textCache = new WeakMap<Text, string>();
+const noteCache = new WeakMap<Note, Piece>();
+const binCache = new WeakMap<BinnedNote, Piece>();
 const placeCache = new WeakMap<Place, string>();
 
 /**
  * Neighbouring notes are also cached as one string, keyed by the first of them, so the document is assembled
  * from a few long strings instead of many short ones.
  */
-const groupCache = new WeakMap<Note, { notes: ReadonlyArray<Note>; json: string }>();
+const groupCache = new WeakMap<Note, { pieces: ReadonlyArray<Piece>; json: string }>();
 const GROUP_NOTES = 64;
-const LONGEST_COPIED_GROUP = 2_000_000;
 
 type Members = ReadonlyArray<readonly [name: string, json: string]>;
 
@@ -28,7 +33,7 @@ export function serialize(contents: Contents, revision: number): string {
     ['version', String(DOCUMENT_VERSION)],
     ['revision', JSON.stringify(revision)],
     ['notes', array([...groups(contents.notes), ...contents.unreadable])],
-    ['bin', array([...contents.bin.map(binnedJson), ...contents.unreadableBin])],
+    ['bin', array([...contents.bin.map((entry) => binnedPiece(entry).json), ...contents.unreadableBin])],
     [
       'tabs',
       object(
@@ -50,18 +55,21 @@ export function serialize(contents: Contents, revision: number): string {
 }
 
 /**
- * Builds what `serialize` will need, one note at a time, so the caller can let keys and frames through in
- * between.
+ * Builds what `serialize` will need, in short steps, so the caller can let keys and frames through in between.
+ * From here on every text is one string, except the one that is being edited.
  */
-export function* prepareJson({ notes, bin }: Contents): Generator<void, void> {
+export function* prepareJson({ notes, bin, tabs }: Contents): Generator<void, void> {
   for (const note of notes) {
-    if (noteCache.has(note)) continue;
-    noteJson(note);
+    if (noteCache.get(note)?.settled) continue;
+    if (note.id === tabs.active) yield* note.text.prepare();
+    else note.text.settle();
+    notePiece(note);
     yield;
   }
   for (const entry of bin) {
-    if (binCache.has(entry)) continue;
-    binnedJson(entry);
+    if (binCache.get(entry)?.settled) continue;
+    entry.note.text.settle();
+    binnedPiece(entry);
     yield;
   }
   for (let at = 0; at < notes.length; at += GROUP_NOTES) {
@@ -81,51 +89,65 @@ function groups(notes: ReadonlyArray<Note>): string[] {
 function groupJson(notes: ReadonlyArray<Note>): string {
   const [first] = notes;
   if (!first) return '';
+  const pieces = notes.map(notePiece);
   const known = groupCache.get(first);
-  if (known && isSame(known.notes, notes)) return known.json;
-  const pieces = notes.map(noteJson);
-  const length = pieces.reduce((sum, piece) => sum + piece.length, 0);
-  // A flat copy is quick to insert into the document; a long one is not quick to make.
-  const json = length <= LONGEST_COPIED_GROUP ? pieces.join(',') : chain(pieces, ',');
-  groupCache.set(first, { notes, json });
+  if (known && isSame(known.pieces, pieces)) return known.json;
+  const json = chain(
+    pieces.map((piece) => piece.json),
+    ',',
+  );
+  groupCache.set(first, { pieces, json });
   return json;
 }
 
-function isSame(some: ReadonlyArray<Note>, others: ReadonlyArray<Note>): boolean {
-  return some.length === others.length && some.every((note, index) => note === others[index]);
+function isSame(some: ReadonlyArray<Piece>, others: ReadonlyArray<Piece>): boolean {
+  return some.length === others.length && some.every((piece, index) => piece === others[index]);
 }
 
-function noteJson(note: Note): string {
-  return cached(noteCache, note, () => object(noteMembers(note), note.extra));
+function notePiece(note: Note): Piece {
+  return cached(noteCache, note, note, []);
 }
 
-function binnedJson(entry: BinnedNote): string {
-  const { note, deleted } = entry;
-  return cached(binCache, entry, () =>
-    object([...noteMembers(note), ['deleted', JSON.stringify(deleted)]], note.extra),
-  );
+function binnedPiece(entry: BinnedNote): Piece {
+  return cached(binCache, entry, entry.note, [['deleted', JSON.stringify(entry.deleted)]]);
+}
+
+function cached<K extends object>(cache: WeakMap<K, Piece>, key: K, note: Note, more: Members): Piece {
+  const known = cache.get(key);
+  // A text that has become one string since then is held by the older piece in its former parts, too.
+  if (known && known.settled === note.text.settled) return known;
+  const piece = { json: noteJson(note, more), settled: note.text.settled };
+  cache.set(key, piece);
+  return piece;
 }
 
 function placeJson(place: Place): string {
-  return cached(placeCache, place, () => {
+  let json = placeCache.get(place);
+  if (json === undefined) {
     const { anchor, head, top } = place;
-    return JSON.stringify({ anchor, head, top });
-  });
+    json = JSON.stringify({ anchor, head, top });
+    placeCache.set(place, json);
+  }
+  return json;
 }
 
-function noteMembers(note: Note): Members {
+/** What is around the text is made flat: the parts of ten thousand short strings would take more than they do. */
+function noteJson(
+  { id, text, format, name, fileName, lineBreak, created, updated, pinned, extra }: Note,
+  more: Members,
+): string {
   const members: Array<readonly [string, string]> = [
-    ['id', JSON.stringify(note.id)],
-    ['text', `"${textJson(note.text)}"`],
-    ['format', JSON.stringify(note.format)],
-    ['name', JSON.stringify(note.name)],
-    ['fileName', JSON.stringify(note.fileName)],
-    ['lineBreak', JSON.stringify(note.lineBreak)],
-    ['created', JSON.stringify(note.created)],
-    ['updated', JSON.stringify(note.updated)],
+    ['format', JSON.stringify(format)],
+    ['name', JSON.stringify(name)],
+    ['fileName', JSON.stringify(fileName)],
+    ['lineBreak', JSON.stringify(lineBreak)],
+    ['created', JSON.stringify(created)],
+    ['updated', JSON.stringify(updated)],
   ];
-  if (note.pinned) members.push(['pinned', 'true']);
-  return members;
+  if (pinned) members.push(['pinned', 'true']);
+  const before = ['{"id":', JSON.stringify(id), ',"text":'].join('');
+  const after = [...members, ...more, ...extra].flatMap(([member, json]) => [',', JSON.stringify(member), ':', json]);
+  return before + text.json + [...after, '}'].join('');
 }
 
 function settingsJson({ settings }: Contents): string {
@@ -142,25 +164,6 @@ function settingsJson({ settings }: Contents): string {
   );
 }
 
-/**
- * A text as the inside of a JSON string. Leaves are joined by line breaks, and no character spans one, so
- * each can be escaped separately.
- */
-function textJson(text: Text): string {
-  return cached(textCache, text, () =>
-    text.children ? chain(text.children.map(textJson), '\\n') : JSON.stringify(text.toString()).slice(1, -1),
-  );
-}
-
-function cached<K extends object>(cache: WeakMap<K, string>, key: K, make: () => string): string {
-  let json = cache.get(key);
-  if (json === undefined) {
-    json = make();
-    cache.set(key, json);
-  }
-  return json;
-}
-
 function object(members: Members, extra: Extra = []): string {
   const parts = [...members, ...extra].map(([name, json]) => `${JSON.stringify(name)}:${json}`);
   return `{${chain(parts, ',')}}`;
@@ -168,11 +171,4 @@ function object(members: Members, extra: Extra = []): string {
 
 function array(parts: ReadonlyArray<string>): string {
   return `[${chain(parts, ',')}]`;
-}
-
-/** Concatenates with `+`, which engines do without copying; `join` copies everything at every level. */
-function chain(parts: ReadonlyArray<string>, separator: string): string {
-  let whole = parts[0] ?? '';
-  for (let i = 1; i < parts.length; i++) whole += separator + parts[i];
-  return whole;
 }

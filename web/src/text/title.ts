@@ -1,5 +1,3 @@
-import type { Text } from '@codemirror/state';
-
 /** Only the start of a note is examined: a first line of many megabytes must cost nothing. */
 const HEAD_CHARACTERS = 4000;
 const TITLE_CHARACTERS = 120;
@@ -12,13 +10,19 @@ export interface Head {
   readonly excerpt: string;
 }
 
-const cache = new WeakMap<Text, Head>();
+/** A text of which a part can be had. */
+interface Sliced {
+  slice(from: number, to: number): string;
+}
+
+const cache = new WeakMap<Sliced, Head>();
 
 /** Title and excerpt of a note's text, cached for the lifetime of the text. */
-export function headOf(text: Text): Head {
+export function headOf(text: Sliced): Head {
   let head = cache.get(text);
   if (!head) {
-    head = readHead(text.sliceString(0, Math.min(text.length, HEAD_CHARACTERS)));
+    // Copied, because in some engines a part of a string keeps all of it.
+    head = JSON.parse(JSON.stringify(readHead(text.slice(0, HEAD_CHARACTERS)))) as Head;
     cache.set(text, head);
   }
   return head;

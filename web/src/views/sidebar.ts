@@ -1,5 +1,5 @@
 import type { Note } from '../state/model';
-import { contextOf, type SearchMatch, foldNotes, narrows, searchNotes } from '../state/search';
+import { contextOf, foldNotes, forgetFolded, narrows, type SearchMatch, searchNotes } from '../state/search';
 import { titleOf, type Workspace } from '../state/workspace';
 import { counted, t } from '../i18n/language';
 import { isComposing } from '../keyboard/keys';
@@ -28,6 +28,8 @@ const AHEAD_SLICE_MS = 8;
  * so one that finishes sooner draws its list only once.
  */
 const SHOW_MS = 40;
+/** How long the prepared notes are kept after the search field was left. */
+const FORGET_MS = 120_000;
 
 /** The list of notes, filtered by the search field. */
 export class Sidebar {
@@ -42,6 +44,7 @@ export class Sidebar {
   /** Matches of the last completed search, and the list they were found in. */
   #lastSearch: { readonly query: string; readonly of: unknown; readonly notes: ReadonlyArray<Note> } | null = null;
   #folding = false;
+  #forgetting: ReturnType<typeof setTimeout> | undefined;
 
   constructor(workspace: Workspace, actions: SidebarActions) {
     this.#workspace = workspace;
@@ -63,6 +66,7 @@ export class Sidebar {
       attrs: { id: 'searchInput', type: 'search', autocomplete: 'off', spellcheck: 'false' },
       on: {
         focus: () => this.#foldAhead(),
+        blur: () => this.#forgetLater(),
         input: () => this.render(),
         keydown: (event) => this.#onSearchKey(event),
       },
@@ -142,6 +146,7 @@ export class Sidebar {
 
   /** Prepares the notes when the search field gets the focus, before the user types. */
   #foldAhead(): void {
+    clearTimeout(this.#forgetting);
     if (this.#folding) return;
     this.#folding = true;
     inSlices(foldNotes(this.#workspace.notesInOrder()), {
@@ -151,6 +156,12 @@ export class Sidebar {
         this.#folding = false;
       },
     });
+  }
+
+  /** Who searches in turns with writing is not to wait every time. */
+  #forgetLater(): void {
+    clearTimeout(this.#forgetting);
+    this.#forgetting = setTimeout(forgetFolded, FORGET_MS);
   }
 
   #show(found: ReadonlyArray<SearchMatch>, complete: boolean): void {

@@ -9,7 +9,6 @@ import { PendingCopies, PendingShare } from '../../src/commands/requests';
 import { shareNote } from '../../src/commands/share';
 import { setLanguage } from '../../src/i18n/language';
 import { emptyContents } from '../../src/state/model';
-import { toText } from '../../src/state/read';
 import { Workspace } from '../../src/state/workspace';
 
 type Body = Record<string, string>;
@@ -62,7 +61,7 @@ beforeEach(() => {
 });
 
 function write(text: string, rest: { name?: string; format?: 'plain'; lineBreak?: '\r\n' } = {}): string {
-  const note = context.workspace.addNote({ text: toText(text), ...rest });
+  const note = context.workspace.addNote({ text, ...rest });
   context.workspace.openTab(note.id);
   return note.id;
 }

@@ -7,7 +7,7 @@ import type { Command, CommandTable } from '../../src/commands/command';
 import { hostLimits } from '../../src/commands/limits';
 import type { HostAnswers } from '../../src/commands/port';
 import { commands, menuOnlyKeys } from '../../src/commands/table';
-import { readBootstrap } from '../../src/host/bootstrap';
+import { readBootstrap, takeDocument } from '../../src/host/bootstrap';
 import { pageGlobals } from '../../src/host/globals';
 import { nativePort } from '../../src/host/nativePort';
 
@@ -97,7 +97,9 @@ test('the page defines every function the host calls, and no others', { skip }, 
 
 test("the page starts from the protocol's globals", { skip }, () => {
   const read = new Set<string>();
-  readBootstrap(new Proxy({}, { get: (_, name) => void read.add(`window.${String(name)}`) }));
+  const globals = new Proxy({}, { get: (_, name) => void read.add(`window.${String(name)}`) });
+  readBootstrap(globals);
+  takeDocument(globals);
   assert.deepEqual(
     [...read].sort(),
     rows('globals')

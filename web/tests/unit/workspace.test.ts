@@ -2,8 +2,9 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { Text } from '@codemirror/state';
 import { emptyContents, type Note } from '../../src/state/model';
+import { NoteText } from '../../src/state/noteText';
 import { readContents } from '../../src/state/read';
-import { contextOf, foldNotes, narrows, searchNotes } from '../../src/state/search';
+import { contextOf, foldNotes, forgetFolded, narrows, searchNotes } from '../../src/state/search';
 import { neighbour, tabsInScope } from '../../src/state/tabRow';
 import { titleOf, Workspace } from '../../src/state/workspace';
 import { serialize } from '../../src/state/write';
@@ -143,7 +144,7 @@ test('listeners are notified once per change, and only of changes', () => {
   workspace.onChange((change) => seen.push(change));
   const note = workspace.note(ids[0] ?? '');
   assert.ok(note);
-  workspace.setText(note.id, note.text);
+  workspace.setText(note.id, note.text.tree);
   workspace.openTab(note.id);
   workspace.setCaptureDraft('');
   workspace.setText(note.id, Text.of(['x']));
@@ -175,7 +176,7 @@ test('the search finds a match across chunks of a long text, with its excerpt', 
 });
 
 test('an excerpt is the original text around the match, on one line', () => {
-  const text = Text.of(['Título', '', `${'palavra '.repeat(20)}pão`, '', 'e maçã', 'fim']);
+  const text = NoteText.of(['Título', '', `${'palavra '.repeat(20)}pão`, '', 'e maçã', 'fim'].join('\n'));
   assert.equal(contextOf(text, 'MACA'), '…palavra palavra pão e maçã fim');
   assert.equal(contextOf(text, 'nada'), '');
   assert.equal(contextOf(text, ''), '');
@@ -197,7 +198,7 @@ test('an excerpt is the same with and without knowing where the match is', () =>
     const known = contextOf(found.note.text, 'maca', found.near);
     assert.equal(known, contextOf(found.note.text, 'maca'));
     assert.match(known, /ma[cç]/i);
-    assert.equal(contextOf(Text.of(['outra']), 'maca', found.near), '');
+    assert.equal(contextOf(NoteText.of('outra'), 'maca', found.near), '');
   }
 });
 
@@ -279,4 +280,18 @@ test('emptying the bin is permanent, including its closed tabs', () => {
   assert.equal(workspace.restoreNote(ids[0] ?? ''), false);
   assert.equal(workspace.reopenTab(), ids[1]);
   assert.equal(workspace.reopenTab(), null);
+});
+
+test('a search finds the same after what was prepared for it is given up', () => {
+  const workspace = new Workspace(emptyContents, false, () => 1000);
+  for (let i = 0; i < 20; i++) workspace.addNote({ text: `nota ${i}\nação` });
+  const search = () => [...searchNotes(workspace.notesInOrder(), 'acao')];
+  const pauses = () => search().filter((found) => found === null).length;
+  forgetFolded();
+  assert.equal(pauses(), 20, 'nothing is prepared');
+  assert.equal(pauses(), 0);
+  forgetFolded();
+  assert.equal(search().filter((found) => found !== null).length, 20);
+  forgetFolded();
+  assert.equal(pauses(), 20);
 });

@@ -1,7 +1,10 @@
 #include "platform/gtk/web/WebKitUserContent.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <utility>
 
+#include "bridge/MessageFields.h"
 #include "platform/gtk/web/WebKitValues.h"
 
 namespace quendo::gtk {
@@ -9,26 +12,31 @@ namespace {
 
 // Receives messages from the page's side of the relay and posts them to the real handler. If a body cannot be
 // posted, the event is cancelled, which makes the page's side throw the usual DataCloneError. Long strings
-// arrive before the body they belong to. Also counts the keys that have reached the page.
+// arrive before the body they belong to, and go to the host ahead of it, part by part: a message is copied
+// several times on its way, which for a whole document would be most of the program's memory. Also counts the
+// keys that have reached the page.
 constexpr const char* kRelayInHostWorld = R"((() => {
   window.quendoKeyEvents = 0;
   const count = event => { if (event.isTrusted) window.quendoKeyEvents++; };
   window.addEventListener('keydown', count, true);
   window.addEventListener('keyup', count, true);
   const handlers = window.webkit.messageHandlers;
-  let texts = [];
-  window.addEventListener('quendo-host-text', event => { texts.push(event.detail); });
+  const PART = 1000000;
+  const isLead = unit => (unit & 0xfc00) === 0xd800;
+  window.addEventListener('quendo-host-text', ({ detail: text }) => {
+    if (typeof text !== 'string') return;
+    for (let from = 0, to; from < text.length; from = to) {
+      to = Math.min(from + PART, text.length);
+      if (isLead(text.charCodeAt(to - 1))) to++;
+      handlers.quendoTextPart.postMessage({ length: from === 0 ? text.length : 0, part: text.slice(from, to) });
+    }
+  });
   window.addEventListener('quendo-host-message', event => {
     try {
       const { name, body, textNames } = event.detail;
-      textNames.forEach((textName, index) => Object.defineProperty(body, textName, {
-        value: texts[index], configurable: true, enumerable: true, writable: true
-      }));
-      handlers[name].postMessage(body);
+      handlers[name].postMessage({ body, textNames });
     } catch {
       event.preventDefault();
-    } finally {
-      texts = [];
     }
   });
 })();)";
@@ -73,25 +81,50 @@ constexpr const char* kRelayInPageWorld = R"((() => {
   });
 })();)";
 
-struct UserScriptUnref {
-  void operator()(WebKitUserScript* script) const { webkit_user_script_unref(script); }
-};
+// Only in the host's world, for the relay.
+constexpr const char* kTextPart = "quendoTextPart";
 
-void addScript(WebKitUserContentManager* manager, const std::string& source, const char* world) {
-  const std::unique_ptr<WebKitUserScript, UserScriptUnref> script(
-      world ? webkit_user_script_new_for_world(source.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
+// The engine's Uint8Array.from collects all characters of a string in a list, with eight bytes for each,
+// before it makes the array. The page's saved state comes through it, and would take half a gigabyte and a
+// second.
+constexpr const char* kLeanBytesOfString = R"((() => {
+  const from = Uint8Array.from;
+  Uint8Array.from = function (source, map) {
+    if (typeof source !== 'string' || !map) return from.apply(this, arguments);
+    const bytes = new Uint8Array(source.length);
+    for (let i = 0; i < source.length; i++) bytes[i] = map(source[i]);
+    return bytes;
+  };
+})();)";
+constexpr const char* kEnginesBytesOfString = "Reflect.deleteProperty(Uint8Array, 'from');";
+
+WebKitUserContent::Script makeScript(const char* source, const char* world) {
+  return WebKitUserContent::Script(
+      world ? webkit_user_script_new_for_world(source, WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
                                                WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, world, nullptr,
                                                nullptr)
-            : webkit_user_script_new(source.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
+            : webkit_user_script_new(source, WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
                                      WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, nullptr, nullptr));
-  webkit_user_content_manager_add_script(manager, script.get());
+}
+
+void addScript(WebKitUserContentManager* manager, const std::string& source, const char* world) {
+  webkit_user_content_manager_add_script(manager, makeScript(source.c_str(), world).get());
+}
+
+GObjectPtr<JSCValue> member(JSCValue* object, const char* name) {
+  return adoptReference(jsc_value_object_get_property(object, name));
 }
 
 }  // namespace
 
-WebKitUserContent::WebKitUserContent() : manager_(webkit_user_content_manager_new()) {}
+WebKitUserContent::WebKitUserContent() : manager_(webkit_user_content_manager_new()) {
+  g_signal_connect(manager_.get(), "script-message-received::quendoTextPart", G_CALLBACK(onTextPart), this);
+  webkit_user_content_manager_register_script_message_handler(manager_.get(), kTextPart, kHostWorld);
+}
 
 WebKitUserContent::~WebKitUserContent() {
+  g_signal_handlers_disconnect_by_data(manager_.get(), this);
+  webkit_user_content_manager_unregister_script_message_handler(manager_.get(), kTextPart, kHostWorld);
   for (const auto& registration : registrations_) {
     g_signal_handlers_disconnect_by_data(manager_.get(), registration.get());
     webkit_user_content_manager_unregister_script_message_handler(manager_.get(), registration->name.c_str(),
@@ -101,7 +134,7 @@ WebKitUserContent::~WebKitUserContent() {
 
 void WebKitUserContent::addScriptMessageHandler(std::shared_ptr<ScriptMessageHandler> handler,
                                                 const std::string& name) {
-  auto registration = std::make_unique<Registration>(Registration{name, std::move(handler)});
+  auto registration = std::make_unique<Registration>(Registration{name, std::move(handler), this});
   g_signal_connect(manager_.get(), ("script-message-received::" + name).c_str(), G_CALLBACK(onMessage),
                    registration.get());
   webkit_user_content_manager_register_script_message_handler(manager_.get(), name.c_str(), kHostWorld);
@@ -109,12 +142,29 @@ void WebKitUserContent::addScriptMessageHandler(std::shared_ptr<ScriptMessageHan
 }
 
 void WebKitUserContent::removeAllUserScripts() {
+  scripts_.clear();
+  scriptsAreInstalled_ = true;
   webkit_user_content_manager_remove_all_scripts(manager_.get());
   installRelay();
 }
 
 void WebKitUserContent::addUserScript(const std::string& source) {
-  addScript(manager_.get(), source, nullptr);
+  documentWillLoad();
+  for (const char* script : {kLeanBytesOfString, source.c_str(), kEnginesBytesOfString}) {
+    scripts_.push_back(makeScript(script, nullptr));
+    webkit_user_content_manager_add_script(manager_.get(), scripts_.back().get());
+  }
+}
+
+void WebKitUserContent::documentWillLoad() {
+  if (std::exchange(scriptsAreInstalled_, true)) return;
+  for (const Script& script : scripts_) webkit_user_content_manager_add_script(manager_.get(), script.get());
+}
+
+void WebKitUserContent::documentDidLoad() {
+  if (!std::exchange(scriptsAreInstalled_, false)) return;
+  for (const Script& script : scripts_)
+    webkit_user_content_manager_remove_script(manager_.get(), script.get());
 }
 
 void WebKitUserContent::installRelay() {
@@ -130,11 +180,43 @@ void WebKitUserContent::installRelay() {
   addScript(manager_.get(), pageSide, nullptr);
 }
 
-void WebKitUserContent::onMessage(WebKitUserContentManager* /*manager*/, JSCValue* body,
+void WebKitUserContent::onMessage(WebKitUserContentManager* /*manager*/, JSCValue* posted,
                                   gpointer registration) {
   const auto* self = static_cast<Registration*>(registration);
   const auto handler = self->handler;
-  handler->didReceiveScriptMessage(ScriptMessage{self->name, valueFromJavaScript(body), true});
+  handler->didReceiveScriptMessage(ScriptMessage{self->name, self->content->takeMessage(posted), true});
+}
+
+void WebKitUserContent::onTextPart(WebKitUserContentManager* /*manager*/, JSCValue* posted,
+                                   gpointer content) {
+  auto& texts = static_cast<WebKitUserContent*>(content)->texts_;
+  Value message = valueFromJavaScript(posted);
+  const std::string* part = stringField(message, "part");
+  const std::int64_t length = integerField(message, "length");
+  // The first part says how long the whole text is, so that it need not be moved as it grows: few characters
+  // take more than a byte.
+  if (length > 0) texts.emplace_back().reserve(static_cast<std::size_t>(length + length / 4));
+  if (part && !texts.empty()) texts.back() += *part;
+}
+
+Value WebKitUserContent::takeMessage(JSCValue* posted) {
+  // Texts of a message that could not be posted, or whose page died before that, belong to none.
+  std::vector<std::string> texts = std::exchange(texts_, {});
+  Value body = valueFromJavaScript(member(posted, "body").get());
+  const auto names = member(posted, "textNames");
+  Value::Dictionary* members = body.dictionary();
+  // A page that imitates the relay may post anything.
+  if (!members || !jsc_value_is_array(names.get())) return body;
+  const std::int64_t count = integerValue(jsc_value_to_double(member(names.get(), "length").get()));
+  if (static_cast<std::uint64_t>(count) > texts.size()) return body;
+  const std::size_t first = texts.size() - static_cast<std::size_t>(count);
+  for (std::size_t index = first; index < texts.size(); ++index) {
+    const auto name = adoptReference(
+        jsc_value_object_get_property_at_index(names.get(), static_cast<guint>(index - first)));
+    const GCharPtr text(jsc_value_to_string(name.get()));
+    if (text) members->insert_or_assign(text.get(), std::move(texts[index]));
+  }
+  return body;
 }
 
 }  // namespace quendo::gtk

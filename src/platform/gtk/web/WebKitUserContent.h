@@ -31,19 +31,36 @@ class WebKitUserContent final : public UserContentController {
   void removeAllUserScripts() override;
   void addUserScript(const std::string& source) override;
 
+  /// The user scripts are in the page's process only while a document may start, because one of them can hold
+  /// the page's whole state. To be called before and after each document.
+  void documentWillLoad();
+  void documentDidLoad();
+
+  struct UserScriptUnref {
+    void operator()(WebKitUserScript* script) const { webkit_user_script_unref(script); }
+  };
+  using Script = std::unique_ptr<WebKitUserScript, UserScriptUnref>;
+
   WebKitUserContentManager* manager() const { return manager_.get(); }
 
  private:
   struct Registration {
     std::string name;
     std::shared_ptr<ScriptMessageHandler> handler;
+    WebKitUserContent* content;
   };
 
   void installRelay();
-  static void onMessage(WebKitUserContentManager* manager, JSCValue* body, gpointer registration);
+  static void onMessage(WebKitUserContentManager* manager, JSCValue* posted, gpointer registration);
+  static void onTextPart(WebKitUserContentManager* manager, JSCValue* posted, gpointer content);
+  Value takeMessage(JSCValue* posted);
 
   GObjectPtr<WebKitUserContentManager> manager_;
   std::vector<std::unique_ptr<Registration>> registrations_;
+  std::vector<Script> scripts_;
+  /// Long texts of a message that is still to come.
+  std::vector<std::string> texts_;
+  bool scriptsAreInstalled_ = true;
 };
 
 }  // namespace quendo::gtk

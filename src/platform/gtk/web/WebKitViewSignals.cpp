@@ -42,8 +42,9 @@ void WebKitView::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer d
   if (event == WEBKIT_LOAD_COMMITTED) {
     self->unanswered_.documentWasReplaced();
   }
-  if (event == WEBKIT_LOAD_FINISHED && !self->loadFailed_ && self->navigation_) {
-    self->navigation_->didFinishNavigation();
+  if (event == WEBKIT_LOAD_FINISHED && !self->loadFailed_) {
+    self->content_->documentDidLoad();
+    if (self->navigation_) self->navigation_->didFinishNavigation();
   }
 }
 
@@ -80,6 +81,7 @@ gboolean WebKitView::onDecidePolicy(WebKitWebView*, WebKitPolicyDecision* decisi
   const bool allowed = self->navigation_ && self->navigation_->decidePolicyForNavigation(
                                                 NavigationAction{urlOf(action), linkActivated});
   if (allowed) {
+    self->content_->documentWillLoad();
     webkit_policy_decision_use(decision);
   } else {
     webkit_policy_decision_ignore(decision);
