@@ -27,9 +27,25 @@ DOCUMENTS = {
 }
 
 
+# Reloads the page once more when the event in `reloadAt` comes, and then reports what state it was given.
+_RELOADS = """
+<script>
+  const { reloadAt, reloadedAt } = sessionStorage;
+  sessionStorage.clear();
+  if (reloadedAt) report('reloaded', [reloadedAt, window.__QUENDO_NATIVE_STATE__?.text]);
+  else if (reloadAt) {
+    window.addEventListener(reloadAt, () => {
+      sessionStorage.reloadedAt = reloadAt;
+      location.reload();
+    });
+  }
+</script>
+"""
+
+
 @pytest.fixture(scope="module")
 def running(stage):
-    return stage(bridge_page)
+    return stage(lambda reporter: bridge_page(reporter, head=_RELOADS))
 
 
 @pytest.fixture
@@ -80,6 +96,15 @@ def test_a_page_that_reloads_itself_gets_its_state_again(running):
         loads = server.loads
         server.post("location.reload();")
         server.wait_for_page(loads + 1)
+
+
+def test_a_page_that_reloads_itself_before_it_has_loaded_gets_its_state_again(running):
+    program, server = running
+    program.state.write('{"revision":1,"text":"ação 😀"}')
+    _restart(program, server)
+    for count, event in enumerate(("DOMContentLoaded", "load", "pageshow"), 1):
+        server.post(f"sessionStorage.reloadAt = '{event}'; location.reload();")
+        assert server.wait_for("reloaded", count, timeout=20) == [event, "ação 😀"]
 
 
 def test_the_page_gets_the_engines_own_functions(running):

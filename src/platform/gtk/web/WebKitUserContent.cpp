@@ -157,12 +157,17 @@ void WebKitUserContent::addUserScript(const std::string& source) {
 }
 
 void WebKitUserContent::documentWillLoad() {
+  documentIsComing_ = true;
   if (std::exchange(scriptsAreInstalled_, true)) return;
   for (const Script& script : scripts_) webkit_user_content_manager_add_script(manager_.get(), script.get());
 }
 
+void WebKitUserContent::documentDidCommit() {
+  documentIsComing_ = false;
+}
+
 void WebKitUserContent::documentDidLoad() {
-  if (!std::exchange(scriptsAreInstalled_, false)) return;
+  if (documentIsComing_ || !std::exchange(scriptsAreInstalled_, false)) return;
   for (const Script& script : scripts_)
     webkit_user_content_manager_remove_script(manager_.get(), script.get());
 }

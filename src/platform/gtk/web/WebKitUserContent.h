@@ -32,8 +32,10 @@ class WebKitUserContent final : public UserContentController {
   void addUserScript(const std::string& source) override;
 
   /// The user scripts are in the page's process only while a document may start, because one of them can hold
-  /// the page's whole state. To be called before and after each document.
+  /// the page's whole state. To be called when a document may come, when it has come, and when it has loaded:
+  /// one that replaces another before that has loaded must find the scripts.
   void documentWillLoad();
+  void documentDidCommit();
   void documentDidLoad();
 
   struct UserScriptUnref {
@@ -61,6 +63,7 @@ class WebKitUserContent final : public UserContentController {
   /// Long texts of a message that is still to come.
   std::vector<std::string> texts_;
   bool scriptsAreInstalled_ = true;
+  bool documentIsComing_ = false;
 };
 
 }  // namespace quendo::gtk

@@ -41,6 +41,7 @@ void WebKitView::onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer d
   if (event == WEBKIT_LOAD_STARTED) self->loadFailed_ = false;
   if (event == WEBKIT_LOAD_COMMITTED) {
     self->unanswered_.documentWasReplaced();
+    self->content_->documentDidCommit();
   }
   if (event == WEBKIT_LOAD_FINISHED && !self->loadFailed_) {
     self->content_->documentDidLoad();
