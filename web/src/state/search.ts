@@ -9,7 +9,12 @@ export interface SearchMatch {
   readonly inTitle: boolean;
   /** Offset of the match in the folded text; usually the same in the text itself. */
   readonly near: number;
+  /** Where to begin looking for a longer query: nothing before this matches. */
+  readonly from: number;
 }
+
+/** A note to be searched, from an offset on that an earlier search has found. */
+export type Candidate = Pick<SearchMatch, 'note' | 'from'>;
 
 const CONTEXT_BEFORE = 24;
 const CONTEXT_AFTER = 120;
@@ -35,25 +40,36 @@ let foldedNotes = new WeakMap<Note, Folded>();
  * Searches the notes in the given order and yields every match, and null from time to time, so the caller can
  * pause for a key press. A query is a single line, so it cannot match across title and text.
  */
-export function* searchNotes(notes: Iterable<Note>, query: string): Generator<SearchMatch | null, void> {
+export function* searchNotes(candidates: Iterable<Candidate>, query: string): Generator<SearchMatch | null, void> {
   const wanted = fold(query.trim());
   let work = 0;
-  for (const note of notes) {
+  for (const { note, from } of candidates) {
     const kept = foldedNotes.get(note);
     const { whole, titleLength, hasText } = kept ?? foldNote(note);
-    const at = whole.indexOf(wanted);
-    if (at >= 0) yield { note, inTitle: at < titleLength, near: Math.max(0, at - titleLength - 1) };
-    else if (!hasText && chunkWith(note.text, wanted)) yield { note, inTitle: false, near: 0 };
-    work += kept?.hasText ? NOTE_WORK + whole.length : PAUSE_WORK;
+    const at = whole.indexOf(wanted, from);
+    if (at >= 0) yield { note, inTitle: at < titleLength, near: Math.max(0, at - titleLength - 1), from: at };
+    else if (!hasText && chunkWith(note.text, wanted)) yield { note, inTitle: false, near: 0, from: 0 };
+    work += kept?.hasText ? NOTE_WORK + whole.length - from : PAUSE_WORK;
     if (work < PAUSE_WORK) continue;
     work = 0;
     yield null;
   }
 }
 
-/** Whether every match of `query` also matches `before`, so it is enough to search the earlier matches. */
-export function narrows(query: string, before: string): boolean {
-  return before !== '' && fold(query.trim()).includes(fold(before.trim()));
+/** Where a first search looks: everywhere. */
+export function allOf(notes: ReadonlyArray<Note>): ReadonlyArray<Candidate> {
+  return notes.map((note) => ({ note, from: 0 }));
+}
+
+/** Where `query` can match, given all matches of an earlier query; `null` if anywhere. */
+export function narrowed(
+  query: string,
+  before: string,
+  matches: ReadonlyArray<SearchMatch>,
+): ReadonlyArray<Candidate> | null {
+  const [longer, shorter] = [fold(query.trim()), fold(before.trim())];
+  if (shorter === '' || !longer.includes(shorter)) return null;
+  return longer.startsWith(shorter) ? matches : allOf(matches.map(({ note }) => note));
 }
 
 /** Lets go of the folded texts, which are as large as the notes; the next search makes them again. */

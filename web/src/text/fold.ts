@@ -1,5 +1,6 @@
 const LATIN_ONLY = /^[\x00-\xff]*$/;
 const ACCENTED = /[\xe0-\xff]/g;
+const BEYOND_LATIN = /[\u0100-\u{10ffff}]+/gu;
 const MARKS = /\p{M}+/gu;
 
 /** The lower-case letters U+00E0 to U+00FF without accents, one character each. */
@@ -7,7 +8,9 @@ const BARE_LETTERS = Array.from({ length: 32 }, (_, i) => withoutMarks(String.fr
 
 /** Lower case without accents: "acao" finds "Ação". */
 export function fold(text: string): string {
-  return LATIN_ONLY.test(text) ? foldLatin(text) : withoutMarks(text).toLowerCase();
+  const latin = foldLatin(text);
+  // Most texts have few such characters: an emoji, a dash. Normalising all of the text would take ten times as long.
+  return LATIN_ONLY.test(text) ? latin : latin.replace(BEYOND_LATIN, withoutMarks);
 }
 
 /**

@@ -1,5 +1,5 @@
 import type { Note } from '../state/model';
-import { contextOf, foldNotes, forgetFolded, narrows, type SearchMatch, searchNotes } from '../state/search';
+import { allOf, contextOf, foldNotes, forgetFolded, narrowed, type SearchMatch, searchNotes } from '../state/search';
 import { titleOf, type Workspace } from '../state/workspace';
 import { counted, t } from '../i18n/language';
 import { isComposing } from '../keyboard/keys';
@@ -20,7 +20,7 @@ export interface SidebarActions {
 
 const ROW_REMS = 3.875;
 /** The longest a search runs before it lets a key press or a frame through. */
-const SLICE_MS = 12;
+const SLICE_MS = 16;
 /** The same for work nobody is waiting for. */
 const AHEAD_SLICE_MS = 8;
 /**
@@ -42,7 +42,8 @@ export class Sidebar {
   #query = '';
   #stopSearch = (): void => undefined;
   /** Matches of the last completed search, and the list they were found in. */
-  #lastSearch: { readonly query: string; readonly of: unknown; readonly notes: ReadonlyArray<Note> } | null = null;
+  #lastSearch: { readonly query: string; readonly of: unknown; readonly found: ReadonlyArray<SearchMatch> } | null =
+    null;
   #folding = false;
   #forgetting: ReturnType<typeof setTimeout> | undefined;
 
@@ -100,16 +101,16 @@ export class Sidebar {
     const notes = this.#workspace.notesInOrder();
     if (!this.#query) {
       this.#show(
-        notes.map((note) => ({ note, inTitle: true, near: 0 })),
+        notes.map((note) => ({ note, inTitle: true, near: 0, from: 0 })),
         true,
       );
       return;
     }
     const found: SearchMatch[] = [];
     const last = this.#lastSearch;
-    const isNarrower = last?.of === notes && narrows(this.#query, last.query);
+    const narrower = last?.of === notes ? narrowed(this.#query, last.query, last.found) : null;
     let shown = performance.now();
-    this.#stopSearch = inSlices(gather(searchNotes(isNarrower ? last.notes : notes, this.#query), found), {
+    this.#stopSearch = inSlices(gather(searchNotes(narrower ?? allOf(notes), this.#query), found), {
       slice: SLICE_MS,
       onPause: () => {
         const now = performance.now();
@@ -120,7 +121,7 @@ export class Sidebar {
       },
       onDone: () => {
         this.#show(found, true);
-        this.#lastSearch = { query: this.#query, of: notes, notes: found.map((find) => find.note) };
+        this.#lastSearch = { query: this.#query, of: notes, found };
       },
     });
   }
@@ -130,9 +131,13 @@ export class Sidebar {
     if (!this.#query) this.render();
   }
 
-  /** Updates the text of a note's row without reordering rows while the user is typing. */
   refresh(): void {
     this.#list.refresh();
+  }
+
+  /** Updates the text of a note's row without reordering rows while the user is typing. */
+  refreshNote(id: string): void {
+    this.#list.redraw(id);
   }
 
   select(id: string | null): void {

@@ -80,6 +80,13 @@ export class WindowedList<Item> {
     if (!this.#frame) this.#frame = requestAnimationFrame(() => this.#draw());
   }
 
+  /** Redraws one item's row, if it has one. */
+  redraw(key: string): void {
+    const row = document.getElementById(this.#options.idPrefix + key);
+    const item = this.#items[Number(row?.dataset.index ?? -1)];
+    if (row && item !== undefined && this.#options.key(item) === key) this.#options.fill(row, item);
+  }
+
   #draw(): void {
     this.#frame = 0;
     const rowHeight = this.#options.rowHeight();

@@ -10,7 +10,7 @@ test('folding drops case and accents', () => {
   assert.equal(fold('Acao'), fold('AÇÃO'));
 });
 
-test('Latin letters fold like any others', () => {
+test('letters fold alike alone, in Latin and in other texts', () => {
   const slowly = (text: string) =>
     text
       .normalize('NFD')
@@ -20,6 +20,12 @@ test('Latin letters fold like any others', () => {
   for (const letter of latin) assert.equal(fold(letter), slowly(letter), JSON.stringify(letter));
   assert.equal(fold(latin.join('')), slowly(latin.join('')));
   assert.equal(fold(`${latin.join('')}Ā🎉`), `${slowly(latin.join(''))}a🎉`);
+  for (let code = 0; code < 0x20000; code++) {
+    const letter = String.fromCodePoint(code);
+    if (fold(letter) !== slowly(letter)) assert.fail(`U+${code.toString(16)}`);
+  }
+  const mixed = 'A\u0301 “Ação” – Ελλάδα, ТЁМНЫЙ; ﬁ Å K İI 한국 がく 🎉e\u0303';
+  assert.equal(fold(mixed), slowly(mixed));
 });
 
 test('a folded match is located in the accented text', () => {

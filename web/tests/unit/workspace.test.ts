@@ -1,10 +1,8 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { Text } from '@codemirror/state';
-import { emptyContents, type Note } from '../../src/state/model';
-import { NoteText } from '../../src/state/noteText';
+import { emptyContents } from '../../src/state/model';
 import { readContents } from '../../src/state/read';
-import { contextOf, foldNotes, forgetFolded, narrows, searchNotes } from '../../src/state/search';
 import { neighbour, tabsInScope } from '../../src/state/tabRow';
 import { titleOf, Workspace } from '../../src/state/workspace';
 import { serialize } from '../../src/state/write';
@@ -158,92 +156,6 @@ test('an imported note has its file name as title', () => {
   assert.equal(titleOf(note), 'plano.md');
 });
 
-test('the search ignores accents in titles and texts', () => {
-  const { workspace } = workspaceWith('Reunião', 'Lista\npão e maçã', 'Outra');
-  const found = (query: string) =>
-    [...searchNotes(workspace.notesInOrder(), query)].flatMap((f) => (f ? [titleOf(f.note)] : []));
-  assert.deepEqual(found('reuniao'), ['Reunião']);
-  assert.deepEqual(found('MACA'), ['Lista']);
-  assert.deepEqual(found('nada'), []);
-});
-
-test('the search finds a match across chunks of a long text, with its excerpt', () => {
-  const text = `${'x'.repeat(299_998)}agulha ${'y'.repeat(100_000)}`;
-  const { workspace } = workspaceWith(`Longa\n${text}`);
-  const [found] = [...searchNotes(workspace.notesInOrder(), 'AGULHA')];
-  assert.ok(found && !found.inTitle);
-  assert.match(contextOf(found.note.text, 'AGULHA'), /^…x+agulha y/);
-});
-
-test('an excerpt is the original text around the match, on one line', () => {
-  const text = NoteText.of(['Título', '', `${'palavra '.repeat(20)}pão`, '', 'e maçã', 'fim'].join('\n'));
-  assert.equal(contextOf(text, 'MACA'), '…palavra palavra pão e maçã fim');
-  assert.equal(contextOf(text, 'nada'), '');
-  assert.equal(contextOf(text, ''), '');
-});
-
-test('an excerpt is the same with and without knowing where the match is', () => {
-  const texts = [
-    'um\nmaçã',
-    `${'palavra '.repeat(100)}MAÇÃ e mais`,
-    // Combining marks and Hangul syllables shift the match's offset.
-    `${'cafe\u0301 '.repeat(100)}maca\u0303o`,
-    `${'한글 '.repeat(200)}maça`,
-    `🎉 maçã`,
-  ];
-  for (const text of texts) {
-    const { workspace } = workspaceWith(`Título\n${text}`);
-    const [found] = [...searchNotes(workspace.notesInOrder(), 'maca')];
-    assert.ok(found && !found.inTitle);
-    const known = contextOf(found.note.text, 'maca', found.near);
-    assert.equal(known, contextOf(found.note.text, 'maca'));
-    assert.match(known, /ma[cç]/i);
-    assert.equal(contextOf(NoteText.of('outra'), 'maca', found.near), '');
-  }
-});
-
-test('a match does not span title and text', () => {
-  const { workspace } = workspaceWith();
-  workspace.addNote({ text: Text.of(['fim']), name: 'plano' });
-  const found = (query: string) => [...searchNotes(workspace.notesInOrder(), query)].filter(Boolean).length;
-  assert.deepEqual(['planofim', 'plano fim', 'plano', 'fim'].map(found), [0, 0, 1, 1]);
-});
-
-test('the search pauses, however many matches there are', () => {
-  const texts = Array.from({ length: 400 }, (_, i) => `nota ${i}\n${'x'.repeat(5000)}`);
-  const { workspace } = workspaceWith(...texts);
-  const notes = workspace.notesInOrder();
-  const pauses = (query: string) => [...searchNotes(notes, query)].filter((one) => one === null).length;
-  assert.equal(pauses('nada'), 400, 'each note has to be folded');
-  for (const query of ['nada', 'nota']) {
-    const count = pauses(query);
-    assert.ok(count > 2 && count < 40, `${query}: ${count}`);
-  }
-});
-
-test('a longer query only searches the matches of the shorter one', () => {
-  assert.ok(narrows('ação', 'ac'));
-  assert.ok(narrows('x ac', 'AÇ'));
-  assert.ok(!narrows('ac', 'ação'));
-  assert.ok(!narrows('a', ''), 'all notes are not finds');
-  const { workspace } = workspaceWith('ação um', 'acaso', 'outra');
-  const found = (notes: Iterable<Note>, query: string) =>
-    [...searchNotes(notes, query)].flatMap((one) => (one ? [one.note] : []));
-  const all = workspace.notesInOrder();
-  const narrow = found(found(all, 'ac'), 'acao');
-  assert.deepEqual(narrow, found(all, 'acao'));
-});
-
-test('folding ahead does not change the results, and pinned notes come first', () => {
-  const { workspace, ids } = workspaceWith('um ção', 'dois cao', 'três');
-  assert.equal([...foldNotes(workspace.notesInOrder())].length, 3);
-  workspace.setPinned(ids[0] ?? '', true);
-  const found = [...searchNotes(workspace.notesInOrder(), 'CAO')].flatMap((f) => (f ? [titleOf(f.note)] : []));
-  assert.deepEqual(found, ['um ção', 'dois cao']);
-  workspace.setPinned(ids[0] ?? '', false);
-  assert.equal(titleOf(workspace.notesInOrder()[0] as Note), 'três');
-});
-
 test("a note's place is remembered until the note is deleted for good", () => {
   const { workspace, ids } = workspaceWith('a', 'b');
   const [a = '', b = ''] = ids;
@@ -280,18 +192,4 @@ test('emptying the bin is permanent, including its closed tabs', () => {
   assert.equal(workspace.restoreNote(ids[0] ?? ''), false);
   assert.equal(workspace.reopenTab(), ids[1]);
   assert.equal(workspace.reopenTab(), null);
-});
-
-test('a search finds the same after what was prepared for it is given up', () => {
-  const workspace = new Workspace(emptyContents, false, () => 1000);
-  for (let i = 0; i < 20; i++) workspace.addNote({ text: `nota ${i}\nação` });
-  const search = () => [...searchNotes(workspace.notesInOrder(), 'acao')];
-  const pauses = () => search().filter((found) => found === null).length;
-  forgetFolded();
-  assert.equal(pauses(), 20, 'nothing is prepared');
-  assert.equal(pauses(), 0);
-  forgetFolded();
-  assert.equal(search().filter((found) => found !== null).length, 20);
-  forgetFolded();
-  assert.equal(pauses(), 20);
 });
