@@ -133,7 +133,8 @@ def make_editors(directory, installation, scripts, on_processor):
                f"--app={address}"]
     # It has a socket below this directory, whose path may be only a hundred letters long.
     short = environment | {"TMPDIR": os.environ["XDG_RUNTIME_DIR"]}
-    rows = (("quendo", installation.program, sandbox, environment),
+    choice = ["--rendering=processor"] if on_processor else []
+    rows = (("quendo", installation.program, [*sandbox, *choice], {}),
             ("bare-textarea", bare_window, [textarea], web_view),
             ("bare-editor", bare_window, [bare, "--script", script], web_view),
             ("mini-browser", mini_browser, [address], web_view),

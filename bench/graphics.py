@@ -20,7 +20,16 @@ def renderer():
     name = _renderer_name()
     if name is None:
         return "software (no OpenGL)"
-    return f"software ({name})" if any(one in name for one in _SOFTWARE) else name
+    return f"software ({name})" if _is_software(name) else name
+
+
+def draws_in_software():
+    name = _renderer_name()
+    return name is None or _is_software(name)
+
+
+def _is_software(name):
+    return any(one in name for one in _SOFTWARE)
 
 
 def _renderer_name():

@@ -1,5 +1,6 @@
 """Memory: what all processes of Quendo hold above a Quendo without notes, for each byte of the document: at the
-peak of the start and after it, at the peak of a save and after it."""
+peak of the start and after it, at the peak of a save and after it. And what they hold above a bare window with the
+same page and one note."""
 
 import argparse
 import tempfile
@@ -15,6 +16,7 @@ from harness.waiting import wait_until
 
 TIMEOUT = 120
 PACE = 0.05
+ABOVE_BARE_WINDOW = 40e6
 MOMENTS = ("start-peak", "started", "save-peak", "saved")
 _KINDS = {"quendo": "host", "WebKitWebProces": "page", "WebKitNetworkPr": "network"}
 
@@ -91,11 +93,31 @@ def held(comparison, ready, keyboard, document, settle):
         run.end()
 
 
+def at_rest(run, settle):
+    """Bytes by kind of process of a window in which nothing is done."""
+    watch = Watch(run.pid)
+    try:
+        window = wait_until(lambda: next(iter(desktop.windows(run.pid)), None), TIMEOUT, "the window")
+        desktop.activate(window)
+        time.sleep(settle)
+        return watch.now()
+    finally:
+        watch.close()
+        run.end()
+
+
 def line(name, moment, some, none, size):
     total, base = sum(some.values()), sum(none.values())
     shares = ", ".join(f"{kind} {some[kind] / 1e6:.0f}" for kind in sorted(some, key=some.get, reverse=True))
     return (f"memory/document {moment} {name} {max(0, total - base) / size:.2f}  ({total / 1e6:.0f} MB ({shares}) "
             f"against {base / 1e6:.0f} MB without notes; document of {size / 1e6:.1f} MB)")
+
+
+def bare_window_line(comparison, settle):
+    quendo = sum(at_rest(comparison.start_quendo(), settle).values())
+    bare = sum(at_rest(comparison.start_bare(), settle).values())
+    return (f"memory/40MB above-bare-window {max(0, quendo - bare) / ABOVE_BARE_WINDOW:.2f}  "
+            f"({quendo / 1e6:.0f} MB against {bare / 1e6:.0f} MB)")
 
 
 def main():
@@ -118,6 +140,8 @@ def main():
         # The first start of all compiles the content filter.
         if not chosen.quick:
             measure("first", None)
+        one_note = Comparison(directory / "one-note", installation, state=state_document(1, 10_000))
+        print(bare_window_line(one_note, settle), flush=True)
         none = measure("empty", None)
         for count in counts:
             state = state_document(count, 6000)

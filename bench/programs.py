@@ -18,6 +18,7 @@ sys.path.insert(0, str(ROOT / "tests" / "desktop"))
 
 from gi.repository import Gio, GLib  # noqa: E402
 
+from graphics import PROCESSOR, draws_in_software  # noqa: E402
 from harness import desktop, process  # noqa: E402
 from harness.installation import Installation, sandbox_arguments  # noqa: E402
 from harness.program import Quendo  # noqa: E402
@@ -163,6 +164,9 @@ class Comparison:
         self._bare = Quendo(directory / "bare", self.tree)
         if self._sandbox:
             self._bare.environment["WEBKIT_DISABLE_SANDBOX_THIS_IS_DANGEROUS"] = "1"
+        if draws_in_software():
+            # As Quendo does by itself.
+            self._bare.environment.update(PROCESSOR)
         self._state = state
         self._script = directory / "bootstrap.js"
         self._script.write_text(bootstrap(state), encoding="utf-8")

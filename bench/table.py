@@ -8,13 +8,15 @@ _AIMS = (
     ("launch/bare-window first-script", 1.10),
     ("launch/bare-window page-ready", 1.10),
     ("launch/bare-window can-type", 1.10),
-    ("save/write+flush+rename", 1.30),
+    ("save/write+flush+rename", 1.15),
     ("scanner/simdjson-dom", 1.00),
     # Parts of a time that is not to be passed.
     ("typing/one-frame quendo", 1.00),
+    ("typing/bare-editor thread-a-key", 1.80),
     ("search/50ms", 1.00),
     ("page-save/10ms serialise", 1.00),
     # Bytes per byte.
+    ("memory/40MB", 1.00),
     ("memory/document started", 8.00),
     ("memory/document saved", 8.00),
     ("memory/document start-peak", 12.00),
