@@ -109,8 +109,9 @@ export function chooseLanguage({ port }: Context, language: Language): void {
 function show(context: Context, change: Change, id?: string): void {
   const { workspace, editor, shell } = context;
   if (change === 'text') {
-    if (id !== undefined) shell.tabBar.retitle(id);
-    shell.sidebar.refresh();
+    if (id === undefined) return;
+    shell.tabBar.retitle(id);
+    shell.sidebar.refreshNote(id);
     shell.retitle();
   } else if (change === 'notes' || change === 'tabs') {
     rememberPlace(context);

@@ -4,7 +4,8 @@ import { type Count, countText } from '../text/count';
 import { inSlices } from '../time/slices';
 import type { Context } from '../commands/context';
 
-const PAUSE_MS = 120;
+/** Longer than between the keys of most typists: each new count costs a frame of the whole window. */
+const PAUSE_MS = 300;
 const SLICE_MS = 5;
 let cancel = (): void => undefined;
 

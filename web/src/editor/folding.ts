@@ -1,7 +1,8 @@
-import { codeFolding, foldAll, foldCode, foldGutter, unfoldAll, unfoldCode } from '@codemirror/language';
+import { codeFolding, foldAll, foldCode, unfoldAll, unfoldCode } from '@codemirror/language';
 import type { Extension } from '@codemirror/state';
 import type { KeyBinding } from '@codemirror/view';
 import { h } from '../dom/elements';
+import { foldMarks } from './foldMarks';
 
 /** The library's default keys belong to the host's menu, which uses them to switch tabs. */
 export const foldKeys: ReadonlyArray<KeyBinding> = [
@@ -16,7 +17,7 @@ const LONGEST_WITH_GUTTER = 500_000;
 
 /** Folds headings, lists and code blocks by key and, unless the text is huge, in the gutter. */
 export function folding(length: number): Extension {
-  return length > LONGEST_WITH_GUTTER ? folds : [folds, marks];
+  return length > LONGEST_WITH_GUTTER ? folds : [folds, foldMarks];
 }
 
 const folds = codeFolding({
@@ -37,8 +38,4 @@ const folds = codeFolding({
       },
       '…',
     ),
-});
-
-const marks = foldGutter({
-  markerDOM: (open) => h('span', { class: open ? 'fold-mark' : 'fold-mark is-folded' }),
 });

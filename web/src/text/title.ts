@@ -16,13 +16,17 @@ interface Sliced {
 }
 
 const cache = new WeakMap<Sliced, Head>();
+/** While someone writes further down, the start of the text stays as it is. */
+let last: { readonly start: string; readonly head: Head } | null = null;
 
 /** Title and excerpt of a note's text, cached for the lifetime of the text. */
 export function headOf(text: Sliced): Head {
   let head = cache.get(text);
   if (!head) {
+    const start = text.slice(0, HEAD_CHARACTERS);
     // Copied, because in some engines a part of a string keeps all of it.
-    head = JSON.parse(JSON.stringify(readHead(text.slice(0, HEAD_CHARACTERS)))) as Head;
+    if (last?.start !== start) last = { start, head: JSON.parse(JSON.stringify(readHead(start))) as Head };
+    head = last.head;
     cache.set(text, head);
   }
   return head;

@@ -137,8 +137,10 @@ export class Shell {
   retitle(): void {
     const note = this.#workspace.activeNote;
     const title = note ? titleOf(note) : '';
-    document.title = title ? `${title} — Quendo` : 'Quendo';
-    this.editorPanel.setAttribute('aria-label', title || 'Quendo');
+    const label = title || 'Quendo';
+    const windowTitle = title ? `${title} — Quendo` : 'Quendo';
+    if (document.title !== windowTitle) document.title = windowTitle;
+    if (this.editorPanel.getAttribute('aria-label') !== label) this.editorPanel.setAttribute('aria-label', label);
   }
 
   focusEmpty(): void {

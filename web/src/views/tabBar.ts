@@ -66,9 +66,11 @@ export class TabBar {
     const elements = this.#tabs.get(id);
     if (!note || !elements) return;
     const title = titleOf(note) || t('untitled');
+    const closing = t('tabs.close', { title });
+    // Called on every key; even the same text would make the engine lay out again.
     if (elements.tab.textContent !== title) elements.tab.textContent = title;
-    elements.tab.title = title;
-    elements.close.title = t('tabs.close', { title });
+    if (elements.tab.title !== title) elements.tab.title = title;
+    if (elements.close.title !== closing) elements.close.title = closing;
   }
 
   #make(id: string): TabElements {

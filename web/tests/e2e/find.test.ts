@@ -152,6 +152,35 @@ test('a section folds by key and unfolds by a click', async () => {
   await context.close();
 });
 
+test('a mark beside its line folds a section, and follows what is typed', async () => {
+  const { page, context } = await withNote('# Um\n\ntexto\n\n# Dois\n\nfim');
+  const marks = page.locator('.cm-gutterElement:has(.fold-mark):visible');
+  const besides = async (index: number, text: string) => {
+    const mark = await marks.nth(index).boundingBox();
+    const line = await page.locator('.cm-line', { hasText: text }).boundingBox();
+    assert.ok(mark && line);
+    const middle = mark.y + mark.height / 2;
+    assert.ok(line.y < middle && middle < line.y + line.height, text);
+    assert.ok(mark.x + mark.width <= line.x && line.x < mark.x + mark.width + 20, text);
+  };
+  await besides(0, 'Um');
+  await besides(1, 'Dois');
+  await page.keyboard.type('inicio\n');
+  await page.locator('.cm-line', { hasText: 'Dois' }).click();
+  await page.keyboard.press('End');
+  await page.keyboard.type('\n\n## Novo\n\noutro');
+  await page.waitForFunction(() => document.querySelectorAll('.cm-gutterElement .fold-mark').length >= 4);
+  await besides(2, 'Novo');
+  await page.hover('.cm-gutters');
+  await marks.nth(2).click();
+  await page.waitForSelector('.fold-rest');
+  assert.doesNotMatch(await page.innerText('.cm-content'), /outro/);
+  assert.match(await page.innerText('.cm-content'), /texto/);
+  await marks.nth(2).click();
+  assert.match(await page.innerText('.cm-content'), /outro/);
+  await context.close();
+});
+
 test('words are counted in the text and in the selection', async () => {
   const { page, context } = await withNote('um dois tres\nquatro');
   const shown = (text: string) =>
