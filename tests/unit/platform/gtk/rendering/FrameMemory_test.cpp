@@ -25,7 +25,8 @@ TEST(FrameMemory, WhatIsKeptIsBounded) {
   EXPECT_EQ(frameMemoryFor(100'000'000).keepFree, 128 * kMegabyte);
 }
 
-#ifdef __GLIBC__
+// A sanitizer brings an allocator of its own.
+#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 TEST(FrameMemory, TheAllocatorKeepsAFrame) {
   keepFrameMemory(frameMemoryFor(1920 * 1080));
   const std::size_t mapped = mallinfo2().hblks;
