@@ -170,7 +170,8 @@ def main():
         print(line, flush=True)
     if chosen.write:
         drawn = "all drawn by the processor" if chosen.on_processor else "each with its own choice"
-        heading = (f"{renderer()}, {drawn}; {os.cpu_count()} processors, {extent.rounds} rounds, "
+        rounds = "1 round" if extent.rounds == 1 else f"{extent.rounds} rounds"
+        heading = (f"{renderer()}, {drawn}; {os.cpu_count()} processors, {rounds}, "
                    f"resolution {median(noticed) * 1e3:.2f} ms")
         write_table(chosen.write, results.table(heading, [f"{name} (not installed)" for name in missing] +
                                                 [f"{name} (failed)" for name in failed]))
