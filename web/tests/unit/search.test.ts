@@ -13,17 +13,7 @@ import {
   searchNotes,
 } from '../../src/state/search';
 import { titleOf, Workspace } from '../../src/state/workspace';
-
-function workspaceWith(...texts: string[]) {
-  let now = 1000;
-  const workspace = new Workspace(emptyContents, false, () => now++);
-  const ids = texts.map((text) => {
-    const { id } = workspace.addNote({ text: Text.of(text.split('\n')) });
-    workspace.openTab(id);
-    return id;
-  });
-  return { workspace, ids };
-}
+import { workspaceWith } from './workspaces';
 
 test('the search ignores accents in titles and texts', () => {
   const { workspace } = workspaceWith('Reunião', 'Lista\npão e maçã', 'Outra');

@@ -6,17 +6,7 @@ import { readContents } from '../../src/state/read';
 import { neighbour, tabsInScope } from '../../src/state/tabRow';
 import { titleOf, Workspace } from '../../src/state/workspace';
 import { serialize } from '../../src/state/write';
-
-function workspaceWith(...texts: string[]) {
-  let now = 1000;
-  const workspace = new Workspace(emptyContents, false, () => now++);
-  const ids = texts.map((text) => {
-    const { id } = workspace.addNote({ text: Text.of(text.split('\n')) });
-    workspace.openTab(id);
-    return id;
-  });
-  return { workspace, ids };
-}
+import { workspaceWith } from './workspaces';
 
 test('a new tab opens next to the active one', () => {
   const { workspace, ids } = workspaceWith('a', 'b', 'c');
