@@ -12,7 +12,7 @@ constexpr std::size_t kBytesAPixel = 4;
 constexpr std::size_t kImages = 4;
 /// The allocator takes no larger limit: DEFAULT_MMAP_THRESHOLD_MAX.
 constexpr std::size_t kLargestMapFrom = 32U << 20;
-/// Larger than what else a small screen's limit would put in between the images.
+/// For small screens, and where the size of the screen is not known.
 constexpr std::size_t kLeastMapFrom = 4U << 20;
 
 }  // namespace
