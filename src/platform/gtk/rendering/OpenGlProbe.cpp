@@ -8,11 +8,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <csignal>
+#include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "platform/posix/FileCalls.h"
@@ -41,6 +44,11 @@ class Egl {
   void* library_;
   __eglMustCastToProperFunctionPointerType (*find_)(const char*) = nullptr;
 };
+
+/// Device files of the kernel's own drivers, of virtual machines on Windows, and of drivers that do without
+/// the kernel's.
+constexpr std::array<std::string_view, 8> kDevices = {"dri",  "nvidia", "nvhost",  "dxg",
+                                                      "mali", "kgsl",   "galcore", "pvr"};
 
 /// Whether there is no card at all, which is known without loading a driver.
 bool hasOnlyTheProcessor(const Egl& egl) {
@@ -137,6 +145,17 @@ FileDescriptor ask(OpenGlProbe::Question question, pid_t& asked) {
 }
 
 }  // namespace
+
+bool hasGraphicsDevice(const std::string& devices) {
+  std::error_code failure;
+  for (const auto& entry : std::filesystem::directory_iterator(devices, failure)) {
+    const std::string name = entry.path().filename();
+    if (std::ranges::any_of(kDevices, [&](std::string_view device) { return name.starts_with(device); }))
+      return true;
+  }
+  // Where the directory cannot be read, the driver knows.
+  return static_cast<bool>(failure);
+}
 
 std::optional<OpenGlDriver> askForOpenGlDriver() {
   const Egl egl;

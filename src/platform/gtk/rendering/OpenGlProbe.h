@@ -3,11 +3,15 @@
 #include <sys/types.h>
 
 #include <optional>
+#include <string>
 
 #include "platform/gtk/rendering/RenderingPolicy.h"
 #include "platform/posix/FileDescriptor.h"
 
 namespace quendo::gtk {
+
+/// Whether a card of any make has a device file in the directory: without one, no driver needs to be asked.
+bool hasGraphicsDevice(const std::string& devices = "/dev");
 
 /// What draws OpenGL, asked by this process itself. Loads the driver for good.
 std::optional<OpenGlDriver> askForOpenGlDriver();

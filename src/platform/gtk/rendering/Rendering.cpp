@@ -51,7 +51,7 @@ Rendering::Rendering(std::optional<RenderingPath> option, UserDefaults& defaults
   facts_.environmentDecides = environmentDecides();
   facts_.setting = renderingPathNamed(defaults.string(kRendering).value_or(""));
   facts_.failedDriver = defaults.string(kFailedDriver).value_or("");
-  if (isDecidedWithoutDriver(facts_)) return;
+  if (isDecidedWithoutDriver(facts_) || !hasGraphicsDevice()) return;
   probe_ = std::make_unique<OpenGlProbe>();
 }
 

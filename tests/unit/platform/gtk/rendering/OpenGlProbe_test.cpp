@@ -5,6 +5,8 @@
 
 #include <cstdlib>
 
+#include "fake/TemporaryDirectory.h"
+
 namespace quendo::gtk {
 namespace {
 
@@ -32,6 +34,18 @@ TEST(OpenGlProbe, DoesNotWaitForADriverThatHangs) {
     for (;;) ::pause();
   });
   EXPECT_FALSE(probe.driver());
+}
+
+TEST(OpenGlProbe, NeedNotBeAskedWithoutADevice) {
+  const TemporaryDirectory devices;
+  writeFile(devices / "null", "");
+  EXPECT_FALSE(hasGraphicsDevice(devices.path()));
+  writeFile(devices / "nvidia0", "");
+  EXPECT_TRUE(hasGraphicsDevice(devices.path()));
+}
+
+TEST(OpenGlProbe, IsAskedWhereNobodyKnowsOfTheDevices) {
+  EXPECT_TRUE(hasGraphicsDevice("/no/such/directory"));
 }
 
 TEST(OpenGlProbe, CanBeAskedOfThisMachine) {
