@@ -1,5 +1,5 @@
-import type { Range } from '@codemirror/state';
-import { Decoration, type DecorationSet, EditorView, ViewPlugin } from '@codemirror/view';
+import { Decoration, EditorView } from '@codemirror/view';
+import { visibleMarks } from './visibleMarks';
 
 const CHECKED_CHARACTERS = 400;
 const firstLetter = /\p{L}/u;
@@ -16,33 +16,14 @@ export function runsLeftwards(text: string): boolean {
 /** Sets each line's direction by its first letter. */
 export const lineDirections = [
   EditorView.perLineTextDirection.of(true),
-  ViewPlugin.fromClass(
-    class {
-      decorations: DecorationSet;
-
-      constructor(view: EditorView) {
-        this.decorations = decorate(view);
-      }
-
-      update(update: { docChanged: boolean; viewportChanged: boolean; view: EditorView }): void {
-        if (update.docChanged || update.viewportChanged) this.decorations = decorate(update.view);
+  visibleMarks({
+    mark: ({ doc }, { from, to }, add) => {
+      for (let at = from; at <= to; ) {
+        const line = doc.lineAt(at);
+        const start = doc.sliceString(line.from, Math.min(line.to, line.from + CHECKED_CHARACTERS));
+        if (runsLeftwards(start)) add(line.from, line.from, reversed);
+        at = line.to + 1;
       }
     },
-    { decorations: (plugin) => plugin.decorations },
-  ),
+  }),
 ];
-
-function decorate({ state, visibleRanges }: EditorView): DecorationSet {
-  const out: Array<Range<Decoration>> = [];
-  let done = -1;
-  for (const { from, to } of visibleRanges) {
-    for (let at = from; at <= to; ) {
-      const line = state.doc.lineAt(at);
-      const start = state.sliceDoc(line.from, Math.min(line.to, line.from + CHECKED_CHARACTERS));
-      if (line.from > done && runsLeftwards(start)) out.push(reversed.range(line.from));
-      done = line.from;
-      at = line.to + 1;
-    }
-  }
-  return Decoration.set(out);
-}

@@ -1,6 +1,10 @@
-import { syntaxHighlighting } from '@codemirror/language';
-import { Tag, tagHighlighter, tags } from '@lezer/highlight';
+import { syntaxTree } from '@codemirror/language';
+import { Prec } from '@codemirror/state';
+import { Decoration } from '@codemirror/view';
+import { highlightTree, Tag, tagHighlighter, tags } from '@lezer/highlight';
+import { changedSyntax } from './changedSyntax';
 import { columnTags } from './csv';
+import { visibleMarks } from './visibleMarks';
 
 /** A task's checkbox, which should not look like an atom in code. */
 export const taskTag = Tag.define();
@@ -44,4 +48,18 @@ export const classNames = tagHighlighter([
   ...columnTags.map((tag, index) => ({ tag, class: `tok-column-${index}` })),
 ]);
 
-export const highlighting = syntaxHighlighting(classNames);
+const styles = new Map<string, Decoration>();
+
+function style(name: string): Decoration {
+  const known = styles.get(name) ?? Decoration.mark({ class: name });
+  styles.set(name, known);
+  return known;
+}
+
+export const highlighting = Prec.high(
+  visibleMarks({
+    changed: changedSyntax,
+    mark: (state, { from, to }, add) =>
+      highlightTree(syntaxTree(state), classNames, (start, end, name) => add(start, end, style(name)), from, to),
+  }),
+);

@@ -1,7 +1,7 @@
 import { forceParsing, Language, ParseContext, foldService, syntaxTree } from '@codemirror/language';
 import type { EditorState, Extension, Text } from '@codemirror/state';
 import { type EditorView, ViewPlugin, type ViewUpdate } from '@codemirror/view';
-import { type Input, type PartialParse, Parser, Tree, type TreeFragment } from '@lezer/common';
+import { type Input, type PartialParse, Parser, Tree, TreeFragment } from '@lezer/common';
 import { fenceAfterLine, fenceAt } from '../text/fences';
 
 /**
@@ -43,8 +43,23 @@ class WindowedParser extends Parser {
       return this.#whole.startParse(input, sound, ranges);
     }
     const range = windowAround(context.state.doc, asked ?? context.viewport);
-    return new WindowParse(this.#whole.startParse(input, [], [range]), range, input.length, context);
+    return new WindowParse(
+      this.#whole.startParse(input, insideWindows(fragments), [range]),
+      range,
+      input.length,
+      context,
+    );
   }
+}
+
+/** What of the fragments lies inside the window of its tree; the rest has no nodes because nobody has parsed it. */
+function insideWindows(fragments: readonly TreeFragment[]): TreeFragment[] {
+  return fragments.flatMap(({ from, to, tree, offset }) => {
+    const parsed = windows.get(tree);
+    if (!parsed) return [];
+    const [start, end] = [Math.max(from, parsed.from - offset), Math.min(to, parsed.to - offset)];
+    return start < end ? [new TreeFragment(start, end, tree, offset, true, true)] : [];
+  });
 }
 
 /** Produces a tree as long as the text, with nothing outside the window. */

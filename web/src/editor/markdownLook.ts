@@ -1,7 +1,9 @@
 import { syntaxTree } from '@codemirror/language';
-import type { EditorState, Range } from '@codemirror/state';
-import { Decoration, type DecorationSet, type EditorView, ViewPlugin, type ViewUpdate } from '@codemirror/view';
+import type { EditorState } from '@codemirror/state';
+import { Decoration, type ViewUpdate } from '@codemirror/view';
 import type { SyntaxNodeRef } from '@lezer/common';
+import { changedSyntax } from './changedSyntax';
+import { type Add, type Span, visibleMarks } from './visibleMarks';
 
 /** The widest list mark, in characters, that still gets a hanging indent. */
 const WIDEST_LEAD = 16;
@@ -28,43 +30,36 @@ const doneText = Decoration.mark({ class: 'md-done' });
 const openTask = Decoration.mark({ class: 'md-task' });
 const doneTask = Decoration.mark({ class: 'md-task is-done' });
 
-/**
- * Line styles and checkboxes for Markdown. The marks stay in the text, so nothing jumps while typing; only
- * visible lines are processed.
- */
-export const markdownLook = ViewPlugin.fromClass(
-  class {
-    decorations: DecorationSet;
-
-    constructor(view: EditorView) {
-      this.decorations = decorate(view);
-    }
-
-    update(update: ViewUpdate): void {
-      const parsed = syntaxTree(update.startState) !== syntaxTree(update.state);
-      if (parsed || update.docChanged || update.viewportChanged || update.selectionSet) {
-        this.decorations = decorate(update.view);
-      }
-    }
+/** Line styles and checkboxes for Markdown. The marks stay in the text, so nothing jumps while typing. */
+export const markdownLook = visibleMarks({
+  changed: changedLook,
+  mark: (state, span, add) => {
+    const enter = (node: SyntaxNodeRef) => decorateNode(state, node, span, add);
+    syntaxTree(state).iterate({ from: span.from, to: span.to, enter });
   },
-  { decorations: (plugin) => plugin.decorations },
-);
+});
 
-function decorate({ state, visibleRanges }: EditorView): DecorationSet {
-  const out: Array<Range<Decoration>> = [];
-  for (const { from, to } of visibleRanges) {
-    syntaxTree(state).iterate({ from, to, enter: (node) => decorateNode(state, node, from, to, out) });
-  }
-  return Decoration.set(out, true);
+/** A checkbox covers its marks unless the caret is inside them. */
+function changedLook(update: ViewUpdate, seen: Span): readonly Span[] {
+  const isShown = update.selectionSet && (touchesTask(update.startState, seen) || touchesTask(update.state, seen));
+  return isShown ? [seen] : changedSyntax(update, seen);
 }
 
-function decorateNode(
-  state: EditorState,
-  node: SyntaxNodeRef,
-  from: number,
-  to: number,
-  out: Array<Range<Decoration>>,
-): void {
+function touchesTask(state: EditorState, seen: Span): boolean {
+  let found = false;
+  for (const { from, to } of state.selection.ranges) {
+    syntaxTree(state).iterate({
+      from: Math.max(from, seen.from),
+      to: Math.min(to, seen.to),
+      enter: ({ name }) => {
+        found ||= name === 'TaskMarker';
+      },
+    });
+  }
+  return found;
+}
+
+function decorateNode(state: EditorState, node: SyntaxNodeRef, { from, to }: Span, add: Add): void {
   const { name } = node;
   const heading = /^(?:ATX|Setext)Heading([1-6])$/.exec(name);
   const className = heading ? `md-line-heading md-line-heading-${heading[1]}` : lineClasses[name];
@@ -73,27 +68,27 @@ function decorateNode(
     const last = Math.min(node.to, to);
     for (let at = Math.max(node.from, from); at <= last; ) {
       const { from: start, to: end } = state.doc.lineAt(at);
-      out.push(line(className).range(start));
+      add(start, start, line(className));
       at = end + 1;
     }
-  } else if (name === 'InlineCode') out.push(inlineCode.range(node.from, node.to));
-  else if (name === 'ListMark') hang(state, node, out);
-  else if (name === 'TaskMarker') decorateTask(state, node, out);
+  } else if (name === 'InlineCode') add(node.from, node.to, inlineCode);
+  else if (name === 'ListMark') hang(state, node, add);
+  else if (name === 'TaskMarker') decorateTask(state, node, add);
 }
 
 /** Gives wrapped lines a hanging indent: they start below the item's text, not its mark. */
-function hang(state: EditorState, mark: SyntaxNodeRef, out: Array<Range<Decoration>>): void {
+function hang(state: EditorState, mark: SyntaxNodeRef, add: Add): void {
   const { from, text } = state.doc.lineAt(mark.from);
   const lead = /^ *(?:[-*+]|\d{1,9}[.)]) (?:\[[ xX]\] )?/.exec(text)?.[0].length ?? 0;
   if (!lead || lead > WIDEST_LEAD || mark.to - from > lead) return;
-  out.push(line(`md-hang md-hang-${lead}`).range(from), listLead.range(from, from + lead));
+  add(from, from, line(`md-hang md-hang-${lead}`));
+  add(from, from + lead, listLead);
 }
 
-/** The checkbox covers its marks unless the caret is inside them. */
-function decorateTask(state: EditorState, { from, to }: SyntaxNodeRef, out: Array<Range<Decoration>>): void {
+function decorateTask(state: EditorState, { from, to }: SyntaxNodeRef, add: Add): void {
   const done = /x/i.test(state.sliceDoc(from, to));
   const end = state.doc.lineAt(to).to;
-  if (done && to < end) out.push(doneText.range(to, end));
+  if (done && to < end) add(to, end, doneText);
   const touched = state.selection.ranges.some((range) => range.from < to && range.to > from);
-  if (!touched) out.push((done ? doneTask : openTask).range(from, to));
+  if (!touched) add(from, to, done ? doneTask : openTask);
 }

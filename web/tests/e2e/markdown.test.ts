@@ -31,6 +31,49 @@ test('Markdown is styled while typing', async () => {
   await context.close();
 });
 
+test('a text looks the same whether it was edited or has just been shown', async () => {
+  const blocks = [
+    '# Um *título*',
+    'Com **força** e [ponte](x)\nem duas',
+    '- [ ] um\n  - [x] dois',
+    '```js\nlet a;\n```',
+    '> dito',
+  ];
+  const text = Array.from({ length: 12 }, (_, index) => blocks[index % blocks.length]).join('\n\n');
+  const script = 'function a() {\n  return `b`;\n}\n\n'.repeat(12);
+  const notes = [
+    { id: 'a', text },
+    { id: 'b', text: script, fileName: 'b.js' },
+  ];
+  const { page, context, trouble } = await open(browser, { before: withState(notes), height: 2400 });
+  const looks = () => page.innerHTML('.cm-content');
+  const pieces = ['a', 'Enter', '`', '```', '*', '- ', '> ', '# ', 'Backspace', 'Delete', 'א', '- [ ] ', 'Control+z'];
+  const moves = ['ArrowUp', 'ArrowDown', 'ArrowLeft', 'Home', 'PageUp', 'PageDown', 'Control+End', 'Control+Home'];
+  let seed = 5;
+  const next = <Value>(from: readonly Value[]) => {
+    seed = (Math.imul(seed, 1664525) + 1013904223) >>> 0;
+    return from[(seed >>> 8) % from.length] as Value;
+  };
+  for (const { id } of notes) {
+    const show = (which: string) => page.click(`.tab[data-id="${which}"]`);
+    await show(id);
+    for (let i = 0; i < 60; i++) {
+      await page.focus('.cm-content');
+      for (const move of [next(moves), next(moves)]) await page.keyboard.press(move);
+      const piece = next(pieces);
+      if (/^[A-Z]\w+/.test(piece)) await page.keyboard.press(piece);
+      else await page.keyboard.insertText(piece);
+      if (i % 4) continue;
+      const edited = await looks();
+      await show(id === 'a' ? 'b' : 'a');
+      await show(id);
+      assert.equal(edited, await looks(), `${id}: ${piece}, step ${i}`);
+    }
+  }
+  assert.deepEqual(trouble, []);
+  await context.close();
+});
+
 test('a task is toggled by a click and by key', async () => {
   const { page, context } = await open(browser);
   await page.keyboard.press('Alt+n');

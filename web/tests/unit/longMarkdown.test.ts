@@ -1,8 +1,8 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { ensureSyntaxTree, foldable } from '@codemirror/language';
+import { ensureSyntaxTree, foldable, Language } from '@codemirror/language';
 import { markdownLanguage } from '@codemirror/lang-markdown';
-import { EditorState, Text } from '@codemirror/state';
+import { EditorState, type StateField, Text } from '@codemirror/state';
 import type { Tree } from '@lezer/common';
 import { syntaxExtensions } from '../../src/editor/syntax';
 import { fenceAfterLine, fenceAt } from '../../src/text/fences';
@@ -42,14 +42,30 @@ function stateWith(doc: string): EditorState {
   return EditorState.create({ doc, extensions: syntaxExtensions('markdown', Text.of(doc.split('\n'))) });
 }
 
-/** All nodes in a range of a tree, except the root and the contents of code blocks. */
-function nodes(tree: Tree, from: number, to: number): string[] {
+/** What the library keeps for itself of a parse. */
+interface Context {
+  readonly tree: Tree;
+  updateViewport(screen: { from: number; to: number }): void;
+  work(milliseconds: number): boolean;
+}
+
+/** What the editor does when its screen shows a range. */
+function parsedOnScreen(state: EditorState, screen: { from: number; to: number }): Tree {
+  const { context } = state.field((Language as unknown as { state: StateField<{ context: Context }> }).state);
+  context.updateViewport(screen);
+  assert.ok(context.work(60_000));
+  return context.tree;
+}
+
+/** All nodes in a range of a tree, except the root and the contents of code blocks; `clipped` to the range. */
+function nodes(tree: Tree, from: number, to: number, clipped = false): string[] {
   const found: string[] = [];
   tree.iterate({
     from,
     to,
     enter: (node) => {
-      if (node.name !== 'Document') found.push(`${node.name} ${node.from} ${node.to}`);
+      const [start, end] = clipped ? [Math.max(node.from, from), Math.min(node.to, to)] : [node.from, node.to];
+      if (node.name !== 'Document') found.push(`${node.name} ${start} ${end}`);
       return node.name !== 'FencedCode';
     },
   });
@@ -108,6 +124,25 @@ test('edits in a long text are followed', () => {
   assert.deepEqual(nodes(ensureSyntaxTree(state, 2000, 60_000) as Tree, 0, 10)[0]?.split(' ')[0], 'FencedCode');
   state = state.update({ changes: { from: 0, to: 4, insert: '' } }).state;
   assert.equal(nodes(ensureSyntaxTree(state, 2000, 60_000) as Tree, 0, 1)[0]?.split(' ')[0], 'ATXHeading1');
+});
+
+test('edits in the middle of a long text take over what is parsed and end as a parse of the whole would', () => {
+  for (const seed of [8, 9, 10]) {
+    const next = random(seed);
+    let state = stateWith(longText(seed, 200_000));
+    let at = 100_000;
+    for (let i = 0; i < 60; i++) {
+      const pieces = ['a', ' ', '\n', '\n\n', '```\n', '- ', '> ', '# ', '    ', 'x'.repeat(next(300))];
+      const from = Math.max(0, at - next(3000));
+      const to = from + (next(3) ? 0 : next(20));
+      state = state.update({ changes: { from, to, insert: pieces[next(pieces.length)] ?? '' } }).state;
+      const tree = parsedOnScreen(state, { from: at - 3000, to: at });
+      const whole = markdownLanguage.parser.parse(state.doc.toString());
+      assert.deepEqual(nodes(tree, at - 3000, at, true), nodes(whole, at - 3000, at, true), `${seed}: edit ${i}`);
+      // Scrolled: by less than what is parsed around the screen, or by more.
+      if (next(3) === 0) at += next(10_000) - 5000;
+    }
+  }
 });
 
 test('a text that grows long and short again is parsed as a whole once it is short', () => {
