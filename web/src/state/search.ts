@@ -119,10 +119,12 @@ function chunkWith(text: NoteText, wanted: string): { from: number; text: string
 }
 
 function foldNote(note: Note): Folded {
-  const title = fold(titleOf(note));
+  const title = titleOf(note);
   const hasText = note.text.length <= KEPT_CHARACTERS;
-  const whole = hasText ? `${title}\n${fold(note.text.toString())}` : title;
-  const folded = { whole, titleLength: title.length, hasText };
+  // Joined before it is folded: the engine puts the joining off until somebody looks into the string, and the first
+  // search would do that for all notes.
+  const whole = fold(hasText ? `${title}\n${note.text.toString()}` : title);
+  const folded = { whole, titleLength: fold(title).length, hasText };
   foldedNotes.set(note, folded);
   return folded;
 }
