@@ -119,12 +119,11 @@ function chunkWith(text: NoteText, wanted: string): { from: number; text: string
 }
 
 function foldNote(note: Note): Folded {
-  const title = titleOf(note);
+  const title = fold(titleOf(note));
   const hasText = note.text.length <= KEPT_CHARACTERS;
-  // Joined before it is folded: the engine puts the joining off until somebody looks into the string, and the first
-  // search would do that for all notes.
-  const whole = fold(hasText ? `${title}\n${note.text.toString()}` : title);
-  const folded = { whole, titleLength: fold(title).length, hasText };
+  // With "+", the engine would join them when somebody looks into the string: the first search, for all notes.
+  const whole = hasText ? [title, fold(note.text.toString())].join('\n') : title;
+  const folded = { whole, titleLength: title.length, hasText };
   foldedNotes.set(note, folded);
   return folded;
 }

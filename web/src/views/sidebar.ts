@@ -20,7 +20,7 @@ export interface SidebarActions {
 
 const ROW_REMS = 3.875;
 /** The longest a search runs before it lets a key press or a frame through. */
-const SLICE_MS = 16;
+const SLICE_MS = 24;
 /** The same for work nobody is waiting for. */
 const AHEAD_SLICE_MS = 8;
 /**
