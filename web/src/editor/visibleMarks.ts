@@ -12,15 +12,14 @@ interface Source {
   /** Adds the marks between two positions; what reaches beyond them may be left out. */
   readonly mark: (state: EditorState, span: Span, add: Add) => void;
   /**
-   * What else than the lines with changed text an update gives other marks, in the new text; `seen` is what has had
-   * marks so far.
+   * Where else than in the lines of changed text an update may change marks, in the new text; `seen` is the visible
+   * part of it.
    */
   readonly changed?: (update: ViewUpdate, seen: Span) => readonly Span[];
 }
 
 /**
- * Marks of the visible text that are made anew only where it has changed: to make all of them again is most of the
- * work on a key.
+ * Marks of the visible text that are made anew only where it has changed. All of them would be hundreds for each key.
  */
 export function visibleMarks({ mark, changed }: Source): Extension {
   return ViewPlugin.fromClass(

@@ -1,6 +1,7 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import type { Browser } from 'playwright-core';
+import { random } from '../unit/chance';
 import { fakeHost, launch, noteTexts, open, typingCost } from './browser';
 
 let browser: Browser;
@@ -49,11 +50,8 @@ test('a text looks the same whether it was edited or has just been shown', async
   const looks = () => page.innerHTML('.cm-content');
   const pieces = ['a', 'Enter', '`', '```', '*', '- ', '> ', '# ', 'Backspace', 'Delete', 'א', '- [ ] ', 'Control+z'];
   const moves = ['ArrowUp', 'ArrowDown', 'ArrowLeft', 'Home', 'PageUp', 'PageDown', 'Control+End', 'Control+Home'];
-  let seed = 5;
-  const next = <Value>(from: readonly Value[]) => {
-    seed = (Math.imul(seed, 1664525) + 1013904223) >>> 0;
-    return from[(seed >>> 8) % from.length] as Value;
-  };
+  const below = random(5);
+  const next = (from: readonly string[]) => from[below(from.length)] ?? '';
   for (const { id } of notes) {
     const show = (which: string) => page.click(`.tab[data-id="${which}"]`);
     await show(id);

@@ -7,6 +7,7 @@ import { highlightTree } from '@lezer/highlight';
 import { changedNodes } from '../../src/editor/changedSyntax';
 import { classNames } from '../../src/editor/highlight';
 import { loadSyntax, syntaxExtensions } from '../../src/editor/syntax';
+import { random } from './chance';
 
 const texts: Record<string, readonly string[]> = {
   markdown: [
@@ -40,14 +41,6 @@ const pieces = [
   '|',
   ';',
 ];
-
-function random(seed: number): (below: number) => number {
-  let state = seed;
-  return (below) => {
-    state = (Math.imul(state, 1664525) + 1013904223) >>> 0;
-    return (state >>> 8) % below;
-  };
-}
 
 function parsed(state: EditorState): Tree {
   const tree = ensureSyntaxTree(state, state.doc.length, 60_000);

@@ -6,6 +6,7 @@ import { EditorState, type StateField, Text } from '@codemirror/state';
 import type { Tree } from '@lezer/common';
 import { syntaxExtensions } from '../../src/editor/syntax';
 import { fenceAfterLine, fenceAt } from '../../src/text/fences';
+import { random } from './chance';
 
 const blocks = [
   '# Título *um*',
@@ -18,14 +19,6 @@ const blocks = [
   '| a | b |\n| - | - |\n| 1 | 2 |',
   '1. um\n2. dois',
 ];
-
-function random(seed: number): (below: number) => number {
-  let state = seed;
-  return (below) => {
-    state = (Math.imul(state, 1664525) + 1013904223) >>> 0;
-    return (state >>> 8) % below;
-  };
-}
 
 function longText(seed: number, length: number): string {
   const next = random(seed);

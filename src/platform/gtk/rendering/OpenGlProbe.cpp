@@ -148,8 +148,9 @@ FileDescriptor ask(OpenGlProbe::Question question, pid_t& asked) {
 
 bool hasGraphicsDevice(const std::string& devices) {
   std::error_code failure;
-  for (const auto& entry : std::filesystem::directory_iterator(devices, failure)) {
-    const std::string name = entry.path().filename();
+  for (std::filesystem::directory_iterator entry(devices, failure), end; !failure && entry != end;
+       entry.increment(failure)) {
+    const std::string name = entry->path().filename();
     if (std::ranges::any_of(kDevices, [&](std::string_view device) { return name.starts_with(device); }))
       return true;
   }
