@@ -4,15 +4,16 @@ import type { ViewUpdate } from '@codemirror/view';
 import type { SyntaxNode, Tree } from '@lezer/common';
 import type { Span } from './visibleMarks';
 
-/** What an update has parsed anew of the visible text. */
-export function changedSyntax({ startState, state, changes }: ViewUpdate, seen: Span): Span[] {
+/**
+ * What an update has parsed anew of the visible text; undefined as long as the parser has not reached the end of it.
+ */
+export function changedSyntax({ startState, state, changes }: ViewUpdate, seen: Span): Span[] | undefined {
   const [before, after] = [syntaxTree(startState), syntaxTree(state)];
+  const isBehind = after.length < seen.to && after.type === before.type;
+  if (isBehind) return undefined;
   if (before === after) return [];
   const wasBehind = before.length < changes.invertedDesc.mapPos(seen.to, 1);
-  if (wasBehind) return [seen];
-  // What the parser has not reached yet keeps its look: text that loses it for a moment would flicker.
-  const isBehind = after.length < seen.to && after.type === before.type;
-  return isBehind ? [] : changedNodes(before, after, changes, seen);
+  return wasBehind ? [seen] : changedNodes(before, after, changes, seen);
 }
 
 /**

@@ -40,9 +40,10 @@ export const markdownLook = visibleMarks({
 });
 
 /** A checkbox covers its marks unless the caret is inside them. */
-function changedLook(update: ViewUpdate, seen: Span): readonly Span[] {
+function changedLook(update: ViewUpdate, seen: Span): readonly Span[] | undefined {
   const isShown = update.selectionSet && (touchesTask(update.startState, seen) || touchesTask(update.state, seen));
-  return isShown ? [seen] : changedSyntax(update, seen);
+  const changed = changedSyntax(update, seen);
+  return changed && isShown ? [seen] : changed;
 }
 
 function touchesTask(state: EditorState, seen: Span): boolean {

@@ -13,9 +13,10 @@ interface Source {
   readonly mark: (state: EditorState, span: Span, add: Add) => void;
   /**
    * Where else than in the lines of changed text an update may change marks, in the new text; `seen` is the visible
-   * part of it.
+   * part of it. Undefined if that is not known yet: then all marks stay, changed lines included, because text that
+   * loses its look for a moment flickers. A later update has to name what was left out.
    */
-  readonly changed?: (update: ViewUpdate, seen: Span) => readonly Span[];
+  readonly changed?: (update: ViewUpdate, seen: Span) => readonly Span[] | undefined;
 }
 
 /**
@@ -39,9 +40,9 @@ export function visibleMarks({ mark, changed }: Source): Extension {
           return;
         }
         this.#seen = view.visibleRanges;
-        const stale: Span[] = [];
-        if (docChanged) changes.iterChangedRanges((_from, _to, from, to) => stale.push({ from, to }));
-        if (changed) stale.push(...changed(update, view.viewport));
+        const elsewhere = changed ? changed(update, view.viewport) : [];
+        const stale = [...(elsewhere ?? [])];
+        if (docChanged && elsewhere) changes.iterChangedRanges((_from, _to, from, to) => stale.push({ from, to }));
         let marks = docChanged ? this.decorations.map(changes) : this.decorations;
         for (const span of wholeLines(stale, state.doc)) marks = this.#markAgain(marks, state, span);
         this.decorations = marks;

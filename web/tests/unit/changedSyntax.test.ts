@@ -1,10 +1,11 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { ensureSyntaxTree } from '@codemirror/language';
+import { ensureSyntaxTree, syntaxTree } from '@codemirror/language';
 import { EditorState, Text } from '@codemirror/state';
+import type { ViewUpdate } from '@codemirror/view';
 import type { Tree } from '@lezer/common';
 import { highlightTree } from '@lezer/highlight';
-import { changedNodes } from '../../src/editor/changedSyntax';
+import { changedNodes, changedSyntax } from '../../src/editor/changedSyntax';
 import { classNames } from '../../src/editor/highlight';
 import { loadSyntax, syntaxExtensions } from '../../src/editor/syntax';
 import { random } from './chance';
@@ -106,4 +107,19 @@ test('an edit in one item of a long list leaves the others alone', () => {
   const spans = changedNodes(before, after, update.changes, { from: 0, to: update.state.doc.length });
   const size = spans.reduce((sum, { from, to }) => sum + to - from, 0);
   assert.ok(size < 100, JSON.stringify(spans));
+});
+
+test('as long as the parser is behind, nothing is known to have changed; then all is', async () => {
+  await loadSyntax('js');
+  const doc = 'const a = [{ b: `c` }, function () {}];\n'.repeat(60_000);
+  const state = EditorState.create({ doc: 'a;', extensions: syntaxExtensions('js', Text.of(['a;'])) });
+  parsed(state);
+  const changed = (transaction: ReturnType<EditorState['update']>) =>
+    changedSyntax(transaction as unknown as ViewUpdate, { from: 0, to: transaction.state.doc.length });
+  const pasted = state.update({ changes: { from: 0, insert: doc } });
+  assert.ok(syntaxTree(pasted.state).length < pasted.state.doc.length, 'the parser is behind');
+  assert.equal(changed(pasted), undefined);
+  parsed(pasted.state);
+  const typed = pasted.state.update({ changes: { from: doc.length, insert: 'x' } });
+  assert.deepEqual(changed(typed), [{ from: 0, to: typed.state.doc.length }]);
 });
