@@ -20,6 +20,8 @@ from harness.program import Quendo
 _MINI_BROWSERS = ("/usr/lib/x86_64-linux-gnu/webkitgtk-6.0/MiniBrowser",
                   "/usr/lib/aarch64-linux-gnu/webkitgtk-6.0/MiniBrowser", "/usr/libexec/webkitgtk-6.0/MiniBrowser")
 _TEXT_SIZE = 10_000
+# Name -> notes and size of each, for Quendo alone.
+_LARGE = {"1 MB": (1, 1_000_000), "20 MB": (1, 20_000_000), "10,000 notes": (10_000, 6_000)}
 
 
 def _passing(directory, names):
@@ -103,6 +105,21 @@ def _textarea(text):
             "</textarea></body></html>")
 
 
+def make_large(directory, installation, on_processor):
+    """Name -> Quendo with a large state."""
+    found = {}
+    for name, (count, size) in _LARGE.items():
+        found[name] = _quendo(f"quendo with {name}", directory, installation, on_processor, state_document(count, size))
+    return found
+
+
+def _quendo(name, directory, installation, on_processor, state):
+    choice = ["--rendering=processor"] if on_processor else []
+    editor = Editor(name, [installation.program, *sandbox_arguments(), *choice], directory, installation, {})
+    Quendo(editor.home, installation).state.write(state)
+    return editor
+
+
 def make_editors(directory, installation, scripts, on_processor):
     """(the editors that are installed, the names of those that are not). Quendo comes first."""
     directory = Path(directory)
@@ -120,9 +137,8 @@ def make_editors(directory, installation, scripts, on_processor):
     (served / "index.html").write_text(page, encoding="utf-8")
     address = (served / "index.html").as_uri()
 
-    sandbox = sandbox_arguments()
     environment = PROCESSOR if on_processor else {}
-    web_view = environment | ({"WEBKIT_DISABLE_SANDBOX_THIS_IS_DANGEROUS": "1"} if sandbox else {})
+    web_view = environment | ({"WEBKIT_DISABLE_SANDBOX_THIS_IS_DANGEROUS": "1"} if sandbox_arguments() else {})
     bare_window = BUILD / "bin" / "bare_window"
     mini_browser = next((one for one in _MINI_BROWSERS if Path(one).exists()), None)
     # Chromium refuses to set up its sandbox as root, and without the other option says so above the page.
@@ -133,15 +149,12 @@ def make_editors(directory, installation, scripts, on_processor):
                f"--app={address}"]
     # It has a socket below this directory, whose path may be only a hundred letters long.
     short = environment | {"TMPDIR": os.environ["XDG_RUNTIME_DIR"]}
-    choice = ["--rendering=processor"] if on_processor else []
-    rows = (("quendo", installation.program, [*sandbox, *choice], {}),
-            ("bare-textarea", bare_window, [textarea], web_view),
+    rows = (("bare-textarea", bare_window, [textarea], web_view),
             ("bare-editor", bare_window, [bare, "--script", script], web_view),
             ("mini-browser", mini_browser, [address], web_view),
             ("chromium-app", shutil.which("chromium"), browser, short),
             ("gnome-text-editor", shutil.which("gnome-text-editor"), [note], environment),
             ("mousepad", shutil.which("mousepad"), [note], environment))
-    editors = [Editor(name, [program, *arguments], directory, installation, variables)
-               for name, program, arguments, variables in rows if program]
-    Quendo(editors[0].home, installation).state.write(state)
-    return editors, [name for name, program, _arguments, _variables in rows if not program]
+    others = [Editor(name, [program, *arguments], directory, installation, variables)
+              for name, program, arguments, variables in rows if program]
+    return [_quendo("quendo", directory, installation, on_processor, state), *others], [name for name, program, _arguments, _variables in rows if not program]

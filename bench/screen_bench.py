@@ -10,7 +10,7 @@ import time
 from pathlib import Path
 from statistics import median
 
-from editors import make_editors
+from editors import make_editors, make_large
 from graphics import renderer
 from keyboard import PageScripts
 from pixels import completion
@@ -96,13 +96,17 @@ def type_hour(screen, tree, extent, idle):
     wait_until(lambda: processor_share(tree, 1) < busy, 300, "the keys to be done with")
 
 
+def place_window(window, extent):
+    desktop.run("wmctrl", "-i", "-r", hex(window.id), "-e", "0," + ",".join(map(str, WINDOW)))
+    desktop.activate(window)
+    time.sleep(extent.settle)
+
+
 def measure(editor, screen, extent, results, with_hour):
     editor.restore_home()
     started, window, to_window, to_text = open_window(editor, screen, extent)
     try:
-        desktop.run("wmctrl", "-i", "-r", hex(window.id), "-e", "0," + ",".join(map(str, WINDOW)))
-        desktop.activate(window)
-        time.sleep(extent.settle)
+        place_window(window, extent)
         idle = processor_share(started.tree, extent.idle)
         memory = started.tree.proportional_bytes()
         delays, a_key = type_round(Line(screen, window), started.tree, extent)
@@ -117,13 +121,24 @@ def measure(editor, screen, extent, results, with_hour):
         started.kill()
 
 
+def measure_large(text, editor, screen, extent, results):
+    editor.restore_home()
+    started, window, *_rest = open_window(editor, screen, extent)
+    try:
+        place_window(window, extent)
+        delays, a_key = type_round(Line(screen, window), started.tree, extent)
+        results.add_large(text, key=delays, processor=[a_key])
+    finally:
+        started.kill()
+
+
 def warm_up(editor, screen, extent):
     started, *_rest = open_window(editor, screen, extent)
     started.quit()
     editor.keep_home()
 
 
-def run_rounds(editors, screen, extent, results):
+def run_rounds(editors, large, screen, extent, results):
     """Returns the names of other programs than Quendo that failed. They are left out from then on."""
     failed = []
     for number in range(-1 if extent.warm_up else 0, extent.rounds):
@@ -142,6 +157,11 @@ def run_rounds(editors, screen, extent, results):
                 print(f"{editor.name}: {error}", file=sys.stderr)
                 results.leave_out(editor.name)
                 failed.append(editor.name)
+        for text, editor in large.items():
+            if number < 0:
+                warm_up(editor, screen, extent)
+            else:
+                measure_large(text, editor, screen, extent, results)
     return failed
 
 
@@ -164,7 +184,8 @@ def main():
                                         chosen.on_processor)
         for name in missing:
             print(f"Not installed and left out: {name}.", file=sys.stderr)
-        failed = run_rounds(editors, screen, extent, results)
+        large = {} if chosen.quick else make_large(directory, installation, chosen.on_processor)
+        failed = run_rounds(editors, large, screen, extent, results)
     screen.close()
     for line in results.lines():
         print(line, flush=True)

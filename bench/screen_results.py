@@ -34,9 +34,43 @@ _MEASURES = {
     "memory": _Measure("memory", "memory", median, 1e-6, "MB"),
     "memory-after-an-hour": _Measure("after an hour", "hour", median, 1e-6, "MB"),
 }
+_OF_KEYS = ("key-to-pixel", "key-to-pixel-95th", "key-to-pixel-longest", "processor-a-key")
+# What large texts are compared with: the least that a page can do for a key.
+_PLAINEST = "bare-textarea"
 # The kernel counts time in hundredths of a second; a ratio to less than one of them, in five seconds or
 # for forty keys, would say nothing.
 _LEAST = {"processor-idle": 0.002, "processor-a-key": 0.00025}
+
+
+def _extend(lists, key, values):
+    found = lists.setdefault(key, {})
+    for name, several in values.items():
+        found.setdefault(name, []).extend(several)
+
+
+def _summary(name, values):
+    return _MEASURES[name].summary(values[_MEASURES[name].source])
+
+
+def _text(name, values):
+    return _MEASURES[name].text(_summary(name, values))
+
+
+def _ratio(name, one, other):
+    return _summary(name, one) / max(_summary(name, other), _LEAST.get(name, 0))
+
+
+def _compared(name, one, other):
+    counts = " and ".join(str(len(values[_MEASURES[name].source])) for values in (one, other))
+    return f"{_ratio(name, one, other):.2f}  ({_text(name, one)} against {_text(name, other)}, {counts} values)"
+
+
+def _head(names, *more):
+    return _row("", [*(_MEASURES[name].title for name in names), *more]), "|---" * (len(names) + 1 + len(more)) + "|"
+
+
+def _row(title, cells, *more):
+    return f"| {' | '.join([title, *cells, *more])} |"
 
 
 class Results:
@@ -44,12 +78,15 @@ class Results:
 
     def __init__(self):
         self._values = {}
+        self._large = {}
         self._drawn_by = {}
 
     def add(self, program, **values):
-        of_program = self._values.setdefault(program, {})
-        for name, several in values.items():
-            of_program.setdefault(name, []).extend(several)
+        _extend(self._values, program, values)
+
+    def add_large(self, text, **values):
+        """Values of the first program with another text than the others have."""
+        _extend(self._large, text, values)
 
     def drawn_by(self, program, what):
         self._drawn_by[program] = what
@@ -57,39 +94,35 @@ class Results:
     def leave_out(self, program):
         self._values.pop(program, None)
 
-    def _summary(self, program, name):
-        return _MEASURES[name].summary(self._values[program][_MEASURES[name].source])
-
-    def _ratio(self, other, name):
-        first = self._summary(next(iter(self._values)), name)
-        return first / max(self._summary(other, name), _LEAST.get(name, 0))
-
     def lines(self):
         """A line for each other program and measure, as all benchmarks print them."""
-        first, *others = self._values
-        for other in others:
-            for name, measure in _MEASURES.items():
-                one, another = (measure.text(self._summary(program, name)) for program in (first, other))
-                yield (f"screen/{other} {name} {self._ratio(other, name):.2f}  ({one} against {another}, "
-                       f"{len(self._values[first][measure.source])} and {len(self._values[other][measure.source])} "
-                       "values)")
+        first, *others = self._values.values()
+        for other, values in zip(list(self._values)[1:], others, strict=True):
+            for name in _MEASURES:
+                yield f"screen/{other} {name} {_compared(name, first, values)}"
+        for text, values in self._large.items():
+            for name in _OF_KEYS:
+                yield f"screen/{_PLAINEST} {name}, {text} {_compared(name, values, self._values[_PLAINEST])}"
 
     def table(self, heading, missing):
         """Markdown: the first program's own values, and below them its ratio to each other one's."""
         first, *others = self._values
-        rows = [f"### On the screen: {heading}", "",
-                "| | " + " | ".join(one.title for one in _MEASURES.values()) + " | drawn by |",
-                "|---" * (len(_MEASURES) + 2) + "|",
-                self._row(first, lambda name, value: value),
-                *(self._row(other, lambda name, value: f"{self._ratio(other, name):.2f} ({value})")
-                  for other in others)]
+        own = self._values[first]
+        rows = [f"### On the screen: {heading}", "", *_head(_MEASURES, "drawn by"),
+                _row(first, (_text(name, own) for name in _MEASURES), self._drawn_by[first])]
+        for other in others:
+            values = self._values[other]
+            cells = (f"{_ratio(name, own, values):.2f} ({_text(name, values)})" for name in _MEASURES)
+            rows.append(_row(other, cells, self._drawn_by[other]))
         if missing:
             rows += ["", f"Left out: {', '.join(missing)}."]
+        if self._large:
+            rows += ["", f"With large texts, against {_PLAINEST} with the small one:", "", *_head(_OF_KEYS)]
+        for text, values in self._large.items():
+            cells = (f"{_ratio(name, values, self._values[_PLAINEST]):.2f} ({_text(name, values)})"
+                     for name in _OF_KEYS)
+            rows.append(_row(f"{first}, {text}", cells))
         return "\n".join(rows)
-
-    def _row(self, program, shown):
-        cells = (shown(name, measure.text(self._summary(program, name))) for name, measure in _MEASURES.items())
-        return f"| {program} | {' | '.join(cells)} | {self._drawn_by[program]} |"
 
 
 def replace_table(document, table):

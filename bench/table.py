@@ -15,6 +15,13 @@ _AIMS = (
     ("typing/bare-editor thread-a-key", 1.80),
     ("search/50ms", 1.00),
     ("page-save/10ms serialise", 1.00),
+    ("screen/bare-textarea key-to-pixel-longest", None),
+    ("screen/bare-textarea key-to-pixel", 1.15),
+    ("screen/bare-textarea processor-a-key", 1.40),
+    ("screen/bare-textarea processor-idle", 1.10),
+    ("screen/mini-browser text", 1.10),
+    ("screen/chromium-app text", 1.00),
+    ("screen/gnome-text-editor text", 1.00),
     # Bytes per byte.
     ("memory/40MB", 1.00),
     ("memory/document started", 8.00),

@@ -1,5 +1,6 @@
 """What the benchmark of the screen makes of pixels and processes. It times nothing here."""
 
+import re
 import sys
 
 import pytest
@@ -116,7 +117,7 @@ def test_a_share_of_values_does_not_exceed_the_part(share, value):
 def results():
     """Quendo and one other program."""
     found = Results()
-    for program, times in (("quendo", 2), ("other", 1)):
+    for program, times in (("quendo", 2), ("other", 1), ("bare-textarea", 4)):
         found.add(program, window=[0.1 * times], text=[0.2 * times], key=[0.01 * times, 0.03 * times],
                   processor=[0.001 * times], idle=[0.02 * times], memory=[5e7 * times], hour=[6e7 * times])
         found.drawn_by(program, "processor")
@@ -127,7 +128,15 @@ def test_lines_are_ratios_that_the_table_of_all_benchmarks_takes(results):
     lines = list(results.lines())
     assert "screen/other window 2.00  (200 ms against 100 ms, 1 and 1 values)" in lines
     assert "screen/other memory 2.00  (100 MB against 50 MB, 1 and 1 values)" in lines
-    assert [name for name, *_rest in table.rows(lines, quick=False)] == [line.partition(" 2.00")[0] for line in lines]
+    names = [name for name, *_rest in table.rows(lines, quick=False)]
+    assert names == [re.fullmatch(r"(.*?) \d\.\d\d  \(.*", line)[1] for line in lines]
+
+
+def test_large_texts_are_compared_with_the_plainest_program(results):
+    results.add_large("20 MB", key=[0.02, 0.06], processor=[0.001])
+    assert "screen/bare-textarea key-to-pixel, 20 MB 0.50  (40 ms against 80 ms, 2 and 2 values)" in results.lines()
+    assert results.table("software", []).endswith("| quendo, 20 MB | 0.50 (40 ms) | 0.50 (60 ms) | 0.50 (60 ms) | "
+                                                  "0.25 (1.0 ms) |")
 
 
 def test_an_idle_program_that_takes_less_than_can_be_counted_gives_no_endless_ratio(results):
