@@ -110,9 +110,10 @@ export class TabBar {
     return elements;
   }
 
+  /** Waits for the frame: in between, it would make the engine lay out a page that is not whole yet. */
   #reveal(id: string | null): void {
     const frame = id === null ? undefined : this.#tabs.get(id)?.frame;
-    frame?.scrollIntoView({ block: 'nearest', inline: 'nearest' });
+    requestAnimationFrame(() => frame?.scrollIntoView({ block: 'nearest', inline: 'nearest' }));
   }
 
   #onKey(event: KeyboardEvent): void {
