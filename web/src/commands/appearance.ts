@@ -1,5 +1,5 @@
 import { t } from '../i18n/language';
-import type { Theme } from '../state/model';
+import type { Theme } from '../state/settings';
 import { zoomStep } from '../state/zoom';
 import type { Context } from './context';
 

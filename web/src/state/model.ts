@@ -1,15 +1,10 @@
-import type { Language } from '../i18n/language';
 import type { Format } from '../text/names';
+import type { Extra } from './extra';
 import type { NoteText } from './noteText';
+import { defaultSettings, type Settings } from './settings';
 
 /** The newest document version this page can read, and the one it writes. */
 export const DOCUMENT_VERSION = 1;
-
-/**
- * Members this version does not know, as name and JSON. They are written back unchanged, so a newer version's
- * additions survive being opened in this one.
- */
-export type Extra = ReadonlyArray<readonly [name: string, json: string]>;
 
 /** One note. Records are immutable: new text means a new record. */
 export interface Note {
@@ -54,30 +49,6 @@ export interface Place {
   readonly top: number;
 }
 
-export const themes = ['system', 'light', 'dark'] as const;
-export type Theme = (typeof themes)[number];
-
-/** The theme for a stored value; unknown values follow the system. */
-export function readTheme(chosen: string): Theme {
-  return themes.find((theme) => theme === chosen) ?? 'system';
-}
-
-export interface Settings {
-  readonly language: Language | null;
-  readonly sidebarOpen: boolean;
-  readonly sidebarMode: string;
-  /** One of `themes`, or a later version's value, which is preserved. */
-  readonly theme: string;
-  /** Text size factor; 1 is the default. */
-  readonly zoom: number;
-  /**
-   * Whether the preview is kept open beside the text. The preview in place of the text is not persisted, so
-   * the page always starts ready for writing.
-   */
-  readonly previewBeside: boolean;
-  readonly extra: Extra;
-}
-
 /** The whole document as held in memory. */
 export interface Contents {
   readonly revision: number;
@@ -101,16 +72,6 @@ export interface Contents {
 }
 
 export const noTabs: Tabs = { open: [], active: null, closed: [], extra: [] };
-
-export const defaultSettings: Settings = {
-  language: null,
-  sidebarOpen: true,
-  sidebarMode: 'all',
-  theme: 'system',
-  zoom: 1,
-  previewBeside: false,
-  extra: [],
-};
 
 export const emptyContents: Contents = {
   revision: 0,

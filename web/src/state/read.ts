@@ -1,22 +1,19 @@
-import { isLanguage } from '../i18n/language';
 import {
   type BinnedNote,
   type ClosedTab,
   type Contents,
   DOCUMENT_VERSION,
-  defaultSettings,
   emptyContents,
-  type Extra,
   type Note,
   type Place,
-  type Settings,
   type Tabs,
 } from './model';
+import { keepJson, unknownMembers } from './extra';
 import { isMembers, type Members, migrate } from './migrations';
 import { NoteText } from './noteText';
 import { readRevision } from './revision';
+import { defaultSettings, readSettings, settingNames } from './settings';
 import { soundTabs } from './tabRow';
-import { readZoom } from './zoom';
 
 const BIN_KEEPS_MS = 30 * 24 * 60 * 60 * 1000;
 /** The host allows ids of up to 200 bytes. */
@@ -62,7 +59,9 @@ export function readContents(stored: unknown, now: number): ReadResult {
     bin,
     tabs: readTabs(value.tabs, notes, bin),
     places: readPlaces(value.places, ids),
-    settings: readSettings(value.settings),
+    settings: isMembers(value.settings)
+      ? readSettings(value.settings, unknownMembers(value.settings, settingNames))
+      : defaultSettings,
     captureDraft: typeof value.captureDraft === 'string' ? value.captureDraft : '',
     handedOver: texts(value.handedOver),
     unreadable,
@@ -98,7 +97,6 @@ const NOTE_MEMBERS = [
   'deleted',
 ];
 const TABS_MEMBERS = ['open', 'active', 'closed'];
-const SETTINGS_MEMBERS = ['language', 'sidebarOpen', 'sidebarMode', 'theme', 'zoom', 'previewBeside'];
 
 function entries(value: unknown): ReadonlyArray<unknown> {
   if (Array.isArray(value)) return value;
@@ -154,19 +152,6 @@ function readClosedTab(value: unknown): ClosedTab[] {
   return [{ id: value.id, index }];
 }
 
-function readSettings(value: unknown): Settings {
-  if (!isMembers(value)) return defaultSettings;
-  return {
-    language: isLanguage(value.language) ? value.language : null,
-    sidebarOpen: value.sidebarOpen !== false,
-    sidebarMode: typeof value.sidebarMode === 'string' ? value.sidebarMode : 'all',
-    theme: typeof value.theme === 'string' ? value.theme : 'system',
-    zoom: readZoom(value.zoom),
-    previewBeside: value.previewBeside === true,
-    extra: unknownMembers(value, SETTINGS_MEMBERS),
-  };
-}
-
 function readPlaces(value: unknown, ids: ReadonlySet<string>): Map<string, Place> {
   const places = new Map<string, Place>();
   for (const [id, place] of Object.entries(isMembers(value) ? value : {})) {
@@ -194,25 +179,4 @@ function readSetAside(value: Members): string[] {
     keepJson({ member, held }, kept);
   }
   return kept;
-}
-
-function unknownMembers(value: Members, known: ReadonlyArray<string>): Extra {
-  const extra: Array<readonly [string, string]> = [];
-  for (const [name, member] of Object.entries(value)) {
-    if (known.includes(name)) continue;
-    const kept: string[] = [];
-    keepJson(member, kept);
-    if (kept[0] !== undefined) extra.push([name, kept[0]]);
-  }
-  return extra;
-}
-
-/** Nesting too deep to serialise is the one thing that cannot be preserved. */
-function keepJson(value: unknown, into: string[]): void {
-  try {
-    const json = JSON.stringify(value) as string | undefined;
-    if (json !== undefined) into.push(json);
-  } catch (error) {
-    if (!(error instanceof RangeError)) throw error;
-  }
 }

@@ -1,7 +1,8 @@
 import type { Text } from '@codemirror/state';
 import { headOf } from '../text/title';
-import type { BinnedNote, ClosedTab, Contents, Note, Place, Settings, Tabs } from './model';
+import type { BinnedNote, ClosedTab, Contents, Note, Place, Tabs } from './model';
 import { NoteText } from './noteText';
+import type { Settings } from './settings';
 import { closeTabs, forgetTabs, openTab } from './tabRow';
 
 /** What changed: one note's text; the set of notes or tabs; a setting; the capture draft. */

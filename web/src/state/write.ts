@@ -1,5 +1,7 @@
-import { type BinnedNote, type Contents, DOCUMENT_VERSION, type Extra, type Note, type Place } from './model';
+import type { Extra } from './extra';
+import { type BinnedNote, type Contents, DOCUMENT_VERSION, type Note, type Place } from './model';
 import { chain } from './noteText';
+import { settingNames } from './settings';
 
 /** JSON of a note, with its text as a part of it that is held only once. */
 interface Piece {
@@ -28,7 +30,7 @@ type Members = ReadonlyArray<readonly [name: string, json: string]>;
 
 /** The document as JSON. Lone surrogates are escaped, so the result is always well-formed. */
 export function serialize(contents: Contents, revision: number): string {
-  const { tabs, setAside, handedOver } = contents;
+  const { tabs, settings, setAside, handedOver } = contents;
   const members: Array<readonly [string, string]> = [
     ['version', String(DOCUMENT_VERSION)],
     ['revision', JSON.stringify(revision)],
@@ -46,7 +48,7 @@ export function serialize(contents: Contents, revision: number): string {
       ),
     ],
     ['places', object([...contents.places].map(([id, place]) => [id, placeJson(place)]))],
-    ['settings', settingsJson(contents)],
+    ['settings', object(settingNames.map((name) => [name, JSON.stringify(settings[name])]), settings.extra)],
     ['captureDraft', JSON.stringify(contents.captureDraft)],
   ];
   if (handedOver.length) members.push(['handedOver', JSON.stringify(handedOver)]);
@@ -148,20 +150,6 @@ function noteJson(
   const before = ['{"id":', JSON.stringify(id), ',"text":'].join('');
   const after = [...members, ...more, ...extra].flatMap(([member, json]) => [',', JSON.stringify(member), ':', json]);
   return before + text.json + [...after, '}'].join('');
-}
-
-function settingsJson({ settings }: Contents): string {
-  return object(
-    [
-      ['language', JSON.stringify(settings.language)],
-      ['sidebarOpen', JSON.stringify(settings.sidebarOpen)],
-      ['sidebarMode', JSON.stringify(settings.sidebarMode)],
-      ['theme', JSON.stringify(settings.theme)],
-      ['zoom', JSON.stringify(settings.zoom)],
-      ['previewBeside', JSON.stringify(settings.previewBeside)],
-    ],
-    settings.extra,
-  );
 }
 
 function object(members: Members, extra: Extra = []): string {

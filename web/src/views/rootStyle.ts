@@ -1,4 +1,4 @@
-import { readTheme, type Settings } from '../state/model';
+import { readTheme, type Settings } from '../state/settings';
 
 /** The root font size at zoom 1, in pixels; the style sheets size text in rem. */
 const ROOT_PIXELS = 16;

@@ -1,5 +1,5 @@
 import { htmlTag, type Language, onLanguageChange } from '../i18n/language';
-import { readTheme, type Theme } from '../state/model';
+import { readTheme, type Theme } from '../state/settings';
 import { titleOf, type Workspace } from '../state/workspace';
 import { h, iconButton, relabel } from '../dom/elements';
 import { Closing } from './closing';

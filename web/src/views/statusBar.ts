@@ -1,6 +1,6 @@
 import type { Key } from '../i18n/catalogue';
 import { currentLanguage, isLanguage, type Language, languages, t } from '../i18n/language';
-import { type Theme, themes } from '../state/model';
+import { type Theme, themes } from '../state/settings';
 import type { SaveStatus } from '../state/saver';
 import { h, iconButton } from '../dom/elements';
 

@@ -26,6 +26,7 @@ const MAY_IMPORT: Readonly<Record<string, ReadonlyArray<string>>> = {
 const LONGEST_FILE = 300;
 
 const files = ['src', 'tests', 'scripts'].flatMap((folder) => walk(path.resolve(folder)));
+const textFiles = files.filter((file) => /i18n.(?:catalogue|texts.\w+)\.ts$/.test(file));
 const sources = files.filter((file) => /src.*\.ts$/.test(file));
 
 function walk(folder: string): string[] {
@@ -105,6 +106,11 @@ test('only the globals file puts names on the window', () => {
   }
 });
 
+test('no text is defined twice', () => {
+  const rows = textFiles.flatMap((file) => [...readFileSync(file, 'utf8').matchAll(/^  '(.+?)': \[/gm)]);
+  assert.equal(rows.length, Object.keys(catalogue).length);
+});
+
 test('every text exists in every language, with the same placeholders', () => {
   const holes = (text: string) => (text.match(/\{\w+\}|\$/g) ?? []).sort().join();
   for (const [key, row] of Object.entries(catalogue)) {
@@ -118,7 +124,7 @@ test('every text exists in every language, with the same placeholders', () => {
 
 test('every text is used', () => {
   const code = sources
-    .filter((file) => !file.endsWith('catalogue.ts'))
+    .filter((file) => !textFiles.includes(file))
     .map((f) => readFileSync(f, 'utf8'))
     .join();
   for (const key of Object.keys(catalogue)) {
