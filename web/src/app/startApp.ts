@@ -68,7 +68,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     prepare: () => currentState(context),
     send: (serialized, revision) => port.save(serialized, revision),
     beginParts: () => beginParts(context),
-    inTurns: (work, done) => quiet.after(work, 0, done),
+    inTurns: (work, done) => quiet.spread(work, done),
     onStatus: reportStatus(shell),
   });
   let revision = contents.revision;
