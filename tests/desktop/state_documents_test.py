@@ -127,13 +127,61 @@ def test_a_long_document_arrives_whole_wherever_it_is_cut(running):
         wait_until(lambda: program.state.text() == expected, 20, "the document on disk")
 
 
+_PARTS = "const { postPart, postMessageWithParts } = webkit.messageHandlers.quendoState;"
+
+
+def test_a_document_in_parts_arrives_whole_among_other_messages(running):
+    program, server = running
+    server.run(_PARTS + """
+        postPart('{"given":"up', true);
+        postPart('{"text":"', true);
+        webkit.messageHandlers.quendoClipboard.postMessage({ text: 'x'.repeat(100000) });
+        for (let part = 0; part < 7; part++) {
+          postPart('😀'.repeat(300000), false);
+          await new Promise(done => setTimeout(done));
+          webkit.messageHandlers.quendoShare.postMessage({ title: 'x'.repeat(100000) });
+        }
+        postPart('"}', false);
+        postMessageWithParts({ revision: 200 }, 'serialized');""")
+    expected = json.dumps({"text": "😀" * 2_100_000}, ensure_ascii=False, separators=(",", ":"))
+    wait_until(lambda: program.state.text() == expected, 20, "the document on disk")
+
+
+def test_a_message_without_its_parts_is_refused_and_nothing_is_lost(running):
+    program, server = running
+    before = program.state.text()
+    answer = server.run(_PARTS + """
+        answers.length = 0;
+        postMessageWithParts({ revision: 1e15 }, 'serialized');
+        return (await answersUntil(() => answers.length > 0))[0];""")
+    assert answer == [False, 1e15]
+    assert program.state.text() == before
+
+
+def test_parts_that_cannot_be_posted_fail_in_the_page(running):
+    _, server = running
+    assert server.run(_PARTS + """
+        const refusals = [];
+        for (const post of [() => postPart(Symbol(), true), () => postMessageWithParts({ a: () => 1 }, 'serialized')]) {
+          try { post(); } catch (error) { refusals.push(error.name); }
+        }
+        return refusals;""") == ["TypeError", "DataCloneError"]
+
+
 def test_a_page_that_imitates_the_relay_is_only_ignored(running):
     program, server = running
     before = program.state.text()
     server.run("""
         const send = (name, detail) => window.dispatchEvent(new CustomEvent(name, { detail }));
         for (const detail of [5, null, '', [1, 2], { length: 3 }, 'x'.repeat(10)]) send('quendo-host-text', detail);
+        for (const detail of [5, null, '', [1, 2], { length: 3 }, 'x'.repeat(10)]) {
+          send('quendo-host-part', detail);
+          send('quendo-host-first-part', detail);
+        }
         for (const body of [5, null, {}, { serialized: 5 }]) {
+          for (const partsName of [7, {}, null, 'a']) {
+            send('quendo-host-message', { name: 'quendoState', body, textNames: [], partsName });
+          }
           for (const textNames of [['a'], ['a', 'b', 'c', 'd'], 7, { length: 2e9 }, { length: -1 }, undefined]) {
             send('quendo-host-text', 'x'.repeat(10));
             send('quendo-host-message', { name: 'quendoState', body, textNames });

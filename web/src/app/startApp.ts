@@ -11,6 +11,7 @@ import { type Change, Workspace } from '../state/workspace';
 import { prepareJson } from '../state/write';
 import { applyAppearance, followDesktop } from '../views/rootStyle';
 import { Shell } from '../views/shell';
+import { beginParts } from '../commands/documentParts';
 import { type Context, focusMain, rememberPlace } from '../commands/context';
 import { showCount } from './wordCount';
 import * as notes from '../commands/notes';
@@ -66,6 +67,8 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     whenIdle: (run, longest) => quiet.after(prepareJson(workspace.contents), longest, run),
     prepare: () => currentState(context),
     send: (serialized, revision) => port.save(serialized, revision),
+    beginParts: () => beginParts(context),
+    inTurns: (work, done) => quiet.spread(work, done),
     onStatus: reportStatus(shell),
   });
   let revision = contents.revision;

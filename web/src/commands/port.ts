@@ -10,11 +10,21 @@ export interface HostPort {
   readonly native: boolean;
   readonly publicUrl: string;
   save(serialized: string, revision: number): boolean;
+  /** Null if documents can only be saved whole. */
+  readonly parts: PartsPort | null;
   exportFile(file: { filename: string; content: string; format: Format }): boolean;
   saveAs(file: { noteId: string; filename: string; content: string }): boolean;
   copy(request: { text: string; successMessage: string; requestId: string }): void;
   share(request: ShareRequest): boolean;
   rememberLanguage(language: Language): void;
+}
+
+/** Saves a long document without blocking the page for long. */
+export interface PartsPort {
+  /** Hands over a part; the first one takes the place of all before it. Throws if it could not be posted. */
+  post(part: string, isFirst: boolean): void;
+  /** Saves the document whose parts have been posted. */
+  save(revision: number): boolean;
 }
 
 export interface ShareRequest {

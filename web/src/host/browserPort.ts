@@ -15,6 +15,7 @@ export function browserPort(publicUrl: string, answers: () => HostAnswers): Host
       if (kept) queueMicrotask(() => answers().saved(true, revision));
       return kept;
     },
+    parts: null,
     exportFile: ({ filename, content }) => {
       download(filename, content);
       answers().exported(true, t('file.downloaded', { name: filename }));

@@ -1,8 +1,10 @@
-import type { HostAnswers, HostPort } from '../commands/port';
+import type { HostAnswers, HostPort, PartsPort } from '../commands/port';
 import { webCopy } from './webClipboard';
 
 interface MessageHandler {
   postMessage(body: unknown): void;
+  postPart?(part: string, isFirst: boolean): void;
+  postMessageWithParts?(body: unknown, member: string): void;
 }
 
 export interface WebKitWindow {
@@ -29,6 +31,7 @@ export function nativePort(target: WebKitWindow, publicUrl: string, answers: () 
     native: true,
     publicUrl,
     save: (serialized, revision) => post('quendoState', { serialized, revision }),
+    parts: partsPort(target.webkit?.messageHandlers?.quendoState),
     exportFile: (file) => post('quendoExport', file),
     saveAs: (file) => post('quendoSaveAs', file),
     copy: (request) => {
@@ -36,5 +39,21 @@ export function nativePort(target: WebKitWindow, publicUrl: string, answers: () 
     },
     share: (request) => post('quendoShare', request),
     rememberLanguage: (language) => void post('quendoLanguage', language),
+  };
+}
+
+function partsPort(handler: MessageHandler | undefined): PartsPort | null {
+  const [postPart, postAll] = [handler?.postPart, handler?.postMessageWithParts];
+  if (!postPart || !postAll) return null;
+  return {
+    post: (part, isFirst) => postPart.call(handler, part, isFirst),
+    save: (revision) => {
+      try {
+        postAll.call(handler, { revision }, 'serialized');
+        return true;
+      } catch {
+        return false;
+      }
+    },
   };
 }

@@ -46,6 +46,17 @@ export class NoteText {
     return this.#json;
   }
 
+  /** The same, without putting together the parts of an edited text. */
+  *jsonPieces(): Generator<string, void> {
+    if (!this.#edited) {
+      yield this.json;
+      return;
+    }
+    yield '"';
+    yield* treePieces(this.#edited);
+    yield '"';
+  }
+
   /** Whether the text is one string. */
   get settled(): boolean {
     return this.#json !== null;
@@ -135,6 +146,17 @@ function nodeJson(node: Text): string {
     nodes.set(node, json);
   }
   return json;
+}
+
+function* treePieces(node: Text): Generator<string, void> {
+  if (!node.children || node.length <= PIECE_CHARACTERS) {
+    yield nodeJson(node);
+    return;
+  }
+  for (const [index, child] of node.children.entries()) {
+    if (index > 0) yield '\\n';
+    yield* treePieces(child);
+  }
 }
 
 function* prepareTree(node: Text): Generator<void, void> {

@@ -3,6 +3,10 @@ import { workSlice } from '../time/slices';
 
 /** Longer than a fast typist's interval between keys within a word. */
 const QUIET_MS = 120;
+/** Somebody who has pressed a key in this time is typing. */
+const TYPING_MS = 1000;
+/** The pause between steps that keep the host from drawing. */
+const FRAME_MS = 16;
 /** The longest that work runs before it lets a key or a frame through. */
 const SLICE_MS = 5;
 
@@ -13,6 +17,22 @@ export class QuietTime {
 
   constructor(clock: Clock) {
     this.#clock = clock;
+  }
+
+  /**
+   * Does work whose steps cost the host time, too, then calls `run`: with a frame after each step while somebody types,
+   * otherwise as fast as events get through. Returns a cancel function.
+   */
+  spread(work: Iterator<unknown>, run: () => void): () => void {
+    const clock = this.#clock;
+    const turn = () => {
+      const isTyping = clock.now() - this.#lastKey < TYPING_MS;
+      const { done } = workSlice(work, isTyping ? 0 : SLICE_MS, () => clock.now());
+      if (done) run();
+      else timer = clock.setTimer(turn, isTyping ? FRAME_MS : 0);
+    };
+    let timer = clock.setTimer(turn, 0);
+    return () => clock.clearTimer(timer);
   }
 
   /** Call on every key press. */

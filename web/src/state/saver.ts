@@ -9,6 +9,15 @@ interface Prepared {
   readonly revision: number;
 }
 
+/** A document as it is now, on its way in parts. */
+export interface Parts {
+  readonly revision: number;
+  /** Each step posts a part; throws if that failed. */
+  readonly work: Iterator<unknown>;
+  /** Posts the document whose parts have been posted; the answer arrives through `answered`. False as for `send`. */
+  readonly post: () => boolean;
+}
+
 export interface SaverOptions {
   readonly clock: Clock;
   /**
@@ -23,6 +32,10 @@ export interface SaverOptions {
    * comes.
    */
   readonly send: (serialized: string, revision: number) => boolean;
+  /** Begins to post a long document in parts; null if it is short or the host takes no parts. */
+  readonly beginParts: () => Parts | null;
+  /** Does work between keys and frames, then calls `done`; returns a cancel function. */
+  readonly inTurns: (work: Iterator<unknown>, done: () => void) => () => void;
   readonly onStatus: (status: SaveStatus) => void;
 }
 
@@ -62,6 +75,8 @@ export class Saver {
   #cost = 0;
   #timer: unknown = null;
   #cancelIdle: (() => void) | null = null;
+  /** Only while a document is on its way in parts. */
+  #cancelParts: (() => void) | null = null;
   #answerTimer: unknown = null;
   #status: SaveStatus = 'saved';
 
@@ -120,21 +135,50 @@ export class Saver {
   }
 
   #attempt(atOnce: boolean): void {
-    if (this.#waiting) {
+    const isOvertaking = atOnce && this.#cancelParts !== null;
+    if (this.#waiting && !isOvertaking) {
       if (this.#again !== 'at once') this.#again = atOnce ? 'at once' : 'when idle';
-      return;
+    } else if (atOnce || this.#failures > 0 || !this.#postParts()) {
+      this.#post();
     }
-    this.#post();
   }
 
-  /** Posts the current document; false if that failed. */
+  /** Posts the current document at once, in place of one that is on its way in parts; false if that failed. */
   #post(): boolean {
-    this.#clearTimer();
-    const { clock } = this.#options;
-    this.#lastTry = clock.now();
+    this.#begin();
     const prepared = this.#prepare();
-    if (prepared && this.#send(prepared)) {
-      this.#cost = clock.now() - this.#lastTry;
+    const isPosted =
+      prepared !== null &&
+      this.#send(prepared.revision, this.#changes, () => this.#options.send(prepared.serialized, prepared.revision));
+    return this.#posted(isPosted);
+  }
+
+  /** Begins to post the current document in parts; false if it is to be posted as a whole. */
+  #postParts(): boolean {
+    const parts = this.#options.beginParts();
+    if (!parts) return false;
+    this.#begin();
+    const changes = this.#changes;
+    const progress = { failed: false };
+    this.#waiting = true;
+    this.#cancelParts = this.#options.inTurns(caught(parts.work, progress), () => {
+      this.#cancelParts = null;
+      this.#posted(!progress.failed && this.#send(parts.revision, changes, parts.post));
+    });
+    this.#report();
+    return true;
+  }
+
+  #begin(): void {
+    this.#clearTimer();
+    this.#cancelParts?.();
+    this.#cancelParts = null;
+    this.#lastTry = this.#options.clock.now();
+  }
+
+  #posted(isPosted: boolean): boolean {
+    if (isPosted) {
+      this.#cost = this.#options.clock.now() - this.#lastTry;
       return true;
     }
     this.#failed();
@@ -151,20 +195,20 @@ export class Saver {
     }
   }
 
-  #send({ serialized, revision }: Prepared): boolean {
-    const { clock, send } = this.#options;
-    const sent = { revision, changes: this.#changes };
+  #send(revision: number, changes: number, post: () => boolean): boolean {
+    const { clock } = this.#options;
+    const sent = { revision, changes };
     this.#sent.push(sent);
     this.#oldestUnsaved = this.#lastTry;
     clock.clearTimer(this.#answerTimer);
     this.#waiting = true;
-    this.#again = null;
+    if (changes === this.#changes) this.#again = null;
     this.#answerTimer = clock.setTimer(() => {
       this.#failed();
       this.#report();
     }, ANSWER_LIMIT_MS);
     this.#report();
-    if (send(serialized, revision)) return true;
+    if (post()) return true;
     this.#sent = this.#sent.filter((one) => one !== sent);
     return false;
   }
@@ -226,5 +270,13 @@ export class Saver {
     if (this.#changes === this.#savedChanges) return 'saved';
     if (this.#failures > 0) return 'failed';
     return this.#waiting ? 'saving' : 'unsaved';
+  }
+}
+
+function* caught(work: Iterator<unknown>, progress: { failed: boolean }): Generator<void, void> {
+  try {
+    while (!work.next().done) yield;
+  } catch {
+    progress.failed = true;
   }
 }

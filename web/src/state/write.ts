@@ -25,17 +25,42 @@ const placeCache = new WeakMap<Place, string>();
  */
 const groupCache = new WeakMap<Note, { pieces: ReadonlyArray<Piece>; json: string }>();
 const GROUP_NOTES = 64;
+/** Longer strings of several notes are taken apart again. */
+export const LONG_PIECE = 500_000;
 
 type Members = ReadonlyArray<readonly [name: string, json: string]>;
 
 /** The document as JSON. Lone surrogates are escaped, so the result is always well-formed. */
 export function serialize(contents: Contents, revision: number): string {
+  return chain([...documentPieces(contents, revision)], '');
+}
+
+/** The same in pieces. Only one that is longer than `LONG_PIECE` may be looked into without copying the document. */
+export function* documentPieces(contents: Contents, revision: number): Generator<string, void> {
+  yield `{"version":${DOCUMENT_VERSION},"revision":${JSON.stringify(revision)},"notes":[`;
+  yield* listed(notesPieces(contents.notes), contents.unreadable);
+  yield '],"bin":[';
+  yield* listed(binPieces(contents.bin), contents.unreadableBin);
+  yield `],${membersJson(otherMembers(contents), contents.extra)}}`;
+}
+
+/** Entries and those that are preserved, with commas between them. */
+function* listed(pieces: Iterable<string>, preserved: ReadonlyArray<string>): Generator<string, void> {
+  let isFirst = true;
+  for (const piece of pieces) {
+    isFirst = false;
+    yield piece;
+  }
+  for (const piece of preserved) {
+    if (!isFirst) yield ',';
+    isFirst = false;
+    yield piece;
+  }
+}
+
+function otherMembers(contents: Contents): Members {
   const { tabs, settings, setAside, handedOver } = contents;
   const members: Array<readonly [string, string]> = [
-    ['version', String(DOCUMENT_VERSION)],
-    ['revision', JSON.stringify(revision)],
-    ['notes', array([...groups(contents.notes), ...contents.unreadable])],
-    ['bin', array([...contents.bin.map((entry) => binnedPiece(entry).json), ...contents.unreadableBin])],
     [
       'tabs',
       object(
@@ -48,12 +73,18 @@ export function serialize(contents: Contents, revision: number): string {
       ),
     ],
     ['places', object([...contents.places].map(([id, place]) => [id, placeJson(place)]))],
-    ['settings', object(settingNames.map((name) => [name, JSON.stringify(settings[name])]), settings.extra)],
+    [
+      'settings',
+      object(
+        settingNames.map((name) => [name, JSON.stringify(settings[name])]),
+        settings.extra,
+      ),
+    ],
     ['captureDraft', JSON.stringify(contents.captureDraft)],
   ];
   if (handedOver.length) members.push(['handedOver', JSON.stringify(handedOver)]);
   if (setAside.length) members.push(['setAside', array(setAside)]);
-  return object(members, contents.extra);
+  return members;
 }
 
 /**
@@ -80,12 +111,43 @@ export function* prepareJson({ notes, bin, tabs }: Contents): Generator<void, vo
   }
 }
 
-function groups(notes: ReadonlyArray<Note>): string[] {
-  const pieces: string[] = [];
+function* notesPieces(notes: ReadonlyArray<Note>): Generator<string, void> {
   for (let at = 0; at < notes.length; at += GROUP_NOTES) {
-    pieces.push(groupJson(notes.slice(at, at + GROUP_NOTES)));
+    if (at > 0) yield ',';
+    const group = notes.slice(at, at + GROUP_NOTES);
+    const json = groupJson(group);
+    if (json.length <= LONG_PIECE) yield json;
+    else yield* eachPieces(group);
   }
-  return pieces;
+}
+
+function* eachPieces(notes: ReadonlyArray<Note>): Generator<string, void> {
+  for (const [index, note] of notes.entries()) {
+    if (index > 0) yield ',';
+    yield* entryPieces(notePiece(note), note, []);
+  }
+}
+
+function* binPieces(bin: ReadonlyArray<BinnedNote>): Generator<string, void> {
+  for (const [index, entry] of bin.entries()) {
+    if (index > 0) yield ',';
+    yield* entryPieces(binnedPiece(entry), entry.note, deletedMember(entry));
+  }
+}
+
+function* entryPieces({ json }: Piece, note: Note, more: Members): Generator<string, void> {
+  if (json.length <= LONG_PIECE) {
+    yield json;
+    return;
+  }
+  const { before, after } = frame(note, more);
+  yield before;
+  yield* note.text.jsonPieces();
+  yield after;
+}
+
+function deletedMember({ deleted }: BinnedNote): Members {
+  return [['deleted', JSON.stringify(deleted)]];
 }
 
 function groupJson(notes: ReadonlyArray<Note>): string {
@@ -111,7 +173,7 @@ function notePiece(note: Note): Piece {
 }
 
 function binnedPiece(entry: BinnedNote): Piece {
-  return cached(binCache, entry, entry.note, [['deleted', JSON.stringify(entry.deleted)]]);
+  return cached(binCache, entry, entry.note, deletedMember(entry));
 }
 
 function cached<K extends object>(cache: WeakMap<K, Piece>, key: K, note: Note, more: Members): Piece {
@@ -134,10 +196,15 @@ function placeJson(place: Place): string {
 }
 
 /** What is around the text is made flat: the parts of ten thousand short strings would take more than they do. */
-function noteJson(
-  { id, text, format, name, fileName, lineBreak, created, updated, pinned, extra }: Note,
+function noteJson(note: Note, more: Members): string {
+  const { before, after } = frame(note, more);
+  return before + note.text.json + after;
+}
+
+function frame(
+  { id, format, name, fileName, lineBreak, created, updated, pinned, extra }: Note,
   more: Members,
-): string {
+): { readonly before: string; readonly after: string } {
   const members: Array<readonly [string, string]> = [
     ['format', JSON.stringify(format)],
     ['name', JSON.stringify(name)],
@@ -149,12 +216,18 @@ function noteJson(
   if (pinned) members.push(['pinned', 'true']);
   const before = ['{"id":', JSON.stringify(id), ',"text":'].join('');
   const after = [...members, ...more, ...extra].flatMap(([member, json]) => [',', JSON.stringify(member), ':', json]);
-  return before + text.json + [...after, '}'].join('');
+  return { before, after: [...after, '}'].join('') };
 }
 
 function object(members: Members, extra: Extra = []): string {
-  const parts = [...members, ...extra].map(([name, json]) => `${JSON.stringify(name)}:${json}`);
-  return `{${chain(parts, ',')}}`;
+  return `{${membersJson(members, extra)}}`;
+}
+
+function membersJson(members: Members, extra: Extra): string {
+  return chain(
+    [...members, ...extra].map(([name, json]) => `${JSON.stringify(name)}:${json}`),
+    ',',
+  );
 }
 
 function array(parts: ReadonlyArray<string>): string {

@@ -2,7 +2,7 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import type { Browser } from 'playwright-core';
-import { fakeHost, launch, open } from './browser';
+import { fakeHost, lastState, launch, open, saved } from './browser';
 
 let browser: Browser;
 before(async () => {
@@ -76,5 +76,37 @@ test('ten thousand notes of 60 MB: keys in the search and in the text do not hav
   });
   assert.ok(busy.median < 300, `${busy.median} ms a key`);
   if (process.env.MEASURE) process.stdout.write(`${JSON.stringify({ times, busy })}\n`);
+  await context.close();
+});
+
+/** A host that takes a document in parts, with a document of three megabytes. */
+const IN_PARTS = `
+  host.parts = [];
+  Object.assign(window.webkit.messageHandlers.quendoState, {
+    postPart(part, isFirst) {
+      if (isFirst) host.parts = [];
+      host.parts.push(part);
+    },
+    postMessageWithParts(body, member) { this.postMessage({ ...body, [member]: host.parts.join('') }); },
+  });`;
+
+test('a long document is saved in parts, with everything that was typed meanwhile', async () => {
+  const text = 'linha "de" texto 😀\n'.repeat(50_000);
+  const notes = ['a', 'b', 'c'].map((id) => ({ id, text }));
+  const before = fakeHost({ version: 1, notes, tabs: { open: ['b'], active: 'b' } }) + IN_PARTS;
+  const { page, context, trouble } = await open(browser, { before });
+  await page.waitForSelector(saved);
+  await page.focus('.cm-content');
+  const typed = 'palavras que se escrevem sem parar';
+  await page.keyboard.type(typed, { delay: 30 });
+  await page.waitForFunction(() => (window as unknown as { host: { parts: string[] } }).host.parts.length > 4);
+  await page.keyboard.type(typed, { delay: 5 });
+  await page.waitForSelector(saved);
+  const state = (await lastState(page)) as { notes: Array<{ text: string }> };
+  assert.deepEqual(
+    state.notes.map((note) => note.text),
+    [text, typed + typed + text, text],
+  );
+  assert.deepEqual(trouble, []);
   await context.close();
 });

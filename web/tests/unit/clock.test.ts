@@ -52,6 +52,8 @@ function saverOn(elapsed: () => number) {
       sent.push({ revision, at: elapsed() });
       return true;
     },
+    beginParts: () => null,
+    inTurns: () => () => undefined,
     onStatus: () => undefined,
   });
   return { saver, sent };

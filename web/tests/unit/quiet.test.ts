@@ -71,3 +71,33 @@ test('a cancelled callback does not run', () => {
   advance(5000);
   assert.equal(ran, 0);
 });
+
+test('work that keeps the host busy leaves it a frame after each step while somebody types', () => {
+  const { quiet, work, advance, turns, at } = bench(10);
+  let ranAt = -1;
+  quiet.keyPressed();
+  quiet.spread(work, () => {
+    ranAt = at();
+  });
+  advance(500);
+  assert.deepEqual(turns, Array(11).fill(1));
+  assert.equal(ranAt, 11 + 10 * 16);
+});
+
+test('such work is fast when nobody types, and can be given up', () => {
+  const { quiet, work, advance, turns, at } = bench(100);
+  let ranAt = -1;
+  const cancel = quiet.spread(work, () => {
+    ranAt = at();
+  });
+  advance(20);
+  assert.ok(turns.length > 1 && turns.every((length) => length === 5), turns.join());
+  cancel();
+  advance(1000);
+  assert.equal(ranAt, -1);
+  quiet.spread(work, () => {
+    ranAt = at();
+  });
+  advance(2000);
+  assert.ok(ranAt > 0 && ranAt < 1100, String(ranAt));
+});

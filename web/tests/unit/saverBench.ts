@@ -1,27 +1,34 @@
 import { Saver, type SaveStatus } from '../../src/state/saver';
 
+/** The time between two parts of a document. */
+export const PART_MS = 10;
+
 /** A saver with a manual clock and a host that only records what it is sent. */
 export function saverBench() {
   let now = 0;
   let text = 0;
   let revision = 0;
   const idle = { hold: false, release: () => {}, longest: 0, cost: 0 };
-  const broken = { value: false, post: false };
+  const broken = { value: false, post: false, part: false };
+  /** How many parts a document has; 0: it is posted whole. */
+  const parts = { count: 0 };
   const timers: Array<{ at: number; run: () => void }> = [];
   const sent: Array<{ serialized: string; revision: number; at: number }> = [];
   const statuses: SaveStatus[] = [];
+  const timeout = (run: () => void, delay: number) => {
+    const timer = { at: now + delay, run };
+    timers.push(timer);
+    return timer;
+  };
+  const drop = (timer: unknown) => {
+    const at = timers.indexOf(timer as (typeof timers)[number]);
+    if (at >= 0) timers.splice(at, 1);
+  };
   const saver = new Saver({
     clock: {
       now: () => now,
-      setTimer: (run, delay) => {
-        const timer = { at: now + delay, run };
-        timers.push(timer);
-        return timer;
-      },
-      clearTimer: (timer) => {
-        const at = timers.indexOf(timer as (typeof timers)[number]);
-        if (at >= 0) timers.splice(at, 1);
-      },
+      setTimer: (run, delay) => timeout(run, delay),
+      clearTimer: (timer) => drop(timer),
     },
     whenIdle: (run, longest) => {
       idle.longest = longest;
@@ -31,7 +38,7 @@ export function saverBench() {
       else timers.push(timer);
       return () => {
         idle.release = () => undefined;
-        if (timers.includes(timer)) timers.splice(timers.indexOf(timer), 1);
+        drop(timer);
       };
     },
     prepare: () => {
@@ -43,6 +50,29 @@ export function saverBench() {
       sent.push({ serialized, revision: sentRevision, at: now });
       now += idle.cost;
       return true;
+    },
+    beginParts: () => {
+      if (parts.count === 0) return null;
+      const document = { serialized: `text ${text}`, revision: ++revision };
+      function* work() {
+        for (let i = 0; i < parts.count; i++) {
+          if (broken.part) throw new Error('This part could not be posted.');
+          yield;
+        }
+      }
+      const post = () => {
+        if (!broken.post) sent.push({ ...document, at: now });
+        return !broken.post;
+      };
+      return { revision: document.revision, work: work(), post };
+    },
+    inTurns: (work, done) => {
+      const turn = (): void => {
+        if (work.next().done) done();
+        else timer = timeout(turn, PART_MS);
+      };
+      let timer = timeout(turn, PART_MS);
+      return () => drop(timer);
     },
     onStatus: (status) => statuses.push(status),
   });
@@ -61,5 +91,5 @@ export function saverBench() {
     text++;
     saver.changed();
   };
-  return { saver, sent, statuses, advance, type, idle, broken };
+  return { saver, sent, statuses, advance, type, idle, broken, parts };
 }

@@ -107,7 +107,7 @@ test('only the globals file puts names on the window', () => {
 });
 
 test('no text is defined twice', () => {
-  const rows = textFiles.flatMap((file) => [...readFileSync(file, 'utf8').matchAll(/^  '(.+?)': \[/gm)]);
+  const rows = textFiles.flatMap((file) => [...readFileSync(file, 'utf8').matchAll(/^ {2}'(.+?)': \[/gm)]);
   assert.equal(rows.length, Object.keys(catalogue).length);
 });
 

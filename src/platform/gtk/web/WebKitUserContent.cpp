@@ -13,8 +13,9 @@ namespace {
 // Receives messages from the page's side of the relay and posts them to the real handler. If a body cannot be
 // posted, the event is cancelled, which makes the page's side throw the usual DataCloneError. Long strings
 // arrive before the body they belong to, and go to the host ahead of it, part by part: a message is copied
-// several times on its way, which for a whole document would be most of the program's memory. Also counts the
-// keys that have reached the page.
+// several times on its way, which for a whole document would be most of the program's memory. The page itself
+// may hand over the parts of one text, with keys and frames in between. Also counts the keys that have reached
+// the page.
 constexpr const char* kRelayInHostWorld = R"((() => {
   window.quendoKeyEvents = 0;
   const count = event => { if (event.isTrusted) window.quendoKeyEvents++; };
@@ -31,10 +32,19 @@ constexpr const char* kRelayInHostWorld = R"((() => {
       handlers.quendoTextPart.postMessage({ length: from === 0 ? text.length : 0, part: text.slice(from, to) });
     }
   });
+  const takeParts = (event, ahead) => {
+    try {
+      if (typeof event.detail === 'string') handlers.quendoTextPart.postMessage({ ahead, part: event.detail });
+    } catch {
+      event.preventDefault();
+    }
+  };
+  window.addEventListener('quendo-host-first-part', event => takeParts(event, 'first'));
+  window.addEventListener('quendo-host-part', event => takeParts(event, 'more'));
   window.addEventListener('quendo-host-message', event => {
     try {
-      const { name, body, textNames } = event.detail;
-      handlers[name].postMessage({ body, textNames });
+      const { name, body, textNames, partsName } = event.detail;
+      handlers[name].postMessage({ body, textNames, partsName });
     } catch {
       event.preventDefault();
     }
@@ -64,13 +74,22 @@ constexpr const char* kRelayInPageWorld = R"((() => {
     }
     return textNames;
   };
+  const relay = (event, detail) => {
+    if (!send(new Message(event, { detail, cancelable: true }))) {
+      throw new Refusal('The object can not be cloned.', 'DataCloneError');
+    }
+  };
   const handler = name => Object.freeze({
     postMessage(given) {
       const body = isPlain(given) ? { __proto__: null, ...given } : given;
       const textNames = isPlain(given) ? takeTexts(body) : [];
-      if (!send(new Message('quendo-host-message', { detail: { name, body, textNames }, cancelable: true }))) {
-        throw new Refusal('The object can not be cloned.', 'DataCloneError');
-      }
+      relay('quendo-host-message', { name, body, textNames });
+    },
+    postPart(part, isFirst) {
+      relay(isFirst ? 'quendo-host-first-part' : 'quendo-host-part', `${part}`);
+    },
+    postMessageWithParts(body, member) {
+      relay('quendo-host-message', { name, body, textNames: [], partsName: `${member}` });
     }
   });
   const messageHandlers = {};
@@ -80,6 +99,8 @@ constexpr const char* kRelayInPageWorld = R"((() => {
     enumerable: true
   });
 })();)";
+
+constexpr std::size_t kLongestTextAhead = 150'000'000;
 
 // Only in the host's world, for the relay.
 constexpr const char* kTextPart = "quendoTextPart";
@@ -194,9 +215,16 @@ void WebKitUserContent::onMessage(WebKitUserContentManager* /*manager*/, JSCValu
 
 void WebKitUserContent::onTextPart(WebKitUserContentManager* /*manager*/, JSCValue* posted,
                                    gpointer content) {
-  auto& texts = static_cast<WebKitUserContent*>(content)->texts_;
+  auto* self = static_cast<WebKitUserContent*>(content);
+  auto& texts = self->texts_;
   Value message = valueFromJavaScript(posted);
   const std::string* part = stringField(message, "part");
+  if (const std::string* ahead = stringField(message, "ahead")) {
+    if (*ahead == "first") self->textAhead_ = {};
+    // What is longer is refused in any case; it need not fill the memory.
+    if (part && self->textAhead_.size() <= kLongestTextAhead) self->textAhead_ += *part;
+    return;
+  }
   const std::int64_t length = integerField(message, "length");
   // The first part says how long the whole text is, so that it need not be moved as it grows: few characters
   // take more than a byte.
@@ -210,6 +238,11 @@ Value WebKitUserContent::takeMessage(JSCValue* posted) {
   Value body = valueFromJavaScript(member(posted, "body").get());
   const auto names = member(posted, "textNames");
   Value::Dictionary* members = body.dictionary();
+  const auto partsName = member(posted, "partsName");
+  if (members && jsc_value_is_string(partsName.get())) {
+    const GCharPtr name(jsc_value_to_string(partsName.get()));
+    if (name) members->insert_or_assign(name.get(), std::exchange(textAhead_, {}));
+  }
   // A page that imitates the relay may post anything.
   if (!members || !jsc_value_is_array(names.get())) return body;
   const std::int64_t count = integerValue(jsc_value_to_double(member(names.get(), "length").get()));

@@ -62,6 +62,8 @@ class WebKitUserContent final : public UserContentController {
   std::vector<Script> scripts_;
   /// Long texts of a message that is still to come.
   std::vector<std::string> texts_;
+  /// The text that the page is handing over in parts.
+  std::string textAhead_;
   bool scriptsAreInstalled_ = true;
   bool documentIsComing_ = false;
 };

@@ -1,0 +1,36 @@
+import { inParts } from '../state/parts';
+import type { Parts } from '../state/saver';
+import type { Workspace } from '../state/workspace';
+import { documentPieces, LONG_PIECE } from '../state/write';
+import { type Context, rememberPlace } from './context';
+import type { PartsPort } from './port';
+
+/** From here on, posting the whole document would be noticed while typing. */
+const LONG_DOCUMENT = 2_000_000;
+
+/** Begins to post the document as it is now in parts, if it is long and the host takes parts. */
+export function beginParts(context: Context): Parts | null {
+  const { workspace, port, nextRevision } = context;
+  const { parts } = port;
+  if (!parts || textLength(workspace) < LONG_DOCUMENT) return null;
+  rememberPlace(context);
+  const revision = nextRevision();
+  const pieces = documentPieces(workspace.contents, revision);
+  return { revision, work: posting(inParts(pieces, LONG_PIECE), parts), post: () => parts.save(revision) };
+}
+
+function* posting(parts: Iterable<string>, port: PartsPort): Generator<void, void> {
+  let isFirst = true;
+  for (const part of parts) {
+    port.post(part, isFirst);
+    isFirst = false;
+    yield;
+  }
+}
+
+function textLength({ contents: { notes, bin } }: Workspace): number {
+  let length = 0;
+  for (const { text } of notes) length += text.length;
+  for (const { note } of bin) length += note.text.length;
+  return length;
+}
