@@ -69,7 +69,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     send: (serialized, revision) => port.save(serialized, revision),
     beginParts: () => beginParts(context),
     inTurns: (work, done) => quiet.spread(work, done),
-    onStatus: reportStatus(shell),
+    onStatus: reportStatus(shell, quiet),
   });
   let revision = contents.revision;
   const context: Context = {
@@ -136,11 +136,11 @@ function show(context: Context, change: Change, id?: string): void {
 }
 
 /** Errors and recovery are announced once, in a toast; everything else only shows in the status bar. */
-function reportStatus(shell: Shell): (status: SaveStatus) => void {
+function reportStatus(shell: Shell, quiet: QuietTime): (status: SaveStatus) => void {
   let failed = false;
   return (status) => {
     shell.status.show(status);
-    if (status === 'saved') collectLater();
+    if (status === 'saved') collectLater(() => quiet.isTyping);
     if (status === 'failed' && !failed) {
       failed = true;
       shell.toasts.show(t('save.failedWhy'));

@@ -26,13 +26,18 @@ export class QuietTime {
   spread(work: Iterator<unknown>, run: () => void): () => void {
     const clock = this.#clock;
     const turn = () => {
-      const isTyping = clock.now() - this.#lastKey < TYPING_MS;
+      const { isTyping } = this;
       const { done } = workSlice(work, isTyping ? 0 : SLICE_MS, () => clock.now());
       if (done) run();
       else timer = clock.setTimer(turn, isTyping ? FRAME_MS : 0);
     };
     let timer = clock.setTimer(turn, 0);
     return () => clock.clearTimer(timer);
+  }
+
+  /** Whether a key was pressed in the last second. */
+  get isTyping(): boolean {
+    return this.#clock.now() - this.#lastKey < TYPING_MS;
   }
 
   /** Call on every key press. */

@@ -19,10 +19,8 @@ export interface SidebarActions {
 }
 
 const ROW_REMS = 3.875;
-/** The longest a search runs before it lets a key press or a frame through. */
+/** The longest a search, or what it prepares, runs before it lets a key press or a frame through. */
 const SLICE_MS = 24;
-/** The same for work nobody is waiting for. */
-const AHEAD_SLICE_MS = 8;
 /**
  * How often a slow search shows its matches so far. Drawing a new list may take as long as the whole search,
  * so one that finishes sooner draws its list only once.
@@ -155,7 +153,7 @@ export class Sidebar {
     if (this.#folding) return;
     this.#folding = true;
     inSlices(foldNotes(this.#workspace.notesInOrder()), {
-      slice: AHEAD_SLICE_MS,
+      slice: SLICE_MS,
       delay: 0,
       onDone: () => {
         this.#folding = false;

@@ -2,6 +2,8 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { collectLater } from '../../src/state/collect';
 
+const resting = () => false;
+
 /** Runs with an engine that never collects and refuses blocks from `limit` on; returns the blocks allocated. */
 function blocksAfter(run: () => void, limit = Number.POSITIVE_INFINITY): number {
   const { setTimeout: realTimeout, ArrayBuffer: RealBuffer } = globalThis;
@@ -28,16 +30,30 @@ function blocksAfter(run: () => void, limit = Number.POSITIVE_INFINITY): number 
 test('saves make the engine collect at most once a minute, within bounds, and memory may be short', (context) => {
   let now = 1000;
   context.mock.method(performance, 'now', () => now);
-  const first = blocksAfter(() => collectLater());
+  const first = blocksAfter(() => collectLater(resting));
   assert.ok(first > 0 && first <= 24, `${first} blocks`);
   now += 59_000;
   assert.equal(
-    blocksAfter(() => collectLater()),
+    blocksAfter(() => collectLater(resting)),
     0,
   );
   now += 1000;
   assert.equal(
-    blocksAfter(() => collectLater(), 2),
+    blocksAfter(() => collectLater(resting), 2),
     2,
   );
+});
+
+test('nothing is collected while somebody types', (context) => {
+  context.mock.method(performance, 'now', () => 1e9);
+  let keys = 20;
+  let before = -1;
+  const blocks = blocksAfter(() => {
+    collectLater(() => {
+      if (keys > 0) before = keys--;
+      return keys > 0;
+    });
+  }, 3);
+  assert.equal(before, 1, 'it waits for the last key');
+  assert.equal(blocks, 3, 'and comes then');
 });
