@@ -14,8 +14,8 @@ namespace {
 // posted, the event is cancelled, which makes the page's side throw the usual DataCloneError. Long strings
 // arrive before the body they belong to, and go to the host ahead of it, part by part: a message is copied
 // several times on its way, which for a whole document would be most of the program's memory. The page itself
-// may hand over the parts of one text, with keys and frames in between. Also counts the keys that have reached
-// the page.
+// may hand over the parts of one text, with keys and frames in between. Also counts the keys that have
+// reached the page.
 constexpr const char* kRelayInHostWorld = R"((() => {
   window.quendoKeyEvents = 0;
   const count = event => { if (event.isTrusted) window.quendoKeyEvents++; };
