@@ -165,7 +165,7 @@ export class Preview {
       if (fromEnd <= tail) return { block, element: (before[before.length - fromEnd] as Drawn).element };
       const element = renderPreviewNode(block.make(), () => this.redraw());
       // A block's first letter decides its direction, except for code and tables.
-      if (!/^(?:pre|table)$/i.test(element.localName)) element.dir = 'auto';
+      if (!element.matches('pre, .table-frame')) element.dir = 'auto';
       this.#page.insertBefore(element, next);
       return { block, element };
     });
