@@ -20,6 +20,7 @@ import { toggleSidebar } from '../commands/panels';
 import type { HostPort } from '../commands/port';
 import { closePreview, previewSource } from '../commands/preview';
 import { PendingCopies, PendingShare } from '../commands/requests';
+import { startItems } from '../commands/start';
 import { commands, noteMenu, reservedKeys } from '../commands/table';
 import { closeTab } from '../commands/tabs';
 import { currentState } from '../commands/termination';
@@ -32,7 +33,10 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
   followDesktop();
   const shell: Shell = new Shell(workspace, {
     createNote: () => notes.createNote(context),
-    openNote: (id) => notes.openNote(context, id),
+    openNote: (id) => {
+      shell.openDrawer(false);
+      notes.openNote(context, id);
+    },
     deleteNote: (id) => notes.deleteNote(context, id),
     closeTab: (id) => closeTab(context, id),
     toggleSidebar: () => toggleSidebar(context),
@@ -42,8 +46,12 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     chooseLanguage: (language) => chooseLanguage(context, language),
     chooseTheme: (theme) => chooseTheme(context, theme),
     showBin: () => commands.bin.run(context),
-    focusEditor: () => focusMain(context),
+    focusEditor: () => {
+      shell.openDrawer(false);
+      focusMain(context);
+    },
     importFiles: (files) => void notes.importFiles(context, files),
+    startItems: () => startItems(newer, port, () => context),
     noteMenu: () => noteMenu(context),
     previewSource: () => previewSource(context),
     leavePreview: () => closePreview(context),

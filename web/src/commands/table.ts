@@ -186,6 +186,8 @@ export const commands = {
   guide: {
     label: 'cmd.guide',
     menu: 'showShortcutGuide',
+    key: 'f1',
+    listens: true,
     call: ['quendoOpenShortcutGuide'],
     run: (context) => showGuide(context, table(), noteCommands),
   },

@@ -3,7 +3,9 @@ import { readTheme, type Theme } from '../state/settings';
 import { titleOf, type Workspace } from '../state/workspace';
 import { h, iconButton, relabel } from '../dom/elements';
 import { Closing } from './closing';
+import { EmptyState, type StartItem } from './emptyState';
 import { type MenuGroups, menuButton } from './menu';
+import { isNarrow, onNarrowChange } from './narrow';
 import { Preview, type PreviewSource } from './previewPane';
 import { Sidebar } from './sidebar';
 import { StatusBar } from './statusBar';
@@ -25,6 +27,7 @@ export interface ShellActions {
   showBin(): void;
   focusEditor(): void;
   importFiles(files: ReadonlyArray<File>): void;
+  startItems(): ReadonlyArray<StartItem>;
   noteMenu(): MenuGroups;
   previewSource(): PreviewSource | null;
   leavePreview(): void;
@@ -42,10 +45,10 @@ export class Shell {
   readonly preview: Preview;
   readonly #workspace: Workspace;
   readonly #app: HTMLElement;
-  readonly #empty: HTMLElement;
-  readonly #create: HTMLButtonElement;
+  readonly #empty: EmptyState;
   readonly #toggle: HTMLButtonElement;
   readonly #topEnd: HTMLElement;
+  #drawerOpen = false;
 
   constructor(workspace: Workspace, actions: ShellActions) {
     this.#workspace = workspace;
@@ -75,20 +78,7 @@ export class Shell {
       source: () => actions.previewSource(),
       leave: () => actions.leavePreview(),
     });
-    this.#create = h('button', {
-      class: 'button primary',
-      t: 'cmd.newNote',
-      attrs: { type: 'button' },
-      on: { click: () => actions.createNote() },
-    });
-    this.#create.hidden = workspace.readOnly;
-    this.#empty = h(
-      'div',
-      { class: 'empty' },
-      h('h2', { t: 'empty.title.none' }),
-      h('p', { t: 'empty.text.none' }),
-      this.#create,
-    );
+    this.#empty = new EmptyState(actions.startItems());
     this.#toggle = iconButton('sidebar', 'sidebar.hide', () => actions.toggleSidebar());
     this.#toggle.setAttribute('aria-controls', 'sidebar');
     this.#topEnd = h(
@@ -108,12 +98,13 @@ export class Shell {
       main.append(h('p', { class: 'notice', t: 'readonly.notice', attrs: { role: 'alert' } }));
     }
     const work = h('div', { class: 'work' }, this.editorPanel, this.preview.element);
-    main.append(work, this.#empty, this.status.element);
+    main.append(work, this.#empty.element, this.status.element);
     this.#app = h('div', { class: 'app' }, this.sidebar.element, main);
     document.body.append(this.#app, fileInput(actions));
     this.toasts.start();
     acceptDroppedFiles(actions);
     onLanguageChange(() => this.#relabel());
+    onNarrowChange(() => this.renderSettings());
     document.documentElement.lang = htmlTag();
     this.renderSettings();
   }
@@ -122,14 +113,10 @@ export class Shell {
   renderMain(): void {
     const note = this.#workspace.activeNote;
     this.editorPanel.hidden = note === null;
-    this.#empty.hidden = note !== null;
+    this.#empty.element.hidden = note !== null;
     this.preview.changed();
     this.#topEnd.classList.toggle('is-idle', note === null);
-    const kind = this.#workspace.noteCount ? 'some' : 'none';
-    const [heading, text] = this.#empty.children as unknown as [HTMLElement, HTMLElement];
-    heading.dataset.t = `empty.title.${kind}`;
-    text.dataset.t = `empty.text.${kind}`;
-    relabel(this.#empty);
+    this.#empty.show(this.#workspace.noteCount ? 'some' : 'none');
     this.retitle();
   }
 
@@ -144,12 +131,28 @@ export class Shell {
   }
 
   focusEmpty(): void {
-    this.#create.focus();
+    this.#empty.focus();
+  }
+
+  get sidebarShown(): boolean {
+    return isNarrow() ? this.#drawerOpen : this.#workspace.settings.sidebarOpen;
+  }
+
+  /** In a narrow window the sidebar lies over the text, for as long as it is needed. */
+  get hasDrawer(): boolean {
+    return isNarrow();
+  }
+
+  openDrawer(open: boolean): void {
+    if (open === this.#drawerOpen) return;
+    this.#drawerOpen = open;
+    this.renderSettings();
   }
 
   /** Applies the settings: sidebar open or closed, theme. */
   renderSettings(): void {
-    const { sidebarOpen: open, theme } = this.#workspace.settings;
+    const { theme } = this.#workspace.settings;
+    const open = this.sidebarShown;
     this.sidebar.element.hidden = !open;
     this.#toggle.dataset.tLabel = open ? 'sidebar.hide' : 'sidebar.show';
     this.#toggle.setAttribute('aria-expanded', String(open));
