@@ -1,5 +1,4 @@
-import { htmlTag, type Language, onLanguageChange } from '../i18n/language';
-import { readTheme, type Theme } from '../state/settings';
+import { htmlTag, onLanguageChange } from '../i18n/language';
 import { titleOf, type Workspace } from '../state/workspace';
 import { h, iconButton, relabel } from '../dom/elements';
 import { Closing } from './closing';
@@ -22,8 +21,7 @@ export interface ShellActions {
   showOverview(): void;
   openGuide(): void;
   retrySave(): void;
-  chooseLanguage(language: Language): void;
-  chooseTheme(theme: Theme): void;
+  showSettings(): void;
   showBin(): void;
   focusEditor(): void;
   importFiles(files: ReadonlyArray<File>): void;
@@ -66,8 +64,7 @@ export class Shell {
     });
     this.status = new StatusBar({
       retry: () => actions.retrySave(),
-      chooseLanguage: (language) => actions.chooseLanguage(language),
-      chooseTheme: (theme) => actions.chooseTheme(theme),
+      showSettings: () => actions.showSettings(),
       openGuide: () => actions.openGuide(),
     });
     this.editorPanel = h('div', {
@@ -151,20 +148,17 @@ export class Shell {
 
   /** Applies the settings: sidebar open or closed, theme. */
   renderSettings(): void {
-    const { theme } = this.#workspace.settings;
     const open = this.sidebarShown;
     this.sidebar.element.hidden = !open;
     this.#toggle.dataset.tLabel = open ? 'sidebar.hide' : 'sidebar.show';
     this.#toggle.setAttribute('aria-expanded', String(open));
     relabel(this.#app);
-    this.status.showTheme(readTheme(theme));
     this.sidebar.refresh();
   }
 
   #relabel(): void {
     document.documentElement.lang = htmlTag();
     relabel(document.body);
-    this.status.relabel();
     this.preview.redraw();
     this.sidebar.render();
     this.tabBar.render();

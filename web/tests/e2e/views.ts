@@ -1,6 +1,7 @@
 import type { Page } from 'playwright-core';
 import { catalogue, type Key } from '../../src/i18n/catalogue';
 import { type Language, languages } from '../../src/i18n/language';
+import { chooseSetting } from './browser';
 
 const NOW = Date.now();
 const notes = [
@@ -68,6 +69,15 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
     await page.keyboard.type('zzz');
   },
   guide: (page) => page.evaluate('quendoOpenShortcutGuide()'),
+  settings: async (page) => {
+    await page.keyboard.press('Control+,');
+    await page.waitForSelector('.settings select');
+  },
+  'a serif and short lines': async (page) => {
+    await chooseSetting(page, 'lines', 'narrow');
+    await chooseSetting(page, 'face', 'serif');
+    await page.evaluate(() => document.fonts.ready);
+  },
   overview: (page) => page.evaluate('quendoShowTabOverview()'),
   'quick capture': (page) => page.evaluate('openCapture()'),
   'closing many tabs': async (page) => {
