@@ -22,7 +22,8 @@ import { closePreview, previewSource } from '../commands/preview';
 import { PendingCopies, PendingShare } from '../commands/requests';
 import { startItems } from '../commands/start';
 import { commands, noteMenu, reservedKeys } from '../commands/table';
-import { closeTab } from '../commands/tabs';
+import { tabMenu } from '../commands/tabMenu';
+import { closeTab, moveTab } from '../commands/tabs';
 import { currentState } from '../commands/termination';
 
 /** Builds the page and wires it up: changes are shown and saved. */
@@ -39,6 +40,9 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     },
     deleteNote: (id) => notes.deleteNote(context, id),
     closeTab: (id) => closeTab(context, id),
+    moveTab: (id, index) => moveTab(context, id, index),
+    tabMenu: (id) => tabMenu(context, id),
+    keepSidebarWidth: (sidebarWidth) => workspace.setSettings({ sidebarWidth }),
     toggleSidebar: () => toggleSidebar(context),
     showOverview: () => commands.overview.run(context),
     openGuide: () => commands.guide.run(context),

@@ -1,5 +1,5 @@
 import { closeDialog } from '../views/dialog';
-import type { MenuItem } from '../views/menu';
+import type { MenuItem } from '../views/popupMenu';
 import { changeZoom, chooseTheme, resetZoom } from './appearance';
 import { showBin } from './bin';
 import { type Command, type CommandTable, isAvailable, labelOf, shownKey } from './command';
@@ -112,7 +112,7 @@ export const commands = {
     label: 'cmd.pin',
     labelNow: ({ workspace }) => (workspace.activeNote?.pinned ? 'cmd.unpin' : 'cmd.pin'),
     available: withNote,
-    run: notes.togglePinned,
+    run: (context) => notes.togglePinned(context),
   },
   delete: { label: 'cmd.delete', available: withNote, run: notes.deleteActiveNote },
   prevTab: {

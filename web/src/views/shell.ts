@@ -3,10 +3,12 @@ import { titleOf, type Workspace } from '../state/workspace';
 import { h, iconButton, relabel } from '../dom/elements';
 import { Closing } from './closing';
 import { EmptyState, type StartItem } from './emptyState';
-import { type MenuGroups, menuButton } from './menu';
+import { menuButton } from './menu';
 import { isNarrow, onNarrowChange } from './narrow';
+import type { MenuGroups } from './popupMenu';
 import { Preview, type PreviewSource } from './previewPane';
 import { Sidebar } from './sidebar';
+import { Splitter } from './splitter';
 import { StatusBar } from './statusBar';
 import { EDITOR_PANEL_ID, TabBar } from './tabBar';
 import { Toasts } from './toasts';
@@ -17,6 +19,9 @@ export interface ShellActions {
   openNote(id: string): void;
   deleteNote(id: string): void;
   closeTab(id: string): void;
+  moveTab(id: string, index: number): void;
+  tabMenu(id: string): MenuGroups;
+  keepSidebarWidth(width: number): void;
   toggleSidebar(): void;
   showOverview(): void;
   openGuide(): void;
@@ -44,6 +49,7 @@ export class Shell {
   readonly #workspace: Workspace;
   readonly #app: HTMLElement;
   readonly #empty: EmptyState;
+  readonly #splitter: Splitter;
   readonly #toggle: HTMLButtonElement;
   readonly #topEnd: HTMLElement;
   #drawerOpen = false;
@@ -57,9 +63,15 @@ export class Shell {
       showBin: () => actions.showBin(),
       leave: () => actions.focusEditor(),
     });
+    this.#splitter = new Splitter(this.sidebar.element, {
+      keep: (width) => actions.keepSidebarWidth(width),
+      leave: () => actions.focusEditor(),
+    });
     this.tabBar = new TabBar(workspace, {
       activate: (id) => actions.openNote(id),
       close: (id) => actions.closeTab(id),
+      move: (id, index) => actions.moveTab(id, index),
+      menu: (id) => actions.tabMenu(id),
       leave: () => actions.focusEditor(),
     });
     this.status = new StatusBar({
@@ -89,14 +101,14 @@ export class Shell {
         () => actions.focusEditor(),
       ),
     );
-    const top = h('header', { class: 'top' }, this.#toggle, this.tabBar.element, this.#topEnd);
+    const top = h('header', { class: 'top' }, this.#toggle, this.tabBar.element, this.tabBar.extras, this.#topEnd);
     const main = h('main', { class: 'main' }, h('h1', { class: 'unseen' }, 'Quendo'), top);
     if (workspace.readOnly) {
       main.append(h('p', { class: 'notice', t: 'readonly.notice', attrs: { role: 'alert' } }));
     }
     const work = h('div', { class: 'work' }, this.editorPanel, this.preview.element);
     main.append(work, this.#empty.element, this.status.element);
-    this.#app = h('div', { class: 'app' }, this.sidebar.element, main);
+    this.#app = h('div', { class: 'app' }, this.sidebar.element, this.#splitter.element, main);
     document.body.append(this.#app, fileInput(actions));
     this.toasts.start();
     acceptDroppedFiles(actions);
@@ -150,6 +162,8 @@ export class Shell {
   renderSettings(): void {
     const open = this.sidebarShown;
     this.sidebar.element.hidden = !open;
+    this.#splitter.element.hidden = !open || isNarrow();
+    this.#splitter.show(this.#workspace.settings.sidebarWidth);
     this.#toggle.dataset.tLabel = open ? 'sidebar.hide' : 'sidebar.show';
     this.#toggle.setAttribute('aria-expanded', String(open));
     relabel(this.#app);
