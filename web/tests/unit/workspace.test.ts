@@ -81,6 +81,7 @@ test('a tab moves within the row and stays active, at most to the ends', () => {
   assert.equal(workspace.tabs.active, a);
   const { tabs } = workspace;
   workspace.moveTab(a, 0);
+  workspace.moveTab(c, 9);
   workspace.moveTab('gone', 1);
   assert.equal(workspace.tabs, tabs, 'nothing to save');
 });
