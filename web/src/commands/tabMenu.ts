@@ -1,6 +1,6 @@
 import type { Key } from '../i18n/catalogue';
 import { tabsInScope } from '../state/tabRow';
-import type { MenuGroups, MenuItem } from '../views/popupMenu';
+import type { MenuGroups, MenuItem } from '../views/menu';
 import type { Context } from './context';
 import { togglePinned } from './notes';
 import { closeTab, moveTab, requestCloseTabs } from './tabs';

@@ -1,5 +1,5 @@
 import { closeDialog } from '../views/dialog';
-import type { MenuItem } from '../views/popupMenu';
+import type { MenuItem } from '../views/menu';
 import { changeZoom, chooseTheme, resetZoom } from './appearance';
 import { showBin } from './bin';
 import { type Command, type CommandTable, isAvailable, labelOf, shownKey } from './command';

@@ -2,6 +2,10 @@ import type { Key } from '../i18n/catalogue';
 import { h, iconButton } from '../dom/elements';
 import { type MenuGroups, PopupMenu } from './popupMenu';
 
+export type { MenuGroups, MenuItem } from './popupMenu';
+
+const popups = new Map<Key, PopupMenu>();
+
 /** A button with a menu below it. `onLeave` restores the focus afterwards. */
 export function menuButton(id: string, label: Key, groups: () => MenuGroups, onLeave: () => void): HTMLElement {
   const menu = new PopupMenu(id, label, (isOpen) => button.setAttribute('aria-expanded', String(isOpen)));
@@ -18,7 +22,7 @@ export function menuButton(id: string, label: Key, groups: () => MenuGroups, onL
 
   function open(at: number): void {
     const { bottom, right } = button.getBoundingClientRect();
-    menu.open(groups(), { y: bottom + 4, right }, { at, anchor, onLeave });
+    menu.open(groups(), { right, bottom }, { at, anchor, onLeave });
   }
 
   button.addEventListener('keydown', (event) => {
@@ -27,4 +31,17 @@ export function menuButton(id: string, label: Key, groups: () => MenuGroups, onL
     open(event.key === 'ArrowDown' ? 0 : -1);
   });
   return anchor;
+}
+
+/** A menu at a position in the window. `onLeave` restores the focus afterwards. */
+export function popupMenu(
+  label: Key,
+  groups: MenuGroups,
+  at: { readonly x: number; readonly y: number },
+  onLeave: () => void,
+): void {
+  const menu = popups.get(label) ?? new PopupMenu(label, label);
+  popups.set(label, menu);
+  document.body.append(menu.element);
+  menu.open(groups, at, { at: 0, onLeave });
 }

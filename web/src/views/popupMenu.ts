@@ -16,14 +16,16 @@ export interface MenuItem {
 
 export type MenuGroups = ReadonlyArray<ReadonlyArray<MenuItem>>;
 
-/** The menu's upper edge, and one of the others. */
-export type MenuPlace = { readonly y: number } & ({ readonly left: number } | { readonly right: number });
+/** A point, from which the menu may also go up, or the lower right corner of a button. */
+export type MenuPlace =
+  | { readonly x: number; readonly y: number }
+  | { readonly right: number; readonly bottom: number };
 
 export interface MenuOpening {
   /** The entry that gets the focus: its index, negative from the end. */
   readonly at: number;
   /** Clicks in here do not close the menu. */
-  readonly anchor: HTMLElement;
+  readonly anchor?: HTMLElement;
   /** Restores the focus. */
   readonly onLeave: () => void;
 }
@@ -48,7 +50,7 @@ export class PopupMenu {
     // Not focusout: on a Mac, clicking an entry takes the focus from it without giving it to anything.
     for (const type of ['pointerdown', 'focusin']) {
       window.addEventListener(type, ({ target }) => {
-        const inside = this.element.contains(target as Node) || this.#opening?.anchor.contains(target as Node);
+        const inside = this.element.contains(target as Node) || this.#opening?.anchor?.contains(target as Node);
         if (this.isOpen && !inside) this.close();
       });
     }
@@ -61,13 +63,13 @@ export class PopupMenu {
   open(groups: MenuGroups, place: MenuPlace, opening: MenuOpening): void {
     this.#opening = opening;
     this.element.replaceChildren(...rows(groups, () => this.#leave()));
-    this.element.style.top = `${place.y}px`;
-    this.element.style.maxHeight = `calc(100vh - ${place.y + EDGE}px)`;
+    this.element.style.maxHeight = `calc(100vh - ${('x' in place ? EDGE : place.bottom + EDGE) + EDGE}px)`;
     this.element.hidden = false;
-    const { offsetWidth: width } = this.element;
-    const last = document.documentElement.clientWidth - width - EDGE;
-    const left = 'left' in place ? place.left : place.right - width;
-    this.element.style.left = `${Math.max(EDGE, Math.min(left, last))}px`;
+    const { offsetWidth: width, offsetHeight: height } = this.element;
+    const { clientWidth, clientHeight } = document.documentElement;
+    const [left, top] = 'x' in place ? [place.x, place.y] : [place.right - width, place.bottom + 4];
+    this.element.style.left = `${Math.max(EDGE, Math.min(left, clientWidth - width - EDGE))}px`;
+    this.element.style.top = `${Math.max(EDGE, Math.min(top, clientHeight - height - EDGE))}px`;
     this.#onToggle(true);
     this.#entries().at(opening.at)?.focus();
   }

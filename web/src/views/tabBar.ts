@@ -2,7 +2,8 @@ import { t } from '../i18n/language';
 import { titleOf, type Workspace } from '../state/workspace';
 import { drawIcon, h, iconButton } from '../dom/elements';
 import { isDelete } from '../keyboard/keys';
-import { type MenuGroups, type MenuPlace, PopupMenu } from './popupMenu';
+import { type MenuGroups, popupMenu } from './menu';
+import { PopupMenu } from './popupMenu';
 import { letDrag } from './tabDrag';
 
 export interface TabBarActions {
@@ -27,13 +28,12 @@ export const EDITOR_PANEL_ID = 'editorPanel';
  */
 export class TabBar {
   readonly element: HTMLElement;
-  /** The list of all tabs, and the menus. */
+  /** The list of all tabs. */
   readonly extras: HTMLElement;
   readonly #workspace: Workspace;
   readonly #actions: TabBarActions;
   readonly #tabs = new Map<string, TabElements>();
   readonly #all: HTMLButtonElement;
-  readonly #menu = new PopupMenu('tabMenu', 'tabs.menu');
   readonly #list = new PopupMenu('tabList', 'tabs.all', (isOpen) =>
     this.#all.setAttribute('aria-expanded', String(isOpen)),
   );
@@ -52,7 +52,7 @@ export class TabBar {
     this.#all.setAttribute('aria-haspopup', 'menu');
     this.#all.setAttribute('aria-expanded', 'false');
     this.#all.hidden = true;
-    this.extras = h('div', { class: 'tabs-extras' }, this.#all, this.#list.element, this.#menu.element);
+    this.extras = h('div', { class: 'tabs-extras' }, this.#all, this.#list.element);
     new ResizeObserver(() => this.#fit()).observe(this.element);
   }
 
@@ -124,7 +124,7 @@ export class TabBar {
           },
           contextmenu: (event) => {
             event.preventDefault();
-            this.#showMenu(id, { left: event.clientX, y: event.clientY });
+            this.#showMenu(id, event.clientX, event.clientY);
           },
         },
       },
@@ -153,14 +153,14 @@ export class TabBar {
     const at = active === null ? 0 : open.indexOf(active);
     const onLeave = () => this.#actions.leave();
     if (this.#list.isOpen) this.#list.close();
-    else this.#list.open([items], { y: bottom + 4, right }, { at, anchor: this.extras, onLeave });
+    else this.#list.open([items], { right, bottom }, { at, anchor: this.extras, onLeave });
   }
 
-  #showMenu(id: string, place: MenuPlace): void {
+  #showMenu(id: string, x: number, y: number): void {
     const { activeElement } = document;
     const onTab = this.element.contains(activeElement);
     const onLeave = () => (onTab ? (activeElement as HTMLElement).focus() : this.#actions.leave());
-    this.#menu.open(this.#actions.menu(id), place, { at: 0, anchor: this.extras, onLeave });
+    popupMenu('tabs.menu', this.#actions.menu(id), { x, y }, onLeave);
   }
 
   /** Waits for the frame: in between, it would make the engine lay out a page that is not whole yet. */
@@ -183,7 +183,7 @@ export class TabBar {
       this.#focus(this.#workspace.tabs.active);
     } else if (event.key === 'ContextMenu' || (event.key === 'F10' && event.shiftKey)) {
       const { left, bottom } = (event.target as HTMLElement).getBoundingClientRect();
-      this.#showMenu(id, { left, y: bottom });
+      this.#showMenu(id, left, bottom);
     } else if (event.key === 'Escape') this.#actions.leave();
     else return;
     event.preventDefault();

@@ -62,19 +62,19 @@ test('keys move the active tab, and the focus stays in the text', async () => {
 test("a tab's menu acts on that tab, by mouse and by keyboard", async () => {
   const page = await withTabs('a', 'b', 'c');
   await page.click('[role=tab] >> nth=1', { button: 'right' });
-  await page.click('#tabMenu [data-command=pin]');
+  await page.click('.menu:not([hidden]) [data-command=pin]');
   assert.equal(await page.locator('#sidebar .pin').count(), 1);
   assert.equal(await active(page), 'a');
   await page.focus('[role=tab][aria-selected=true]');
   await page.keyboard.press('Shift+F10');
-  await page.waitForSelector('#tabMenu [role=menuitem]:focus');
+  await page.waitForSelector('.menu:not([hidden]) [role=menuitem]:focus');
   await page.keyboard.press('Escape');
   assert.equal(await page.evaluate('document.activeElement.textContent'), 'a', 'back on the tab');
   await page.click('[role=tab] >> nth=1', { button: 'right' });
-  await page.click('#tabMenu [data-command=right]');
+  await page.click('.menu:not([hidden]) [data-command=right]');
   assert.deepEqual(await titles(page), ['a', 'b']);
   await page.click('[role=tab] >> nth=1', { button: 'right' });
-  await page.click('#tabMenu [data-command=others]');
+  await page.click('.menu:not([hidden]) [data-command=others]');
   assert.deepEqual(await titles(page), ['b']);
   await page.context().close();
 });
