@@ -1,5 +1,5 @@
 import type { Key } from '../i18n/catalogue';
-import { tabsInScope } from '../state/tabRow';
+import { type CloseScope, tabsInScope } from '../state/tabRow';
 import type { MenuGroups, MenuItem } from '../views/menu';
 import type { Context } from './context';
 import { togglePinned } from './notes';
@@ -16,18 +16,18 @@ export function tabMenu(context: Context, id: string): MenuGroups {
     disabled: !available,
     run,
   });
-  const closing = (scope: 'others' | 'right', label: Key) =>
-    item(scope, label, tabsInScope(tabs, scope, id).length > 0, () => requestCloseTabs(context, scope, id));
+  const closing = (name: string, scope: CloseScope, label: Key) =>
+    item(name, label, tabsInScope(tabs, scope, id).length > 0, () => requestCloseTabs(context, scope, id));
   return [
     [
       item('close', 'cmd.closeTab', true, () => closeTab(context, id)),
-      closing('others', 'cmd.closeOthers'),
-      closing('right', 'cmd.closeRight'),
+      closing('closeOthers', 'others', 'cmd.closeOthers'),
+      closing('closeRight', 'right', 'cmd.closeRight'),
     ],
     [
       item('pin', context.workspace.note(id)?.pinned ? 'cmd.unpin' : 'cmd.pin', true, () => togglePinned(context, id)),
-      item('left', 'cmd.moveTabLeft', at > 0, () => moveTab(context, id, at - 1)),
-      item('right', 'cmd.moveTabRight', at < tabs.open.length - 1, () => moveTab(context, id, at + 1)),
+      item('moveLeft', 'cmd.moveTabLeft', at > 0, () => moveTab(context, id, at - 1)),
+      item('moveRight', 'cmd.moveTabRight', at < tabs.open.length - 1, () => moveTab(context, id, at + 1)),
     ],
   ];
 }

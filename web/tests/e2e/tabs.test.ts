@@ -71,10 +71,10 @@ test("a tab's menu acts on that tab, by mouse and by keyboard", async () => {
   await page.keyboard.press('Escape');
   assert.equal(await page.evaluate('document.activeElement.textContent'), 'a', 'back on the tab');
   await page.click('[role=tab] >> nth=1', { button: 'right' });
-  await page.click('.menu:not([hidden]) [data-command=right]');
+  await page.click('.menu:not([hidden]) [data-command=closeRight]');
   assert.deepEqual(await titles(page), ['a', 'b']);
   await page.click('[role=tab] >> nth=1', { button: 'right' });
-  await page.click('.menu:not([hidden]) [data-command=others]');
+  await page.click('.menu:not([hidden]) [data-command=closeOthers]');
   assert.deepEqual(await titles(page), ['b']);
   await page.context().close();
 });
