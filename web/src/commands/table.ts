@@ -204,8 +204,8 @@ export const noteCommands: ReadonlyArray<ReadonlyArray<Name>> = [
   ['preview', 'reading'],
   ['closeOthers', 'closeRight'],
   ['pin'],
-  ['delete'],
   ['settings'],
+  ['delete'],
 ];
 
 /** Host menu keys that have no command here. */
