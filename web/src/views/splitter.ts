@@ -17,6 +17,8 @@ export class Splitter {
   readonly #sidebar: HTMLElement;
   readonly #actions: SplitterActions;
   #width: number = sidebarWidths.usual;
+  /** Its width when a drag began. */
+  #before: number = sidebarWidths.usual;
 
   constructor(sidebar: HTMLElement, actions: SplitterActions) {
     this.#sidebar = sidebar;
@@ -37,6 +39,8 @@ export class Splitter {
         pointermove: ({ clientX }) => {
           if (this.element.classList.contains('is-dragged')) this.show(this.#widthAt(clientX));
         },
+        // Else it would select text.
+        mousedown: (event) => event.preventDefault(),
         pointerup: () => this.#end(),
         pointercancel: () => this.#end(),
         dblclick: () => actions.keep(sidebarWidths.usual),
@@ -54,6 +58,7 @@ export class Splitter {
 
   #begin({ button, pointerId }: PointerEvent): void {
     if (button !== 0) return;
+    this.#before = this.#width;
     this.element.setPointerCapture(pointerId);
     this.element.classList.add('is-dragged');
   }
@@ -61,7 +66,7 @@ export class Splitter {
   #end(): void {
     if (!this.element.classList.contains('is-dragged')) return;
     this.element.classList.remove('is-dragged');
-    this.#actions.keep(this.#width);
+    if (this.#width !== this.#before) this.#actions.keep(this.#width);
   }
 
   #widthAt(x: number): number {
