@@ -138,7 +138,11 @@ export class TabBar {
   }
 
   #fit(): void {
-    this.#all.hidden = this.element.hidden || this.element.scrollWidth <= this.element.clientWidth;
+    const isWhole = this.element.hidden || this.element.scrollWidth <= this.element.clientWidth;
+    if (isWhole === this.#all.hidden) return;
+    this.#all.hidden = isWhole;
+    // It has taken room from the row.
+    if (!isWhole) this.#reveal(this.#active);
   }
 
   #showAll(): void {

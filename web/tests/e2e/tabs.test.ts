@@ -87,6 +87,14 @@ test('tabs that do not fit are in a list at the end of the row', async () => {
   assert.equal(await page.innerText('#tabList [aria-checked=true] .menu-text'), 'nota 0');
   await page.click('text=nota 29 >> nth=-1');
   assert.equal(await active(page), 'nota 29');
+  const isSeen = () => {
+    const [row, tab] = ['.tabs', '[role=tab][aria-selected=true]'].map((one) => document.querySelector(one));
+    return (tab?.getBoundingClientRect().right ?? 1e9) <= (row?.getBoundingClientRect().right ?? 0) + 1;
+  };
+  await page.waitForFunction(isSeen);
+  await page.setViewportSize({ width: 880, height: 600 });
+  await page.evaluate("quendoOpenNativeFiles([{ name: 'outra.md', content: 'nota' }])");
+  await page.waitForFunction(isSeen);
   await page.evaluate("quendoRequestCloseTabs('others')");
   await page.waitForSelector('.tabs-extras > button', { state: 'hidden' });
   await page.context().close();
