@@ -42,6 +42,6 @@ export function popupMenu(
 ): void {
   const menu = popups.get(label) ?? new PopupMenu(label, label);
   popups.set(label, menu);
-  document.body.append(menu.element);
+  document.querySelector('main')?.append(menu.element);
   menu.open(groups, at, { at: 0, onLeave });
 }

@@ -71,7 +71,10 @@ export class PopupMenu {
     this.element.style.left = `${Math.max(EDGE, Math.min(left, clientWidth - width - EDGE))}px`;
     this.element.style.top = `${Math.max(EDGE, Math.min(top, clientHeight - height - EDGE))}px`;
     this.#onToggle(true);
-    this.#entries().at(opening.at)?.focus();
+    const entry = this.#entries().at(opening.at);
+    if (!entry) return;
+    entry.tabIndex = 0;
+    entry.focus();
   }
 
   close(): void {

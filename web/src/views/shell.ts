@@ -101,13 +101,13 @@ export class Shell {
       ),
     );
     const top = h('header', { class: 'top' }, this.#toggle, this.tabBar.element, this.tabBar.extras, this.#topEnd);
-    const main = h('main', { class: 'main' }, h('h1', { class: 'unseen' }, 'Quendo'), top);
+    const main = h('main', { class: 'main' }, h('h1', { class: 'unseen' }, 'Quendo'), this.#splitter.element, top);
     if (workspace.readOnly) {
       main.append(h('p', { class: 'notice', t: 'readonly.notice', attrs: { role: 'alert' } }));
     }
     const work = h('div', { class: 'work' }, this.editorPanel, this.preview.element);
     main.append(work, this.#empty.element, this.status.element);
-    this.#app = h('div', { class: 'app' }, this.sidebar.element, this.#splitter.element, main);
+    this.#app = h('div', { class: 'app' }, this.sidebar.element, main);
     document.body.append(this.#app, fileInput(actions));
     this.toasts.start();
     acceptDroppedFiles(actions);
