@@ -1,5 +1,5 @@
-// Bundles the page into one classic script and one style sheet next to an index.html. The script is an IIFE,
-// not a module, because modules do not load from file: URLs.
+// Bundles the page into one classic script and one style sheet next to an index.html, and a style sheet for each
+// text face, loaded when it is chosen. The script is an IIFE, not a module, because modules do not load from file: URLs.
 import { createHash } from 'node:crypto';
 import { mkdir, readFile, writeFile } from 'node:fs/promises';
 import path from 'node:path';
@@ -20,7 +20,12 @@ function outputDirectory(args) {
 const outdir = outputDirectory(process.argv.slice(2));
 const result = await build({
   absWorkingDir: root,
-  entryPoints: { quendo: 'src/app/main.ts' },
+  entryPoints: {
+    quendo: 'src/app/main.ts',
+    serif: 'src/styles/faces/serif.css',
+    mono: 'src/styles/faces/mono.css',
+  },
+  loader: { '.woff2': 'dataurl' },
   bundle: true,
   format: 'iife',
   minify: true,

@@ -4,18 +4,28 @@ import path from 'node:path';
 
 const FOLDER = 'node_modules/';
 
-/** Sorted folders, relative to the root, of all packages with code in the bundle. `metafile` is esbuild's. */
+/** Sorted folders, relative to the root, of all packages with code or fonts in the bundle. `metafile` is esbuild's. */
 export function bundledPackages(metafile) {
   const packages = new Set();
   for (const { inputs } of Object.values(metafile.outputs)) {
     for (const [input, { bytesInOutput }] of Object.entries(inputs)) {
-      const at = input.lastIndexOf(FOLDER);
-      if (at < 0 || bytesInOutput === 0) continue;
-      const [scope, name] = input.slice(at + FOLDER.length).split('/');
-      packages.add(input.slice(0, at + FOLDER.length) + (scope.startsWith('@') ? `${scope}/${name}` : scope));
+      if (bytesInOutput === 0) continue;
+      // What a style sheet embeds counts as a part of it.
+      const embedded = metafile.inputs?.[input]?.imports.filter(({ kind }) => kind === 'url-token') ?? [];
+      for (const file of [input, ...embedded.map(({ path: one }) => one)]) {
+        const folder = packageOf(file);
+        if (folder) packages.add(folder);
+      }
     }
   }
   return [...packages].sort();
+}
+
+function packageOf(file) {
+  const at = file.lastIndexOf(FOLDER);
+  if (at < 0) return null;
+  const [scope, name] = file.slice(at + FOLDER.length).split('/');
+  return file.slice(0, at + FOLDER.length) + (scope.startsWith('@') ? `${scope}/${name}` : scope);
 }
 
 /**

@@ -89,6 +89,7 @@ def test_the_pages_own_switch_changes_the_menu_too(make_quendo, installation, re
     quendo = make_quendo(files=probed_page(installation, reporter)).start()
     quendo.wait_for_page()
     page = Probe(reporter)
+    page.evaluate("document.querySelector('.status .icon-button').click()")
     page.evaluate("document.querySelector('select.language').focus()")
     # By keyboard: open the list, go down one from Portuguese, confirm.
     quendo.press("Down")

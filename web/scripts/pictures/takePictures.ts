@@ -6,8 +6,9 @@ import { fakeHost, launch, open } from '../../tests/e2e/browser';
 import { stored, views, wordsIn } from '../../tests/e2e/views';
 
 const folder = path.resolve('.build/pictures');
-/** The smallest supported window, and an ordinary one. */
+/** A narrow window in a browser, the host's smallest, and an ordinary one. */
 const sizes = [
+  [600, 700],
   [880, 600],
   [1320, 780],
 ] as const;
@@ -15,9 +16,13 @@ const sizes = [
 const all: typeof views = { ...views, 'first start': async () => {}, 'read-only': async () => {} };
 const states: Record<string, unknown> = { 'first start': undefined, 'read-only': { ...stored, version: 99 } };
 
+/** Only the views whose names contain one of these, if there are any. */
+const wanted = process.argv.slice(2);
+
 async function takeAll(browser: Browser): Promise<number> {
   let count = 0;
-  for (const [name, show] of Object.entries(all)) {
+  const chosen = Object.entries(all).filter(([name]) => !wanted.length || wanted.some((part) => name.includes(part)));
+  for (const [name, show] of chosen) {
     for (const language of languages) {
       for (const colorScheme of ['light', 'dark'] as const) {
         for (const [width, height] of sizes) {

@@ -1,6 +1,6 @@
 import { NoteEditor } from '../editor/noteEditor';
 import { keepUndoReserve } from '../editor/undoReserve';
-import { currentLanguage, type Language, onLanguageChange, setLanguage, t } from '../i18n/language';
+import { currentLanguage, onLanguageChange, t } from '../i18n/language';
 import { pageClock } from '../time/monotonicClock';
 import type { ReadResult } from '../state/read';
 import { collectLater } from '../state/collect';
@@ -9,19 +9,21 @@ import { QuietTime } from '../state/quiet';
 import { Saver, type SaveStatus } from '../state/saver';
 import { type Change, Workspace } from '../state/workspace';
 import { prepareJson } from '../state/write';
+import { onFaceLoaded } from '../views/faces';
 import { applyAppearance, followDesktop } from '../views/rootStyle';
 import { Shell } from '../views/shell';
 import { beginParts } from '../commands/documentParts';
 import { type Context, focusMain, rememberPlace } from '../commands/context';
 import { showCount } from './wordCount';
 import * as notes from '../commands/notes';
-import { chooseTheme } from '../commands/appearance';
 import { toggleSidebar } from '../commands/panels';
 import type { HostPort } from '../commands/port';
 import { closePreview, previewSource } from '../commands/preview';
 import { PendingCopies, PendingShare } from '../commands/requests';
+import { startItems } from '../commands/start';
 import { commands, noteMenu, reservedKeys } from '../commands/table';
-import { closeTab } from '../commands/tabs';
+import { tabMenu } from '../commands/tabMenu';
+import { closeTab, moveTab } from '../commands/tabs';
 import { currentState } from '../commands/termination';
 
 /** Builds the page and wires it up: changes are shown and saved. */
@@ -32,18 +34,27 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
   followDesktop();
   const shell: Shell = new Shell(workspace, {
     createNote: () => notes.createNote(context),
-    openNote: (id) => notes.openNote(context, id),
+    openNote: (id) => {
+      shell.openDrawer(false);
+      notes.openNote(context, id);
+    },
     deleteNote: (id) => notes.deleteNote(context, id),
     closeTab: (id) => closeTab(context, id),
+    moveTab: (id, index) => moveTab(context, id, index),
+    tabMenu: (id) => tabMenu(context, id),
+    keepSidebarWidth: (sidebarWidth) => workspace.setSettings({ sidebarWidth }),
     toggleSidebar: () => toggleSidebar(context),
     showOverview: () => commands.overview.run(context),
     openGuide: () => commands.guide.run(context),
     retrySave: () => context.saver.flush(),
-    chooseLanguage: (language) => chooseLanguage(context, language),
-    chooseTheme: (theme) => chooseTheme(context, theme),
+    showSettings: () => commands.settings.run(context),
     showBin: () => commands.bin.run(context),
-    focusEditor: () => focusMain(context),
+    focusEditor: () => {
+      shell.openDrawer(false);
+      focusMain(context);
+    },
     importFiles: (files) => void notes.importFiles(context, files),
+    startItems: () => startItems(newer, port, () => context),
     noteMenu: () => noteMenu(context),
     previewSource: () => previewSource(context),
     leavePreview: () => closePreview(context),
@@ -95,18 +106,13 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     showCount(context);
     workspace.setSettings({ language: currentLanguage() });
   });
+  onFaceLoaded(() => editor.remeasure());
   if (port.native) keepUndoReserve();
   shell.status.show(newer ? 'readonly' : saver.status);
   show(context, 'tabs');
   if (contents.settings.previewBeside) shell.preview.show('beside');
   focusMain(context);
   return context;
-}
-
-/** The user picked a language in the page; tell the host, whose menus follow it. */
-export function chooseLanguage({ port }: Context, language: Language): void {
-  setLanguage(language);
-  port.rememberLanguage(language);
 }
 
 function show(context: Context, change: Change, id?: string): void {

@@ -1,7 +1,13 @@
-import { t } from '../i18n/language';
+import { type Language, setLanguage, t } from '../i18n/language';
 import type { Theme } from '../state/settings';
 import { zoomStep } from '../state/zoom';
 import type { Context } from './context';
+
+/** The user picked a language in the page; the host's menus follow it. */
+export function chooseLanguage({ port }: Context, language: Language): void {
+  setLanguage(language);
+  port.rememberLanguage(language);
+}
 
 export function chooseTheme({ workspace }: Context, theme: Theme): void {
   workspace.setSettings({ theme });

@@ -10,7 +10,7 @@ export interface Command {
   readonly key?: string;
   /** Its key in a browser, if different because browsers reserve the menu's key. */
   readonly browserKey?: string;
-  /** The host's menu does not bind this key, so the page listens for it there too. */
+  /** The key is not the host menu's, so the page listens for it there too. */
   readonly listens?: true;
   /** The host menu action it corresponds to. */
   readonly menu?: string;

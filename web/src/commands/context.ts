@@ -27,8 +27,8 @@ export interface Context {
 export function focusMain({ workspace, editor, shell }: Context): void {
   const note = workspace.activeNote;
   // An empty note has nothing to preview, so it opens for writing.
-  if (note?.text.length === 0 && shell.preview.mode === 'instead') shell.preview.show(null);
-  if (note && shell.preview.mode === 'instead') shell.preview.focus();
+  if (note?.text.length === 0 && shell.preview.covers) shell.preview.show(null);
+  if (note && shell.preview.covers) shell.preview.focus();
   else if (note) editor.focus();
   else shell.focusEmpty();
 }

@@ -1,4 +1,4 @@
-import { t } from '../i18n/language';
+import { counted, t } from '../i18n/language';
 import { NoteText } from '../state/noteText';
 import { titleOf } from '../state/workspace';
 import { decodeText, MAXIMUM_FILE_BYTES } from '../text/decode';
@@ -12,6 +12,8 @@ export interface ImportedFile {
 }
 
 const FAILURES_SHOWN = 3;
+/** How many of the files opened at once get a tab. */
+const MOST_TABS = 10;
 
 export function createNote(context: Context): void {
   if (!requireWritable(context)) return;
@@ -29,8 +31,9 @@ export function deleteActiveNote(context: Context): void {
   if (note) deleteNote(context, note.id);
 }
 
-export function togglePinned(context: Context): void {
-  const note = requireNote(context);
+/** Of the active note, unless another one is meant. */
+export function togglePinned(context: Context, id?: string): void {
+  const note = id === undefined ? requireNote(context) : context.workspace.note(id);
   if (!note || !requireWritable(context)) return;
   context.workspace.setPinned(note.id, !note.pinned);
   context.shell.toasts.show(t(note.pinned ? 'note.unpinned' : 'note.pinned'));
@@ -83,7 +86,7 @@ export function openNativeFiles(context: Context, files: unknown): number {
   setTimeout(() => {
     if (workspace.handedOver === ids) workspace.setHandedOver([]);
   });
-  return sound.length;
+  return Math.min(ids.length, MOST_TABS);
 }
 
 /** Opens files chosen in the page. During a quit they wait, and open if it is cancelled. */
@@ -121,7 +124,7 @@ function notClosing({ shell }: Context): Promise<void> {
 }
 
 /**
- * Opens a tab for each file and returns their notes. Two files may be identical (same name in different
+ * Opens a tab for each of the first files and returns the notes of all. Two files may be identical (same name in different
  * folders) and still get a note each. The exception is a file that the host hands over again because it could
  * not know whether the first attempt arrived: it reuses the note created then, if that is unchanged.
  */
@@ -132,15 +135,17 @@ function addFiles(
 ): ReadonlyArray<string> {
   const { workspace } = context;
   const before = handedOver.flatMap((id) => workspace.note(id) ?? []);
-  const ids = files.map(({ name, content, format }) => {
+  const ids = files.map(({ name, content, format }, index) => {
     const text = NoteText.of(content);
     const lineBreak = isWindowsText(content) ? '\r\n' : '\n';
     const at = before.findIndex((one) => one.name === name && one.lineBreak === lineBreak && one.text.eq(text));
     const [known] = at < 0 ? [] : before.splice(at, 1);
     const { id } = known ?? workspace.addNote({ text, name, format, lineBreak });
-    workspace.openTab(id);
+    if (index < MOST_TABS) workspace.openTab(id);
     return id;
   });
+  const listed = files.length - MOST_TABS;
+  if (listed > 0) context.shell.toasts.show(counted('import.listed', listed));
   if (files.length) focusMain(context);
   return ids;
 }

@@ -19,14 +19,16 @@ export function openSearch(context: Context): void {
 }
 
 export function toggleSidebar(context: Context): void {
-  setDrawer(context, context.workspace.settings.sidebarOpen ? null : 'sidebar');
+  setDrawer(context, context.shell.sidebarShown ? null : 'sidebar');
 }
 
 /** Opens the sidebar; any other name closes it. */
 export function setDrawer(context: Context, name: unknown, options?: { focus?: boolean }): void {
   closeDialog();
   const { workspace, shell } = context;
-  workspace.setSettings({ sidebarOpen: name === 'sidebar' });
-  if (name !== 'sidebar') focusMain(context);
+  const open = name === 'sidebar';
+  if (shell.hasDrawer) shell.openDrawer(open);
+  else workspace.setSettings({ sidebarOpen: open });
+  if (!open) focusMain(context);
   else if (options?.focus !== false) shell.sidebar.focusSearch();
 }

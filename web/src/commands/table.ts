@@ -7,6 +7,7 @@ import type { Context } from './context';
 import * as copies from './copies';
 import * as files from './files';
 import { showGuide } from './guide';
+import { lookCommands } from './lookCommands';
 import * as notes from './notes';
 import { showPalette } from './palette';
 import { openCapture, openSearch, toggleSidebar } from './panels';
@@ -111,7 +112,7 @@ export const commands = {
     label: 'cmd.pin',
     labelNow: ({ workspace }) => (workspace.activeNote?.pinned ? 'cmd.unpin' : 'cmd.pin'),
     available: withNote,
-    run: notes.togglePinned,
+    run: (context) => notes.togglePinned(context),
   },
   delete: { label: 'cmd.delete', available: withNote, run: notes.deleteActiveNote },
   prevTab: {
@@ -183,9 +184,12 @@ export const commands = {
   themeSystem: { label: 'cmd.themeSystem', run: (context) => chooseTheme(context, 'system') },
   themeLight: { label: 'cmd.themeLight', run: (context) => chooseTheme(context, 'light') },
   themeDark: { label: 'cmd.themeDark', run: (context) => chooseTheme(context, 'dark') },
+  ...lookCommands,
   guide: {
     label: 'cmd.guide',
     menu: 'showShortcutGuide',
+    key: 'f1',
+    listens: true,
     call: ['quendoOpenShortcutGuide'],
     run: (context) => showGuide(context, table(), noteCommands),
   },
@@ -200,6 +204,7 @@ export const noteCommands: ReadonlyArray<ReadonlyArray<Name>> = [
   ['preview', 'reading'],
   ['closeOthers', 'closeRight'],
   ['pin'],
+  ['settings'],
   ['delete'],
 ];
 

@@ -18,9 +18,9 @@ export function closeCurrentTab(context: Context): void {
 }
 
 /** Asks only when closing more tabs than can be reopened. */
-export function requestCloseTabs(context: Context, scope: CloseScope): void {
+export function requestCloseTabs(context: Context, scope: CloseScope, from?: string): void {
   const { workspace, shell } = context;
-  const ids = tabsInScope(workspace.tabs, scope);
+  const ids = tabsInScope(workspace.tabs, scope, from);
   if (!ids.length) {
     closeDialog();
     shell.toasts.show(t('tabs.nothingToClose'));
@@ -67,6 +67,16 @@ export function switchTab(context: Context, step: 1 | -1): void {
   closeDialog();
   const id = neighbour(context.workspace.tabs, step);
   if (id !== null) openNote(context, id);
+}
+
+/** The focus stays where it is: in the text, or on the tab. */
+export function moveTab({ workspace }: Context, id: string, index: number): void {
+  workspace.moveTab(id, index);
+}
+
+export function moveActiveTab(context: Context, step: 1 | -1): void {
+  const { open, active } = context.workspace.tabs;
+  if (active !== null) moveTab(context, active, open.indexOf(active) + step);
 }
 
 export function showOverview(context: Context): void {

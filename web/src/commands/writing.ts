@@ -22,6 +22,6 @@ export function goToLine(context: Context): void {
 function inText(context: Context, command: EditorCommand): void {
   if (!requireNote(context)) return;
   closeDialog();
-  if (context.shell.preview.mode === 'instead') closePreview(context);
+  if (context.shell.preview.covers) closePreview(context);
   context.editor.run(command);
 }

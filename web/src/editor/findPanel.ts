@@ -11,7 +11,7 @@ import {
   setSearchQuery,
 } from '@codemirror/search';
 import { type Command, type EditorView, type Panel, runScopeHandlers, type ViewUpdate } from '@codemirror/view';
-import { h, type Props } from '../dom/elements';
+import { drawIcon, h, type Icon, type Props } from '../dom/elements';
 import type { Key } from '../i18n/catalogue';
 import { t } from '../i18n/language';
 import { hasMod, hasOtherMod, isComposing } from '../keyboard/keys';
@@ -23,10 +23,10 @@ const WRITING_PAUSE_MS = 250;
 
 type Option = 'caseSensitive' | 'wholeWord' | 'regexp';
 
-const options: ReadonlyArray<readonly [option: Option, sign: string, label: Key]> = [
-  ['caseSensitive', 'Aa', 'find.case'],
-  ['wholeWord', 'ab', 'find.word'],
-  ['regexp', '.*', 'find.regexp'],
+const options: ReadonlyArray<readonly [option: Option, icon: Icon, label: Key]> = [
+  ['caseSensitive', 'matchCase', 'find.case'],
+  ['wholeWord', 'wholeWord', 'find.word'],
+  ['regexp', 'regexp', 'find.regexp'],
 ];
 
 /** Opens the panel with the replace row and focuses it. */
@@ -63,7 +63,7 @@ class FindPanel implements Panel {
     this.#what = this.#field('find-what', 'find.field', this.#query.search);
     this.#what.setAttribute('main-field', 'true');
     this.#with = this.#field('find-with', 'find.replaceField', this.#query.replace);
-    for (const [option, sign, label] of options) this.#switches.set(option, this.#switch(option, sign, label));
+    for (const [option, icon, label] of options) this.#switches.set(option, this.#switch(option, icon, label));
     const switches = row('find-group', ...this.#switches.values());
     const steps = row('find-group', ...this.#steps());
     const what = row('find-row', this.#what, switches, this.#count, steps);
@@ -185,21 +185,21 @@ class FindPanel implements Panel {
     return field;
   }
 
-  #switch(option: Option, sign: string, label: Key): HTMLButtonElement {
+  #switch(option: Option, icon: Icon, label: Key): HTMLButtonElement {
     const props = { class: `find-switch find-${option}`, tLabel: label };
-    return press(props, () => this.#commit({ [option]: !this.#query[option] }), sign);
+    return press(props, () => this.#commit({ [option]: !this.#query[option] }), drawIcon(icon));
   }
 
   #steps(): HTMLElement[] {
-    const steps: ReadonlyArray<readonly [string, Key, () => void]> = [
-      ['↑', 'find.previous', () => this.#run(findPrevious, false)],
-      ['↓', 'find.next', () => this.#run(findNext, false)],
-      ['☰', 'find.all', () => this.#run(selectMatches, true)],
-      ['⇄', 'find.showReplace', () => this.#toggleReplace()],
-      ['×', 'close', () => this.#run(closeSearchPanel, true)],
+    const steps: ReadonlyArray<readonly [Icon, Key, () => void]> = [
+      ['up', 'find.previous', () => this.#run(findPrevious, false)],
+      ['down', 'find.next', () => this.#run(findNext, false)],
+      ['selectAll', 'find.all', () => this.#run(selectMatches, true)],
+      ['replace', 'find.showReplace', () => this.#toggleReplace()],
+      ['close', 'close', () => this.#run(closeSearchPanel, true)],
     ];
-    return steps.map(([sign, label, run]) => {
-      const button = press({ class: 'find-step', tLabel: label }, run, sign);
+    return steps.map(([icon, label, run]) => {
+      const button = press({ class: 'find-step', tLabel: label }, run, drawIcon(icon));
       if (label === 'find.showReplace') button.hidden = this.#view.state.readOnly;
       return button;
     });
@@ -226,6 +226,6 @@ function row(className: string, ...children: Node[]): HTMLElement {
   return h('div', { class: className }, ...children);
 }
 
-function press(props: Props, run: () => void, ...sign: string[]): HTMLButtonElement {
-  return h('button', { ...props, attrs: { type: 'button' }, on: { click: run } }, ...sign);
+function press(props: Props, run: () => void, ...icon: Node[]): HTMLButtonElement {
+  return h('button', { ...props, attrs: { type: 'button' }, on: { click: run } }, ...icon);
 }

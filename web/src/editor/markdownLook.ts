@@ -70,6 +70,8 @@ function decorateNode(state: EditorState, node: SyntaxNodeRef, { from, to }: Spa
     for (let at = Math.max(node.from, from); at <= last; ) {
       const { from: start, to: end } = state.doc.lineAt(at);
       add(start, start, line(className));
+      if (className === 'md-line-code' && start <= node.from) add(start, start, line('md-line-code-first'));
+      if (className === 'md-line-code' && end >= node.to) add(start, start, line('md-line-code-last'));
       at = end + 1;
     }
   } else if (name === 'InlineCode') add(node.from, node.to, inlineCode);
@@ -88,8 +90,10 @@ function hang(state: EditorState, mark: SyntaxNodeRef, add: Add): void {
 
 function decorateTask(state: EditorState, { from, to }: SyntaxNodeRef, add: Add): void {
   const done = /x/i.test(state.sliceDoc(from, to));
-  const end = state.doc.lineAt(to).to;
-  if (done && to < end) add(to, end, doneText);
+  const { text, from: start, to: end } = state.doc.lineAt(to);
+  // The strike begins with the text, after the space.
+  const said = start + text.length - text.slice(to - start).trimStart().length;
+  if (done && said < end) add(said, end, doneText);
   const touched = state.selection.ranges.some((range) => range.from < to && range.to > from);
   if (!touched) add(from, to, done ? doneTask : openTask);
 }

@@ -62,9 +62,18 @@ const names: Record<string, string> = {
   enter: 'Enter',
   tab: 'Tab',
   escape: 'Esc',
+  pageup: 'PageUp',
+  pagedown: 'PageDown',
 };
 /** The signs in a Mac's menus. */
-export const macSigns: Readonly<Record<string, string>> = { enter: '↩', tab: '⇥', escape: '⎋', delete: '⌫' };
+export const macSigns: Readonly<Record<string, string>> = {
+  enter: '↩',
+  tab: '⇥',
+  escape: '⎋',
+  delete: '⌫',
+  pageup: '⇞',
+  pagedown: '⇟',
+};
 
 /** The physical key, for layouts whose letters are not Latin, and for Option, which types other characters. */
 function codesOf(name: string): string[] {

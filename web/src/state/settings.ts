@@ -10,6 +10,29 @@ export function readTheme(chosen: string): Theme {
   return themes.find((theme) => theme === chosen) ?? 'system';
 }
 
+export const textFaces = ['sans', 'serif', 'mono'] as const;
+export type TextFace = (typeof textFaces)[number];
+
+/** The text face for a stored value; unknown values mean the desktop's own. */
+export function readTextFace(chosen: string): TextFace {
+  return textFaces.find((face) => face === chosen) ?? 'sans';
+}
+
+export const lineWidths = ['medium', 'narrow', 'wide'] as const;
+export type LineWidth = (typeof lineWidths)[number];
+
+export function readLineWidth(chosen: string): LineWidth {
+  return lineWidths.find((width) => width === chosen) ?? 'medium';
+}
+
+/** The sidebar's width in pixels, at the normal text size. */
+export const sidebarWidths = { least: 180, usual: 272, most: 560 } as const;
+
+export function readSidebarWidth(value: unknown): number {
+  if (typeof value !== 'number' || Number.isNaN(value)) return sidebarWidths.usual;
+  return Math.round(Math.min(Math.max(value, sidebarWidths.least), sidebarWidths.most));
+}
+
 /** How each setting is read; a value that cannot be used, or none, gives the default. */
 const readers = {
   language: (value: unknown): Language | null => (isLanguage(value) ? value : null),
@@ -17,6 +40,10 @@ const readers = {
   sidebarMode: (value: unknown): string => (typeof value === 'string' ? value : 'all'),
   /** One of `themes`, or a later version's value, which is preserved. */
   theme: (value: unknown): string => (typeof value === 'string' ? value : 'system'),
+  /** One of `textFaces` and one of `lineWidths`, or a later version's values, which are preserved. */
+  textFace: (value: unknown): string => (typeof value === 'string' ? value : 'sans'),
+  lineWidth: (value: unknown): string => (typeof value === 'string' ? value : 'medium'),
+  sidebarWidth: readSidebarWidth,
   /** Text size factor; 1 is the default. */
   zoom: readZoom,
   /**

@@ -18,6 +18,15 @@ function afterActive(tabs: Tabs): number {
   return at < 0 ? tabs.open.length : at + 1;
 }
 
+/** Moves an open tab within the row, at most to its ends. */
+export function moveTab(tabs: Tabs, id: string, index: number): Tabs {
+  const open = tabs.open.filter((one) => one !== id);
+  const at = Math.max(0, Math.min(index, open.length));
+  if (open.length === tabs.open.length || tabs.open[at] === id) return tabs;
+  open.splice(at, 0, id);
+  return { ...tabs, open };
+}
+
 export function closeTabs(tabs: Tabs, ids: ReadonlyArray<string>): Tabs {
   const leaving = new Set(ids);
   const gone: ClosedTab[] = [];
@@ -51,11 +60,12 @@ export function forgetTabs(tabs: Tabs, ids: ReadonlyArray<string>): Tabs {
   return { ...closed, closed: closed.closed.filter((tab) => !ids.includes(tab.id)) };
 }
 
-export function tabsInScope(tabs: Tabs, scope: CloseScope): ReadonlyArray<string> {
+/** The tabs that closing means, seen from one of them. */
+export function tabsInScope(tabs: Tabs, scope: CloseScope, from = tabs.active): ReadonlyArray<string> {
   if (scope === 'all') return tabs.open;
-  if (tabs.active === null) return [];
-  if (scope === 'others') return tabs.open.filter((id) => id !== tabs.active);
-  return tabs.open.slice(tabs.open.indexOf(tabs.active) + 1);
+  if (from === null) return [];
+  if (scope === 'others') return tabs.open.filter((id) => id !== from);
+  return tabs.open.slice(tabs.open.indexOf(from) + 1);
 }
 
 /** The tab `step` positions from the active one, wrapping around. */

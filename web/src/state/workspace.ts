@@ -3,7 +3,7 @@ import { headOf } from '../text/title';
 import type { BinnedNote, ClosedTab, Contents, Note, Place, Tabs } from './model';
 import { NoteText } from './noteText';
 import type { Settings } from './settings';
-import { closeTabs, forgetTabs, openTab } from './tabRow';
+import { closeTabs, forgetTabs, moveTab, openTab } from './tabRow';
 
 /** What changed: one note's text; the set of notes or tabs; a setting; the capture draft. */
 export type Change = 'text' | 'notes' | 'tabs' | 'settings' | 'draft';
@@ -193,6 +193,10 @@ export class Workspace {
 
   openTab(id: string, index?: number): void {
     if (this.#notes.has(id)) this.#setTabs(openTab(this.tabs, id, index));
+  }
+
+  moveTab(id: string, index: number): void {
+    this.#setTabs(moveTab(this.tabs, id, index));
   }
 
   /**

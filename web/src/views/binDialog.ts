@@ -52,7 +52,7 @@ export function binDialog(options: {
     : [h('p', { class: 'quiet bin-nothing', t: 'bin.nothing' })];
   openDialog({
     title: 'bin.title',
-    class: bin.length ? 'bin full' : 'bin',
+    class: 'bin',
     content,
     ...(bin.length ? { focus: list.element } : {}),
     onClose: options.onClose,

@@ -1,51 +1,28 @@
 import type { Key } from '../i18n/catalogue';
 import { h, iconButton } from '../dom/elements';
+import { type MenuGroups, PopupMenu } from './popupMenu';
 
-export interface MenuItem {
-  /** A language-independent identifier. */
-  readonly name: string;
-  readonly label: Key;
-  readonly keys: string;
-  /** Shown as unavailable. It can still be clicked, and then explains why. */
-  readonly disabled: boolean;
-  readonly run: () => void;
-}
+export type { MenuGroups, MenuItem } from './popupMenu';
 
-export type MenuGroups = ReadonlyArray<ReadonlyArray<MenuItem>>;
+const popups = new Map<Key, PopupMenu>();
 
 /** A button with a menu below it. `onLeave` restores the focus afterwards. */
 export function menuButton(id: string, label: Key, groups: () => MenuGroups, onLeave: () => void): HTMLElement {
-  const menu = h('div', { class: 'menu', tLabel: label, attrs: { id, role: 'menu', hidden: '' } });
+  const menu = new PopupMenu(id, label, (isOpen) => button.setAttribute('aria-expanded', String(isOpen)));
   const button = iconButton('more', label, () => {
-    if (menu.hidden) return open(0);
-    close();
+    if (!menu.isOpen) return open(0);
+    menu.close();
     button.focus();
   });
   button.id = `${id}Button`;
   button.setAttribute('aria-haspopup', 'menu');
   button.setAttribute('aria-controls', id);
   button.setAttribute('aria-expanded', 'false');
-  const anchor = h('div', { class: 'menu-anchor' }, button, menu);
+  const anchor = h('div', { class: 'menu-anchor' }, button, menu.element);
 
   function open(at: number): void {
-    menu.replaceChildren(...rows(groups(), leave));
     const { bottom, right } = button.getBoundingClientRect();
-    menu.style.top = `${bottom + 4}px`;
-    menu.style.maxHeight = `calc(100vh - ${bottom + 12}px)`;
-    menu.style.right = `${document.documentElement.clientWidth - right}px`;
-    menu.hidden = false;
-    button.setAttribute('aria-expanded', 'true');
-    entriesOf(menu).at(at)?.focus();
-  }
-
-  function close(): void {
-    menu.hidden = true;
-    button.setAttribute('aria-expanded', 'false');
-  }
-
-  function leave(): void {
-    close();
-    onLeave();
+    menu.open(groups(), { right, bottom }, { at, anchor, onLeave });
   }
 
   button.addEventListener('keydown', (event) => {
@@ -53,52 +30,18 @@ export function menuButton(id: string, label: Key, groups: () => MenuGroups, onL
     event.preventDefault();
     open(event.key === 'ArrowDown' ? 0 : -1);
   });
-  menu.addEventListener('keydown', (event) => {
-    const entries = entriesOf(menu);
-    const at = entries.indexOf(document.activeElement as HTMLElement);
-    const target = { ArrowDown: at + 1, ArrowUp: at - 1, Home: 0, End: -1 }[event.key];
-    if (target !== undefined) entries[(target + entries.length) % entries.length]?.focus();
-    else if (event.key === 'Escape' || event.key === 'Tab') leave();
-    else return;
-    event.preventDefault();
-  });
-  // Not focusout: on a Mac, clicking an entry takes the focus from it without giving it to anything.
-  for (const type of ['pointerdown', 'focusin']) {
-    window.addEventListener(type, (event) => {
-      if (!menu.hidden && !anchor.contains(event.target as Node)) close();
-    });
-  }
   return anchor;
 }
 
-function entriesOf(menu: HTMLElement): HTMLElement[] {
-  return [...menu.querySelectorAll<HTMLElement>('[role=menuitem]')];
-}
-
-function rows(groups: MenuGroups, leave: () => void): HTMLElement[] {
-  return groups.flatMap((group, index) => {
-    const entries = group.map((item) => entry(item, leave));
-    return index ? [h('div', { class: 'menu-line', attrs: { role: 'separator' } }), ...entries] : entries;
-  });
-}
-
-function entry({ name, label, keys, disabled, run }: MenuItem, leave: () => void): HTMLElement {
-  const item = h(
-    'button',
-    {
-      class: 'menu-item',
-      attrs: { role: 'menuitem', type: 'button', tabindex: '-1' },
-      on: {
-        click: () => {
-          leave();
-          run();
-        },
-      },
-    },
-    h('span', { t: label }),
-    h('kbd', {}, keys),
-  );
-  item.dataset.command = name;
-  if (disabled) item.setAttribute('aria-disabled', 'true');
-  return item;
+/** A menu at a position in the window. `onLeave` restores the focus afterwards. */
+export function popupMenu(
+  label: Key,
+  groups: MenuGroups,
+  at: { readonly x: number; readonly y: number },
+  onLeave: () => void,
+): void {
+  const menu = popups.get(label) ?? new PopupMenu(label, label);
+  popups.set(label, menu);
+  document.querySelector('main')?.append(menu.element);
+  menu.open(groups, at, { at: 0, onLeave });
 }

@@ -31,7 +31,8 @@ export function renderPreviewNode(node: PreviewNode, onLoaded: () => void): HTML
   for (const child of node.children) {
     element.append(typeof child === 'string' ? child : renderPreviewNode(child, onLoaded));
   }
-  return element;
+  // Scrolls like wide code.
+  return node.tag === 'table' ? h('div', { class: 'table-frame', attrs: { tabindex: '0' } }, element) : element;
 }
 
 function codeOf({ children, language }: PreviewNode, onLoaded: () => void): Node[] {

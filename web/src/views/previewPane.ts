@@ -5,6 +5,7 @@ import { hasLongParagraph } from '../text/paragraphs';
 import { type Block, blocksOf, previewGrammar } from '../text/previewBlocks';
 import { h } from '../dom/elements';
 import { inSlices } from '../time/slices';
+import { isNarrow, onNarrowChange } from './narrow';
 import { renderPreviewNode } from './previewDom';
 
 export type PreviewMode = 'beside' | 'instead';
@@ -63,6 +64,12 @@ export class Preview {
       this.#page,
     );
     this.element.hidden = true;
+    onNarrowChange(() => this.#arrange());
+  }
+
+  /** Whether it is shown in place of the text. */
+  get covers(): boolean {
+    return this.#mode === 'instead' || (this.#mode === 'beside' && isNarrow());
   }
 
   get mode(): PreviewMode | null {
@@ -71,7 +78,7 @@ export class Preview {
 
   show(mode: PreviewMode | null): void {
     this.#mode = mode;
-    this.element.parentElement?.setAttribute('data-preview', mode ?? 'none');
+    this.#arrange();
     this.element.hidden = true;
     if (mode) this.#begin();
     else this.#forget();
@@ -101,6 +108,12 @@ export class Preview {
     if (!source || source.text !== this.#text) return;
     if (partOf(source) !== this.#from) this.changed();
     else this.#scrollTo(source.top);
+  }
+
+  #arrange(): void {
+    const writing = this.element.parentElement?.contains(document.activeElement) ?? false;
+    this.element.parentElement?.setAttribute('data-preview', this.covers ? 'instead' : (this.#mode ?? 'none'));
+    if (this.covers && writing) this.focus();
   }
 
   #forget(): void {
@@ -165,7 +178,7 @@ export class Preview {
       if (fromEnd <= tail) return { block, element: (before[before.length - fromEnd] as Drawn).element };
       const element = renderPreviewNode(block.make(), () => this.redraw());
       // A block's first letter decides its direction, except for code and tables.
-      if (!/^(?:pre|table)$/i.test(element.localName)) element.dir = 'auto';
+      if (!element.matches('pre, .table-frame')) element.dir = 'auto';
       this.#page.insertBefore(element, next);
       return { block, element };
     });

@@ -1,11 +1,13 @@
-import { htmlTag, type Language, onLanguageChange } from '../i18n/language';
-import { readTheme, type Theme } from '../state/settings';
+import { htmlTag, onLanguageChange } from '../i18n/language';
 import { titleOf, type Workspace } from '../state/workspace';
 import { h, iconButton, relabel } from '../dom/elements';
 import { Closing } from './closing';
+import { EmptyState, type StartItem } from './emptyState';
+import { isNarrow, onNarrowChange } from './narrow';
 import { type MenuGroups, menuButton } from './menu';
 import { Preview, type PreviewSource } from './previewPane';
 import { Sidebar } from './sidebar';
+import { Splitter } from './splitter';
 import { StatusBar } from './statusBar';
 import { EDITOR_PANEL_ID, TabBar } from './tabBar';
 import { Toasts } from './toasts';
@@ -16,15 +18,18 @@ export interface ShellActions {
   openNote(id: string): void;
   deleteNote(id: string): void;
   closeTab(id: string): void;
+  moveTab(id: string, index: number): void;
+  tabMenu(id: string): MenuGroups;
+  keepSidebarWidth(width: number): void;
   toggleSidebar(): void;
   showOverview(): void;
   openGuide(): void;
   retrySave(): void;
-  chooseLanguage(language: Language): void;
-  chooseTheme(theme: Theme): void;
+  showSettings(): void;
   showBin(): void;
   focusEditor(): void;
   importFiles(files: ReadonlyArray<File>): void;
+  startItems(): ReadonlyArray<StartItem>;
   noteMenu(): MenuGroups;
   previewSource(): PreviewSource | null;
   leavePreview(): void;
@@ -42,10 +47,11 @@ export class Shell {
   readonly preview: Preview;
   readonly #workspace: Workspace;
   readonly #app: HTMLElement;
-  readonly #empty: HTMLElement;
-  readonly #create: HTMLButtonElement;
+  readonly #empty: EmptyState;
+  readonly #splitter: Splitter;
   readonly #toggle: HTMLButtonElement;
   readonly #topEnd: HTMLElement;
+  #drawerOpen = false;
 
   constructor(workspace: Workspace, actions: ShellActions) {
     this.#workspace = workspace;
@@ -56,15 +62,20 @@ export class Shell {
       showBin: () => actions.showBin(),
       leave: () => actions.focusEditor(),
     });
+    this.#splitter = new Splitter(this.sidebar.element, {
+      keep: (width) => actions.keepSidebarWidth(width),
+      leave: () => actions.focusEditor(),
+    });
     this.tabBar = new TabBar(workspace, {
       activate: (id) => actions.openNote(id),
       close: (id) => actions.closeTab(id),
+      move: (id, index) => actions.moveTab(id, index),
+      menu: (id) => actions.tabMenu(id),
       leave: () => actions.focusEditor(),
     });
     this.status = new StatusBar({
       retry: () => actions.retrySave(),
-      chooseLanguage: (language) => actions.chooseLanguage(language),
-      chooseTheme: (theme) => actions.chooseTheme(theme),
+      showSettings: () => actions.showSettings(),
       openGuide: () => actions.openGuide(),
     });
     this.editorPanel = h('div', {
@@ -75,20 +86,7 @@ export class Shell {
       source: () => actions.previewSource(),
       leave: () => actions.leavePreview(),
     });
-    this.#create = h('button', {
-      class: 'button primary',
-      t: 'cmd.newNote',
-      attrs: { type: 'button' },
-      on: { click: () => actions.createNote() },
-    });
-    this.#create.hidden = workspace.readOnly;
-    this.#empty = h(
-      'div',
-      { class: 'empty' },
-      h('h2', { t: 'empty.title.none' }),
-      h('p', { t: 'empty.text.none' }),
-      this.#create,
-    );
+    this.#empty = new EmptyState(actions.startItems());
     this.#toggle = iconButton('sidebar', 'sidebar.hide', () => actions.toggleSidebar());
     this.#toggle.setAttribute('aria-controls', 'sidebar');
     this.#topEnd = h(
@@ -102,18 +100,19 @@ export class Shell {
         () => actions.focusEditor(),
       ),
     );
-    const top = h('header', { class: 'top' }, this.#toggle, this.tabBar.element, this.#topEnd);
-    const main = h('main', { class: 'main' }, h('h1', { class: 'unseen' }, 'Quendo'), top);
+    const top = h('header', { class: 'top' }, this.#toggle, this.tabBar.element, this.tabBar.extras, this.#topEnd);
+    const main = h('main', { class: 'main' }, h('h1', { class: 'unseen' }, 'Quendo'), this.#splitter.element, top);
     if (workspace.readOnly) {
       main.append(h('p', { class: 'notice', t: 'readonly.notice', attrs: { role: 'alert' } }));
     }
     const work = h('div', { class: 'work' }, this.editorPanel, this.preview.element);
-    main.append(work, this.#empty, this.status.element);
+    main.append(work, this.#empty.element, this.status.element);
     this.#app = h('div', { class: 'app' }, this.sidebar.element, main);
     document.body.append(this.#app, fileInput(actions));
     this.toasts.start();
     acceptDroppedFiles(actions);
     onLanguageChange(() => this.#relabel());
+    onNarrowChange(() => this.renderSettings());
     document.documentElement.lang = htmlTag();
     this.renderSettings();
   }
@@ -122,14 +121,10 @@ export class Shell {
   renderMain(): void {
     const note = this.#workspace.activeNote;
     this.editorPanel.hidden = note === null;
-    this.#empty.hidden = note !== null;
+    this.#empty.element.hidden = note !== null;
     this.preview.changed();
     this.#topEnd.classList.toggle('is-idle', note === null);
-    const kind = this.#workspace.noteCount ? 'some' : 'none';
-    const [heading, text] = this.#empty.children as unknown as [HTMLElement, HTMLElement];
-    heading.dataset.t = `empty.title.${kind}`;
-    text.dataset.t = `empty.text.${kind}`;
-    relabel(this.#empty);
+    this.#empty.show(this.#workspace.noteCount ? 'some' : 'none');
     this.retitle();
   }
 
@@ -144,24 +139,39 @@ export class Shell {
   }
 
   focusEmpty(): void {
-    this.#create.focus();
+    this.#empty.focus();
+  }
+
+  get sidebarShown(): boolean {
+    return isNarrow() ? this.#drawerOpen : this.#workspace.settings.sidebarOpen;
+  }
+
+  /** In a narrow window the sidebar lies over the text, for as long as it is needed. */
+  get hasDrawer(): boolean {
+    return isNarrow();
+  }
+
+  openDrawer(open: boolean): void {
+    if (open === this.#drawerOpen) return;
+    this.#drawerOpen = open;
+    this.renderSettings();
   }
 
   /** Applies the settings: sidebar open or closed, theme. */
   renderSettings(): void {
-    const { sidebarOpen: open, theme } = this.#workspace.settings;
+    const open = this.sidebarShown;
     this.sidebar.element.hidden = !open;
+    this.#splitter.element.hidden = !open || isNarrow();
+    this.#splitter.show(this.#workspace.settings.sidebarWidth);
     this.#toggle.dataset.tLabel = open ? 'sidebar.hide' : 'sidebar.show';
     this.#toggle.setAttribute('aria-expanded', String(open));
     relabel(this.#app);
-    this.status.showTheme(readTheme(theme));
     this.sidebar.refresh();
   }
 
   #relabel(): void {
     document.documentElement.lang = htmlTag();
     relabel(document.body);
-    this.status.relabel();
     this.preview.redraw();
     this.sidebar.render();
     this.tabBar.render();

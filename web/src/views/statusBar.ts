@@ -1,13 +1,11 @@
 import type { Key } from '../i18n/catalogue';
-import { currentLanguage, isLanguage, type Language, languages, t } from '../i18n/language';
-import { type Theme, themes } from '../state/settings';
+import { t } from '../i18n/language';
 import type { SaveStatus } from '../state/saver';
 import { h, iconButton } from '../dom/elements';
 
 export interface StatusBarActions {
   retry(): void;
-  chooseLanguage(language: Language): void;
-  chooseTheme(theme: Theme): void;
+  showSettings(): void;
   openGuide(): void;
 }
 
@@ -19,14 +17,12 @@ const labels: Record<SaveStatus | 'readonly', Key> = {
   readonly: 'save.readonly',
 };
 
-/** The bar at the bottom: save state, language, guide. */
+/** The bar at the bottom: save state, word count, settings, guide. */
 export class StatusBar {
   readonly element: HTMLElement;
   readonly #state: HTMLElement;
   readonly #count = h('span', { class: 'text-count', attrs: { id: 'textCount' } });
   readonly #retry: HTMLElement;
-  readonly #language: HTMLSelectElement;
-  readonly #theme: HTMLSelectElement;
 
   constructor(actions: StatusBarActions) {
     this.#state = h('span', { class: 'save-state', attrs: { id: 'saveState' } });
@@ -37,44 +33,15 @@ export class StatusBar {
       on: { click: () => actions.retry() },
     });
     this.#retry.hidden = true;
-    this.#language = h(
-      'select',
-      {
-        class: 'choice language',
-        tLabel: 'language.label',
-        on: {
-          change: () => {
-            if (isLanguage(this.#language.value)) actions.chooseLanguage(this.#language.value);
-          },
-        },
-      },
-      ...languages.map((code) => h('option', { t: `language.${code}`, attrs: { value: code } })),
-    );
-    this.#theme = h(
-      'select',
-      {
-        class: 'choice theme',
-        tLabel: 'theme.label',
-        on: {
-          change: () => {
-            const theme = themes.find((one) => one === this.#theme.value);
-            if (theme) actions.chooseTheme(theme);
-          },
-        },
-      },
-      ...themes.map((theme) => h('option', { t: `theme.${theme}`, attrs: { value: theme } })),
-    );
     this.element = h(
       'footer',
       { class: 'status' },
       this.#state,
       this.#retry,
       this.#count,
-      this.#theme,
-      this.#language,
+      iconButton('settings', 'cmd.settings', () => actions.showSettings()),
       iconButton('help', 'cmd.guide', () => actions.openGuide()),
     );
-    this.relabel();
   }
 
   show(status: SaveStatus | 'readonly'): void {
@@ -84,16 +51,8 @@ export class StatusBar {
     this.#retry.hidden = status !== 'failed';
   }
 
-  showTheme(theme: Theme): void {
-    this.#theme.value = theme;
-  }
-
   /** The word count, as worded by the caller; empty if no note is open. */
   showCount(text: string): void {
     if (this.#count.textContent !== text) this.#count.textContent = text;
-  }
-
-  relabel(): void {
-    this.#language.value = currentLanguage();
   }
 }

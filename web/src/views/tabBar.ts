@@ -1,11 +1,16 @@
 import { t } from '../i18n/language';
 import { titleOf, type Workspace } from '../state/workspace';
-import { drawIcon, h } from '../dom/elements';
+import { drawIcon, h, iconButton } from '../dom/elements';
 import { isDelete } from '../keyboard/keys';
+import { type MenuGroups, popupMenu } from './menu';
+import { PopupMenu } from './popupMenu';
+import { letDrag } from './tabDrag';
 
 export interface TabBarActions {
   activate(id: string): void;
   close(id: string): void;
+  move(id: string, index: number): void;
+  menu(id: string): MenuGroups;
   leave(): void;
 }
 
@@ -18,13 +23,20 @@ interface TabElements {
 export const EDITOR_PANEL_ID = 'editorPanel';
 
 /**
- * The row of open tabs, with a roving tabindex: one tab is in the tab order, arrow keys move between them.
+ * The row of open tabs, with a roving tabindex: one tab is in the tab order, arrow keys move between them. At its
+ * end is a list of all of them, if they do not fit.
  */
 export class TabBar {
   readonly element: HTMLElement;
+  /** The list of all tabs. */
+  readonly extras: HTMLElement;
   readonly #workspace: Workspace;
   readonly #actions: TabBarActions;
   readonly #tabs = new Map<string, TabElements>();
+  readonly #all: HTMLButtonElement;
+  readonly #list = new PopupMenu('tabList', 'tabs.all', (isOpen) =>
+    this.#all.setAttribute('aria-expanded', String(isOpen)),
+  );
   #active: string | null = null;
 
   constructor(workspace: Workspace, actions: TabBarActions) {
@@ -36,10 +48,17 @@ export class TabBar {
       attrs: { role: 'tablist' },
       on: { keydown: (event) => this.#onKey(event) },
     });
+    this.#all = iconButton('tabs', 'tabs.all', () => this.#showAll());
+    this.#all.setAttribute('aria-haspopup', 'menu');
+    this.#all.setAttribute('aria-expanded', 'false');
+    this.#all.hidden = true;
+    this.extras = h('div', { class: 'tabs-extras' }, this.#all, this.#list.element);
+    new ResizeObserver(() => this.#fit()).observe(this.element);
   }
 
   render(): void {
     const { open, active } = this.#workspace.tabs;
+    const focused = document.activeElement;
     for (const [id, { frame }] of this.#tabs) {
       if (open.includes(id)) continue;
       frame.remove();
@@ -56,8 +75,11 @@ export class TabBar {
       this.retitle(id);
     });
     this.element.hidden = open.length === 0;
+    // A tab that moved has lost the focus.
+    if (focused !== document.activeElement && this.element.contains(focused)) (focused as HTMLElement).focus();
     if (active !== this.#active) this.#reveal(active);
     this.#active = active;
+    requestAnimationFrame(() => this.#fit());
   }
 
   /** Updates a note's tab title, if it has a tab and the title changed. */
@@ -80,7 +102,7 @@ export class TabBar {
       on: { click: () => this.#actions.activate(id) },
     });
     tab.dataset.id = id;
-    tab.setAttribute('aria-keyshortcuts', 'Delete');
+    tab.setAttribute('aria-keyshortcuts', 'Delete Shift+F10');
     // Keyboard users close a tab with Delete; the cross is only for the pointer.
     const close = h(
       'button',
@@ -100,14 +122,49 @@ export class TabBar {
           auxclick: (event) => {
             if (event.button === 1) this.#actions.close(id);
           },
+          contextmenu: (event) => {
+            event.preventDefault();
+            this.#showMenu(id, event.clientX, event.clientY);
+          },
         },
       },
       tab,
       close,
     );
+    letDrag(frame, (index) => this.#actions.move(id, index));
     const elements = { frame, tab, close };
     this.#tabs.set(id, elements);
     return elements;
+  }
+
+  #fit(): void {
+    const isWhole = this.element.hidden || this.element.scrollWidth <= this.element.clientWidth;
+    if (isWhole === this.#all.hidden) return;
+    this.#all.hidden = isWhole;
+    // It has taken room from the row.
+    if (!isWhole) this.#reveal(this.#active);
+  }
+
+  #showAll(): void {
+    const { open, active } = this.#workspace.tabs;
+    const items = open.flatMap((id) => {
+      const note = this.#workspace.note(id);
+      const text = (note && titleOf(note)) || t('untitled');
+      const run = () => this.#actions.activate(id);
+      return { name: id, label: { text }, keys: '', disabled: false, checked: id === active, run };
+    });
+    const { bottom, right } = this.#all.getBoundingClientRect();
+    const at = active === null ? 0 : open.indexOf(active);
+    const onLeave = () => this.#actions.leave();
+    if (this.#list.isOpen) this.#list.close();
+    else this.#list.open([items], { right, bottom }, { at, anchor: this.extras, onLeave });
+  }
+
+  #showMenu(id: string, x: number, y: number): void {
+    const { activeElement } = document;
+    const onTab = this.element.contains(activeElement);
+    const onLeave = () => (onTab ? (activeElement as HTMLElement).focus() : this.#actions.leave());
+    popupMenu('tabs.menu', this.#actions.menu(id), { x, y }, onLeave);
   }
 
   /** Waits for the frame: in between, it would make the engine lay out a page that is not whole yet. */
@@ -128,6 +185,9 @@ export class TabBar {
     } else if (isDelete(event)) {
       this.#actions.close(id);
       this.#focus(this.#workspace.tabs.active);
+    } else if (event.key === 'ContextMenu' || (event.key === 'F10' && event.shiftKey)) {
+      const { left, bottom } = (event.target as HTMLElement).getBoundingClientRect();
+      this.#showMenu(id, left, bottom);
     } else if (event.key === 'Escape') this.#actions.leave();
     else return;
     event.preventDefault();

@@ -122,6 +122,13 @@ export async function noteTexts(page: Page): Promise<string[]> {
   return notes.map((note) => note.text);
 }
 
+/** Chooses one of the settings in their dialog. */
+export async function chooseSetting(page: Page, name: string, value: string): Promise<void> {
+  await page.keyboard.press('Control+,');
+  await page.selectOption(`.settings .${name}`, value);
+  await page.keyboard.press('Escape');
+}
+
 export const saved = '#saveState[data-state="saved"]';
 
 /** Leaves the page as if switching windows, and opens it again as if after a restart. */

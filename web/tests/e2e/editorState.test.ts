@@ -21,7 +21,7 @@ async function passThrough(page: Page, count: number): Promise<void> {
       quendoOpenNativeFiles(files: unknown): number;
       quendoRequestCloseTabs(scope: string): void;
     };
-    host.quendoOpenNativeFiles(Array.from({ length: many }, (_, n) => ({ name: `${n}.md`, content: 'nota' })));
+    for (let n = 0; n < many; n++) host.quendoOpenNativeFiles([{ name: `${n}.md`, content: 'nota' }]);
     host.quendoRequestCloseTabs('all');
   }, count);
 }
@@ -57,7 +57,7 @@ test('an open tab keeps its undo history, however many others are visited', asyn
   await write(page, 'primeira');
   await page.evaluate((count) => {
     const host = window as unknown as { quendoOpenNativeFiles(files: unknown): number };
-    host.quendoOpenNativeFiles(Array.from({ length: count }, (_, n) => ({ name: `${n}.md`, content: 'nota' })));
+    for (let n = 0; n < count; n++) host.quendoOpenNativeFiles([{ name: `${n}.md`, content: 'nota' }]);
   }, 60);
   await goTo(page, 'primeira');
   await page.keyboard.press('Control+z');

@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import type { Browser, Page } from 'playwright-core';
-import { launch, noteTexts, open } from './browser';
+import { chooseSetting, launch, noteTexts, open } from './browser';
 
 let browser: Browser;
 before(async () => {
@@ -71,7 +71,7 @@ test("the find panel uses the page's language", async () => {
   await page.keyboard.press('Control+Alt+f');
   await page.keyboard.type('casa');
   await count(page, '1 en el texto');
-  await page.selectOption('.language', 'pt');
+  await chooseSetting(page, 'language', 'pt');
   assert.equal(await page.getAttribute('.find-what', 'placeholder'), 'Procurar');
   assert.equal(await page.getAttribute('.find-regexp', 'aria-label'), 'Expressão regular');
   await context.close();

@@ -2,7 +2,7 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import type { Browser } from 'playwright-core';
-import { fakeHost, lastState, launch, messages, noteTexts, open, saved } from './browser';
+import { chooseSetting, fakeHost, lastState, launch, messages, noteTexts, open, saved } from './browser';
 
 let browser: Browser;
 before(async () => {
@@ -169,7 +169,7 @@ test('requests to the host have the right bodies, and answers take effect', asyn
   }, clipboard?.body.requestId);
   assert.equal(await page.evaluate('window.copied'), true);
 
-  await page.selectOption('.language', 'es');
+  await chooseSetting(page, 'language', 'es');
   assert.equal((await messages(page, 'quendoLanguage')).at(-1)?.body, 'es');
   await page.evaluate("quendoSetLanguage('en')");
   assert.equal((await messages(page, 'quendoLanguage')).length, 1);

@@ -2,7 +2,7 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import type { Browser, Page } from 'playwright-core';
-import { fakeHost, launch, noteTexts, open, restart } from './browser';
+import { chooseSetting, fakeHost, launch, noteTexts, open, restart } from './browser';
 
 let browser: Browser;
 before(async () => {
@@ -115,14 +115,16 @@ test('theme and text size are saved, and the theme follows the system if set to'
   assert.equal(await theme(), 'light');
   await page.emulateMedia({ colorScheme: 'dark' });
   await page.waitForSelector('html[data-theme=dark]');
-  await page.selectOption('.theme', 'light');
+  await chooseSetting(page, 'theme', 'light');
   assert.equal(await theme(), 'light');
   await page.keyboard.press('Control+Equal');
   await page.keyboard.press('Control+Shift+Equal');
   assert.equal(await size(), 14 * 1.25);
   await restart(page);
   assert.equal(await theme(), 'light');
+  await page.keyboard.press('Control+,');
   assert.equal(await page.inputValue('.theme'), 'light');
+  await page.keyboard.press('Escape');
   assert.equal(await size(), 14 * 1.25);
   await page.keyboard.press('Control+Minus');
   assert.ok(Math.abs((await size()) - 14 * 1.1) < 0.01);

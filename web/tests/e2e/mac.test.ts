@@ -22,7 +22,7 @@ for (const language of ['pt', 'en', 'es'] as const) {
     await page.evaluate('createNote(); quendoOpenShortcutGuide()');
     const shown = await page.locator('.guide-row kbd:not([data-t])').allInnerTexts();
     for (const keys of shown) {
-      const one = String.raw`⌥?⇧?⌘?(?:[A-Z0-9+−[\]←→↑↓↩⇥⎋])`;
+      const one = String.raw`⌥?⇧?⌘?(?:F\d+|[A-Z0-9+−,[\]←→↑↓↩⇥⎋⇞⇟])`;
       assert.match(keys, new RegExp(`^${one}(?:(?: · | )${one})*$`));
     }
     for (const keys of ['⌘K', '⇧⌘S', '⇧⌘Z', '⇧⌘P', '⌥⇧⌘W', '⇧⌘[', '⌥⌘↑ ↓', '⌘↩', '⇥ · ⇧⇥', '⎋ ⇥']) {

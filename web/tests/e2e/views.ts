@@ -1,6 +1,7 @@
 import type { Page } from 'playwright-core';
 import { catalogue, type Key } from '../../src/i18n/catalogue';
 import { type Language, languages } from '../../src/i18n/language';
+import { chooseSetting } from './browser';
 
 const NOW = Date.now();
 const notes = [
@@ -68,12 +69,29 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
     await page.keyboard.type('zzz');
   },
   guide: (page) => page.evaluate('quendoOpenShortcutGuide()'),
+  'many tabs': async (page) => {
+    await page.evaluate("for (let n = 0; n < 20; n++) quendoOpenNativeFiles([{ name: n + '.md', content: 'nota' }])");
+    await page.click('.tabs-extras > button');
+  },
+  'tab menu': (page) => page.click('[role=tab] >> nth=1', { button: 'right' }),
+  'narrow window': async (page) => {
+    await page.setViewportSize({ width: 600, height: 700 });
+    await page.click('header .icon-button');
+    await page.waitForSelector('.sidebar:not([hidden])');
+  },
+  settings: async (page) => {
+    await page.keyboard.press('Control+,');
+    await page.waitForSelector('.settings select');
+  },
+  'a serif and short lines': async (page) => {
+    await chooseSetting(page, 'lines', 'narrow');
+    await chooseSetting(page, 'face', 'serif');
+    await page.evaluate(() => document.fonts.ready);
+  },
   overview: (page) => page.evaluate('quendoShowTabOverview()'),
   'quick capture': (page) => page.evaluate('openCapture()'),
   'closing many tabs': async (page) => {
-    await page.evaluate(
-      "quendoOpenNativeFiles(Array.from({ length: 51 }, (_, n) => ({ name: n + '.md', content: 'nota' })))",
-    );
+    await page.evaluate("for (let n = 0; n < 51; n++) quendoOpenNativeFiles([{ name: n + '.md', content: 'nota' }])");
     await page.evaluate("quendoRequestCloseTabs('all')");
     await page.waitForSelector('dialog[open] .question');
   },

@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import type { Browser } from 'playwright-core';
-import { fakeHost, launch, noteTexts, open, saved, typingCost } from './browser';
+import { chooseSetting, fakeHost, launch, noteTexts, open, saved, typingCost } from './browser';
 
 let browser: Browser;
 before(async () => {
@@ -197,7 +197,7 @@ test('the toast restores a deleted note', async () => {
 test('the language changes immediately and is saved', async () => {
   const { page, context } = await open(browser, { reloads: true, locale: 'es-AR' });
   await page.waitForSelector('text=Una página en blanco');
-  await page.selectOption('.language', 'pt');
+  await chooseSetting(page, 'language', 'pt');
   await page.waitForSelector('text=Uma página em branco');
   assert.equal(await page.getAttribute('html', 'lang'), 'pt-BR');
   assert.equal(await page.getAttribute('#searchInput', 'placeholder'), 'Buscar notas');

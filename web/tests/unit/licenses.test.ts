@@ -21,10 +21,11 @@ function licensesOfBuild(name: string): string {
   return readFileSync(path.join(outdir, 'licenses.txt'), 'utf8');
 }
 
-/** The packages with code in the bundle, as named in the lock file. */
+/** The packages with code or fonts in the bundle, as named in the lock file. */
 async function bundled(): Promise<string[]> {
   const { metafile } = await build({
-    entryPoints: ['src/app/main.ts'],
+    entryPoints: ['src/app/main.ts', 'src/styles/faces/serif.css', 'src/styles/faces/mono.css'],
+    loader: { '.woff2': 'dataurl' },
     bundle: true,
     minify: true,
     format: 'iife',
@@ -33,6 +34,8 @@ async function bundled(): Promise<string[]> {
     metafile: true,
   });
   const inputs = Object.values(metafile.outputs).flatMap((output) => Object.entries(output.inputs));
+  for (const input of Object.keys(metafile.inputs))
+    if (input.endsWith('.woff2')) inputs.push([input, { bytesInOutput: 1 }]);
   const names = inputs.flatMap(([file, { bytesInOutput }]) =>
     bytesInOutput > 0 ? (/^.*node_modules\/(?:@[^/]+\/)?[^/]+/.exec(file)?.[0] ?? []) : [],
   );
@@ -58,7 +61,9 @@ test('the notices list every bundled package with its licence text', async () =>
     const at = notices.indexOf(heading);
     assert.ok(at >= 0, heading);
     const text = notices.slice(at + heading.length).split(`\n${'-'.repeat(80)}\n`)[0] ?? '';
-    assert.match(text, /Copyright \(c\) .+[\s\S]*Permission is hereby granted/i, heading);
+    const kind = license === 'OFL-1.1' ? /SIL OPEN FONT LICENSE/ : /Copyright \(c\) .+/i;
+    assert.match(text, kind, heading);
+    assert.match(text, /Permission is hereby granted/i, heading);
   }
   const headings = notices.match(/^\S+ \d+\.\d+\.\d+\S* \(.+\)$/gm) ?? [];
   assert.equal(headings.length, packages.length, 'and nothing else does');

@@ -46,8 +46,6 @@ const inStyles: Readonly<Record<string, string>> = {
   'scrollbar-width: thin': 'the same',
   'scrollbar-width: none': 'the tabs hide theirs in an older way, too',
   'scrollbar-color': 'scroll bars look like any other',
-  'field-sizing': 'a list box is as wide as its widest choice',
-  'field-sizing: content': 'the same',
 };
 
 test('the script uses nothing newer than the oldest engine', () => {

@@ -116,7 +116,7 @@ test('each menu item has its command here, with its key', { skip }, () => {
     const command = Object.values(table).find((candidate) => candidate.menu === action);
     const isPages = script !== '' || action === 'copyForWhatsApp';
     assert.equal(command !== undefined, isPages, `${action} ${isPages ? 'has no' : 'has a'} command`);
-    if (command) assert.equal(command.key ?? '', key, action);
+    if (command) assert.equal(command.listens ? '' : (command.key ?? ''), key, action);
   }
   const own = (command: Command): boolean => command.key !== undefined && command.listens === undefined;
   for (const command of Object.values(table).filter(own)) assert.ok(keys.has(command.key ?? ''), command.label);

@@ -59,11 +59,31 @@ test('scopes and neighbours', () => {
   assert.deepEqual(tabsInScope(workspace.tabs, 'others'), [a, c]);
   assert.deepEqual(tabsInScope(workspace.tabs, 'right'), [c]);
   assert.deepEqual(tabsInScope(workspace.tabs, 'all'), ids);
+  assert.deepEqual(tabsInScope(workspace.tabs, 'others', a), [b, c], 'seen from another tab');
+  assert.deepEqual(tabsInScope(workspace.tabs, 'right', a), [b, c]);
   assert.equal(neighbour(workspace.tabs, 1), c);
   workspace.openTab(c);
   assert.equal(neighbour(workspace.tabs, 1), a);
   workspace.openTab(a);
   assert.equal(neighbour(workspace.tabs, -1), c);
+});
+
+test('a tab moves within the row and stays active, at most to the ends', () => {
+  const { workspace, ids } = workspaceWith('a', 'b', 'c');
+  const [a = '', b = '', c = ''] = ids;
+  workspace.openTab(a);
+  workspace.moveTab(a, 1);
+  assert.deepEqual(workspace.tabs.open, [b, a, c]);
+  workspace.moveTab(a, 9);
+  assert.deepEqual(workspace.tabs.open, [b, c, a]);
+  workspace.moveTab(a, -9);
+  assert.deepEqual(workspace.tabs.open, [a, b, c]);
+  assert.equal(workspace.tabs.active, a);
+  const { tabs } = workspace;
+  workspace.moveTab(a, 0);
+  workspace.moveTab(c, 9);
+  workspace.moveTab('gone', 1);
+  assert.equal(workspace.tabs, tabs, 'nothing to save');
 });
 
 test('a note that never had any text is removed with its tab', () => {

@@ -42,7 +42,7 @@ export const commandTexts = {
   'cmd.guide': ['Guia de atalhos', 'Shortcut guide', 'Guía de atajos'],
 
   'guide.notes': ['Notas e abas', 'Notes and tabs', 'Notas y pestañas'],
-  'guide.inMenu': ['menu ⋯', '⋯ menu', 'menú ⋯'],
+  'guide.inMenu': ['menu da nota', 'note menu', 'menú de la nota'],
   'guide.inPalette': ['paleta', 'palette', 'paleta'],
   'guide.writing': ['Escrita', 'Writing', 'Escritura'],
   'guide.find': ['Procurar no texto', 'Find in the text', 'Buscar en el texto'],
