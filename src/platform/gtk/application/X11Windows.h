@@ -11,6 +11,9 @@ namespace quendo::gtk {
 /// Centres the window on its monitor when it is first mapped.
 void centerWhenMapped(Gtk::Window& window, const Rect& contentRect);
 
+/// Asks the window manager for a light or a dark title bar.
+void setTitleBarVariant(Gtk::Window& window, bool dark);
+
 /// Whether this process can minimise other programs' windows.
 bool canHideOtherApplications();
 /// Asks the window manager to minimise all ordinary windows of other programs.
