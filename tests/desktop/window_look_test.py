@@ -123,6 +123,7 @@ def test_dialogs_and_menus_are_dark_too(themed):
     quendo.choose("Quendo", "Sobre o Quendo")
     about = wait_until(lambda: next((one for one in quendo.windows() if one.id != quendo.window.id), None), 10,
                        "the About window")
+    assert "dark" in desktop.window_property(about, "_GTK_THEME_VARIANT")
     left, top, _, height = desktop.geometry(about)
     wait_until(lambda: brightness_at(left + 12, top + height - 12) < 100, 10, "a dark dialog")
 

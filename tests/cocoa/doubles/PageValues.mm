@@ -9,7 +9,7 @@ namespace quendo::doubles {
 
 void PageValues::pageTitleDidChange(const std::string& newTitle) {
   const Turn turn;
-  title = stringFrom(newTitle);
+  title = [stringFrom(newTitle) copy];
   observers.tell(@"title", view);
 }
 

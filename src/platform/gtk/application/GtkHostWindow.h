@@ -65,7 +65,7 @@ class GtkHostWindow final : public Window, public Responder {
 
   GtkHostApplication& application_;
   Gtk::ApplicationWindow window_;
-  ThemeVariant theme_{window_};
+  ThemeVariant theme_;
   Gtk::Box layout_;
   Gtk::PopoverMenuBar menuBar_;
   GtkContainerView* content_ = nullptr;

@@ -27,19 +27,36 @@ Theme shownTheme(std::string_view environment, std::string_view name, bool prefe
   return theme;
 }
 
-// After GTK itself, which gives the title bar the desktop's variant.
-ThemeVariant::ThemeVariant(Gtk::Window& window)
-    : window_(window), settings_(addReference(gtk_settings_get_default())) {
+// Each handler runs after GTK's own, which gives title bars the desktop's variant.
+ThemeVariant::ThemeVariant()
+    : settings_(addReference(gtk_settings_get_default())), windows_(gtk_window_get_toplevels()) {
   for (const char* change : {"notify::gtk-theme-name", "notify::gtk-application-prefer-dark-theme"}) {
     g_signal_connect_data(settings_.get(), change,
                           G_CALLBACK(+[](GtkSettings*, GParamSpec*, ThemeVariant* self) { self->update(); }),
                           this, nullptr, G_CONNECT_AFTER);
   }
+  g_signal_connect(windows_, "items-changed",
+                   G_CALLBACK(+[](GListModel*, guint position, guint /*removed*/, guint added,
+                                  ThemeVariant* self) { self->watchWindows(position, added); }),
+                   this);
+  watchWindows(0, g_list_model_get_n_items(windows_));
 }
 
 ThemeVariant::~ThemeVariant() {
   g_signal_handlers_disconnect_by_data(settings_.get(), this);
+  g_signal_handlers_disconnect_by_data(windows_, this);
+  for (guint i = 0; i < g_list_model_get_n_items(windows_); ++i) {
+    g_signal_handlers_disconnect_by_data(adoptReference(g_list_model_get_item(windows_, i)).get(), this);
+  }
   uncover();
+}
+
+void ThemeVariant::watchWindows(guint position, guint count) {
+  for (guint i = position; i < position + count; ++i) {
+    g_signal_connect_data(adoptReference(g_list_model_get_item(windows_, i)).get(), "realize",
+                          G_CALLBACK(+[](GtkWidget*, ThemeVariant* self) { self->update(); }), this, nullptr,
+                          G_CONNECT_AFTER);
+  }
 }
 
 void ThemeVariant::show(Appearance appearance) {
@@ -51,13 +68,22 @@ void ThemeVariant::update() {
   const Theme desktop = desktopTheme(settings_.get());
   Theme wanted = desktop;
   if (appearance_ != Appearance::asDesktop) wanted.isDark = appearance_ == Appearance::dark;
-  setTitleBarVariant(window_, wanted.isDark);
-  if (cover_ && covering_ == wanted && wanted != desktop) return;
-  uncover();
-  if (wanted == desktop) return;
+  for (guint i = 0; i < g_list_model_get_n_items(windows_); ++i) {
+    const auto window = adoptReference(GTK_NATIVE(g_list_model_get_item(windows_, i)));
+    setTitleBarVariant(window.get(), wanted.isDark);
+  }
+  if (wanted == desktop) {
+    uncover();
+  } else if (!cover_ || covering_ != wanted) {
+    uncover();
+    cover(wanted);
+  }
+}
+
+void ThemeVariant::cover(const Theme& theme) {
   cover_ = adoptReference(gtk_css_provider_new());
-  covering_ = wanted;
-  gtk_css_provider_load_named(cover_.get(), wanted.name.c_str(), wanted.isDark ? "dark" : nullptr);
+  covering_ = theme;
+  gtk_css_provider_load_named(cover_.get(), theme.name.c_str(), theme.isDark ? "dark" : nullptr);
   gtk_style_context_add_provider_for_display(gdk_display_get_default(), GTK_STYLE_PROVIDER(cover_.get()),
                                              GTK_STYLE_PROVIDER_PRIORITY_THEME + 1);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <gtkmm/window.h>
+#include <gtk/gtk.h>
 
 #include <string>
 #include <string_view>
@@ -20,12 +20,12 @@ struct Theme {
 /// The theme that GTK shows: the one that the environment names ("Adwaita:dark"), or else the settings'.
 Theme shownTheme(std::string_view environment, std::string_view name, bool prefersDark);
 
-/// Draws all of GTK's widgets light or dark. This is not done by GTK's setting for it, because the web view
-/// reads the desktop's preference there: a page that was dark once could not follow the desktop any more. So
-/// the other variant of the theme covers the one that is shown.
+/// Draws all of GTK's widgets light or dark, and asks for title bars to match. This is not done by GTK's
+/// setting for it, because the web view reads the desktop's preference there: a page that was dark once could
+/// not follow the desktop any more. So the other variant of the theme covers the one that is shown.
 class ThemeVariant {
  public:
-  explicit ThemeVariant(Gtk::Window& window);
+  ThemeVariant();
   ~ThemeVariant();
   ThemeVariant(const ThemeVariant&) = delete;
   ThemeVariant& operator=(const ThemeVariant&) = delete;
@@ -33,11 +33,13 @@ class ThemeVariant {
   void show(Appearance appearance);
 
  private:
+  void watchWindows(guint position, guint count);
   void update();
+  void cover(const Theme& theme);
   void uncover();
 
-  Gtk::Window& window_;
   GObjectPtr<GtkSettings> settings_;
+  GListModel* windows_;
   GObjectPtr<GtkCssProvider> cover_;  ///< Null while the shown variant is the right one.
   Theme covering_;
   Appearance appearance_ = Appearance::asDesktop;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gtk/gtk.h>
 #include <gtkmm/window.h>
 
 #include "platform/Window.h"
@@ -12,7 +13,7 @@ namespace quendo::gtk {
 void centerWhenMapped(Gtk::Window& window, const Rect& contentRect);
 
 /// Asks the window manager for a light or a dark title bar.
-void setTitleBarVariant(Gtk::Window& window, bool dark);
+void setTitleBarVariant(GtkNative* window, bool dark);
 
 /// Whether this process can minimise other programs' windows.
 bool canHideOtherApplications();
