@@ -4,6 +4,7 @@
 
 #import "platform/cocoa/Text.h"
 
+/// Calls a block when the one value that it observes has changed.
 @interface QuendoKeyValueObserver : NSObject {
  @private
   void (^didChange_)(void);
@@ -11,7 +12,6 @@
 @property(nonatomic, copy) void (^didChange)(void);
 @end
 
-/// Calls a block when the one value that it observes has changed.
 @implementation QuendoKeyValueObserver
 
 @synthesize didChange = didChange_;
