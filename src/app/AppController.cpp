@@ -34,6 +34,7 @@ AppController::AppController(const HostPorts& ports)
       navigation_(webBundle_, ports.workspace),
       panels_(state_, localization_, surface_, ports.workspace),
       spelling_(ports.locale, ports.mainQueue, surface_),
+      look_(surface_),
       exportPanels_(localization_, pageCalls_, surface_, ports.fileManager, ports.contentTypes,
                     ports.workspace),
       sharing_(localization_, pageCalls_, surface_, ports.fileManager, ports.mainQueue, ports.clock,
@@ -87,6 +88,7 @@ void AppController::makeWebView() {
   surface_.webView = webView_.get();
   webView_->setNavigationDelegate(this);
   webView_->setUiDelegate(this);
+  webView_->setPageObserver(&look_);
   webView_->setInspectable(false);
 }
 
@@ -95,7 +97,7 @@ void AppController::makeWindow() {
       ports_.toolkit.makeWindow(Rect{0, 0, kDefaultWidth, kDefaultHeight},
                                 kWindowTitled | kWindowClosable | kWindowMiniaturizable | kWindowResizable);
   surface_.window = window_.get();
-  window_->setTitle("Quendo");
+  window_->setTitle(std::string(kWindowTitle));
   window_->setDelegate(this);
   window_->setMinimumSize(kMinimumWidth, kMinimumHeight);
   window_->center();

@@ -13,6 +13,7 @@
 #include "app/SpellChecking.h"
 #include "app/TerminationHandshake.h"
 #include "app/WebBundle.h"
+#include "app/WindowLook.h"
 #include "bridge/BootstrapScript.h"
 #include "bridge/HostState.h"
 #include "bridge/MessageDispatcher.h"
@@ -87,6 +88,7 @@ class AppController final : public ApplicationDelegate,
   NavigationPolicy navigation_;
   PagePanels panels_;
   SpellChecking spelling_;
+  WindowLook look_;
   ExportPanels exportPanels_;
   NoteSharing sharing_;
   OpenedFiles openedFiles_;

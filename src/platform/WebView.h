@@ -54,6 +54,24 @@ class UiDelegate {
   virtual void runOpenPanel(std::function<void(std::optional<std::vector<std::string>>)> completion) = 0;
 };
 
+/// A colour of a page: sRGB and opacity, each from 0 to 1.
+struct Color {
+  double red = 0;
+  double green = 0;
+  double blue = 0;
+  double alpha = 1;
+};
+
+/// Hears what a page says of itself. Main thread.
+class PageObserver {
+ public:
+  virtual ~PageObserver() = default;
+  /// The document's title; empty when it has none.
+  virtual void pageTitleDidChange(const std::string& title) = 0;
+  /// The document's `theme-color`, if it has one.
+  virtual void pageThemeColorDidChange(const std::optional<Color>& color) = 0;
+};
+
 enum class WebsiteDataStore : std::uint8_t { defaultStore, nonPersistent };
 
 struct WebViewConfiguration {
@@ -66,9 +84,10 @@ struct WebViewConfiguration {
 class WebView {
  public:
   virtual ~WebView() = default;
-  /// The delegates must outlive the web view.
+  /// The delegates and the observer must outlive the web view.
   virtual void setNavigationDelegate(NavigationDelegate* delegate) = 0;
   virtual void setUiDelegate(UiDelegate* delegate) = 0;
+  virtual void setPageObserver(PageObserver* observer) = 0;
   virtual void setInspectable(bool inspectable) = 0;
   /// The view's own area, relative to its own origin.
   virtual Rect bounds() const = 0;

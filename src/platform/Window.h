@@ -75,11 +75,15 @@ struct OpenPanel {
   bool canChooseDirectories = false;
 };
 
+enum class Appearance : std::uint8_t { asDesktop, light, dark };
+
 /// The window. Sheets are modal to it and shown one at a time: a second waits for the first. Main thread.
 class Window {
  public:
   virtual ~Window() = default;
   virtual void setTitle(const std::string& title) = 0;
+  /// Draws what is native of the program light or dark. The page goes on seeing what the desktop prefers.
+  virtual void setAppearance(Appearance appearance) = 0;
   virtual void setDelegate(WindowDelegate* delegate) = 0;
   virtual void setMinimumSize(int width, int height) = 0;
   virtual void center() = 0;

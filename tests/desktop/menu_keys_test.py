@@ -117,6 +117,13 @@ def test_a_key_without_a_command_reaches_the_page(journal):
     journal.expect(("keydown j",))
 
 
+def test_the_keys_for_hiding_reach_the_page_and_hide_nothing(journal, running):
+    program, _ = running
+    desktop.press("ctrl+h", "ctrl+alt+h")
+    journal.expect(("keydown h", "keydown h"))
+    assert not desktop.is_minimised(program.window)
+
+
 def test_plain_letters_reach_the_page_in_their_order(journal, running):
     _, server = running
     server.run("document.getElementById('editor').value = ''")

@@ -19,7 +19,7 @@ _HEAD = """
 </script>
 """
 # Only a page from the bundle can tell the reporter that it was loaded.
-_OTHER = "<!doctype html><meta charset=utf-8><title>Other</title>%s<p id=other>The other page</p>"
+_OTHER = "<!doctype html><meta charset=utf-8><title>Other — Quendo</title>%s<p id=other>The other page</p>"
 
 
 @pytest.fixture(scope="module")
@@ -206,7 +206,7 @@ def test_a_link_to_a_file_in_the_bundle_loads_it(running, page, target):
     # Not awaited: the answer may be lost with the page.
     server.post("location.href = '../index.html';")
     server.wait_for_page(loads + 2)
-    wait_until(lambda: server.evaluate("document.title") == "Test page", 10, "the first page again")
+    wait_until(lambda: server.evaluate("document.title") == "Quendo", 10, "the first page again")
 
 
 @pytest.mark.parametrize("make", ["'about:blank'", "URL.createObjectURL(new Blob(['<p>blob'], { type: 'text/html' }))",

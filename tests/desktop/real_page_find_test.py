@@ -40,7 +40,7 @@ def test_a_regular_expression_is_found_and_replaced_with_its_groups(opened):
     quendo, page = opened
     text = "2024-01-02\nno date\n2025-03-04"
     paste_note(quendo, page, text)
-    quendo.press("ctrl+alt+f")
+    quendo.press("ctrl+h")
     wait_for_field(page, "find-what")
     pointer = Pointer(quendo, page)
     pointer.click("document.querySelector('.find-regexp')")
@@ -66,7 +66,7 @@ def test_a_regular_expression_is_found_and_replaced_with_its_groups(opened):
 def test_the_button_replaces_all_too(opened):
     quendo, page = opened
     paste_note(quendo, page, "one fish, two fish")
-    quendo.press("ctrl+alt+f")
+    quendo.press("ctrl+h")
     wait_for_field(page, "find-what")
     quendo.type("fish")
     wait_for_count(page, "2 in the text")

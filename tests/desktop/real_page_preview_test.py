@@ -122,4 +122,4 @@ def test_a_link_in_the_preview_opens_in_the_browser_and_a_script_as_a_link_does_
     quendo.external.wait_for("https://example.org/there?a=1#b")
     assert quendo.external.opened() == ["https://example.org/there?a=1#b"]
     assert page.evaluate("window.hasRun") is False
-    assert reporter.loads == 1 and [one.title for one in quendo.windows()] == ["Quendo"]
+    assert reporter.loads == 1 and len(quendo.windows()) == 1

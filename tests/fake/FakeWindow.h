@@ -53,6 +53,7 @@ struct FakeWebView final : WebView {
     log.push_back("setUiDelegate");
     ui = delegate;
   }
+  void setPageObserver(PageObserver* given) override { observer = given; }
   void setInspectable(bool inspectable) override {
     log.push_back(std::string("setInspectable ") + (inspectable ? "true" : "false"));
   }
@@ -92,6 +93,7 @@ struct FakeWebView final : WebView {
   Rect area{0, 0, 1320, 795};
   NavigationDelegate* navigation = nullptr;
   UiDelegate* ui = nullptr;
+  PageObserver* observer = nullptr;
   std::vector<std::string> scripts;
   /// Whether keys wait on their way to the page; what is to follow them is kept then.
   bool keysWait = false;
@@ -174,6 +176,10 @@ struct FakeWindow final : Window {
 
   explicit FakeWindow(CallLog& callLog) : log(callLog) {}
   void setTitle(const std::string& title) override { log.push_back("setTitle " + title); }
+  void setAppearance(Appearance appearance) override {
+    const char* const names[] = {"asDesktop", "light", "dark"};
+    log.push_back(std::string("setAppearance ") + names[static_cast<int>(appearance)]);
+  }
   void setDelegate(WindowDelegate* newDelegate) override {
     log.push_back("setDelegate");
     delegate = newDelegate;

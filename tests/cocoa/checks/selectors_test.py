@@ -7,7 +7,7 @@ from objects import ARCHITECTURES, COCOA, compilations, implemented_methods
 
 # What the classes have of their own, and nobody else calls.
 OWN = re.compile(r"(init\w*:?|forget|set(Owner|Navigation|Ui|Delegate|Receive|OpenFiles):|owner|navigation|ui|receive|"
-                 r"openFiles|(setP|p)erformMenuKey:?|hasEnded|perform:|\.cxx_\w+)$")
+                 r"openFiles|(setD|d)idChange:?|(setP|p)erformMenuKey:?|hasEnded|perform:|\.cxx_\w+)$")
 LIST = COCOA.parents[2] / "tests" / "cocoa" / "checks" / "selectors"
 
 

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 
+#import "Appearance.h"
 #import "Stage.h"
 #include "app/ExitStatus.h"
 
@@ -185,6 +186,18 @@ extern "C" void NSBeep(void) {
 }
 - (NSWindow*)modalWindow {
   return state().sessions.empty() ? nil : state().sessions.back();
+}
+- (NSAppearance*)effectiveAppearance {
+  return systemAppearance();
+}
+- (void)addObserver:(NSObject*)observer
+         forKeyPath:(NSString*)keyPath
+            options:(NSKeyValueObservingOptions)options
+            context:(void*)context {
+  applicationObservers().add(observer, keyPath);
+}
+- (void)removeObserver:(NSObject*)observer forKeyPath:(NSString*)keyPath {
+  applicationObservers().remove(observer, keyPath);
 }
 - (NSEvent*)currentEvent {
   return currentEvent();

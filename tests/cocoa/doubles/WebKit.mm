@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 
+#import "PageValues.h"
 #import "Stage.h"
 #import "WebKitDoubles.h"
 #import "Windows.h"
@@ -214,6 +215,7 @@ EvaluationHandler answering(void (^handler)(id, NSError*)) {
   ViewState& state = stateOf<ViewState>(self);
   state.keeps = facilities().toolkit.makeWebView(given);
   state.page = facilities().toolkit.webView;
+  state.page->setPageObserver(&valuesOf(self));
   return self;
 }
 - (NSRect)bounds {
@@ -221,6 +223,8 @@ EvaluationHandler answering(void (^handler)(id, NSError*)) {
   return NSMakeRect(area.x, area.y, area.width, area.height);
 }
 // clang-format off
+- (NSString*)title { return valuesOf(self).title; }
+- (NSColor*)themeColor { return valuesOf(self).themeColor; }
 - (BOOL)allowsLinkPreview { return stateOf<ViewState>(self).showsPreviews; }
 - (void)setAllowsLinkPreview:(BOOL)value { stateOf<ViewState>(self).showsPreviews = value; }
 // clang-format on

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 
+#import "Appearance.h"
 #import "Stage.h"
 
 using namespace quendo;
@@ -16,6 +17,7 @@ struct ViewState {
   NSWindow* window = nil;
   NSMutableArray* subviews = [NSMutableArray array];
   NSAutoresizingMaskOptions mask{};
+  NSAppearance* appearance = nil;
   bool translates = true;
   std::map<std::string, NSLayoutAnchor*> anchors;
 };
@@ -36,6 +38,7 @@ struct WindowState {
   NSView* contentView = nil;
   NSView* initialFirstResponder = nil;
   NSString* title = nil;
+  NSAppearance* appearance = nil;
   id delegate = nil;
   NSSize minSize{};
   std::unique_ptr<WindowDelegate> adaptor;
@@ -127,6 +130,8 @@ fake::FakeWindow& windowOf(NSWindow* window) {
 // clang-format off
 - (NSAutoresizingMaskOptions)autoresizingMask { return stateOf<ViewState>(self).mask; }
 - (void)setAutoresizingMask:(NSAutoresizingMaskOptions)mask { stateOf<ViewState>(self).mask = mask; }
+- (NSAppearance*)appearance { return stateOf<ViewState>(self).appearance; }
+- (void)setAppearance:(NSAppearance*)value { stateOf<ViewState>(self).appearance = value; }
 - (BOOL)translatesAutoresizingMaskIntoConstraints { return stateOf<ViewState>(self).translates; }
 - (void)setTranslatesAutoresizingMaskIntoConstraints:(BOOL)value { stateOf<ViewState>(self).translates = value; }
 - (NSWindow*)window { return stateOf<ViewState>(self).window; }
@@ -176,6 +181,14 @@ fake::FakeWindow& windowOf(NSWindow* window) {
 }
 - (NSString*)title {
   return stateOf<WindowState>(self).title;
+}
+- (NSAppearance*)appearance {
+  return stateOf<WindowState>(self).appearance;
+}
+- (void)setAppearance:(NSAppearance*)value {
+  stateOf<WindowState>(self).appearance = value;
+  const bool isDark = nameOf(value) == textFrom(NSAppearanceNameDarkAqua);
+  fakeOf(self).setAppearance(!value ? Appearance::asDesktop : isDark ? Appearance::dark : Appearance::light);
 }
 - (id<NSWindowDelegate>)delegate {
   return stateOf<WindowState>(self).delegate;

@@ -50,8 +50,8 @@ QUENDO = Menu(_same("Quendo"), (
     Item(("Sobre o Quendo", "About Quendo", "Acerca de Quendo"), "orderFrontStandardAboutPanel"),
     Item(("Verificar atualizações…", "Check for Updates…", "Buscar actualizaciones…"), "checkForUpdates"),
     Item(LANGUAGE_TITLES, ""),
-    Item(("Ocultar Quendo", "Hide Quendo", "Ocultar Quendo"), "hide", "ctrl+h"),
-    Item(("Ocultar Outros", "Hide Others", "Ocultar otros"), "hideOtherApplications", "ctrl+alt+h"),
+    Item(("Ocultar Quendo", "Hide Quendo", "Ocultar Quendo"), "hide"),
+    Item(("Ocultar Outros", "Hide Others", "Ocultar otros"), "hideOtherApplications"),
     Item(("Sair do Quendo", "Quit Quendo", "Salir de Quendo"), "terminate", "ctrl+q"),
 ))
 FILE = Menu(("Arquivo", "File", "Archivo"), (

@@ -25,6 +25,11 @@ for _number in (signal.SIGINT, signal.SIGHUP, signal.SIGTERM):
         signal.signal(_number, signal.SIG_DFL)
 
 
+def is_main(window):
+    """Whether a window of the program's has the title of a main window."""
+    return window.title == "Quendo" or window.title.endswith(" — Quendo")
+
+
 class Quendo:
     """The program with a private home. It can be started and stopped repeatedly; the home stays.
 
@@ -168,15 +173,16 @@ class Quendo:
     def windows(self):
         return desktop.windows(self.pid)
 
-    def wait_for_window(self, title="Quendo", timeout=20.0):
-        """Waits for one of the program's windows to have this title."""
+    def wait_for_window(self, title=None, timeout=20.0):
+        """Waits for one of the program's windows to have this title; without one, for the main window, which is called
+        "Quendo", or after its page."""
 
         def find():
             assert self._running.poll() is None, (
                 f"the program ended with status {self._running.returncode}:\n{self.output()}")
-            return next((one for one in self.windows() if one.title == title), None)
+            return next((one for one in self.windows() if (one.title == title if title else is_main(one))), None)
 
-        return wait_until(find, timeout, f"a window with the title {title!r}")
+        return wait_until(find, timeout, f"a window with the title {title!r}" if title else "the main window")
 
     @property
     def window(self):

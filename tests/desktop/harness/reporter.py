@@ -93,7 +93,7 @@ class Reporter:
         page do what `run` asks."""
         return "<script>" + _SCRIPT % (self.url, "true" if commands else "false") + "</script>"
 
-    def page(self, body="", head="", title="Test page"):
+    def page(self, body="", head="", title="Quendo"):
         """A whole index.html with the script first in its head."""
         return (f"<!doctype html><html><head><meta charset='utf-8'>{self.script()}"
                 f"<title>{title}</title>{head}</head><body>{body}</body></html>")

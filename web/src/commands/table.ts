@@ -1,3 +1,4 @@
+import { onMac } from '../keyboard/keys';
 import { closeDialog } from '../views/dialog';
 import type { MenuItem } from '../views/menu';
 import { changeZoom, chooseTheme, resetZoom } from './appearance';
@@ -86,7 +87,13 @@ export const commands = {
     run: shareNote,
   },
   find: { label: 'guide.find', key: 'Mod-f', listens: true, available: withNote, run: writing.find },
-  replace: { label: 'cmd.replace', key: 'Mod-Alt-f', listens: true, available: withNote, run: writing.replace },
+  replace: {
+    label: 'cmd.replace',
+    key: onMac ? 'Mod-Alt-f' : 'Mod-h',
+    listens: true,
+    available: withNote,
+    run: writing.replace,
+  },
   goToLine: {
     label: 'cmd.goToLine',
     key: 'Mod-Alt-g',
@@ -208,8 +215,8 @@ export const noteCommands: ReadonlyArray<ReadonlyArray<Name>> = [
   ['delete'],
 ];
 
-/** Host menu keys that have no command here. */
-export const menuOnlyKeys = ['Mod-h', 'Mod-Alt-h', 'Mod-m', 'Mod-q', 'Mod-Shift-w'];
+/** Host menu keys that have no command here. Only a Mac's menu has keys for hiding. */
+export const menuOnlyKeys = [...(onMac ? ['Mod-h', 'Mod-Alt-h'] : []), 'Mod-m', 'Mod-q', 'Mod-Shift-w'];
 
 /** Keys the editor must leave to commands. */
 export const reservedKeys: ReadonlyArray<string> = [

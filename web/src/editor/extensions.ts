@@ -16,6 +16,7 @@ import { phrases } from './phrases';
 import { TOP_MARGIN } from './place';
 
 const keys: ReadonlyArray<KeyBinding> = [
+  // A Mac's key for replacing, taken elsewhere too.
   { key: 'Mod-Alt-f', run: openReplace, scope: 'editor search-panel' },
   { key: 'Mod-j', run: joinLines, preventDefault: true },
   ...foldKeys,

@@ -40,7 +40,7 @@ function seen(page: Page): Promise<unknown> {
 }
 
 const KEYS = [
-  ...['Control+Shift+p', 'Control+f', 'Control+Alt+f', 'Control+Alt+g', 'Control+Alt+p', 'Control+Alt+r'],
+  ...['Control+Shift+p', 'Control+f', 'Control+h', 'Control+Alt+f', 'Control+Alt+g', 'Control+Alt+p', 'Control+Alt+r'],
   ...['Control+Equal', 'Control+0', 'Control+z', 'Control+a', 'Delete', 'Tab', 'Enter', 'Escape', 'x'],
 ];
 const CALLS = [

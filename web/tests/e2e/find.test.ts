@@ -51,7 +51,7 @@ test('matches are found, counted and stepped through', async () => {
 
 test('regular expressions replace with groups, and invalid ones are reported', async () => {
   const { page, context } = await withNote('2024-01-02\n2025-03-04');
-  await page.keyboard.press('Control+Alt+f');
+  await page.keyboard.press('Control+h');
   await page.click('[aria-label="Regexp"]');
   await page.fill('.find-what', '(\\d+');
   await count(page, 'Incomplete expression');
@@ -68,7 +68,7 @@ test('regular expressions replace with groups, and invalid ones are reported', a
 
 test("the find panel uses the page's language", async () => {
   const { page, context } = await withNote('casa', { locale: 'es-AR' });
-  await page.keyboard.press('Control+Alt+f');
+  await page.keyboard.press('Control+h');
   await page.keyboard.type('casa');
   await count(page, '1 en el texto');
   await chooseSetting(page, 'language', 'pt');

@@ -38,6 +38,7 @@ test('commands are on Command and not on Control', async () => {
   await page.evaluate('createNote()');
   await page.keyboard.press('Control+Shift+p');
   await page.keyboard.press('Control+Alt+f');
+  await page.keyboard.press('Control+h');
   assert.equal(await isPaletteOpen(page), false);
   assert.equal(await page.locator('.find').count(), 0);
   await page.keyboard.press('Meta+Shift+p');

@@ -37,7 +37,7 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
   },
   'replace in the text': async (page) => {
     await page.focus('.cm-content');
-    await page.keyboard.press('Control+Alt+f');
+    await page.keyboard.press('Control+h');
     await page.keyboard.type('a');
   },
   'preview beside': async (page) => {

@@ -32,6 +32,14 @@ test('host calls with unknown arguments do nothing', () => {
   assert.deepEqual(ran, []);
 });
 
+test('Control+H replaces text, and no menu of a host takes it away', () => {
+  assert.equal(shownKey(commands.replace, context(true)), 'Ctrl+H');
+  assert.equal(
+    pressedCommand(table, true, (wanted) => wanted === 'Mod-h'),
+    commands.replace,
+  );
+});
+
 test('no two commands share a key, in the host or in a browser', () => {
   for (const native of [true, false]) {
     const keys = Object.values(table).flatMap((command) => keyOf(command, native) ?? []);

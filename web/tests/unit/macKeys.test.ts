@@ -12,7 +12,7 @@ Object.defineProperty(globalThis, 'navigator', {
 const { keyOf, shownKey } = await import('../../src/commands/command');
 const { guideSections } = await import('../../src/commands/guide');
 const { paletteEntries } = await import('../../src/commands/palette');
-const { commands, noteCommands } = await import('../../src/commands/table');
+const { commands, menuOnlyKeys, noteCommands } = await import('../../src/commands/table');
 const { catalogue } = await import('../../src/i18n/catalogue');
 const { languages, setLanguage, t } = await import('../../src/i18n/language');
 const { hasMod, isComposing, isDelete, keyLabel, matchesKey } = await import('../../src/keyboard/keys');
@@ -84,6 +84,14 @@ test("guide and palette show the keys of the host's menu", { skip }, () => {
     compared++;
   }
   assert.ok(compared > 10);
+});
+
+test('Command+H hides the program, and text is replaced with the key of a Mac', () => {
+  assert.equal(shownKey(commands.replace, host), '⌥⌘F');
+  for (const key of ['Mod-h', 'Mod-Alt-h']) {
+    assert.ok(menuOnlyKeys.includes(key));
+    assert.ok(Object.values(table).every((command) => command.key !== key));
+  }
 });
 
 test('no text names a key as other keyboards do', () => {

@@ -112,7 +112,8 @@ test('each menu item has its command here, with its key', { skip }, () => {
   const keys = new Set<string>();
   for (const { Action: action = '', Key: shown = '', Script: script = '' } of rows('menu')) {
     const key = shown.replace('Command', 'Mod').replace('Option', 'Alt').replaceAll('+', '-');
-    if (key) keys.add(key);
+    // These two have no keys on Linux.
+    if (key && action !== 'hide' && action !== 'hideOtherApplications') keys.add(key);
     const command = Object.values(table).find((candidate) => candidate.menu === action);
     const isPages = script !== '' || action === 'copyForWhatsApp';
     assert.equal(command !== undefined, isPages, `${action} ${isPages ? 'has no' : 'has a'} command`);

@@ -28,6 +28,7 @@ class CocoaWindow final : public Window {
   CocoaWindow& operator=(const CocoaWindow&) = delete;
 
   void setTitle(const std::string& title) override;
+  void setAppearance(Appearance appearance) override;
   void setDelegate(WindowDelegate* delegate) override;
   void setMinimumSize(int width, int height) override;
   void center() override;

@@ -27,6 +27,16 @@
 @end
 
 namespace quendo::cocoa {
+namespace {
+
+// Nil is the application's, which is the system's.
+NSAppearance* appearanceFrom(Appearance appearance) {
+  if (appearance == Appearance::asDesktop) return nil;
+  return [NSAppearance
+      appearanceNamed:appearance == Appearance::dark ? NSAppearanceNameDarkAqua : NSAppearanceNameAqua];
+}
+
+}  // namespace
 
 CocoaView::CocoaView(const Rect& frame) : view_([[NSView alloc] initWithFrame:rectFrom(frame)]) {
   view_.autoresizingMask = NSViewWidthSizable | NSViewHeightSizable;
@@ -65,6 +75,10 @@ CocoaWindow::~CocoaWindow() {
 
 void CocoaWindow::setTitle(const std::string& title) {
   window_.title = stringFrom(title);
+}
+
+void CocoaWindow::setAppearance(Appearance appearance) {
+  window_.appearance = appearanceFrom(appearance);
 }
 
 void CocoaWindow::setDelegate(WindowDelegate* delegate) {

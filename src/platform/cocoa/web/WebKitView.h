@@ -11,6 +11,7 @@
 #include "platform/Lifetime.h"
 #include "platform/WebView.h"
 #import "platform/cocoa/application/DispatchMainQueue.h"
+#import "platform/cocoa/web/PageObservation.h"
 #import "platform/cocoa/web/QueuedKeys.h"
 #import "platform/cocoa/web/WebKitUserContent.h"
 
@@ -32,6 +33,7 @@ class WebKitView final : public WebView {
 
   void setNavigationDelegate(NavigationDelegate* delegate) override;
   void setUiDelegate(UiDelegate* delegate) override;
+  void setPageObserver(PageObserver* observer) override { pageObservation_.setObserver(observer); }
   void setInspectable(bool inspectable) override;
   Rect bounds() const override;
   void loadFile(const std::string& path, const std::string& readAccessPath) override;
@@ -53,6 +55,7 @@ class WebKitView final : public WebView {
   std::shared_ptr<WebKitUserContent> content_;
   QuendoWebView* view_;
   QuendoPageDelegate* pageDelegate_;
+  PageObservation pageObservation_;
   QueuedKeys queuedKeys_;
   DispatchMainQueue mainQueue_;
   UnansweredCalls unanswered_{mainQueue_};

@@ -53,6 +53,7 @@ WebKitView::WebKitView(const WebViewConfiguration& configuration, CocoaApplicati
     : content_(std::static_pointer_cast<WebKitUserContent>(configuration.userContentController)),
       view_(makeView(configuration, *content_)),
       pageDelegate_([[QuendoPageDelegate alloc] init]),
+      pageObservation_(view_),
       queuedKeys_(view_) {
   pageDelegate_.owner = this;
   CocoaApplication* opener = &application;

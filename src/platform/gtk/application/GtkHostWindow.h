@@ -7,6 +7,7 @@
 #include "platform/Lifetime.h"
 #include "platform/Window.h"
 #include "platform/gtk/application/GtkHostApplication.h"
+#include "platform/gtk/application/ThemeVariant.h"
 #include "platform/gtk/panels/SheetQueue.h"
 #include "platform/gtk/web/WebKitView.h"
 
@@ -34,6 +35,7 @@ class GtkHostWindow final : public Window, public Responder {
   GtkHostWindow& operator=(const GtkHostWindow&) = delete;
 
   void setTitle(const std::string& title) override;
+  void setAppearance(Appearance appearance) override { theme_.show(appearance); }
   void setDelegate(WindowDelegate* delegate) override { delegate_ = delegate; }
   void setMinimumSize(int width, int height) override;
   void center() override;
@@ -63,6 +65,7 @@ class GtkHostWindow final : public Window, public Responder {
 
   GtkHostApplication& application_;
   Gtk::ApplicationWindow window_;
+  ThemeVariant theme_;
   Gtk::Box layout_;
   Gtk::PopoverMenuBar menuBar_;
   GtkContainerView* content_ = nullptr;

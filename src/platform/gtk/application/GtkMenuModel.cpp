@@ -46,13 +46,19 @@ Glib::RefPtr<Gio::Menu> modelOf(const Menu& menu) {
   return model;
 }
 
+// Hiding has no keys on Linux: Control+H replaces text in editors, and the window managers have keys of their
+// own.
+bool hasKeysHere(const MenuItem& item) {
+  return !isEditing(item.platformAction) && item.platformAction != PlatformAction::hide &&
+         item.platformAction != PlatformAction::hideOtherApplications;
+}
+
 void collectEntries(const Menu& menu, std::vector<MenuEntry>& entries) {
   for (const MenuItem& item : menu.items) {
     if (item.submenu) collectEntries(*item.submenu, entries);
     if (item.action.empty()) continue;
-    entries.push_back(
-        MenuEntry{item, std::string(item.action),
-                  isEditing(item.platformAction) ? std::vector<std::string>() : acceleratorsFor(item)});
+    entries.push_back(MenuEntry{item, std::string(item.action),
+                                hasKeysHere(item) ? acceleratorsFor(item) : std::vector<std::string>()});
   }
 }
 

@@ -63,6 +63,12 @@ void centerWhenMapped(Gtk::Window& window, const Rect& contentRect) {
   });
 }
 
+void setTitleBarVariant(GtkNative* window, bool dark) {
+  GdkSurface* surface = gtk_native_get_surface(window);
+  if (surface && GDK_IS_X11_SURFACE(surface))
+    gdk_x11_surface_set_theme_variant(surface, dark ? "dark" : nullptr);
+}
+
 bool canHideOtherApplications() {
   return x11Display() != nullptr;
 }

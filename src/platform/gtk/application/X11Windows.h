@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gtk/gtk.h>
 #include <gtkmm/window.h>
 
 #include "platform/Window.h"
@@ -10,6 +11,9 @@ namespace quendo::gtk {
 
 /// Centres the window on its monitor when it is first mapped.
 void centerWhenMapped(Gtk::Window& window, const Rect& contentRect);
+
+/// Asks the window manager for a light or a dark title bar.
+void setTitleBarVariant(GtkNative* window, bool dark);
 
 /// Whether this process can minimise other programs' windows.
 bool canHideOtherApplications();

@@ -32,6 +32,7 @@ class WebKitView final : public WebView {
 
   void setNavigationDelegate(NavigationDelegate* delegate) override { navigation_ = delegate; }
   void setUiDelegate(UiDelegate* delegate) override { ui_ = delegate; }
+  void setPageObserver(PageObserver* observer) override { observer_ = observer; }
   void setInspectable(bool inspectable) override;
   void loadFile(const std::string& path, const std::string& readAccessPath) override;
   void evaluateJavaScript(const std::string& script, EvaluationHandler completion) override;
@@ -75,6 +76,8 @@ class WebKitView final : public WebView {
   static WebKitWebView* onCreate(WebKitWebView*, WebKitNavigationAction* action, gpointer data);
   static gboolean onScriptDialog(WebKitWebView*, WebKitScriptDialog* dialog, gpointer data);
   static gboolean onRunFileChooser(WebKitWebView*, WebKitFileChooserRequest* request, gpointer data);
+  static void onTitleChanged(WebKitWebView* view, GParamSpec*, gpointer data);
+  static void onThemeColorChanged(WebKitWebView* view, GParamSpec*, gpointer data);
   static gboolean onContextMenu(WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult*, gpointer data);
 
   std::shared_ptr<WebKitUserContent> content_;
@@ -83,6 +86,7 @@ class WebKitView final : public WebView {
   QueuedKeys queuedKeys_;
   NavigationDelegate* navigation_ = nullptr;
   UiDelegate* ui_ = nullptr;
+  PageObserver* observer_ = nullptr;
   GLibMainQueue mainQueue_;
   UnansweredCalls unanswered_{mainQueue_};
   std::string filteredRoot_;  ///< The read access that the content filter in force was made for.

@@ -33,6 +33,8 @@ void WebKitView::connectSignals() {
   g_signal_connect(view, "script-dialog", G_CALLBACK(onScriptDialog), this);
   g_signal_connect(view, "run-file-chooser", G_CALLBACK(onRunFileChooser), this);
   g_signal_connect(view, "context-menu", G_CALLBACK(onContextMenu), this);
+  g_signal_connect(view, "notify::title", G_CALLBACK(onTitleChanged), this);
+  g_signal_connect(view, "notify::theme-color", G_CALLBACK(onThemeColorChanged), this);
   answerRequestsByTable(view);
 }
 
@@ -134,6 +136,23 @@ gboolean WebKitView::onRunFileChooser(WebKitWebView*, WebKitFileChooserRequest* 
     webkit_file_chooser_request_select_files(kept.get(), names.data());
   });
   return TRUE;
+}
+
+void WebKitView::onTitleChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
+  auto* self = static_cast<WebKitView*>(data);
+  const char* title = webkit_web_view_get_title(view);
+  if (self->observer_) self->observer_->pageTitleDidChange(title ? title : "");
+}
+
+void WebKitView::onThemeColorChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
+  auto* self = static_cast<WebKitView*>(data);
+  if (!self->observer_) return;
+  GdkRGBA color;
+  if (webkit_web_view_get_theme_color(view, &color)) {
+    self->observer_->pageThemeColorDidChange(Color{color.red, color.green, color.blue, color.alpha});
+  } else {
+    self->observer_->pageThemeColorDidChange(std::nullopt);
+  }
 }
 
 gboolean WebKitView::onContextMenu(WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult*, gpointer) {

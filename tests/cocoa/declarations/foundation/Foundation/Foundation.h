@@ -295,4 +295,5 @@ extern "C" NSString* const NSURLAuthenticationMethodServerTrust;
 
 #pragma clang assume_nonnull end
 
+#include <Foundation/KeyValueObserving.h>
 #include <UrlSession.h>

@@ -5,6 +5,8 @@
 
 #import <Foundation/Foundation.h>
 
+#include <AppKit/Appearance.h>
+
 #pragma clang assume_nonnull begin
 
 @class NSApplication, NSEvent, NSGraphicsContext, NSLayoutXAxisAnchor, NSLayoutYAxisAnchor, NSMenu,
@@ -51,6 +53,7 @@ typedef enum NSApplicationDelegateReply : NSUInteger {
 @property(nullable, strong) NSMenu* windowsMenu;
 @property(nullable, readonly, strong) NSWindow* modalWindow;
 @property(nullable, readonly, strong) NSEvent* currentEvent;
+@property(readonly, strong) NSAppearance* effectiveAppearance;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
 - (void)activateIgnoringOtherApps:(BOOL)ignoringOtherApps;
 - (void)run;
@@ -182,6 +185,7 @@ enum : NSDragOperation {
 @interface NSView : NSResponder
 - (instancetype)initWithFrame:(NSRect)frame;
 @property(readonly) NSRect bounds;
+@property(nullable, strong) NSAppearance* appearance;
 @property NSAutoresizingMaskOptions autoresizingMask;
 @property BOOL translatesAutoresizingMaskIntoConstraints;
 @property(nullable, readonly, unsafe_unretained) NSWindow* window;
@@ -269,6 +273,7 @@ enum : NSModalResponse {
                             backing:(NSBackingStoreType)backing
                               defer:(BOOL)defer;
 @property(copy) NSString* title;
+@property(nullable, strong) NSAppearance* appearance;
 @property(nullable, weak) id<NSWindowDelegate> delegate;
 @property NSSize minSize;
 @property(nullable, strong) NSView* contentView;

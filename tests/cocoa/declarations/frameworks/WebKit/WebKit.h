@@ -152,6 +152,8 @@ typedef enum WKMediaCaptureType : NSInteger {
 - (instancetype)initWithFrame:(NSRect)frame configuration:(WKWebViewConfiguration*)configuration;
 @property(nullable, nonatomic, weak) id<WKNavigationDelegate> navigationDelegate;
 @property(nullable, nonatomic, weak) id<WKUIDelegate> UIDelegate;
+@property(nullable, nonatomic, readonly, copy) NSString* title;
+@property(nullable, nonatomic, readonly) NSColor* themeColor;
 @property(nonatomic) BOOL allowsLinkPreview;
 @property(nonatomic, getter=isInspectable) BOOL inspectable API_AVAILABLE_MACOS(13.3);
 - (nullable WKNavigation*)loadFileURL:(NSURL*)URL allowingReadAccessToURL:(NSURL*)readAccessURL;

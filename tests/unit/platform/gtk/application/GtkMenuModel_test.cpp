@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace quendo::gtk {
 namespace {
 
@@ -35,6 +37,21 @@ TEST(GtkMenuModel, LeavesTheEditingKeysToTheWebView) {
   ASSERT_EQ(entries.size(), 2U);
   EXPECT_TRUE(entries[0].accelerators.empty());
   EXPECT_EQ(entries[1].accelerators, std::vector<std::string>{"<Control>n"});
+}
+
+TEST(GtkMenuModel, HasTheItemsThatHideWithoutTheirKeys) {
+  Menu menu;
+  for (const auto& [action, platformAction] :
+       {std::pair{"hide", PlatformAction::hide},
+        std::pair{"hideOtherApplications", PlatformAction::hideOtherApplications}}) {
+    menu.items.push_back(itemWithKey("h", kModifierCommand));
+    menu.items.back().action = action;
+    menu.items.back().platformAction = platformAction;
+  }
+  const auto entries = menuEntries(menu);
+  ASSERT_EQ(entries.size(), 2U);
+  EXPECT_TRUE(entries[0].accelerators.empty());
+  EXPECT_TRUE(entries[1].accelerators.empty());
 }
 
 }  // namespace
