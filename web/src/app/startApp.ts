@@ -14,6 +14,7 @@ import { Shell } from '../views/shell';
 import { beginParts } from '../commands/documentParts';
 import { type Context, focusMain, rememberPlace } from '../commands/context';
 import { showCount } from './wordCount';
+import { reportLost } from '../commands/writing';
 import * as notes from '../commands/notes';
 import { chooseTheme } from '../commands/appearance';
 import { toggleSidebar } from '../commands/panels';
@@ -59,6 +60,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
       shell.preview.changed();
     },
     onScroll: () => shell.preview.follow(),
+    onLost: (names) => reportLost(context, names),
   });
   const quiet = new QuietTime(pageClock);
   window.addEventListener('keydown', () => quiet.keyPressed(), { capture: true });

@@ -1,4 +1,5 @@
 import type { Key } from '../i18n/catalogue';
+import { PLAIN_PASTE } from '../editor/paste';
 import { keyLabel } from '../keyboard/keys';
 import { type GuideSection, guideDialog } from '../views/guideDialog';
 import { practice } from '../views/practice';
@@ -45,6 +46,7 @@ function writingSection(commands: ReadonlyArray<Command>, context: Pick<Context,
     ...commands.map((command) => [command.label, shownKey(command, context)] as const),
     ...lessonKeys(),
     ['guide.fold', `${keyLabel('Mod-Alt-[')} ]`],
+    ['guide.pastePlain', keyLabel(PLAIN_PASTE)],
     ['guide.undo', keyLabel('Mod-z')],
     ['guide.redo', keyLabel('Mod-Shift-z')],
     ['guide.list', keyLabel('enter')],

@@ -4,6 +4,7 @@ import type { Note, Place } from '../state/model';
 import { baseExtensions, languageExtensions, readOnlyExtensions } from './extensions';
 import { folding } from './folding';
 import { syntaxOf } from './languages';
+import { type OnLost, pasting } from './paste';
 import { placeOf, scrollTo, selectionAt } from './place';
 import { Sessions } from './sessions';
 import { loadSyntax, shownSyntax, syntaxExtensions } from './syntax';
@@ -18,6 +19,7 @@ export interface NoteEditorOptions {
   /** Called when the text, the selection or the shown note changes. */
   readonly onView: () => void;
   readonly onScroll: () => void;
+  readonly onLost: OnLost;
 }
 
 export interface ShownNote {
@@ -140,7 +142,7 @@ export class NoteEditor {
   }
 
   #newState(note: Note, place: Place | null): EditorState {
-    const { readOnly, nonce, reservedKeys, onText, onView, onScroll } = this.#options;
+    const { readOnly, nonce, reservedKeys, onText, onView, onScroll, onLost } = this.#options;
     const doc = note.text.tree;
     return EditorState.create({
       doc,
@@ -149,6 +151,7 @@ export class NoteEditor {
         baseExtensions(reservedKeys, nonce),
         this.#texts.of([]),
         this.#syntax.of(syntaxExtensions(syntaxOf(note), doc)),
+        pasting(onLost),
         folding(doc.length),
         readOnlyExtensions(readOnly),
         EditorView.updateListener.of((update) => {

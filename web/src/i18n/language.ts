@@ -59,8 +59,8 @@ function keyName(name: string): string | undefined {
 }
 
 /** The singular or plural form of a text with a count. */
-export function counted(key: CountedKey, n: number): string {
-  return t(`${key}.${n === 1 ? 'one' : 'many'}`, { n });
+export function counted(key: CountedKey, n: number, values: Record<string, string> = {}): string {
+  return t(`${key}.${n === 1 ? 'one' : 'many'}`, { ...values, n });
 }
 
 type CountedKey = Key extends infer K ? (K extends `${infer Base}.one` ? Base : never) : never;
