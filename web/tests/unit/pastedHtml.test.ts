@@ -3,6 +3,7 @@ import { test } from 'node:test';
 import domino from '@mixmark-io/domino';
 import { lostImages, toMarkdown } from '../../src/editor/htmlToMarkdown';
 import { clean, disarmed, isCode, isTooFull } from '../../src/editor/pastedHtml';
+import { htmlCorpus } from '../e2e/hostileHtml';
 import { flavours } from './flavours';
 
 function bodyOf(html: string): HTMLElement {
@@ -63,4 +64,15 @@ test('a clipboard that is one piece of code stays as it is', () => {
 test('a clipboard with too many elements is noticed', () => {
   assert.ok(isTooFull(bodyOf('<i></i>'.repeat(20_001))));
   assert.ok(!isTooFull(bodyOf('<i></i>'.repeat(2000))));
+});
+
+test('hostile HTML leaves neither tags nor addresses that act, and takes no time', () => {
+  for (const part of htmlCorpus) {
+    const started = performance.now();
+    const markdown = pasted(part).replace(/^(`{3,})[^]*?^\1$/gm, '');
+    const took = performance.now() - started;
+    assert.ok(took < 2000, `${took} ms: ${part.slice(0, 100)}`);
+    assert.doesNotMatch(markdown, /(?:^|[^\\])<(?!https?:|mailto:|\S+@)[a-z!?]/i, part);
+    assert.doesNotMatch(markdown, /[^\\]\]\((?!https?:|mailto:)/, part);
+  }
 });
