@@ -15,7 +15,7 @@ const hiding = /(?:^|[;\s])(?:display:\s*none|mso-hide:\s*all|visibility:\s*hidd
  * styles and handlers are renamed before: the policy of the page would report each of them.
  */
 export function parseHtml(html: string): HTMLElement {
-  return new DOMParser().parseFromString(disarmed(html), 'text/html').body;
+  return new DOMParser().parseFromString(disarmed(html), 'text/html').documentElement;
 }
 
 export function disarmed(html: string): string {
@@ -53,13 +53,14 @@ export function clean(body: HTMLElement): void {
 /** Whether all of it is one piece of code, whose plain text is better than any conversion. */
 export function isCode(body: HTMLElement): boolean {
   let only: Element = body;
-  while (only.children.length === 1 && only.textContent?.trim() === only.children[0]?.textContent?.trim()) {
-    only = only.children[0] as Element;
+  for (;;) {
+    const [child, ...others] = Array.from(only.children).filter(({ nodeName }) => !/^(?:HEAD|META)$/.test(nodeName));
+    if (!child || others.length || only.textContent?.trim() !== child.textContent?.trim()) return false;
+    only = child;
     const style = styleOf(only);
     const isTyped = /white-space:\s*pre\s*(?:;|$)/i.test(style) && /mono|consolas|courier|menlo/i.test(style);
     if (only.nodeName === 'PRE' || isTyped) return true;
   }
-  return false;
 }
 
 function all(body: HTMLElement, selector: string): Element[] {

@@ -7,7 +7,7 @@ import { htmlCorpus } from '../e2e/hostileHtml';
 import { flavours } from './flavours';
 
 function bodyOf(html: string): HTMLElement {
-  return domino.createDocument(disarmed(html)).body;
+  return domino.createDocument(disarmed(html)).documentElement;
 }
 
 function pasted(html: string): string {
@@ -69,7 +69,7 @@ test('a clipboard with too many elements is noticed', () => {
 test('hostile HTML leaves neither tags nor addresses that act, and takes no time', () => {
   for (const part of htmlCorpus) {
     const started = performance.now();
-    const markdown = pasted(part).replace(/^(`{3,})[^]*?^\1$/gm, '');
+    const markdown = pasted(part).replace(/^(`{3,})[\s\S]*?^\1$/gm, '');
     const took = performance.now() - started;
     assert.ok(took < 2000, `${took} ms: ${part.slice(0, 100)}`);
     assert.doesNotMatch(markdown, /(?:^|[^\\])<(?!https?:|mailto:|\S+@)[a-z!?]/i, part);
