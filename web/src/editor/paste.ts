@@ -1,9 +1,9 @@
-import { syntaxTree } from '@codemirror/language';
 import type { EditorState, Extension, TransactionSpec } from '@codemirror/state';
 import { EditorView } from '@codemirror/view';
 import { t } from '../i18n/language';
 import { matchesKey } from '../keyboard/keys';
 import { toPlainText } from '../text/plain';
+import { isInCode } from './codePlace';
 import { lostImages, toMarkdown } from './htmlToMarkdown';
 import { clean, isCode, isTooFull, isTooLong, parseHtml } from './pastedHtml';
 import { shownSyntax } from './syntax';
@@ -81,7 +81,7 @@ function read(state: EditorState, data: DataTransfer, wantsPlain: boolean): Foun
     if (plain || data.getData('text/uri-list') || !data.files.length) return null;
     return { text: '', lost: [...data.files].map(({ name }) => name || t('preview.image')) };
   }
-  const isMarkdown = state.facet(shownSyntax) === 'markdown' && !isInCode(state);
+  const isMarkdown = state.facet(shownSyntax) === 'markdown' && !isInCode(state, state.selection.main.from);
   const isFormatted = isMarkdown && !wantsPlain && !isTooLong(html) && !data.types.includes('vscode-editor-data');
   if (plain && !isFormatted) return null;
   return convert(html, plain, isFormatted);
@@ -103,14 +103,6 @@ function convert(html: string, plain: string, isFormatted: boolean): Found | nul
 function isSame(markdown: string, plain: string): boolean {
   const bare = (text: string) => text.replace(/\s+/g, ' ').trim();
   return bare(markdown.replace(/\\([!-/:-@[-`{-~])/g, '$1')) === bare(plain);
-}
-
-function isInCode(state: EditorState): boolean {
-  const { from } = state.selection.main;
-  for (let node = syntaxTree(state).resolveInner(from, -1); node.parent; node = node.parent) {
-    if (/^(?:FencedCode|CodeBlock|InlineCode)$/.test(node.name)) return true;
-  }
-  return false;
 }
 
 const block = /^(?:#{1,6} |[-*+] |\d{1,9}[.)] |> |\||```|---$)/;
