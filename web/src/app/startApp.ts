@@ -98,6 +98,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     workspace.setSettings({ language: currentLanguage() });
   });
   if (port.native) keepUndoReserve();
+  editor.setModes(contents.settings);
   shell.status.show(newer ? 'readonly' : saver.status);
   show(context, 'tabs');
   if (contents.settings.previewBeside) shell.preview.show('beside');
@@ -133,6 +134,7 @@ function show(context: Context, change: Change, id?: string): void {
   } else if (change === 'settings') {
     applyAppearance(workspace.settings);
     shell.renderSettings();
+    editor.setModes(workspace.settings);
     editor.remeasure();
   }
 }

@@ -14,6 +14,7 @@ import { togglePreview } from './preview';
 import { shareNote } from './share';
 import * as tabs from './tabs';
 import * as writing from './writing';
+import { writingCommands } from './writingCommands';
 
 const withNote = ({ workspace }: Context): boolean => workspace.activeNote !== null;
 
@@ -93,6 +94,7 @@ export const commands = {
     available: withNote,
     run: writing.goToLine,
   },
+  ...writingCommands,
   preview: {
     label: 'cmd.preview',
     key: 'Mod-Alt-p',

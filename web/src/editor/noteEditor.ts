@@ -1,4 +1,4 @@
-import { Compartment, EditorState, type StateEffect, type Text } from '@codemirror/state';
+import { Compartment, EditorState, type Extension, type StateEffect, type Text } from '@codemirror/state';
 import { EditorView } from '@codemirror/view';
 import type { Note, Place } from '../state/model';
 import { baseExtensions, languageExtensions, readOnlyExtensions } from './extensions';
@@ -7,6 +7,7 @@ import { syntaxOf } from './languages';
 import { type OnLost, pasting } from './paste';
 import { placeOf, scrollTo, selectionAt } from './place';
 import { Sessions } from './sessions';
+import { type WritingModes, writingModes } from './writingModes';
 import { loadSyntax, shownSyntax, syntaxExtensions } from './syntax';
 
 export interface NoteEditorOptions {
@@ -41,6 +42,8 @@ export class NoteEditor {
   readonly #sessions = new Sessions<Session>();
   readonly #texts = new Compartment();
   readonly #syntax = new Compartment();
+  readonly #modes = new Compartment();
+  #writingModes: Extension = [];
   #syntaxName = 'markdown';
   #shown: string | null = null;
 
@@ -114,9 +117,15 @@ export class NoteEditor {
     command(this.#view);
   }
 
+  setModes(modes: WritingModes): void {
+    this.#writingModes = writingModes(modes);
+    this.#view.dispatch({ effects: this.#modes.reconfigure(this.#writingModes) });
+  }
+
   /** Switches labels and phrases to the current language. */
   relabel(): void {
-    this.#view.dispatch({ effects: this.#texts.reconfigure(languageExtensions()) });
+    const texts = this.#texts.reconfigure(languageExtensions());
+    this.#view.dispatch({ effects: [texts, this.#modes.reconfigure(this.#writingModes)] });
   }
 
   /** Switches to the note's syntax as soon as that is loaded. */
@@ -150,6 +159,7 @@ export class NoteEditor {
       extensions: [
         baseExtensions(reservedKeys, nonce),
         this.#texts.of([]),
+        this.#modes.of([]),
         this.#syntax.of(syntaxExtensions(syntaxOf(note), doc)),
         pasting(onLost),
         folding(doc.length),

@@ -1,3 +1,4 @@
+import { aliasTexts } from './texts/aliasTexts';
 import { commandTexts } from './texts/commandTexts';
 import { editorTexts } from './texts/editorTexts';
 import { writingTexts } from './texts/writingTexts';
@@ -6,6 +7,7 @@ import type { Texts } from './texts/texts';
 /** Every text of the page. */
 // biome-ignore format: one row per text
 export const catalogue = {
+  ...aliasTexts,
   ...commandTexts,
   ...editorTexts,
   ...writingTexts,

@@ -52,6 +52,13 @@ export function t(key: Key, values: Record<string, string | number> = {}): strin
   return text.replace(/\{(\w+)\}/g, (hole, name) => String(values[name] ?? keyName(name) ?? hole));
 }
 
+/** A text in every language, the current one first. */
+export function inEveryLanguage(key: Key): ReadonlyArray<string> {
+  const here = languages.indexOf(current);
+  const others = catalogue[key].filter((_, index) => index !== here);
+  return [t(key), ...others];
+}
+
 function keyName(name: string): string | undefined {
   if (onMac) return macSigns[name];
   const key = keyNames[name];
