@@ -91,6 +91,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
   workspace.onChange((change, id) => {
     if (!newer) saver.changed();
     show(context, change, id);
+    if (change === 'notes' || change === 'tabs') shell.toasts.refresh();
   });
   onLanguageChange(() => {
     editor.relabel();
