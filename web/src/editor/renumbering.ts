@@ -41,15 +41,10 @@ function renumbered({ startState, newDoc, changes }: Transaction): ChangeSpec[] 
   });
   if (isInCode(startState, at)) return [];
   return listsAround(newDoc, first, last).flatMap(({ indent, items }) => {
-    if (items.length === 0) return [];
-    const isNear = items.some(({ line }) => line >= first - 1 && line <= last + 1);
+    if ((items[0]?.line ?? 0) > last + 1 || (items.at(-1)?.line ?? 0) < first - 1) return [];
     const numbers = items.map(({ written }) => Number(written));
-    const start = Math.min(
-      ...numbers,
-      isNear ? (gone.get(indent) ?? Number.POSITIVE_INFINITY) : Number.POSITIVE_INFINITY,
-    );
-    const isUniform = items.length > 1 && numbers.every((number) => number === numbers[0]);
-    if (isUniform) return [];
+    if (items.length > 1 && numbers.every((number) => number === numbers[0])) return [];
+    const start = Math.min(...numbers, gone.get(indent) ?? Number.POSITIVE_INFINITY);
     return items.flatMap(({ from, written }, index) => {
       const insert = String(start + index);
       return insert === written ? [] : [{ from, to: from + written.length, insert }];
@@ -70,10 +65,12 @@ function listsAround(doc: Text, first: number, last: number): List[] {
   while (end < doc.lines && end - last < MOST_LINES && goesOn(end + 1)) end++;
   const lists: List[] = [];
   let open: List[] = [];
+  let wasEmpty = false;
   for (let line = begin; line <= end; line++) {
     const { from, text } = doc.line(line);
     const indent = anyItem.exec(text)?.[1]?.length;
     if (indent === undefined) {
+      wasEmpty = text.trim() === '';
       if (!goesOn(line)) open = [];
       continue;
     }
@@ -81,7 +78,10 @@ function listsAround(doc: Text, first: number, last: number): List[] {
     open = open.filter((list) => list.indent < indent || (list.indent === indent && written !== undefined));
     if (written === undefined) continue;
     let list = open.at(-1);
-    if (list?.indent !== indent) {
+    const isNew = wasEmpty && written === '1';
+    wasEmpty = false;
+    if (list?.indent !== indent || isNew) {
+      open = open.filter((one) => one.indent < indent);
       list = { indent, items: [] };
       open.push(list);
       lists.push(list);

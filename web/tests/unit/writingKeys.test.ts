@@ -71,5 +71,8 @@ test('ordered lists count on around an item that is moved, deleted or indented',
   assert.equal(run(indentItems(true), '1. a\n   1. b|\n   2. c\n2. d'), '1. a\n2. b|\n   1. c\n3. d');
   assert.equal(run(deleteLine, '1. a|\n1. b\n1. c'), '|1. b\n1. c', 'unless it does not count');
   assert.equal(run(deleteLine, 'x\n\n- a|\n\ny\n\n3. b\n5. c'), 'x\n\n|\ny\n\n3. b\n5. c', 'others stay');
+  assert.equal(run(deleteLine, '1. a\n2. b|\n3. c\n\n1. d\n2. e'), '1. a\n|2. c\n\n1. d\n2. e', 'the next list, too');
+  assert.equal(run(deleteLine, '1. a\n   - b\n2. c|\n   - d\n3. e'), '1. a\n   - b\n|   - d\n2. e');
+  assert.equal(run(deleteLine, '1. a\n   7. b\n   9. c\n2. d\n3. e|\n4. f'), '1. a\n   7. b\n   9. c\n2. d\n|3. f');
   assert.equal(run(deleteLine, '```\n1. a|\n5. b\n```'), '```\n|5. b\n```', 'code, too');
 });
