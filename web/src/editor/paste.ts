@@ -89,8 +89,8 @@ function read(state: EditorState, data: DataTransfer, wantsPlain: boolean): Foun
 
 function convert(html: string, plain: string, isFormatted: boolean): Found | null {
   const body = parseHtml(html);
-  if (plain && isCode(body)) return null;
   clean(body);
+  if (plain && isCode(body)) return null;
   if (isTooLong(html) || isTooFull(body)) return plain ? null : { text: (body.textContent ?? '').trim(), lost: [] };
   const lost = lostImages(body, t('preview.image'));
   const markdown = toMarkdown(body);

@@ -38,6 +38,11 @@ export function styleOf(element: Element): string {
 
 /** Removes what is not text and mends what programs write askew. */
 export function clean(body: HTMLElement): void {
+  // A form has its fields as properties, by name: one called `parentNode` would lead every walk in circles.
+  for (const element of all(body, '[name]:not(form), [id]:not(form)')) {
+    element.removeAttribute('name');
+    element.removeAttribute('id');
+  }
   for (const element of all(body, unwanted)) element.remove();
   for (const element of all(body, '[data-style]')) {
     if (hiding.test(styleOf(element))) element.remove();

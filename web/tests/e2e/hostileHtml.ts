@@ -61,6 +61,11 @@ const scattered = [
   '<body><p id="app" name="host">x</p><img name="ran" src=x>',
   '<a id=quendoPrepareForTermination href="javascript:ran()">x</a>',
   '<form name=document><input name=cookie></form>',
+  ...['parentNode', 'parentElement', 'firstChild', 'nextSibling', 'childNodes', 'children', 'nodeName', 'nodeType'].map(
+    (name) => `<form><input type=checkbox title=">" name=${name}><img id=${name} src=x alt=x><b>x</b></form>`,
+  ),
+  '<form><input type=checkbox name=getAttribute><input type=checkbox id=closest><p style="color: red">x</p></form>',
+  '<form><output name=querySelectorAll>x</output><fieldset name=remove><b>x</b></fieldset></form>',
   '<svg><a xlink:href="javascript:ran()"><text>x</text></a></svg>',
   '<svg><animate onbegin=ran() attributeName=x dur=1s>',
   '<svg><set attributeName=href to="javascript:ran()" onend=ran()></svg>',
