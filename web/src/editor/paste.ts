@@ -84,7 +84,12 @@ function read(state: EditorState, data: DataTransfer, wantsPlain: boolean): Foun
   const isMarkdown = state.facet(shownSyntax) === 'markdown' && !isInCode(state, state.selection.main.from);
   const isFormatted = isMarkdown && !wantsPlain && !isTooLong(html) && !data.types.includes('vscode-editor-data');
   if (plain && !isFormatted) return null;
-  return convert(html, plain, isFormatted);
+  try {
+    return convert(html, plain, isFormatted);
+  } catch {
+    // An error would leave the clipboard to the web view, which inserts HTML as such.
+    return plain ? null : { text: '', lost: [t('preview.image')] };
+  }
 }
 
 function convert(html: string, plain: string, isFormatted: boolean): Found | null {
@@ -102,7 +107,8 @@ function convert(html: string, plain: string, isFormatted: boolean): Found | nul
 /** Whether Markdown adds nothing to a plain text. */
 function isSame(markdown: string, plain: string): boolean {
   const bare = (text: string) => text.replace(/\s+/g, ' ').trim();
-  return bare(markdown.replace(/\\([!-/:-@[-`{-~])/g, '$1')) === bare(plain);
+  const read = markdown.replace(/\\([!-/:-@[-`{-~])/g, '$1').replace(/<([^\s<>]+)>/g, '$1');
+  return bare(read) === bare(plain.replace(/<([^\s<>]+)>/g, '$1'));
 }
 
 const block = /^(?:#{1,6} |[-*+] |\d{1,9}[.)] |> |\||```|---$)/;

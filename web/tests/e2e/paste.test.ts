@@ -141,3 +141,19 @@ test('a pasted list goes on in an empty item, other blocks begin on their own li
   assert.equal(await text(page), 'words \n\n## a');
   await context.close();
 });
+
+test('the largest clipboard that is converted takes no longer than a moment', async () => {
+  const { page, context } = await openNote();
+  const took = await page.evaluate(() => {
+    const row = `<tr>${'<td style="color: red">some <b>bold</b> text</td>'.repeat(8)}</tr>`;
+    const clipboardData = new DataTransfer();
+    clipboardData.setData('text/html', `<p>a</p><table>${row.repeat(1000)}</table>`);
+    const event = new ClipboardEvent('paste', { clipboardData, bubbles: true, cancelable: true });
+    const started = performance.now();
+    document.querySelector('.cm-content')?.dispatchEvent(event);
+    return performance.now() - started;
+  });
+  assert.match((await text(page)) ?? '', /^a\n\n\| some \*\*bold\*\* text \|/);
+  assert.ok(took < 3000, `${took} ms`);
+  await context.close();
+});
