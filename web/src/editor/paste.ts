@@ -107,8 +107,8 @@ function convert(html: string, plain: string, isFormatted: boolean): Found | nul
 /** Whether Markdown adds nothing to a plain text. */
 function isSame(markdown: string, plain: string): boolean {
   const bare = (text: string) => text.replace(/\s+/g, ' ').trim();
-  const read = markdown.replace(/\\([!-/:-@[-`{-~])/g, '$1').replace(/<([^\s<>]+)>/g, '$1');
-  return bare(read) === bare(plain.replace(/<([^\s<>]+)>/g, '$1'));
+  const shown = markdown.replace(/\\([!-/:-@[-`{-~])/g, '$1').replace(/<([^\s<>]+)>/g, '$1');
+  return bare(shown) === bare(plain.replace(/<([^\s<>]+)>/g, '$1'));
 }
 
 const block = /^(?:#{1,6} |[-*+] |\d{1,9}[.)] |> |\||```|---$)/;
