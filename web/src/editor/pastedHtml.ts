@@ -11,8 +11,8 @@ const unwanted = [
 const hiding = /(?:^|[;\s])(?:display:\s*none|mso-hide:\s*all|visibility:\s*hidden)/i;
 
 /**
- * Parses what a program put on the clipboard, in a document of its own, which loads nothing and runs nothing. Inline
- * styles and handlers are renamed before: the policy of the page would report each of them.
+ * Parses what a program put on the clipboard, in a document of its own, which loads nothing and runs nothing. What the
+ * policy of the page would report even there is renamed before: inline styles, handlers, base addresses.
  */
 export function parseHtml(html: string): HTMLElement {
   return new DOMParser().parseFromString(disarmed(html), 'text/html').documentElement;
@@ -21,6 +21,7 @@ export function parseHtml(html: string): HTMLElement {
 export function disarmed(html: string): string {
   return html
     .replace(/<(style|script)\b[^<>]*>[\s\S]*?(?:<\/\1\s*>|$)/gi, '')
+    .replace(/<(\/?)base\b/gi, '<$1data-base')
     .replace(/<[a-z][^<>]*>/gi, (tag) => tag.replace(/([\s"'/])(style|on[a-z]+)(?=\s*=)/gi, '$1data-$2'));
 }
 

@@ -24,7 +24,7 @@ async function choose(page: Page, query: string): Promise<void> {
 
 test('focus mode shows the current paragraph in full colours, also after a restart', async () => {
   const { page, context, trouble } = await openNote('a\n\nb\nc\n\nd');
-  const current = () => page.locator('.cm-currentParagraph').allInnerTexts();
+  const current = async () => (await page.locator('.cm-currentParagraph').allInnerTexts()).map((text) => text.trim());
   assert.deepEqual(await current(), []);
   await choose(page, 'distraction');
   assert.deepEqual(await current(), ['d']);
