@@ -15,6 +15,7 @@ import { Shell } from '../views/shell';
 import { beginParts } from '../commands/documentParts';
 import { type Context, focusMain, rememberPlace } from '../commands/context';
 import { showCount } from './wordCount';
+import { reportLost } from '../commands/writing';
 import * as notes from '../commands/notes';
 import { toggleSidebar } from '../commands/panels';
 import type { HostPort } from '../commands/port';
@@ -70,6 +71,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
       shell.preview.changed();
     },
     onScroll: () => shell.preview.follow(),
+    onLost: (names) => reportLost(context, names),
   });
   const quiet = new QuietTime(pageClock);
   window.addEventListener('keydown', () => quiet.keyPressed(), { capture: true });
@@ -100,6 +102,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
   workspace.onChange((change, id) => {
     if (!newer) saver.changed();
     show(context, change, id);
+    if (change === 'notes' || change === 'tabs') shell.toasts.refresh();
   });
   onLanguageChange(() => {
     editor.relabel();
@@ -108,6 +111,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
   });
   onFaceLoaded(() => editor.remeasure());
   if (port.native) keepUndoReserve();
+  editor.setModes(contents.settings);
   shell.status.show(newer ? 'readonly' : saver.status);
   show(context, 'tabs');
   if (contents.settings.previewBeside) shell.preview.show('beside');
@@ -137,6 +141,7 @@ function show(context: Context, change: Change, id?: string): void {
   } else if (change === 'settings') {
     applyAppearance(workspace.settings);
     shell.renderSettings();
+    editor.setModes(workspace.settings);
     editor.remeasure();
   }
 }

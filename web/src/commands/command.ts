@@ -12,6 +12,8 @@ export interface Command {
   readonly browserKey?: string;
   /** The key is not the host menu's, so the page listens for it there too. */
   readonly listens?: true;
+  /** The editor's own key for it, to be shown where it has no other. */
+  readonly editorKey?: string;
   /** The host menu action it corresponds to. */
   readonly menu?: string;
   /** The global function the host's menu calls for it, and the arguments. */
@@ -33,7 +35,7 @@ export function keyOf({ key, browserKey }: Command, native: boolean): string | u
 }
 
 export function shownKey(command: Command, { port }: Pick<Context, 'port'>): string {
-  const key = keyOf(command, port.native);
+  const key = keyOf(command, port.native) ?? command.editorKey;
   return key ? keyLabel(key) : '';
 }
 

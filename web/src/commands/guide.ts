@@ -1,13 +1,15 @@
 import type { Key } from '../i18n/catalogue';
+import { PLAIN_PASTE } from '../editor/paste';
 import { keyLabel } from '../keyboard/keys';
 import { type GuideSection, guideDialog } from '../views/guideDialog';
 import { practice } from '../views/practice';
 import { type Command, type CommandTable, shownKey } from './command';
 import { type Context, focusMain } from './context';
+import { writingCommands } from './writingCommands';
 import { lessonKeys, lessons } from './lessons';
 
 /** The commands the guide lists with the editor's keys. */
-const writingNames: ReadonlyArray<string> = ['find', 'replace', 'goToLine'];
+const writingNames: ReadonlyArray<string> = ['find', 'replace', 'goToLine', ...Object.keys(writingCommands)];
 
 /** Lessons first, then every command with its key or where else to find it. */
 export function showGuide(context: Context, table: CommandTable, inMenu: ReadonlyArray<ReadonlyArray<string>>): void {
@@ -36,15 +38,15 @@ export function guideSections(
   return [
     { title: 'guide.notes', rows: others.map(([, command]) => row(command, 'guide.inPalette')) },
     { title: 'actions.label', rows: own.map((command) => row(command, 'guide.inMenu')) },
-    writingSection(writing, context),
+    writingSection(writing.map((command) => row(command, 'guide.inPalette'))),
   ];
 }
 
-function writingSection(commands: ReadonlyArray<Command>, context: Pick<Context, 'port'>): GuideSection {
+function writingSection(commands: GuideSection['rows']): GuideSection {
   const keys: ReadonlyArray<readonly [Key, string]> = [
-    ...commands.map((command) => [command.label, shownKey(command, context)] as const),
     ...lessonKeys(),
     ['guide.fold', `${keyLabel('Mod-Alt-[')} ]`],
+    ['guide.pastePlain', keyLabel(PLAIN_PASTE)],
     ['guide.undo', keyLabel('Mod-z')],
     ['guide.redo', keyLabel('Mod-Shift-z')],
     ['guide.list', keyLabel('enter')],
@@ -52,5 +54,5 @@ function writingSection(commands: ReadonlyArray<Command>, context: Pick<Context,
     ['guide.table', keyLabel('tab')],
     ['guide.leave', `${keyLabel('escape')} ${keyLabel('tab')}`],
   ];
-  return { title: 'guide.writing', rows: keys.map(([label, shown]) => ({ label, keys: shown })) };
+  return { title: 'guide.writing', rows: [...commands, ...keys.map(([label, shown]) => ({ label, keys: shown }))] };
 }

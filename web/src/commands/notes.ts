@@ -52,6 +52,7 @@ export function deleteNote(context: Context, id: string): void {
   focusMain(context);
   shell.toasts.show(t('note.deleted', { title: titleOf(note) || t('untitled') }), {
     label: 'undo',
+    isMoot: () => !workspace.bin.some(({ note: { id: deleted } }) => deleted === id),
     run: () => {
       workspace.restoreNote(id);
       workspace.openTab(id, tab < 0 ? undefined : tab);
@@ -65,7 +66,11 @@ export function keepCapture(context: Context): void {
   const { workspace, shell } = context;
   const note = workspace.addNote({ text: workspace.captureDraft.trim() });
   workspace.setCaptureDraft('');
-  shell.toasts.show(t('capture.done'), { label: 'open', run: () => openNote(context, note.id) });
+  shell.toasts.show(t('capture.done'), {
+    label: 'open',
+    isMoot: () => workspace.tabs.active === note.id || workspace.note(note.id) === null,
+    run: () => openNote(context, note.id),
+  });
 }
 
 /**

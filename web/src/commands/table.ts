@@ -16,6 +16,7 @@ import { togglePreview } from './preview';
 import { shareNote } from './share';
 import * as tabs from './tabs';
 import * as writing from './writing';
+import { writingCommands } from './writingCommands';
 
 const withNote = ({ workspace }: Context): boolean => workspace.activeNote !== null;
 
@@ -101,6 +102,7 @@ export const commands = {
     available: withNote,
     run: writing.goToLine,
   },
+  ...writingCommands,
   preview: {
     label: 'cmd.preview',
     key: 'Mod-Alt-p',

@@ -49,6 +49,7 @@ function closeWithUndo(context: Context, ids: ReadonlyArray<string>): void {
   focusMain(context);
   shell.toasts.show(counted('tabs.closed', ids.length), {
     label: 'undo',
+    isMoot: () => !workspace.tabs.closed.some(({ id }) => ids.includes(id)),
     run: () => {
       workspace.reopenTabs(closed, active);
       focusMain(context);

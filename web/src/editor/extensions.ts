@@ -14,6 +14,7 @@ import { multipleCursors } from './multipleCursors';
 import { nativeSelectAll, undoOnlyWithFocus } from './nativeCommands';
 import { phrases } from './phrases';
 import { TOP_MARGIN } from './place';
+import { wrapping } from './wrapping';
 
 const keys: ReadonlyArray<KeyBinding> = [
   // A Mac's key for replacing, taken elsewhere too.
@@ -36,6 +37,7 @@ export function baseExtensions(reserved: ReadonlyArray<string>, nonce: string): 
     search({ top: true, createPanel: findPanel }),
     multipleCursors,
     lineDirections,
+    wrapping,
     highlightSelectionMatches({ minSelectionLength: 3, wholeWords: true }),
     EditorView.lineWrapping,
     EditorView.scrollMargins.of(() => ({ top: TOP_MARGIN, bottom: 48 })),

@@ -1,7 +1,8 @@
 import { deleteMarkupBackward, insertNewlineContinueMarkupCommand } from '@codemirror/lang-markdown';
 import { type ChangeSpec, type EditorState, EditorSelection, type Line, Prec } from '@codemirror/state';
 import { type Command, keymap } from '@codemirror/view';
-import { moveInTable } from './tableKeys';
+import { isInCode } from './codePlace';
+import { addRow, moveInTable } from './tableKeys';
 import { toggleTasks } from './tasks';
 
 /** Toggles the given marks around the selection. */
@@ -111,13 +112,42 @@ export function indentItems(outwards: boolean): Command {
   };
 }
 
+/** Enter on an empty line of a quote ends it, or its innermost one. */
+export const endQuote: Command = (view) => {
+  const { state } = view;
+  const { main, ranges } = state.selection;
+  const line = state.doc.lineAt(main.head);
+  const outer = /^((?:\s*>)*)\s*>\s*$/.exec(line.text)?.[1];
+  if (state.readOnly || ranges.length > 1 || !main.empty || outer === undefined || main.head !== line.to) return false;
+  if (isInCode(state, line.from)) return false;
+  const lead = outer && `${outer} `;
+  const above = line.number > 1 ? state.doc.line(line.number - 1).text : '';
+  // Without an empty line between, what is written next would belong to the paragraph above.
+  const insert = /^[\s>]*$/.test(above) ? lead : `${outer}\n${lead}`;
+  const changes = { from: line.from, to: line.to, insert };
+  view.dispatch({
+    changes,
+    selection: { anchor: line.from + insert.length },
+    scrollIntoView: true,
+    userEvent: 'input',
+  });
+  return true;
+};
+
+/** Prose has no comments; the code in it has. */
+const noComment: Command = ({ state }) => !isInCode(state, state.selection.main.head);
+
 export const markdownKeys = Prec.high(
   keymap.of([
+    { key: 'Enter', run: addRow },
+    { key: 'Enter', run: endQuote },
     // Enter on an empty item ends the list right away.
     { key: 'Enter', run: insertNewlineContinueMarkupCommand({ nonTightLists: false }) },
     { key: 'Backspace', run: deleteMarkupBackward },
     { key: 'Tab', run: moveInTable(1), shift: moveInTable(-1) },
     { key: 'Tab', run: indentItems(false), shift: indentItems(true) },
+    { key: 'Mod-/', run: noComment },
+    { key: 'Alt-A', run: noComment },
     { key: 'Mod-Enter', run: toggleTasks },
     { key: 'Mod-b', run: toggleMark('**') },
     { key: 'Mod-i', run: toggleMark('*') },

@@ -1,11 +1,13 @@
-import { Compartment, EditorState, type StateEffect, type Text } from '@codemirror/state';
+import { Compartment, EditorState, type Extension, type StateEffect, type Text } from '@codemirror/state';
 import { EditorView } from '@codemirror/view';
 import type { Note, Place } from '../state/model';
 import { baseExtensions, languageExtensions, readOnlyExtensions } from './extensions';
 import { folding } from './folding';
 import { syntaxOf } from './languages';
+import { type OnLost, pasting } from './paste';
 import { placeOf, scrollTo, selectionAt } from './place';
 import { Sessions } from './sessions';
+import { type WritingModes, writingModes } from './writingModes';
 import { loadSyntax, shownSyntax, syntaxExtensions } from './syntax';
 
 export interface NoteEditorOptions {
@@ -18,6 +20,7 @@ export interface NoteEditorOptions {
   /** Called when the text, the selection or the shown note changes. */
   readonly onView: () => void;
   readonly onScroll: () => void;
+  readonly onLost: OnLost;
 }
 
 export interface ShownNote {
@@ -39,6 +42,8 @@ export class NoteEditor {
   readonly #sessions = new Sessions<Session>();
   readonly #texts = new Compartment();
   readonly #syntax = new Compartment();
+  readonly #modes = new Compartment();
+  #writingModes: Extension = [];
   #syntaxName = 'markdown';
   #shown: string | null = null;
 
@@ -112,9 +117,15 @@ export class NoteEditor {
     command(this.#view);
   }
 
+  setModes(modes: WritingModes): void {
+    this.#writingModes = writingModes(modes);
+    this.#view.dispatch({ effects: this.#modes.reconfigure(this.#writingModes) });
+  }
+
   /** Switches labels and phrases to the current language. */
   relabel(): void {
-    this.#view.dispatch({ effects: this.#texts.reconfigure(languageExtensions()) });
+    const texts = this.#texts.reconfigure(languageExtensions());
+    this.#view.dispatch({ effects: [texts, this.#modes.reconfigure(this.#writingModes)] });
   }
 
   /** Switches to the note's syntax as soon as that is loaded. */
@@ -140,7 +151,7 @@ export class NoteEditor {
   }
 
   #newState(note: Note, place: Place | null): EditorState {
-    const { readOnly, nonce, reservedKeys, onText, onView, onScroll } = this.#options;
+    const { readOnly, nonce, reservedKeys, onText, onView, onScroll, onLost } = this.#options;
     const doc = note.text.tree;
     return EditorState.create({
       doc,
@@ -148,7 +159,9 @@ export class NoteEditor {
       extensions: [
         baseExtensions(reservedKeys, nonce),
         this.#texts.of([]),
+        this.#modes.of([]),
         this.#syntax.of(syntaxExtensions(syntaxOf(note), doc)),
+        pasting(onLost),
         folding(doc.length),
         readOnlyExtensions(readOnly),
         EditorView.updateListener.of((update) => {

@@ -8,6 +8,7 @@ import { languageNamed, languageOfFence } from './languages';
 import { windowed } from './longMarkdown';
 import { markdownKeys } from './markdownKeys';
 import { markdownLook } from './markdownLook';
+import { renumbering } from './renumbering';
 import { taskClicks } from './tasks';
 
 /** The name of the syntax used to show a text. */
@@ -45,4 +46,4 @@ const { language, support } = markdown({
   extensions: { props: [styleTags({ TaskMarker: taskTag })] },
 });
 
-const markdownSyntax: Extension = [markdownKeys, windowed(language), support, markdownLook, taskClicks];
+const markdownSyntax: Extension = [markdownKeys, renumbering, windowed(language), support, markdownLook, taskClicks];

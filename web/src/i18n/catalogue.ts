@@ -1,14 +1,18 @@
+import { aliasTexts } from './texts/aliasTexts';
 import { commandTexts } from './texts/commandTexts';
 import { editorTexts } from './texts/editorTexts';
 import { lookTexts } from './texts/lookTexts';
+import { writingTexts } from './texts/writingTexts';
 import type { Texts } from './texts/texts';
 
 /** Every text of the page. */
 // biome-ignore format: one row per text
 export const catalogue = {
+  ...aliasTexts,
   ...commandTexts,
   ...editorTexts,
   ...lookTexts,
+  ...writingTexts,
 
   'untitled': ['Sem título', 'Untitled', 'Sin título'],
   'close': ['Fechar', 'Close', 'Cerrar'],

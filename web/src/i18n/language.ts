@@ -52,6 +52,13 @@ export function t(key: Key, values: Record<string, string | number> = {}): strin
   return text.replace(/\{(\w+)\}/g, (hole, name) => String(values[name] ?? keyName(name) ?? hole));
 }
 
+/** A text in every language, the current one first. */
+export function inEveryLanguage(key: Key): ReadonlyArray<string> {
+  const here = languages.indexOf(current);
+  const others = catalogue[key].filter((_, index) => index !== here);
+  return [t(key), ...others];
+}
+
 function keyName(name: string): string | undefined {
   if (onMac) return macSigns[name];
   const key = keyNames[name];
@@ -59,8 +66,8 @@ function keyName(name: string): string | undefined {
 }
 
 /** The singular or plural form of a text with a count. */
-export function counted(key: CountedKey, n: number): string {
-  return t(`${key}.${n === 1 ? 'one' : 'many'}`, { n });
+export function counted(key: CountedKey, n: number, values: Record<string, string> = {}): string {
+  return t(`${key}.${n === 1 ? 'one' : 'many'}`, { ...values, n });
 }
 
 type CountedKey = Key extends infer K ? (K extends `${infer Base}.one` ? Base : never) : never;

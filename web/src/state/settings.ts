@@ -51,6 +51,8 @@ const readers = {
    * the page always starts ready for writing.
    */
   previewBeside: (value: unknown): boolean => value === true,
+  focusMode: (value: unknown): boolean => value === true,
+  typewriter: (value: unknown): boolean => value === true,
 };
 
 type Values = { readonly [Name in keyof typeof readers]: ReturnType<(typeof readers)[Name]> };

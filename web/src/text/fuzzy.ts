@@ -40,6 +40,23 @@ export function fuzzyMatch(query: string, text: string): FuzzyMatch | null {
   };
 }
 
+/**
+ * Whether a query occurs in a text as it is, from the start of a word on. Scored as the other matches are, for one
+ * order of both.
+ */
+export function wordMatch(query: string, text: string): FuzzyMatch | null {
+  const wanted = [...fold(query.trim())];
+  const chars = [...text].map(fold);
+  for (let start = 0; start + wanted.length <= chars.length; start++) {
+    if (start > 0 && /[\p{L}\p{N}]/u.test(chars[start - 1] ?? '')) continue;
+    if (!wanted.every((char, index) => char === chars[start + index])) continue;
+    const offsets = offsetsOf(text);
+    const score = wanted.reduce((sum, _, index) => sum + scoreOf(chars, start + index, index > 0), 0);
+    return { score: score - chars.length / 100, at: wanted.map((_, index) => offsets[start + index] ?? 0) };
+  }
+  return null;
+}
+
 function scoreOf(chars: ReadonlyArray<string>, index: number, inRow: boolean): number {
   const startsWord = index === 0 || !/[\p{L}\p{N}]/u.test(chars[index - 1] ?? '');
   return 1 + (inRow ? 6 : 0) + (startsWord ? 5 : 0) - index / 1000;

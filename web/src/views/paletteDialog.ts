@@ -9,6 +9,8 @@ export interface PaletteEntry {
   readonly keys: string;
   /** Offsets of the matched characters in the label. */
   readonly marked: ReadonlyArray<number>;
+  /** The other word for it that matched instead of the label. */
+  readonly alias?: { readonly text: string; readonly marked: ReadonlyArray<number> };
   readonly run: () => void;
 }
 
@@ -91,11 +93,16 @@ export function paletteDialog(find: (query: string) => ReadonlyArray<PaletteEntr
   });
 }
 
-function entryRow({ name, label, keys, marked }: PaletteEntry): HTMLElement {
+function entryRow({ name, label, keys, marked, alias }: PaletteEntry): HTMLElement {
   const row = h(
     'div',
     { class: 'palette-row', attrs: { id: `palette-${name}`, role: 'option' } },
-    h('span', {}, ...withMarks(label, new Set(marked))),
+    h(
+      'span',
+      {},
+      ...withMarks(label, new Set(marked)),
+      ...(alias ? [' ', h('span', { class: 'palette-alias' }, ...withMarks(alias.text, new Set(alias.marked)))] : []),
+    ),
     h('kbd', {}, keys),
   );
   row.dataset.command = name;

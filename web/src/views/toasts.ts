@@ -5,10 +5,19 @@ import { floatAbove } from './dialog';
 export interface ToastAction {
   readonly label: Key;
   readonly run: () => void;
+  /** Whether there is nothing left for the action to do; its toast then goes. */
+  readonly isMoot?: () => boolean;
 }
 
-const SHOWN_MS = 4000;
-const SHOWN_WITH_ACTION_MS = 12_000;
+interface Shown {
+  readonly element: HTMLElement;
+  readonly message: string;
+  readonly action: ToastAction | undefined;
+}
+
+const SHORTEST_MS = 4000;
+const MS_PER_CHARACTER = 60;
+const LONGEST_MS = 12_000;
 const MOST = 3;
 
 /** Short messages at the bottom, in a polite live region. */
@@ -19,6 +28,7 @@ export class Toasts {
   });
 
   readonly #isHeld: () => boolean;
+  #shown: ReadonlyArray<Shown> = [];
 
   /** No toast expires while `isHeld` returns true. */
   constructor(isHeld: () => boolean) {
@@ -31,24 +41,51 @@ export class Toasts {
   }
 
   show(message: string, action?: ToastAction): void {
-    const toast = h('div', { class: 'toast' }, h('span', {}, message));
+    // One with an action is about something of its own, even if it reads the same.
+    const equal = action ? undefined : this.#shown.find((one) => one.message === message && !one.action);
+    if (equal) this.#remove(equal);
+    const toast: Shown = { element: h('div', { class: 'toast' }, h('span', {}, message)), message, action };
     if (action) {
       const run = () => {
-        toast.remove();
+        this.#remove(toast);
         action.run();
       };
-      toast.append(h('button', { t: action.label, attrs: { type: 'button' }, on: { click: run } }));
+      toast.element.append(h('button', { t: action.label, attrs: { type: 'button' }, on: { click: run } }));
     }
-    this.element.append(toast);
-    while (this.element.children.length > MOST) this.element.firstElementChild?.remove();
-    this.#expire(toast, action ? SHOWN_WITH_ACTION_MS : SHOWN_MS);
+    this.#shown = [...this.#shown, toast];
+    this.element.append(toast.element);
+    if (this.#shown.length > MOST) {
+      const before = this.#shown.slice(0, -1);
+      const first = before.find((one) => !isUsed(one)) ?? before[0];
+      if (first) this.#remove(first);
+    }
+    this.#expire(toast, action ? LONGEST_MS : readingTime(message));
+  }
+
+  /** Call when something changed: what was undone another way no longer offers to be. */
+  refresh(): void {
+    for (const toast of this.#shown) if (toast.action?.isMoot?.()) this.#remove(toast);
+  }
+
+  #remove(toast: Shown): void {
+    toast.element.remove();
+    this.#shown = this.#shown.filter((one) => one !== toast);
   }
 
   /** A toast stays while it is hovered or its button has the focus. */
-  #expire(toast: HTMLElement, delay: number): void {
+  #expire(toast: Shown, delay: number): void {
     setTimeout(() => {
-      if (this.#isHeld() || toast.matches(':hover, :focus-within')) this.#expire(toast, SHOWN_MS);
-      else toast.remove();
+      if (!this.#shown.includes(toast)) return;
+      if (this.#isHeld() || isUsed(toast)) this.#expire(toast, SHORTEST_MS);
+      else this.#remove(toast);
     }, delay);
   }
+}
+
+function isUsed({ element }: Shown): boolean {
+  return element.matches(':hover, :focus-within');
+}
+
+function readingTime(message: string): number {
+  return Math.min(Math.max(SHORTEST_MS, message.length * MS_PER_CHARACTER), LONGEST_MS);
 }

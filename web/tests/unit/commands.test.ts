@@ -17,7 +17,10 @@ import { keyLabel, matchesKey } from '../../src/keyboard/keys';
 import { fuzzyMatch } from '../../src/text/fuzzy';
 
 const table: CommandTable = commands;
-const context = (native: boolean, active: object | null = { pinned: false }) =>
+const context = (
+  native: boolean,
+  active: object | null = { pinned: false, format: 'markdown', fileName: null, name: null },
+) =>
   ({
     port: { native },
     workspace: { activeNote: active },

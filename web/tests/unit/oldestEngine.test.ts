@@ -37,7 +37,6 @@ const inScript: Readonly<Record<string, string>> = {
   command: 'an attribute that the HTML grammar knows',
   manifest: 'the same',
   '.closedBy': "a grammar's property of that name",
-  '.drop': "an editor's event handler of that name",
   '.phrases': "an editor's option of that name",
 };
 

@@ -1,0 +1,4 @@
+declare module '@mixmark-io/domino' {
+  function createDocument(html: string): Document;
+  export default { createDocument };
+}
