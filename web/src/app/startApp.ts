@@ -1,9 +1,11 @@
 import { NoteEditor } from '../editor/noteEditor';
+import { syntaxOf } from '../editor/languages';
 import { keepUndoReserve } from '../editor/undoReserve';
 import { currentLanguage, type Language, onLanguageChange, setLanguage, t } from '../i18n/language';
 import { pageClock } from '../time/monotonicClock';
 import type { ReadResult } from '../state/read';
 import { collectLater } from '../state/collect';
+import { NoteIndex } from '../state/noteIndex';
 import { nextRevision } from '../state/revision';
 import { QuietTime } from '../state/quiet';
 import { Saver, type SaveStatus } from '../state/saver';
@@ -13,9 +15,11 @@ import { applyAppearance, followDesktop } from '../views/rootStyle';
 import { Shell } from '../views/shell';
 import { beginParts } from '../commands/documentParts';
 import { type Context, focusMain, rememberPlace } from '../commands/context';
+import { keepIndex } from './keepIndex';
 import { showCount } from './wordCount';
 import * as notes from '../commands/notes';
 import { chooseTheme } from '../commands/appearance';
+import { follow } from '../commands/follow';
 import { toggleSidebar } from '../commands/panels';
 import type { HostPort } from '../commands/port';
 import { closePreview, previewSource } from '../commands/preview';
@@ -47,6 +51,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     noteMenu: () => noteMenu(context),
     previewSource: () => previewSource(context),
     leavePreview: () => closePreview(context),
+    follow: (target) => follow(context, target),
   });
   const editor = new NoteEditor({
     parent: shell.editorPanel,
@@ -59,7 +64,10 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
       shell.preview.changed();
     },
     onScroll: () => shell.preview.follow(),
+    names: () => index,
+    follow: (target) => follow(context, target),
   });
+  const index = new NoteIndex(workspace, (note) => syntaxOf(note) === 'markdown');
   const quiet = new QuietTime(pageClock);
   window.addEventListener('keydown', () => quiet.keyPressed(), { capture: true });
   const saver = new Saver({
@@ -85,6 +93,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
       revision = nextRevision(revision, Date.now());
       return revision;
     },
+    index,
   };
   workspace.onChange((change, id) => {
     if (!newer) saver.changed();
@@ -96,6 +105,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     workspace.setSettings({ language: currentLanguage() });
   });
   if (port.native) keepUndoReserve();
+  keepIndex(context);
   shell.status.show(newer ? 'readonly' : saver.status);
   show(context, 'tabs');
   if (contents.settings.previewBeside) shell.preview.show('beside');

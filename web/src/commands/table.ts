@@ -7,6 +7,7 @@ import type { Context } from './context';
 import * as copies from './copies';
 import * as files from './files';
 import { showGuide } from './guide';
+import { linkCommands } from './linkCommands';
 import * as notes from './notes';
 import { showPalette } from './palette';
 import { openCapture, openSearch, toggleSidebar } from './panels';
@@ -183,6 +184,7 @@ export const commands = {
   themeSystem: { label: 'cmd.themeSystem', run: (context) => chooseTheme(context, 'system') },
   themeLight: { label: 'cmd.themeLight', run: (context) => chooseTheme(context, 'light') },
   themeDark: { label: 'cmd.themeDark', run: (context) => chooseTheme(context, 'dark') },
+  ...linkCommands,
   guide: {
     label: 'cmd.guide',
     menu: 'showShortcutGuide',

@@ -3,6 +3,8 @@ import { EditorView } from '@codemirror/view';
 import type { Note, Place } from '../state/model';
 import { baseExtensions, languageExtensions, readOnlyExtensions } from './extensions';
 import { folding } from './folding';
+import { nameCompletion, type Names } from './nameCompletion';
+import { type Target, targetAt, targetClicks } from './targets';
 import { syntaxOf } from './languages';
 import { placeOf, scrollTo, selectionAt } from './place';
 import { Sessions } from './sessions';
@@ -18,6 +20,9 @@ export interface NoteEditorOptions {
   /** Called when the text, the selection or the shown note changes. */
   readonly onView: () => void;
   readonly onScroll: () => void;
+  /** What can be completed in a text. */
+  readonly names: () => Names;
+  readonly follow: (target: Target) => void;
 }
 
 export interface ShownNote {
@@ -112,6 +117,21 @@ export class NoteEditor {
     command(this.#view);
   }
 
+  /** What the text at the caret leads to. */
+  get target(): Target | null {
+    const { state } = this.#view;
+    return this.#shown === null ? null : targetAt(state, state.selection.main.head);
+  }
+
+  /** Selects a part of the shown note and scrolls to it. */
+  select(from: number, to = from): void {
+    const { length } = this.#view.state.doc;
+    this.#view.dispatch({
+      selection: { anchor: Math.min(from, length), head: Math.min(to, length) },
+      effects: EditorView.scrollIntoView(Math.min(from, length), { y: 'center' }),
+    });
+  }
+
   /** Switches labels and phrases to the current language. */
   relabel(): void {
     this.#view.dispatch({ effects: this.#texts.reconfigure(languageExtensions()) });
@@ -140,7 +160,7 @@ export class NoteEditor {
   }
 
   #newState(note: Note, place: Place | null): EditorState {
-    const { readOnly, nonce, reservedKeys, onText, onView, onScroll } = this.#options;
+    const { readOnly, nonce, reservedKeys, onText, onView, onScroll, names, follow } = this.#options;
     const doc = note.text.tree;
     return EditorState.create({
       doc,
@@ -150,6 +170,8 @@ export class NoteEditor {
         this.#texts.of([]),
         this.#syntax.of(syntaxExtensions(syntaxOf(note), doc)),
         folding(doc.length),
+        nameCompletion(names),
+        targetClicks(follow),
         readOnlyExtensions(readOnly),
         EditorView.updateListener.of((update) => {
           if (update.docChanged) onText(note.id, update.state.doc);

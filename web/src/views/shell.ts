@@ -1,4 +1,5 @@
 import { htmlTag, type Language, onLanguageChange } from '../i18n/language';
+import type { Target } from '../editor/targets';
 import { readTheme, type Theme } from '../state/settings';
 import { titleOf, type Workspace } from '../state/workspace';
 import { h, iconButton, relabel } from '../dom/elements';
@@ -28,6 +29,7 @@ export interface ShellActions {
   noteMenu(): MenuGroups;
   previewSource(): PreviewSource | null;
   leavePreview(): void;
+  follow(target: Target): void;
 }
 
 /** The page's frame: sidebar, tabs, editor, status bar. */
@@ -74,6 +76,7 @@ export class Shell {
     this.preview = new Preview({
       source: () => actions.previewSource(),
       leave: () => actions.leavePreview(),
+      follow: (kind, value) => actions.follow({ kind, value }),
     });
     this.#create = h('button', {
       class: 'button primary',

@@ -147,6 +147,12 @@ export class Sidebar {
     this.#input.select();
   }
 
+  /** Filters the list as if this were typed into the search field. */
+  search(query: string): void {
+    this.#input.value = query;
+    this.render();
+  }
+
   /** Prepares the notes when the search field gets the focus, before the user types. */
   #foldAhead(): void {
     clearTimeout(this.#forgetting);

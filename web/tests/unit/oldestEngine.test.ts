@@ -39,6 +39,7 @@ const inScript: Readonly<Record<string, string>> = {
   '.closedBy': "a grammar's property of that name",
   '.drop': "an editor's event handler of that name",
   '.phrases': "an editor's option of that name",
+  '.resize': "a tooltip's property of that name",
 };
 
 const inStyles: Readonly<Record<string, string>> = {

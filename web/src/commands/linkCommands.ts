@@ -1,0 +1,18 @@
+import type { CommandTable } from './command';
+import type { Context } from './context';
+import { followAtCaret } from './follow';
+import { showOutline } from './outline';
+
+const withNote = ({ workspace }: Context): boolean => workspace.activeNote !== null;
+
+/** Tags, links between notes and the outline. */
+export const linkCommands = {
+  followLink: {
+    label: 'cmd.followLink',
+    key: 'Mod-Alt-enter',
+    listens: true,
+    available: withNote,
+    run: followAtCaret,
+  },
+  outline: { label: 'cmd.outline', key: 'Mod-Shift-o', listens: true, available: withNote, run: showOutline },
+} as const satisfies CommandTable;
