@@ -5,20 +5,32 @@ import { inSlices } from '../time/slices';
 const START_MS = 1500;
 /** Longer than between words. */
 const PAUSE_MS = 700;
+/** As long as somebody thinks about a title. */
+const TITLE_MS = 3000;
 const SLICE_MS = 5;
 
 /** Reads the tags and links of all notes after the start, and those of changed notes after a pause. */
 export function keepIndex(context: Context): void {
-  const { index, workspace } = context;
+  const { index, titles, workspace } = context;
   let cancel = (): void => undefined;
+  let title: ReturnType<typeof setTimeout> | undefined;
   const readLater = (delay: number) => {
     cancel();
-    cancel = inSlices(index.read(), { slice: SLICE_MS, delay, onDone: () => undefined });
+    cancel = inSlices(index.read(), { slice: SLICE_MS, delay, onDone: () => showTags(context) });
   };
   workspace.onChange((change) => {
+    if (change === 'settings') showTags(context);
+    if (change === 'tabs' || change === 'notes') titles.shown();
     if (change !== 'text' && change !== 'notes') return;
     index.changed();
+    clearTimeout(title);
+    title = setTimeout(() => titles.settle(), TITLE_MS);
     readLater(PAUSE_MS);
   });
+  titles.shown();
   readLater(START_MS);
+}
+
+function showTags({ index, shell, workspace }: Context): void {
+  shell.sidebar.tags.show(index.tags, workspace.settings.tagsOpen);
 }

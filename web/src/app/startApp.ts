@@ -24,6 +24,7 @@ import { toggleSidebar } from '../commands/panels';
 import type { HostPort } from '../commands/port';
 import { closePreview, previewSource } from '../commands/preview';
 import { PendingCopies, PendingShare } from '../commands/requests';
+import { TitleWatch } from '../commands/titles';
 import { commands, noteMenu, reservedKeys } from '../commands/table';
 import { closeTab } from '../commands/tabs';
 import { currentState } from '../commands/termination';
@@ -94,7 +95,12 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
       return revision;
     },
     index,
+    // The watch needs the whole context.
+    get titles() {
+      return titles;
+    },
   };
+  const titles = new TitleWatch(context);
   workspace.onChange((change, id) => {
     if (!newer) saver.changed();
     show(context, change, id);

@@ -24,6 +24,8 @@ export interface Context {
   readonly nextRevision: () => number;
   /** The tags and links of all notes. */
   readonly index: NoteIndex;
+  /** Makes links follow the title of the shown note. */
+  readonly titles: { shown(): void; settle(): void };
 }
 
 /** Focuses the place where the user goes on writing. */

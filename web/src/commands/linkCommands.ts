@@ -2,6 +2,7 @@ import type { CommandTable } from './command';
 import type { Context } from './context';
 import { followAtCaret } from './follow';
 import { showOutline } from './outline';
+import { renameTag } from './tags';
 
 const withNote = ({ workspace }: Context): boolean => workspace.activeNote !== null;
 
@@ -14,5 +15,6 @@ export const linkCommands = {
     available: withNote,
     run: followAtCaret,
   },
+  renameTag: { label: 'cmd.renameTag', run: renameTag },
   outline: { label: 'cmd.outline', key: 'Mod-Shift-o', listens: true, available: withNote, run: showOutline },
 } as const satisfies CommandTable;

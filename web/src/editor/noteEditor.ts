@@ -1,6 +1,8 @@
-import { Compartment, EditorState, type StateEffect, type Text } from '@codemirror/state';
+import { isolateHistory } from '@codemirror/commands';
+import { Annotation, Compartment, EditorState, type StateEffect, type Text } from '@codemirror/state';
 import { EditorView } from '@codemirror/view';
 import type { Note, Place } from '../state/model';
+import { type Edit, edited } from '../text/renames';
 import { baseExtensions, languageExtensions, readOnlyExtensions } from './extensions';
 import { folding } from './folding';
 import { nameCompletion, type Names } from './nameCompletion';
@@ -36,6 +38,9 @@ interface Session {
   readonly state: EditorState;
   readonly scroll: StateEffect<unknown>;
 }
+
+/** Marks a change that is not the user's writing. */
+const rewriting = Annotation.define<boolean>();
 
 /** The page's only note editor. Each note keeps its own undo history, selection and scroll position. */
 export class NoteEditor {
@@ -117,6 +122,21 @@ export class NoteEditor {
     command(this.#view);
   }
 
+  /** Changes a note's text, shown or not, as a step of its own in its undo history; returns the new text. */
+  rewrite(note: Note, changes: ReadonlyArray<Edit>): Text | string {
+    const spec = { changes, annotations: [isolateHistory.of('full'), rewriting.of(true)] };
+    if (this.#shown === note.id) {
+      this.#view.dispatch(spec);
+      return this.#view.state.doc;
+    }
+    const session = this.#sessions.take(note.id);
+    if (!session || !note.text.is(session.state.doc)) return edited(note.text.toString(), changes);
+    const transaction = session.state.update(spec);
+    const scroll = session.scroll.map(transaction.changes) ?? session.scroll;
+    this.#sessions.keep(note.id, { state: transaction.state, scroll });
+    return transaction.state.doc;
+  }
+
   /** What the text at the caret leads to. */
   get target(): Target | null {
     const { state } = this.#view;
@@ -174,7 +194,8 @@ export class NoteEditor {
         targetClicks(follow),
         readOnlyExtensions(readOnly),
         EditorView.updateListener.of((update) => {
-          if (update.docChanged) onText(note.id, update.state.doc);
+          const isRewritten = update.transactions.some((one) => one.annotation(rewriting));
+          if (update.docChanged && !isRewritten) onText(note.id, update.state.doc);
           if (update.docChanged || update.selectionSet) onView();
         }),
         EditorView.domEventHandlers({ scroll: () => onScroll() }),

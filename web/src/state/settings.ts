@@ -24,6 +24,8 @@ const readers = {
    * the page always starts ready for writing.
    */
   previewBeside: (value: unknown): boolean => value === true,
+  /** Whether the tags are shown below the list. */
+  tagsOpen: (value: unknown): boolean => value !== false,
 };
 
 type Values = { readonly [Name in keyof typeof readers]: ReturnType<(typeof readers)[Name]> };

@@ -57,6 +57,8 @@ export class Shell {
       create: () => actions.createNote(),
       showBin: () => actions.showBin(),
       leave: () => actions.focusEditor(),
+      showTag: (value) => actions.follow({ kind: 'tag', value }),
+      toggleTags: () => workspace.setSettings({ tagsOpen: !workspace.settings.tagsOpen }),
     });
     this.tabBar = new TabBar(workspace, {
       activate: (id) => actions.openNote(id),
