@@ -7,6 +7,7 @@ const START_MS = 1500;
 const PAUSE_MS = 700;
 /** As long as somebody thinks about a title. */
 const TITLE_MS = 3000;
+const SHOWN_MS = 100;
 const SLICE_MS = 5;
 
 /** Reads the tags and links of all notes after the start, and those of changed notes after a pause. */
@@ -16,11 +17,14 @@ export function keepIndex(context: Context): void {
   let title: ReturnType<typeof setTimeout> | undefined;
   const readLater = (delay: number) => {
     cancel();
-    cancel = inSlices(index.read(), { slice: SLICE_MS, delay, onDone: () => showTags(context) });
+    cancel = inSlices(index.read(), { slice: SLICE_MS, delay, onDone: () => show(context) });
   };
   workspace.onChange((change) => {
     if (change === 'settings') showTags(context);
-    if (change === 'tabs' || change === 'notes') titles.shown();
+    if (change === 'tabs' || change === 'notes') {
+      titles.shown();
+      countLater(context);
+    }
     if (change !== 'text' && change !== 'notes') return;
     index.changed();
     clearTimeout(title);
@@ -29,6 +33,29 @@ export function keepIndex(context: Context): void {
   });
   titles.shown();
   readLater(START_MS);
+}
+
+function show(context: Context): void {
+  showTags(context);
+  countLinks(context);
+}
+
+let shown: string | null = null;
+let counting: ReturnType<typeof setTimeout> | undefined;
+
+/** The links to another note are counted once it is on the screen. */
+function countLater(context: Context): void {
+  const { active } = context.workspace.tabs;
+  if (active === shown) return;
+  shown = active;
+  context.shell.backlinks.show(null);
+  clearTimeout(counting);
+  counting = setTimeout(() => countLinks(context), SHOWN_MS);
+}
+
+function countLinks({ index, shell, workspace }: Context): void {
+  const note = workspace.activeNote;
+  shell.backlinks.show(note && index.linkingTo(note).length);
 }
 
 function showTags({ index, shell, workspace }: Context): void {

@@ -19,6 +19,7 @@ import { keepIndex } from './keepIndex';
 import { showCount } from './wordCount';
 import * as notes from '../commands/notes';
 import { chooseTheme } from '../commands/appearance';
+import { findMentions, linksHere, openPlace } from '../commands/backlinks';
 import { follow } from '../commands/follow';
 import { toggleSidebar } from '../commands/panels';
 import type { HostPort } from '../commands/port';
@@ -53,6 +54,11 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     previewSource: () => previewSource(context),
     leavePreview: () => closePreview(context),
     follow: (target) => follow(context, target),
+    backlinks: {
+      links: () => linksHere(context),
+      findMentions: (onDone) => findMentions(context, onDone),
+      open: (place) => openPlace(context, place),
+    },
   });
   const editor = new NoteEditor({
     parent: shell.editorPanel,

@@ -1,3 +1,4 @@
+import { toggleBacklinks } from './backlinks';
 import type { CommandTable } from './command';
 import type { Context } from './context';
 import { followAtCaret } from './follow';
@@ -16,5 +17,12 @@ export const linkCommands = {
     run: followAtCaret,
   },
   renameTag: { label: 'cmd.renameTag', run: renameTag },
+  backlinks: {
+    label: 'cmd.backlinks',
+    key: 'Mod-Shift-b',
+    listens: true,
+    available: withNote,
+    run: toggleBacklinks,
+  },
   outline: { label: 'cmd.outline', key: 'Mod-Shift-o', listens: true, available: withNote, run: showOutline },
 } as const satisfies CommandTable;

@@ -3,6 +3,7 @@ import type { Target } from '../editor/targets';
 import { readTheme, type Theme } from '../state/settings';
 import { titleOf, type Workspace } from '../state/workspace';
 import { h, iconButton, relabel } from '../dom/elements';
+import { type BacklinksActions, BacklinksPanel } from './backlinksPanel';
 import { Closing } from './closing';
 import { type MenuGroups, menuButton } from './menu';
 import { Preview, type PreviewSource } from './previewPane';
@@ -30,6 +31,7 @@ export interface ShellActions {
   previewSource(): PreviewSource | null;
   leavePreview(): void;
   follow(target: Target): void;
+  readonly backlinks: Omit<BacklinksActions, 'leave'>;
 }
 
 /** The page's frame: sidebar, tabs, editor, status bar. */
@@ -42,6 +44,7 @@ export class Shell {
   /** The editor's container. */
   readonly editorPanel: HTMLElement;
   readonly preview: Preview;
+  readonly backlinks: BacklinksPanel;
   readonly #workspace: Workspace;
   readonly #app: HTMLElement;
   readonly #empty: HTMLElement;
@@ -80,6 +83,7 @@ export class Shell {
       leave: () => actions.leavePreview(),
       follow: (kind, value) => actions.follow({ kind, value }),
     });
+    this.backlinks = new BacklinksPanel({ ...actions.backlinks, leave: () => actions.focusEditor() });
     this.#create = h('button', {
       class: 'button primary',
       t: 'cmd.newNote',
@@ -113,7 +117,7 @@ export class Shell {
       main.append(h('p', { class: 'notice', t: 'readonly.notice', attrs: { role: 'alert' } }));
     }
     const work = h('div', { class: 'work' }, this.editorPanel, this.preview.element);
-    main.append(work, this.#empty, this.status.element);
+    main.append(work, this.backlinks.element, this.#empty, this.status.element);
     this.#app = h('div', { class: 'app' }, this.sidebar.element, main);
     document.body.append(this.#app, fileInput(actions));
     this.toasts.start();
@@ -167,6 +171,7 @@ export class Shell {
     document.documentElement.lang = htmlTag();
     relabel(document.body);
     this.status.relabel();
+    this.backlinks.relabel();
     this.preview.redraw();
     this.sidebar.render();
     this.tabBar.render();

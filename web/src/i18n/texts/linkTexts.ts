@@ -8,6 +8,17 @@ export const linkTexts = {
 
   'cmd.renameTag': ['Renomear uma tag…', 'Rename a tag…', 'Renombrar una etiqueta…'],
 
+  'cmd.backlinks': ['Links para esta nota', 'Links to this note', 'Enlaces a esta nota'],
+
+  'backlinks.label': ['Links para esta nota', 'Links to this note', 'Enlaces a esta nota'],
+  'backlinks.count.one': ['1 nota leva a esta', '1 note links here', '1 nota enlaza aquí'],
+  'backlinks.count.many': ['{n} notas levam a esta', '{n} notes link here', '{n} notas enlazan aquí'],
+  'backlinks.none': ['Nenhuma nota leva a esta', 'No note links here', 'Ninguna nota enlaza aquí'],
+  'backlinks.findMentions': ['Procurar menções sem link', 'Look for mentions without a link', 'Buscar menciones sin enlace'],
+  'backlinks.mentions.one': ['1 menção sem link', '1 mention without a link', '1 mención sin enlace'],
+  'backlinks.mentions.many': ['{n} menções sem link', '{n} mentions without a link', '{n} menciones sin enlace'],
+  'backlinks.noMentions': ['Nenhuma menção sem link', 'No mentions without a link', 'Ninguna mención sin enlace'],
+
   'tags.title': ['Tags', 'Tags', 'Etiquetas'],
   'tags.none': ['Nenhuma nota tem tags', 'No note has tags', 'Ninguna nota tiene etiquetas'],
   'tags.choose': ['Tag que vai mudar de nome', 'Tag to rename', 'Etiqueta que cambia de nombre'],
