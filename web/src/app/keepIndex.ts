@@ -9,6 +9,8 @@ const PAUSE_MS = 700;
 const TITLE_MS = 3000;
 const SHOWN_MS = 100;
 const SLICE_MS = 5;
+/** Nobody waits for the index, so it leaves most of the time to others. */
+const REST_MS = 10;
 
 /** Reads the tags and links of all notes after the start, and those of changed notes after a pause. */
 export function keepIndex(context: Context): void {
@@ -17,7 +19,7 @@ export function keepIndex(context: Context): void {
   let title: ReturnType<typeof setTimeout> | undefined;
   const readLater = (delay: number) => {
     cancel();
-    cancel = inSlices(index.read(), { slice: SLICE_MS, delay, onDone: () => show(context) });
+    cancel = inSlices(index.read(), { slice: SLICE_MS, delay, pause: REST_MS, onDone: () => show(context) });
   };
   workspace.onChange((change) => {
     if (change === 'settings') showTags(context);
@@ -26,7 +28,8 @@ export function keepIndex(context: Context): void {
       countLater(context);
     }
     if (change !== 'text' && change !== 'notes') return;
-    index.changed();
+    // The titles stay as they were while somebody writes, so that no key waits for a new list of them.
+    if (change === 'notes') index.changed();
     clearTimeout(title);
     title = setTimeout(() => titles.settle(), TITLE_MS);
     readLater(PAUSE_MS);

@@ -29,6 +29,7 @@ export function showTagged({ workspace, shell }: Context, name: string): void {
 
 /** Opens the note with a title; one that is missing is created, with the title as its first line. */
 function openTitled(context: Context, title: string): void {
+  context.index.changed();
   const note = context.index.noteTitled(title);
   if (note) {
     openNote(context, note.id);

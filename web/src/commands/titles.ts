@@ -39,6 +39,7 @@ export class TitleWatch {
     const title = titleOf(note);
     if (!linkable(title) || title === watched.title) return;
     this.#watched = { id: note.id, title, keys: keysOf(note), updated: note.updated };
+    this.#context.index.changed();
     const keys = this.#lostKeys(watched);
     const name = linkable(note.name === null ? title : withoutExtension(title));
     const { count, undo } = rewriteNotes(this.#context, this.#context.index.linkingBy(keys), {

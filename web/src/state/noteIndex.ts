@@ -5,9 +5,14 @@ import type { Note } from './model';
 import type { NoteText } from './noteText';
 import { titleOf, type Workspace } from './workspace';
 
-/** What a note's text contains, each once: its tags as written, and the keys of the titles it links to. */
+interface Tag {
+  readonly name: string;
+  readonly key: string;
+}
+
+/** What a note's text contains, each once: its tags and those above them, and the keys of the titles it links to. */
 interface Marks {
-  readonly tags: ReadonlyArray<string>;
+  readonly tags: ReadonlyArray<Tag>;
   readonly links: ReadonlyArray<string>;
 }
 
@@ -15,10 +20,18 @@ export interface TagCount extends Findable {
   readonly count: number;
 }
 
+/** How links call a note: as they write its title, and the keys that lead to it. */
+interface Names {
+  readonly written: Findable;
+  readonly keys: ReadonlyArray<string>;
+}
+
 const none: Marks = { tags: [], links: [] };
 const marks = new WeakMap<NoteText, Marks>();
-/** Names are copied once for all notes: a part of a string would keep the whole text. */
+/** Made once for all notes. Copied, because a part of a string would keep the whole text. */
+const tagsByName = new Map<string, Tag>();
 const copies = new Map<string, string>();
+const namesOfNotes = new WeakMap<Note, Names>();
 
 /** The tags and links of all notes, cached by their texts. Notes that were not read yet count as empty. */
 export class NoteIndex {
@@ -33,22 +46,24 @@ export class NoteIndex {
     this.#isMarkdown = isMarkdown;
   }
 
-  /** Forgets what was put together from several notes; call after any change. */
+  /** Forgets what was put together from several notes. */
   changed(): void {
     this.#tags = null;
     this.#titles = null;
     this.#findable = null;
   }
 
-  /** Reads the notes that have not been read yet, one in each step. */
+  /** Reads the notes that have not been read yet, one in each step; until then their old titles count. */
   *read(): Generator<void, void> {
+    let isChanged = false;
     for (const note of this.#workspace.notesInOrder()) {
       if (marks.has(note.text)) continue;
       this.#marksOf(note);
-      titleOf(note);
+      keysOf(note);
+      isChanged = true;
       yield;
     }
-    this.#tags = null;
+    if (isChanged) this.changed();
   }
 
   /** Every tag with the number of its notes, in alphabetical order. A tag counts for those above it, too. */
@@ -59,7 +74,7 @@ export class NoteIndex {
 
   /** The titles of all notes, latest first. */
   get titles(): ReadonlyArray<Findable> {
-    this.#findable ??= [...new Map(this.#latest().flatMap((note) => linkNameOf(note))).values()].map(findable);
+    this.#findable ??= this.#writtenTitles();
     return this.#findable;
   }
 
@@ -84,9 +99,7 @@ export class NoteIndex {
   /** The notes with this tag or one below it. */
   tagged(name: string): ReadonlyArray<Note> {
     const key = tagKey(name);
-    return this.#latest().filter(({ text }) =>
-      marks.get(text)?.tags.some((tag) => tagKey(tag) === key || tagKey(tag).startsWith(`${key}/`)),
-    );
+    return this.#latest().filter(({ text }) => marks.get(text)?.tags.some((tag) => tag.key === key));
   }
 
   #marksOf(note: Note): void {
@@ -99,11 +112,7 @@ export class NoteIndex {
   #countTags(): TagCount[] {
     const counts = new Map<string, { name: string; count: number }>();
     for (const { text } of this.#workspace.notesInOrder()) {
-      const seen = new Set<string>();
-      for (const name of (marks.get(text)?.tags ?? []).flatMap(withThoseAbove)) {
-        const key = tagKey(name);
-        if (seen.has(key)) continue;
-        seen.add(key);
+      for (const { name, key } of marks.get(text)?.tags ?? []) {
         const known = counts.get(key);
         if (known) known.count++;
         else counts.set(key, { name, count: 1 });
@@ -117,6 +126,17 @@ export class NoteIndex {
 
   #latest(): Note[] {
     return [...this.#workspace.notesInOrder()].sort((a, b) => b.updated - a.updated);
+  }
+
+  /** Of several notes with the same title, links lead to the first of these. */
+  #writtenTitles(): Findable[] {
+    const found = new Map<string, Findable>();
+    for (const note of this.#latest()) {
+      const { written, keys } = namesOf(note);
+      const key = keys.at(-1);
+      if (key !== undefined && !found.has(key)) found.set(key, written);
+    }
+    return [...found.values()];
   }
 
   #byTitle(): Map<string, Note> {
@@ -133,23 +153,27 @@ export class NoteIndex {
 }
 
 /** The keys by which links may call a note: its title, and for a file its name without the extension. */
-export function keysOf(note: Note): string[] {
-  const names = note.name === null ? [titleOf(note)] : [note.name, withoutExtension(note.name)];
-  return [...new Set(names.map(titleKey))].filter(Boolean);
+export function keysOf(note: Note): ReadonlyArray<string> {
+  return namesOf(note).keys;
 }
 
-/** A note's title as links write it, with its key. */
-function linkNameOf(note: Note): Array<readonly [string, string]> {
-  const name = linkable(note.name === null ? titleOf(note) : withoutExtension(note.name));
-  return name ? [[titleKey(name), name]] : [];
+function namesOf(note: Note): Names {
+  let names = namesOfNotes.get(note);
+  if (!names) {
+    const titles = note.name === null ? [titleOf(note)] : [note.name, withoutExtension(note.name)];
+    const keys = [...new Set(titles.map(titleKey))].filter(Boolean);
+    names = { written: findable(linkable(titles.at(-1) ?? '')), keys };
+    namesOfNotes.set(note, names);
+  }
+  return names;
 }
 
 function readMarks(text: NoteText): Marks {
-  const tags = new Map<string, string>();
+  const tags = new Map<string, Tag>();
   const links = new Set<string>();
   for (const { kind, name } of marksIn(text.toString())) {
     if (kind === 'link') links.add(copied(titleKey(name)));
-    else if (!tags.has(tagKey(name))) tags.set(tagKey(name), copied(name));
+    else for (const tag of withThoseAbove(name)) if (!tags.has(tag.key)) tags.set(tag.key, tag);
   }
   return tags.size + links.size === 0 ? none : { tags: [...tags.values()], links: [...links] };
 }
@@ -164,7 +188,17 @@ function copied(name: string): string {
 }
 
 /** "a/b" and "a". */
-function withThoseAbove(name: string): string[] {
+function withThoseAbove(name: string): Tag[] {
   const parts = name.split('/');
-  return parts.map((_, index) => parts.slice(0, index + 1).join('/'));
+  return parts.map((_, index) => tagNamed(parts.slice(0, index + 1).join('/')));
+}
+
+function tagNamed(written: string): Tag {
+  let tag = tagsByName.get(written);
+  if (!tag) {
+    const name = copied(written);
+    tag = { name, key: tagKey(name) };
+    tagsByName.set(name, tag);
+  }
+  return tag;
 }
