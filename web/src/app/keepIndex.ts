@@ -51,6 +51,7 @@ function countLater(context: Context): void {
   const { active } = context.workspace.tabs;
   if (active === shown) return;
   shown = active;
+  context.index.reorder();
   context.shell.backlinks.show(null);
   clearTimeout(counting);
   counting = setTimeout(() => countLinks(context), SHOWN_MS);

@@ -1,7 +1,13 @@
-import { autocompletion, type CompletionContext, type CompletionResult } from '@codemirror/autocomplete';
+import {
+  autocompletion,
+  type CompletionContext,
+  type CompletionResult,
+  completionKeymap,
+  startCompletion,
+} from '@codemirror/autocomplete';
 import { syntaxTree } from '@codemirror/language';
-import type { Extension } from '@codemirror/state';
-import type { EditorView } from '@codemirror/view';
+import { type Extension, Prec } from '@codemirror/state';
+import { type EditorView, keymap } from '@codemirror/view';
 import { fuzzyMatch } from '../text/fuzzy';
 import { bestMatches, type Findable } from '../text/titleMatches';
 import { shownSyntax } from './syntax';
@@ -17,13 +23,20 @@ const linkBefore = /\[\[[^[\]|\n]{0,200}/;
 const tagBefore = /#[\p{L}\p{N}\p{M}_-][\p{L}\p{N}\p{M}_/-]{0,100}/u;
 const code = /^(?:InlineCode|FencedCode|CodeBlock|CodeText|URL)$/;
 
+/** Without those that open the list: on a Mac they are dead keys, elsewhere they switch input methods. */
+const keys = Prec.highest(keymap.of(completionKeymap.filter(({ run }) => run !== startCompletion)));
+
 /** Completes the titles of notes after "[[", and tags after "#". */
 export function nameCompletion(names: () => Names): Extension {
-  return autocompletion({
-    icons: false,
-    override: [(context) => completed(context, names)],
-    tooltipClass: () => 'names',
-  });
+  return [
+    autocompletion({
+      icons: false,
+      defaultKeymap: false,
+      override: [(context) => completed(context, names)],
+      tooltipClass: () => 'names',
+    }),
+    keys,
+  ];
 }
 
 function completed(context: CompletionContext, names: () => Names): CompletionResult | null {

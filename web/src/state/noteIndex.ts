@@ -53,17 +53,24 @@ export class NoteIndex {
     this.#findable = null;
   }
 
+  /** Lists the titles anew, latest first; call when another note is shown. */
+  reorder(): void {
+    this.#findable = null;
+  }
+
   /** Reads the notes that have not been read yet, one in each step; until then their old titles count. */
   *read(): Generator<void, void> {
     let isChanged = false;
+    let isRenamed = false;
     for (const note of this.#workspace.notesInOrder()) {
       if (marks.has(note.text)) continue;
       this.#marksOf(note);
-      keysOf(note);
       isChanged = true;
+      isRenamed ||= !this.#isKnownByTitle(note);
       yield;
     }
-    if (isChanged) this.changed();
+    if (isRenamed) this.changed();
+    else if (isChanged) this.#tags = null;
   }
 
   /** Every tag with the number of its notes, in alphabetical order. A tag counts for those above it, too. */
@@ -100,6 +107,11 @@ export class NoteIndex {
   tagged(name: string): ReadonlyArray<Note> {
     const key = tagKey(name);
     return this.#latest().filter(({ text }) => marks.get(text)?.tags.some((tag) => tag.key === key));
+  }
+
+  #isKnownByTitle(note: Note): boolean {
+    const keys = keysOf(note);
+    return keys.length > 0 && keys.every((key) => this.#titles?.get(key)?.id === note.id);
   }
 
   #marksOf(note: Note): void {

@@ -19,6 +19,8 @@ export const linkTexts = {
   'backlinks.mentions.many': ['{n} menções sem link', '{n} mentions without a link', '{n} menciones sin enlace'],
   'backlinks.noMentions': ['Nenhuma menção sem link', 'No mentions without a link', 'Ninguna mención sin enlace'],
 
+  'names.label': ['Sugestões', 'Suggestions', 'Sugerencias'],
+
   'tags.title': ['Tags', 'Tags', 'Etiquetas'],
   'tags.none': ['Nenhuma nota tem tags', 'No note has tags', 'Ninguna nota tiene etiquetas'],
   'tags.choose': ['Tag que vai mudar de nome', 'Tag to rename', 'Etiqueta que cambia de nombre'],
