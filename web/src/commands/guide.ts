@@ -7,7 +7,7 @@ import { type Context, focusMain } from './context';
 import { lessonKeys, lessons } from './lessons';
 
 /** The commands the guide lists with the editor's keys. */
-const writingNames: ReadonlyArray<string> = ['find', 'replace', 'goToLine'];
+const writingNames: ReadonlyArray<string> = ['find', 'replace', 'goToLine', 'outline', 'followLink', 'backlinks'];
 
 /** Lessons first, then every command with its key or where else to find it. */
 export function showGuide(context: Context, table: CommandTable, inMenu: ReadonlyArray<ReadonlyArray<string>>): void {
