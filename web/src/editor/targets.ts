@@ -3,7 +3,7 @@ import type { EditorState } from '@codemirror/state';
 import { EditorView } from '@codemirror/view';
 import type { SyntaxNode } from '@lezer/common';
 import { onMac } from '../keyboard/keys';
-import { addressOf, referenceName } from '../text/links';
+import { addressOf, destinationOf, referenceName } from '../text/links';
 import { partsOfLink } from '../text/noteMarks';
 
 /** Where something in a text leads: to a note by its title, to a tag by its name, or to an address. */
@@ -35,7 +35,7 @@ function targetOf(state: EditorState, node: SyntaxNode): Target | null {
     case 'Autolink':
       return { kind: 'address', value: written().slice(1, -1) };
     case 'Link': {
-      const url = node.getChild('URL');
+      const url = destinationOf(node);
       const value = url ? state.sliceDoc(url.from, url.to) : definition(state, node);
       return value === null ? null : { kind: 'address', value: addressOf(value) };
     }

@@ -2,7 +2,7 @@ import type { SyntaxNode, Tree } from '@lezer/common';
 import { GFM, parser } from '@lezer/markdown';
 import { safeAddress } from './address';
 import { decodeEntity } from './entities';
-import { addressOf, referenceName } from './links';
+import { addressOf, destinationOf, referenceName } from './links';
 import { noteMarks, partsOfLink } from './noteMarks';
 import { type Surprise, surpriseOf } from './trueAddress';
 
@@ -221,11 +221,11 @@ class BlockBuilder {
   }
 
   link(node: SyntaxNode, depth: number): Array<PreviewNode | string> {
-    const url = node.getChild('URL');
+    const url = destinationOf(node);
     const target = url ? this.text(url) : this.definitions.get(this.reference(node) ?? '');
     // A bracketed label without a target is plain text.
     if (target === undefined) return [this.text(node)];
-    return [linkTo(addressOf(target), this.label(node, depth))];
+    return [linkTo(addressOf(target), this.label(node, depth).flatMap(unlinked))];
   }
 
   reference(node: SyntaxNode): string | null {
@@ -241,6 +241,13 @@ function linkTo(address: string, label: ReadonlyArray<PreviewNode | string>): Pr
   if (href === null) return { tag: 'span', children: label };
   const surprise = surpriseOf(label.map(lettersOf).join(''), href);
   return { tag: 'a', href, children: label, ...(surprise ? { surprise } : {}) };
+}
+
+/** What stands in the label of a link leads nowhere by itself. */
+function unlinked(node: PreviewNode | string): Array<PreviewNode | string> {
+  if (typeof node === 'string') return [node];
+  const children = node.children.flatMap(unlinked);
+  return node.tag === 'a' ? children : [{ ...node, children }];
 }
 
 function lettersOf(node: PreviewNode | string): string {
