@@ -1,9 +1,11 @@
 import { NoteEditor } from '../editor/noteEditor';
+import { syntaxOf } from '../editor/languages';
 import { keepUndoReserve } from '../editor/undoReserve';
 import { currentLanguage, onLanguageChange, t } from '../i18n/language';
 import { pageClock } from '../time/monotonicClock';
 import type { ReadResult } from '../state/read';
 import { collectLater } from '../state/collect';
+import { NoteIndex } from '../state/noteIndex';
 import { nextRevision } from '../state/revision';
 import { QuietTime } from '../state/quiet';
 import { Saver, type SaveStatus } from '../state/saver';
@@ -14,14 +16,18 @@ import { applyAppearance, followDesktop } from '../views/rootStyle';
 import { Shell } from '../views/shell';
 import { beginParts } from '../commands/documentParts';
 import { type Context, focusMain, rememberPlace } from '../commands/context';
+import { keepIndex } from './keepIndex';
 import { showCount } from './wordCount';
 import { reportLost } from '../commands/writing';
 import * as notes from '../commands/notes';
+import { findMentions, linksHere, openPlace } from '../commands/backlinks';
+import { follow } from '../commands/follow';
 import { toggleSidebar } from '../commands/panels';
 import type { HostPort } from '../commands/port';
 import { closePreview, previewSource } from '../commands/preview';
 import { PendingCopies, PendingShare } from '../commands/requests';
 import { startItems } from '../commands/start';
+import { TitleWatch } from '../commands/titles';
 import { commands, noteMenu, reservedKeys } from '../commands/table';
 import { tabMenu } from '../commands/tabMenu';
 import { closeTab, moveTab } from '../commands/tabs';
@@ -59,6 +65,12 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     noteMenu: () => noteMenu(context),
     previewSource: () => previewSource(context),
     leavePreview: () => closePreview(context),
+    follow: (target) => follow(context, target),
+    backlinks: {
+      links: () => linksHere(context),
+      findMentions: (onDone) => findMentions(context, onDone),
+      open: (place) => openPlace(context, place),
+    },
   });
   const editor = new NoteEditor({
     parent: shell.editorPanel,
@@ -72,7 +84,10 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     },
     onScroll: () => shell.preview.follow(),
     onLost: (names) => reportLost(context, names),
+    names: () => index,
+    follow: (target) => follow(context, target),
   });
+  const index = new NoteIndex(workspace, (note) => syntaxOf(note) === 'markdown');
   const quiet = new QuietTime(pageClock);
   window.addEventListener('keydown', () => quiet.keyPressed(), { capture: true });
   const saver = new Saver({
@@ -98,7 +113,13 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
       revision = nextRevision(revision, Date.now());
       return revision;
     },
+    index,
+    // The watch needs the whole context.
+    get titles() {
+      return titles;
+    },
   };
+  const titles = new TitleWatch(context);
   workspace.onChange((change, id) => {
     if (!newer) saver.changed();
     show(context, change, id);
@@ -112,6 +133,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
   onFaceLoaded(() => editor.remeasure());
   if (port.native) keepUndoReserve();
   editor.setModes(contents.settings);
+  keepIndex(context);
   shell.status.show(newer ? 'readonly' : saver.status);
   show(context, 'tabs');
   if (contents.settings.previewBeside) shell.preview.show('beside');

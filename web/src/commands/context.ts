@@ -2,6 +2,7 @@ import type { NoteEditor } from '../editor/noteEditor';
 import type { PracticeOptions } from '../editor/practiceEditor';
 import { t } from '../i18n/language';
 import type { Note } from '../state/model';
+import type { NoteIndex } from '../state/noteIndex';
 import type { Saver } from '../state/saver';
 import type { Workspace } from '../state/workspace';
 import { closeDialog } from '../views/dialog';
@@ -21,6 +22,10 @@ export interface Context {
   /** What any editor other than the notes' own needs to know. */
   readonly practice: Pick<PracticeOptions, 'nonce' | 'reservedKeys'>;
   readonly nextRevision: () => number;
+  /** The tags and links of all notes. */
+  readonly index: NoteIndex;
+  /** Makes links follow the title of the shown note. */
+  readonly titles: { shown(): void; settle(): void };
 }
 
 /** Focuses the place where the user goes on writing. */

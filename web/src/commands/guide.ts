@@ -9,7 +9,15 @@ import { writingCommands } from './writingCommands';
 import { lessonKeys, lessons } from './lessons';
 
 /** The commands the guide lists with the editor's keys. */
-const writingNames: ReadonlyArray<string> = ['find', 'replace', 'goToLine', ...Object.keys(writingCommands)];
+const writingNames: ReadonlyArray<string> = [
+  'find',
+  'replace',
+  'goToLine',
+  'outline',
+  'followLink',
+  'backlinks',
+  ...Object.keys(writingCommands),
+];
 
 /** Lessons first, then every command with its key or where else to find it. */
 export function showGuide(context: Context, table: CommandTable, inMenu: ReadonlyArray<ReadonlyArray<string>>): void {

@@ -9,6 +9,7 @@ import * as copies from './copies';
 import * as files from './files';
 import { showGuide } from './guide';
 import { lookCommands } from './lookCommands';
+import { linkCommands } from './linkCommands';
 import * as notes from './notes';
 import { showPalette } from './palette';
 import { openCapture, openSearch, toggleSidebar } from './panels';
@@ -194,6 +195,7 @@ export const commands = {
   themeLight: { label: 'cmd.themeLight', run: (context) => chooseTheme(context, 'light') },
   themeDark: { label: 'cmd.themeDark', run: (context) => chooseTheme(context, 'dark') },
   ...lookCommands,
+  ...linkCommands,
   guide: {
     label: 'cmd.guide',
     menu: 'showShortcutGuide',

@@ -17,6 +17,7 @@ let reopen: ReturnType<typeof setTimeout> | undefined;
  * no commands, because their effects would not be in it.
  */
 export function prepareForTermination(context: Context, untouched: unknown): FinalState {
+  context.titles.settle();
   const state = context.workspace.readOnly ? keepAsIs(untouched) : currentState(context);
   context.shell.closing.begin();
   clearTimeout(reopen);

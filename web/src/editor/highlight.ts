@@ -8,6 +8,9 @@ import { visibleMarks } from './visibleMarks';
 
 /** A task's checkbox, which should not look like an atom in code. */
 export const taskTag = Tag.define();
+/** A link to another note, and a tag. */
+export const noteLinkTag = Tag.define();
+export const noteTagTag = Tag.define();
 
 /** Maps syntax to plain class names; the style sheet decides how they look. */
 export const classNames = tagHighlighter([
@@ -26,6 +29,8 @@ export const classNames = tagHighlighter([
   { tag: tags.contentSeparator, class: 'md-mark' },
   { tag: tags.labelName, class: 'md-label' },
   { tag: taskTag, class: 'md-task-mark' },
+  { tag: noteLinkTag, class: 'md-note-link' },
+  { tag: noteTagTag, class: 'md-tag' },
   { tag: tags.comment, class: 'tok-comment' },
   { tag: [tags.keyword, tags.modifier, tags.controlKeyword, tags.operatorKeyword], class: 'tok-keyword' },
   { tag: [tags.string, tags.special(tags.string), tags.regexp, tags.attributeValue], class: 'tok-string' },

@@ -1,8 +1,12 @@
-import { Compartment, EditorState, type Extension, type StateEffect, type Text } from '@codemirror/state';
+import { isolateHistory } from '@codemirror/commands';
+import { Annotation, Compartment, EditorState, type Extension, type StateEffect, type Text } from '@codemirror/state';
 import { EditorView } from '@codemirror/view';
 import type { Note, Place } from '../state/model';
+import { type Edit, edited } from '../text/renames';
 import { baseExtensions, languageExtensions, readOnlyExtensions } from './extensions';
 import { folding } from './folding';
+import { nameCompletion, type Names } from './nameCompletion';
+import { type Target, targetAt, targetClicks } from './targets';
 import { syntaxOf } from './languages';
 import { type OnLost, pasting } from './paste';
 import { placeOf, scrollTo, selectionAt } from './place';
@@ -21,6 +25,9 @@ export interface NoteEditorOptions {
   readonly onView: () => void;
   readonly onScroll: () => void;
   readonly onLost: OnLost;
+  /** What can be completed in a text. */
+  readonly names: () => Names;
+  readonly follow: (target: Target) => void;
 }
 
 export interface ShownNote {
@@ -34,6 +41,9 @@ interface Session {
   readonly state: EditorState;
   readonly scroll: StateEffect<unknown>;
 }
+
+/** Marks a change that is not the user's writing. */
+const rewriting = Annotation.define<boolean>();
 
 /** The page's only note editor. Each note keeps its own undo history, selection and scroll position. */
 export class NoteEditor {
@@ -122,6 +132,36 @@ export class NoteEditor {
     this.#view.dispatch({ effects: this.#modes.reconfigure(this.#writingModes) });
   }
 
+  /** Changes a note's text, shown or not, as a step of its own in its undo history; returns the new text. */
+  rewrite(note: Note, changes: ReadonlyArray<Edit>): Text | string {
+    const spec = { changes, annotations: [isolateHistory.of('full'), rewriting.of(true)] };
+    if (this.#shown === note.id) {
+      this.#view.dispatch(spec);
+      return this.#view.state.doc;
+    }
+    const session = this.#sessions.take(note.id);
+    if (!session || !note.text.is(session.state.doc)) return edited(note.text.toString(), changes);
+    const transaction = session.state.update(spec);
+    const scroll = session.scroll.map(transaction.changes) ?? session.scroll;
+    this.#sessions.keep(note.id, { state: transaction.state, scroll });
+    return transaction.state.doc;
+  }
+
+  /** What the text at the caret leads to. */
+  get target(): Target | null {
+    const { state } = this.#view;
+    return this.#shown === null ? null : targetAt(state, state.selection.main.head);
+  }
+
+  /** Selects a part of the shown note and scrolls to it. */
+  select(from: number, to = from): void {
+    const { length } = this.#view.state.doc;
+    this.#view.dispatch({
+      selection: { anchor: Math.min(from, length), head: Math.min(to, length) },
+      effects: EditorView.scrollIntoView(Math.min(from, length), { y: 'center' }),
+    });
+  }
+
   /** Switches labels and phrases to the current language. */
   relabel(): void {
     const texts = this.#texts.reconfigure(languageExtensions());
@@ -151,7 +191,7 @@ export class NoteEditor {
   }
 
   #newState(note: Note, place: Place | null): EditorState {
-    const { readOnly, nonce, reservedKeys, onText, onView, onScroll, onLost } = this.#options;
+    const { readOnly, nonce, reservedKeys, onText, onView, onScroll, onLost, names, follow } = this.#options;
     const doc = note.text.tree;
     return EditorState.create({
       doc,
@@ -163,9 +203,12 @@ export class NoteEditor {
         this.#syntax.of(syntaxExtensions(syntaxOf(note), doc)),
         pasting(onLost),
         folding(doc.length),
+        nameCompletion(names),
+        targetClicks(follow),
         readOnlyExtensions(readOnly),
         EditorView.updateListener.of((update) => {
-          if (update.docChanged) onText(note.id, update.state.doc);
+          const isRewritten = update.transactions.some((one) => one.annotation(rewriting));
+          if (update.docChanged && !isRewritten) onText(note.id, update.state.doc);
           if (update.docChanged || update.selectionSet) onView();
         }),
         EditorView.domEventHandlers({ scroll: () => onScroll() }),

@@ -20,6 +20,7 @@ const rows: Record<string, Key> = {
   'on line': 'find.onLine',
   'Go to line': 'find.goToLine',
   go: 'find.go',
+  Completions: 'names.label',
 };
 
 export function phrases(): Record<string, string> {

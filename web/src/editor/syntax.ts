@@ -2,8 +2,9 @@ import { markdown, markdownLanguage } from '@codemirror/lang-markdown';
 import { type Extension, Facet, Prec, type Text } from '@codemirror/state';
 import { EditorView } from '@codemirror/view';
 import { styleTags } from '@lezer/highlight';
+import { noteMarks } from '../text/noteMarks';
 import { hasLongParagraph, mayHaveLongParagraph } from '../text/paragraphs';
-import { taskTag } from './highlight';
+import { noteLinkTag, noteTagTag, taskTag } from './highlight';
 import { languageNamed, languageOfFence } from './languages';
 import { windowed } from './longMarkdown';
 import { markdownKeys } from './markdownKeys';
@@ -43,7 +44,7 @@ const { language, support } = markdown({
   addKeymap: false,
   completeHTMLTags: false,
   codeLanguages: languageOfFence,
-  extensions: { props: [styleTags({ TaskMarker: taskTag })] },
+  extensions: [noteMarks, { props: [styleTags({ TaskMarker: taskTag, NoteLink: noteLinkTag, NoteTag: noteTagTag })] }],
 });
 
 const markdownSyntax: Extension = [markdownKeys, renumbering, windowed(language), support, markdownLook, taskClicks];

@@ -3,6 +3,7 @@ import { commandTexts } from './texts/commandTexts';
 import { editorTexts } from './texts/editorTexts';
 import { lookTexts } from './texts/lookTexts';
 import { writingTexts } from './texts/writingTexts';
+import { linkTexts } from './texts/linkTexts';
 import type { Texts } from './texts/texts';
 
 /** Every text of the page. */
@@ -13,6 +14,7 @@ export const catalogue = {
   ...editorTexts,
   ...lookTexts,
   ...writingTexts,
+  ...linkTexts,
 
   'untitled': ['Sem título', 'Untitled', 'Sin título'],
   'close': ['Fechar', 'Close', 'Cerrar'],

@@ -53,6 +53,8 @@ const readers = {
   previewBeside: (value: unknown): boolean => value === true,
   focusMode: (value: unknown): boolean => value === true,
   typewriter: (value: unknown): boolean => value === true,
+  /** Whether the tags are shown below the list. */
+  tagsOpen: (value: unknown): boolean => value !== false,
 };
 
 type Values = { readonly [Name in keyof typeof readers]: ReturnType<(typeof readers)[Name]> };

@@ -1,3 +1,11 @@
+import type { SyntaxNode } from '@lezer/common';
+
+/** The destination of a link, as opposed to an address in its label. */
+export function destinationOf(link: SyntaxNode): SyntaxNode | null {
+  const close = link.getChildren('LinkMark')[1];
+  return (close && link.getChildren('URL').find(({ from }) => from >= close.to)) ?? null;
+}
+
 /** How to append an address to its label in formats without hidden links. */
 export type Join = (label: string, address: string) => string;
 

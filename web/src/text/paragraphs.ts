@@ -1,4 +1,4 @@
-const LONGEST_PARAGRAPH = 50_000;
+export const LONGEST_PARAGRAPH = 50_000;
 
 /**
  * Whether a text has a paragraph too long to parse as Markdown. Paragraphs are parsed as a whole, at a cost

@@ -2,9 +2,11 @@ import type { SyntaxNode, Tree } from '@lezer/common';
 import { GFM, parser } from '@lezer/markdown';
 import { safeAddress } from './address';
 import { decodeEntity } from './entities';
-import { addressOf, referenceName } from './links';
+import { addressOf, destinationOf, referenceName } from './links';
+import { noteMarks, partsOfLink } from './noteMarks';
+import { type Surprise, surpriseOf } from './trueAddress';
 
-export const previewGrammar = parser.configure(GFM);
+export const previewGrammar = parser.configure([GFM, noteMarks]);
 
 /** Every element a preview may contain. */
 // biome-ignore format: readable as a block
@@ -15,9 +17,13 @@ export type Tag =
 export interface PreviewNode {
   readonly tag: Tag;
   readonly children: ReadonlyArray<PreviewNode | string>;
-  readonly kind?: 'image' | 'done' | 'toDo' | 'raw' | 'end' | 'center';
+  readonly kind?: 'image' | 'done' | 'toDo' | 'raw' | 'end' | 'center' | 'note' | 'tag';
   /** Links only, and only addresses that are safe to follow. */
   readonly href?: string;
+  /** Web links only: what their label hides. */
+  readonly surprise?: Surprise;
+  /** The title of the note that a link leads to, or the name of a tag. */
+  readonly target?: string;
   /** The first number of an ordered list. */
   readonly start?: number;
   /** The info string of a code block. */
@@ -187,6 +193,12 @@ class BlockBuilder {
         return [linkTo(written.slice(1, -1), [written.slice(1, -1)])];
       case 'URL':
         return [linkTo(written, [written])];
+      case 'NoteLink': {
+        const { title, label } = partsOfLink(written);
+        return [{ tag: 'a', kind: 'note', target: title, children: [label] }];
+      }
+      case 'NoteTag':
+        return [{ tag: 'a', kind: 'tag', target: written.slice(1), children: [written] }];
       case 'HardBreak':
         return ['\n'];
       case 'Escape':
@@ -209,11 +221,11 @@ class BlockBuilder {
   }
 
   link(node: SyntaxNode, depth: number): Array<PreviewNode | string> {
-    const url = node.getChild('URL');
+    const url = destinationOf(node);
     const target = url ? this.text(url) : this.definitions.get(this.reference(node) ?? '');
     // A bracketed label without a target is plain text.
     if (target === undefined) return [this.text(node)];
-    return [linkTo(addressOf(target), this.label(node, depth))];
+    return [linkTo(addressOf(target), this.label(node, depth).flatMap(unlinked))];
   }
 
   reference(node: SyntaxNode): string | null {
@@ -226,7 +238,20 @@ class BlockBuilder {
 
 function linkTo(address: string, label: ReadonlyArray<PreviewNode | string>): PreviewNode {
   const href = safeAddress(address);
-  return href === null ? { tag: 'span', children: label } : { tag: 'a', href, children: label };
+  if (href === null) return { tag: 'span', children: label };
+  const surprise = surpriseOf(label.map(lettersOf).join(''), href);
+  return { tag: 'a', href, children: label, ...(surprise ? { surprise } : {}) };
+}
+
+/** What stands in the label of a link leads nowhere by itself. */
+function unlinked(node: PreviewNode | string): Array<PreviewNode | string> {
+  if (typeof node === 'string') return [node];
+  const children = node.children.flatMap(unlinked);
+  return node.tag === 'a' ? children : [{ ...node, children }];
+}
+
+function lettersOf(node: PreviewNode | string): string {
+  return typeof node === 'string' ? node : node.children.map(lettersOf).join('');
 }
 
 /** The cells of a row, including empty ones between two bars. */

@@ -1,4 +1,5 @@
 import { counted, t } from '../i18n/language';
+import type { Key } from '../i18n/catalogue';
 import { isComposing } from '../keyboard/keys';
 import { closeDialog, openDialog } from './dialog';
 import { h } from '../dom/elements';
@@ -11,19 +12,41 @@ export interface PaletteEntry {
   readonly marked: ReadonlyArray<number>;
   /** The other word for it that matched instead of the label. */
   readonly alias?: { readonly text: string; readonly marked: ReadonlyArray<number> };
+  /** How deep it stands below others, from 1. */
+  readonly level?: number;
   readonly run: () => void;
+}
+
+/** What a list of something else than commands says. */
+export interface PaletteLook {
+  readonly title: Key;
+  readonly label: Key;
+  /** The row to start at while nothing is typed. */
+  readonly first: number;
+  readonly outcome: (count: number, query: string) => string;
 }
 
 const LIST_ID = 'paletteList';
 
+const ofCommands: PaletteLook = {
+  title: 'cmd.palette',
+  label: 'palette.label',
+  first: 0,
+  outcome: (count, query) => (count ? counted('palette.count', count) : t('palette.none', { query })),
+};
+
 /** A filter field above the list of commands; Enter runs the current one. The focus stays in the field. */
-export function paletteDialog(find: (query: string) => ReadonlyArray<PaletteEntry>, onClose: () => void): void {
+export function paletteDialog(
+  find: (query: string) => ReadonlyArray<PaletteEntry>,
+  onClose: () => void,
+  { title, label, first, outcome: worded }: PaletteLook = ofCommands,
+): void {
   let entries: ReadonlyArray<PaletteEntry> = [];
   let current = 0;
   const field = h('input', {
     class: 'palette-field',
-    tLabel: 'palette.label',
-    tPlaceholder: 'palette.label',
+    tLabel: label,
+    tPlaceholder: label,
     attrs: {
       role: 'combobox',
       type: 'text',
@@ -36,7 +59,7 @@ export function paletteDialog(find: (query: string) => ReadonlyArray<PaletteEntr
   });
   const list = h('div', {
     class: 'palette-list',
-    tLabel: 'palette.label',
+    tLabel: label,
     attrs: { id: LIST_ID, role: 'listbox', tabindex: '-1' },
   });
   const outcome = h('p', { class: 'quiet palette-outcome', attrs: { role: 'status' } });
@@ -56,10 +79,8 @@ export function paletteDialog(find: (query: string) => ReadonlyArray<PaletteEntr
     entries = find(query);
     list.replaceChildren(...entries.map(entryRow));
     list.hidden = entries.length === 0;
-    outcome.textContent = entries.length
-      ? counted('palette.count', entries.length)
-      : t('palette.none', { query: query.trim() });
-    point(0);
+    outcome.textContent = worded(entries.length, query.trim());
+    point(query.trim() ? 0 : first);
   };
   const choose = (index: number) => {
     const entry = entries[index];
@@ -85,15 +106,16 @@ export function paletteDialog(find: (query: string) => ReadonlyArray<PaletteEntr
   });
   draw();
   openDialog({
-    title: 'cmd.palette',
+    title,
     class: 'palette',
     content: [field, list, outcome],
     focus: field,
     onClose,
   });
+  point(current);
 }
 
-function entryRow({ name, label, keys, marked, alias }: PaletteEntry): HTMLElement {
+function entryRow({ name, label, keys, marked, alias, level }: PaletteEntry): HTMLElement {
   const row = h(
     'div',
     { class: 'palette-row', attrs: { id: `palette-${name}`, role: 'option' } },
@@ -106,6 +128,7 @@ function entryRow({ name, label, keys, marked, alias }: PaletteEntry): HTMLEleme
     h('kbd', {}, keys),
   );
   row.dataset.command = name;
+  if (level !== undefined) row.dataset.level = String(level);
   return row;
 }
 

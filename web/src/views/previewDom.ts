@@ -21,6 +21,11 @@ export function renderPreviewNode(node: PreviewNode, onLoaded: () => void): HTML
     element.setAttribute('rel', 'noopener noreferrer');
     element.title = node.href;
   }
+  if (node.target !== undefined) {
+    element.setAttribute('role', 'link');
+    element.tabIndex = 0;
+    element.dataset.target = node.target;
+  }
   if (node.start !== undefined && node.start !== 1) element.setAttribute('start', String(node.start));
   if (node.kind === 'done' || node.kind === 'toDo') {
     element.setAttribute('role', 'img');
@@ -30,6 +35,11 @@ export function renderPreviewNode(node: PreviewNode, onLoaded: () => void): HTML
   if (node.tag === 'td' || node.tag === 'th') element.dir = 'auto';
   for (const child of node.children) {
     element.append(typeof child === 'string' ? child : renderPreviewNode(child, onLoaded));
+  }
+  if (node.surprise) {
+    const { kind, address } = node.surprise;
+    const words = t(kind === 'userName' ? 'preview.userName' : 'preview.elsewhere', { address });
+    element.append(' ', h('span', { class: 'true-address' }, words));
   }
   // Scrolls like wide code.
   return node.tag === 'table' ? h('div', { class: 'table-frame', attrs: { tabindex: '0' } }, element) : element;

@@ -22,6 +22,8 @@ export interface PreviewSource {
 export interface PreviewOptions {
   readonly source: () => PreviewSource | null;
   readonly leave: () => void;
+  /** Follows a link to a note, or a tag. */
+  readonly follow: (kind: 'note' | 'tag', target: string) => void;
 }
 
 /** How much of a text is rendered at once: as much as takes no noticeable time. */
@@ -57,7 +59,9 @@ export class Preview {
         on: {
           keydown: (event) => {
             if (event.key === 'Escape') options.leave();
+            if (event.key === 'Enter') this.#followLink(event);
           },
+          click: (event) => this.#followLink(event),
         },
       },
       this.#notice,
@@ -114,6 +118,13 @@ export class Preview {
     const writing = this.element.parentElement?.contains(document.activeElement) ?? false;
     this.element.parentElement?.setAttribute('data-preview', this.covers ? 'instead' : (this.#mode ?? 'none'));
     if (this.covers && writing) this.focus();
+  }
+
+  #followLink(event: Event): void {
+    const link = event.target instanceof Element ? event.target.closest<HTMLElement>('a[data-target]') : null;
+    if (!link) return;
+    event.preventDefault();
+    this.#options.follow(link.classList.contains('is-tag') ? 'tag' : 'note', link.dataset.target ?? '');
   }
 
   #forget(): void {

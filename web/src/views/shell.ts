@@ -1,6 +1,8 @@
 import { htmlTag, onLanguageChange } from '../i18n/language';
+import type { Target } from '../editor/targets';
 import { titleOf, type Workspace } from '../state/workspace';
 import { h, iconButton, relabel } from '../dom/elements';
+import { type BacklinksActions, BacklinksPanel } from './backlinksPanel';
 import { Closing } from './closing';
 import { EmptyState, type StartItem } from './emptyState';
 import { isNarrow, onNarrowChange } from './narrow';
@@ -33,6 +35,8 @@ export interface ShellActions {
   noteMenu(): MenuGroups;
   previewSource(): PreviewSource | null;
   leavePreview(): void;
+  follow(target: Target): void;
+  readonly backlinks: Omit<BacklinksActions, 'leave'>;
 }
 
 /** The page's frame: sidebar, tabs, editor, status bar. */
@@ -45,6 +49,7 @@ export class Shell {
   /** The editor's container. */
   readonly editorPanel: HTMLElement;
   readonly preview: Preview;
+  readonly backlinks: BacklinksPanel;
   readonly #workspace: Workspace;
   readonly #app: HTMLElement;
   readonly #empty: EmptyState;
@@ -61,6 +66,8 @@ export class Shell {
       create: () => actions.createNote(),
       showBin: () => actions.showBin(),
       leave: () => actions.focusEditor(),
+      showTag: (value) => actions.follow({ kind: 'tag', value }),
+      toggleTags: () => workspace.setSettings({ tagsOpen: !workspace.settings.tagsOpen }),
     });
     this.#splitter = new Splitter(this.sidebar.element, {
       keep: (width) => actions.keepSidebarWidth(width),
@@ -85,8 +92,10 @@ export class Shell {
     this.preview = new Preview({
       source: () => actions.previewSource(),
       leave: () => actions.leavePreview(),
+      follow: (kind, value) => actions.follow({ kind, value }),
     });
     this.#empty = new EmptyState(actions.startItems());
+    this.backlinks = new BacklinksPanel({ ...actions.backlinks, leave: () => actions.focusEditor() });
     this.#toggle = iconButton('sidebar', 'sidebar.hide', () => actions.toggleSidebar());
     this.#toggle.setAttribute('aria-controls', 'sidebar');
     this.#topEnd = h(
@@ -106,7 +115,7 @@ export class Shell {
       main.append(h('p', { class: 'notice', t: 'readonly.notice', attrs: { role: 'alert' } }));
     }
     const work = h('div', { class: 'work' }, this.editorPanel, this.preview.element);
-    main.append(work, this.#empty.element, this.status.element);
+    main.append(work, this.backlinks.element, this.#empty.element, this.status.element);
     this.#app = h('div', { class: 'app' }, this.sidebar.element, main);
     document.body.append(this.#app, fileInput(actions));
     this.toasts.start();
@@ -172,6 +181,7 @@ export class Shell {
   #relabel(): void {
     document.documentElement.lang = htmlTag();
     relabel(document.body);
+    this.backlinks.relabel();
     this.preview.redraw();
     this.sidebar.render();
     this.tabBar.render();

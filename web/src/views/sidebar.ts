@@ -8,6 +8,7 @@ import { headOf } from '../text/title';
 import { rootPixels } from './rootStyle';
 import { drawIcon, h, iconButton } from '../dom/elements';
 import { inSlices } from '../time/slices';
+import { TagTree } from './tagTree';
 import { WindowedList } from './windowedList';
 
 export interface SidebarActions {
@@ -16,6 +17,8 @@ export interface SidebarActions {
   create(): void;
   showBin(): void;
   leave(): void;
+  showTag(name: string): void;
+  toggleTags(): void;
 }
 
 const ROW_REMS = 3.875;
@@ -32,6 +35,7 @@ const FORGET_MS = 120_000;
 /** The list of notes, filtered by the search field. */
 export class Sidebar {
   readonly element: HTMLElement;
+  readonly tags: TagTree;
   readonly #workspace: Workspace;
   readonly #actions: SidebarActions;
   readonly #list: WindowedList<SearchMatch>;
@@ -70,6 +74,11 @@ export class Sidebar {
         keydown: (event) => this.#onSearchKey(event),
       },
     });
+    this.tags = new TagTree({
+      choose: (name) => actions.showTag(name),
+      toggle: () => actions.toggleTags(),
+      leave: () => actions.leave(),
+    });
     this.#outcome = h('p', { class: 'outcome', attrs: { role: 'status' } });
     this.element = h(
       'aside',
@@ -82,6 +91,7 @@ export class Sidebar {
       ),
       this.#outcome,
       this.#list.element,
+      this.tags.element,
       h(
         'button',
         { class: 'bin-button', attrs: { type: 'button' }, on: { click: () => actions.showBin() } },
@@ -145,6 +155,12 @@ export class Sidebar {
   focusSearch(): void {
     this.#input.focus();
     this.#input.select();
+  }
+
+  /** Filters the list as if this were typed into the search field. */
+  search(query: string): void {
+    this.#input.value = query;
+    this.render();
   }
 
   /** Prepares the notes when the search field gets the focus, before the user types. */

@@ -13,6 +13,11 @@ const notes = [
   },
   { id: 'b', text: 'Compras\npão e maçã', updated: NOW - 1 },
   { id: 'c', text: '', updated: NOW - 2 },
+  {
+    id: 'f',
+    text: 'Ideias\n\nVer [[Plano]] e #casa/cozinha #viagem, [https://a.example](https://b.example)',
+    updated: NOW - 3,
+  },
 ];
 const bin = [
   { id: 'd', text: 'Apagada\ne mais', deleted: NOW },
@@ -57,6 +62,43 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
   'search without finds': async (page) => {
     await page.fill('#searchInput', 'zzz');
     await page.waitForFunction(() => document.querySelector('.outcome')?.textContent);
+  },
+  'links to the note': async (page) => {
+    await page.waitForSelector('.backlinks-head');
+    await page.focus('.cm-content');
+    await page.keyboard.press('Control+Shift+b');
+    await page.click('.backlinks .link-button');
+    await page.waitForSelector('.backlinks p');
+  },
+  'tags and links': async (page) => {
+    await page.waitForSelector('.tag-row');
+    await page.click('#sidebar .row >> text=Ideias');
+    await page.focus('.cm-content');
+    await page.keyboard.press('Control+Alt+p');
+    await page.waitForSelector('.preview .true-address');
+    await page.focus('.tag-row');
+    await page.keyboard.press('ArrowRight');
+  },
+  'completing a title': async (page) => {
+    await page.focus('.cm-content');
+    await page.keyboard.press('Control+End');
+    await page.keyboard.press('Enter');
+    await page.keyboard.type('[[a');
+    await page.waitForSelector('.cm-tooltip-autocomplete');
+  },
+  outline: async (page) => {
+    await page.focus('.cm-content');
+    await page.keyboard.press('Control+Shift+o');
+    await page.waitForSelector('.palette-row');
+  },
+  'renaming a tag': async (page, word) => {
+    await page.waitForSelector('.tag-row');
+    await page.keyboard.press('Control+Shift+p');
+    await page.keyboard.type(word('cmd.renameTag'));
+    await page.keyboard.press('Enter');
+    await page.waitForSelector('.palette-row');
+    await page.keyboard.press('Enter');
+    await page.waitForSelector('.rename');
   },
   'folded sidebar': (page, word) => page.click(`[aria-label="${word('sidebar.hide')}"]`),
   'note menu': (page) => page.click('#noteMenuButton'),

@@ -38,6 +38,7 @@ const inScript: Readonly<Record<string, string>> = {
   manifest: 'the same',
   '.closedBy': "a grammar's property of that name",
   '.phrases': "an editor's option of that name",
+  '.resize': "a tooltip's property of that name",
 };
 
 const inStyles: Readonly<Record<string, string>> = {

@@ -103,6 +103,11 @@ test('only web and mail addresses become links', () => {
   for (const written of bad) assert.equal(safeAddress(written), null, written);
 });
 
+test('an address in the label of a link is not where it leads', () => {
+  assert.equal(short('[https://a.example](https://b.example)'), 'p(a=https://b.example/(https://a.example))');
+  assert.equal(short('[**www.a.example**](https://b.example)'), 'p(a=https://b.example/(strong(www.a.example)))');
+});
+
 test('endless nesting is cut off', () => {
   assert.ok(read(`${'> '.repeat(3000)}fim`).length > 0);
   assert.ok(read(`${'['.repeat(3000)}a${'](b)'.repeat(3000)}`).length > 0);

@@ -1,0 +1,66 @@
+import { counted, t } from '../i18n/language';
+import { fuzzyMatch } from '../text/fuzzy';
+import { isTagName } from '../text/noteMarks';
+import { tagEdits } from '../text/renames';
+import { paletteDialog } from '../views/paletteDialog';
+import { renameDialog } from '../views/renameDialog';
+import { type Context, focusMain, requireWritable } from './context';
+import { rewriteNotes } from './rewrite';
+
+const SHOWN = 300;
+
+/** Asks which tag is to be renamed, unless the caret is on one, and then for its new name. */
+export function renameTag(context: Context): void {
+  if (!requireWritable(context)) return;
+  const { index, editor, shell } = context;
+  const { target } = editor;
+  if (target?.kind === 'tag') {
+    askForName(context, target.value);
+    return;
+  }
+  if (!index.tags.length) {
+    shell.toasts.show(t('tags.none'));
+    return;
+  }
+  paletteDialog(
+    (query) =>
+      index.tags
+        .flatMap(({ name, count }) => {
+          const match = fuzzyMatch(query, name);
+          return match ? [{ name, count, match }] : [];
+        })
+        .sort((a, b) => (query.trim() ? b.match.score - a.match.score : 0))
+        .slice(0, SHOWN)
+        .map(({ name, count, match }) => ({
+          name: `tag-${name}`,
+          label: name,
+          keys: String(count),
+          marked: match.at,
+          run: () => askForName(context, name),
+        })),
+    () => focusMain(context),
+    {
+      title: 'cmd.renameTag',
+      label: 'tags.choose',
+      first: 0,
+      outcome: (count, query) => (count ? counted('tags.found', count) : t('tags.notFound', { query })),
+    },
+  );
+}
+
+function askForName(context: Context, name: string): void {
+  renameDialog({
+    name,
+    isValid: isTagName,
+    onRename: (newName) => rename(context, name, newName),
+    onClose: () => focusMain(context),
+  });
+}
+
+function rename(context: Context, name: string, newName: string): void {
+  const { count, undo } = rewriteNotes(context, context.index.tagged(name), {
+    edits: (text) => tagEdits(text, name, newName),
+    back: (text) => tagEdits(text, newName, name),
+  });
+  context.shell.toasts.show(counted('tags.renamed', count), { label: 'undo', run: undo });
+}

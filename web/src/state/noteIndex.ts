@@ -1,0 +1,216 @@
+import { marksIn } from '../text/noteMarks';
+import { linkable, tagKey, titleKey, withoutExtension } from '../text/titleKey';
+import { type Findable, findable } from '../text/titleMatches';
+import type { Note } from './model';
+import type { NoteText } from './noteText';
+import { titleOf, type Workspace } from './workspace';
+
+interface Tag {
+  readonly name: string;
+  readonly key: string;
+}
+
+/** What a note's text contains, each once: its tags and those above them, and the keys of the titles it links to. */
+interface Marks {
+  readonly tags: ReadonlyArray<Tag>;
+  readonly links: ReadonlyArray<string>;
+}
+
+export interface TagCount extends Findable {
+  readonly count: number;
+}
+
+/** How links call a note: as they write its title, and the keys that lead to it. */
+interface Names {
+  readonly written: Findable;
+  readonly keys: ReadonlyArray<string>;
+}
+
+const none: Marks = { tags: [], links: [] };
+const marks = new WeakMap<NoteText, Marks>();
+/** Made once for all notes. Copied, because a part of a string would keep the whole text. */
+const tagsByName = new Map<string, Tag>();
+const copies = new Map<string, string>();
+const namesOfNotes = new WeakMap<Note, Names>();
+
+/** The tags and links of all notes, cached by their texts. Notes that were not read yet count as empty. */
+export class NoteIndex {
+  readonly #workspace: Workspace;
+  readonly #isMarkdown: (note: Note) => boolean;
+  #tags: ReadonlyArray<TagCount> | null = null;
+  #titles: ReadonlyMap<string, Note> | null = null;
+  #findable: ReadonlyArray<Findable> | null = null;
+
+  constructor(workspace: Workspace, isMarkdown: (note: Note) => boolean) {
+    this.#workspace = workspace;
+    this.#isMarkdown = isMarkdown;
+  }
+
+  /** Forgets what was put together from several notes. */
+  changed(): void {
+    this.#tags = null;
+    this.#titles = null;
+    this.#findable = null;
+  }
+
+  /** Lists the titles anew, latest first; call when another note is shown. */
+  reorder(): void {
+    this.#findable = null;
+  }
+
+  /** Reads the notes that have not been read yet, one in each step; until then their old titles count. */
+  *read(): Generator<void, void> {
+    let isChanged = false;
+    let isRenamed = false;
+    for (const note of this.#workspace.notesInOrder()) {
+      if (marks.has(note.text)) continue;
+      this.#marksOf(note);
+      isChanged = true;
+      isRenamed ||= !this.#isKnownByTitle(note);
+      yield;
+    }
+    if (isRenamed) this.changed();
+    else if (isChanged) this.#tags = null;
+  }
+
+  /** Every tag with the number of its notes, in alphabetical order. A tag counts for those above it, too. */
+  get tags(): ReadonlyArray<TagCount> {
+    this.#tags ??= this.#countTags();
+    return this.#tags;
+  }
+
+  /** The titles of all notes, latest first. */
+  get titles(): ReadonlyArray<Findable> {
+    this.#findable ??= this.#writtenTitles();
+    return this.#findable;
+  }
+
+  /** The note that links with this title lead to: of several, the one edited last. */
+  noteTitled(title: string): Note | null {
+    this.#titles ??= this.#byTitle();
+    const note = this.#titles.get(titleKey(title));
+    return (note && this.#workspace.note(note.id)) ?? null;
+  }
+
+  /** The other notes with links that lead to this one. */
+  linkingTo(note: Note): ReadonlyArray<Note> {
+    const keys = keysOf(note).filter((key) => this.noteTitled(key)?.id === note.id);
+    return keys.length === 0 ? [] : this.linkingBy(keys).filter(({ id }) => id !== note.id);
+  }
+
+  /** The notes with links to any of these keys of titles. */
+  linkingBy(keys: ReadonlyArray<string>): ReadonlyArray<Note> {
+    return this.#latest().filter(({ text }) => marks.get(text)?.links.some((link) => keys.includes(link)));
+  }
+
+  /** The notes with this tag or one below it. */
+  tagged(name: string): ReadonlyArray<Note> {
+    const key = tagKey(name);
+    return this.#latest().filter(({ text }) => marks.get(text)?.tags.some((tag) => tag.key === key));
+  }
+
+  #isKnownByTitle(note: Note): boolean {
+    const keys = keysOf(note);
+    return keys.length > 0 && keys.every((key) => this.#titles?.get(key)?.id === note.id);
+  }
+
+  #marksOf(note: Note): void {
+    const { text } = note;
+    // Most notes have neither, and what is in their JSON can be seen without decoding it.
+    const isBare = text.settled && !text.json.includes('#') && !text.json.includes('[[');
+    marks.set(text, isBare || !this.#isMarkdown(note) ? none : readMarks(text));
+  }
+
+  #countTags(): TagCount[] {
+    const counts = new Map<string, { name: string; count: number }>();
+    for (const { text } of this.#workspace.notesInOrder()) {
+      for (const { name, key } of marks.get(text)?.tags ?? []) {
+        const known = counts.get(key);
+        if (known) known.count++;
+        else counts.set(key, { name, count: 1 });
+      }
+    }
+    const order = new Intl.Collator(undefined, { numeric: true });
+    return [...counts.values()]
+      .sort((a, b) => order.compare(a.name, b.name))
+      .map(({ name, count }) => ({ ...findable(name), count }));
+  }
+
+  #latest(): Note[] {
+    return [...this.#workspace.notesInOrder()].sort((a, b) => b.updated - a.updated);
+  }
+
+  /** Of several notes with the same title, links lead to the first of these. */
+  #writtenTitles(): Findable[] {
+    const found = new Map<string, Findable>();
+    for (const note of this.#latest()) {
+      const { written, keys } = namesOf(note);
+      const key = keys.at(-1);
+      if (key !== undefined && !found.has(key)) found.set(key, written);
+    }
+    return [...found.values()];
+  }
+
+  #byTitle(): Map<string, Note> {
+    const found = new Map<string, Note>();
+    const notes = this.#latest();
+    const add = (key: string | undefined, note: Note) => {
+      if (key && !found.has(key)) found.set(key, note);
+    };
+    for (const note of notes) add(keysOf(note)[0], note);
+    // A whole title comes before a file's name without its extension.
+    for (const note of notes) add(keysOf(note)[1], note);
+    return found;
+  }
+}
+
+/** The keys by which links may call a note: its title, and for a file its name without the extension. */
+export function keysOf(note: Note): ReadonlyArray<string> {
+  return namesOf(note).keys;
+}
+
+function namesOf(note: Note): Names {
+  let names = namesOfNotes.get(note);
+  if (!names) {
+    const titles = note.name === null ? [titleOf(note)] : [note.name, withoutExtension(note.name)];
+    const keys = [...new Set(titles.map(titleKey))].filter(Boolean);
+    names = { written: findable(linkable(titles.at(-1) ?? '')), keys };
+    namesOfNotes.set(note, names);
+  }
+  return names;
+}
+
+function readMarks(text: NoteText): Marks {
+  const tags = new Map<string, Tag>();
+  const links = new Set<string>();
+  for (const { kind, name } of marksIn(text.toString())) {
+    if (kind === 'link') links.add(copied(titleKey(name)));
+    else for (const tag of withThoseAbove(name)) if (!tags.has(tag.key)) tags.set(tag.key, tag);
+  }
+  return tags.size + links.size === 0 ? none : { tags: [...tags.values()], links: [...links] };
+}
+
+function copied(name: string): string {
+  let copy = copies.get(name);
+  if (copy === undefined) {
+    copy = JSON.parse(JSON.stringify(name)) as string;
+    copies.set(copy, copy);
+  }
+  return copy;
+}
+
+/** "a/b" and "a". */
+function withThoseAbove(name: string): Tag[] {
+  const parts = name.split('/');
+  return parts.map((_, index) => tagNamed(parts.slice(0, index + 1).join('/')));
+}
+
+function tagNamed(written: string): Tag {
+  let tag = tagsByName.get(written);
+  if (!tag) {
+    const name = copied(written);
+    tag = { name, key: tagKey(name) };
+    tagsByName.set(name, tag);
+  }
+  return tag;
+}
