@@ -32,7 +32,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
   followDesktop();
   const shell: Shell = new Shell(workspace, {
     createNote: () => notes.createNote(context),
-    openNote: (id) => notes.openNote(context, id),
+    openNote: (id, words) => notes.openNote(context, id, words),
     deleteNote: (id) => notes.deleteNote(context, id),
     closeTab: (id) => closeTab(context, id),
     toggleSidebar: () => toggleSidebar(context),

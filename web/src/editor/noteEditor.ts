@@ -3,6 +3,7 @@ import { EditorView } from '@codemirror/view';
 import type { Note, Place } from '../state/model';
 import { baseExtensions, languageExtensions, readOnlyExtensions } from './extensions';
 import { folding } from './folding';
+import { hits, showHits } from './hits';
 import { syntaxOf } from './languages';
 import { placeOf, scrollTo, selectionAt } from './place';
 import { Sessions } from './sessions';
@@ -91,6 +92,11 @@ export class NoteEditor {
     this.#view.focus();
   }
 
+  /** Marks what a search has found in the shown note, and goes to the best of it. */
+  showHits(words: ReadonlyArray<string>): void {
+    if (this.#shown !== null) showHits(this.#view, words);
+  }
+
   /** Call after the text size changes, which the editor does not notice by itself. */
   remeasure(): void {
     this.#view.requestMeasure();
@@ -150,6 +156,7 @@ export class NoteEditor {
         this.#texts.of([]),
         this.#syntax.of(syntaxExtensions(syntaxOf(note), doc)),
         folding(doc.length),
+        hits(),
         readOnlyExtensions(readOnly),
         EditorView.updateListener.of((update) => {
           if (update.docChanged) onText(note.id, update.state.doc);

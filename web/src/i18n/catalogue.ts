@@ -1,5 +1,6 @@
 import { commandTexts } from './texts/commandTexts';
 import { editorTexts } from './texts/editorTexts';
+import { findingTexts } from './texts/findingTexts';
 import type { Texts } from './texts/texts';
 
 /** Every text of the page. */
@@ -7,6 +8,7 @@ import type { Texts } from './texts/texts';
 export const catalogue = {
   ...commandTexts,
   ...editorTexts,
+  ...findingTexts,
 
   'untitled': ['Sem título', 'Untitled', 'Sin título'],
   'close': ['Fechar', 'Close', 'Cerrar'],

@@ -13,7 +13,7 @@ import { Toasts } from './toasts';
 /** What the user can do with the mouse in the page. */
 export interface ShellActions {
   createNote(): void;
-  openNote(id: string): void;
+  openNote(id: string, words?: ReadonlyArray<string>): void;
   deleteNote(id: string): void;
   closeTab(id: string): void;
   toggleSidebar(): void;
@@ -50,7 +50,7 @@ export class Shell {
   constructor(workspace: Workspace, actions: ShellActions) {
     this.#workspace = workspace;
     this.sidebar = new Sidebar(workspace, {
-      open: (id) => actions.openNote(id),
+      open: (id, words) => actions.openNote(id, words),
       remove: (id) => actions.deleteNote(id),
       create: () => actions.createNote(),
       showBin: () => actions.showBin(),

@@ -1,17 +1,18 @@
 import type { Note } from '../state/model';
-import { allOf, contextOf, foldNotes, forgetFolded, narrowed, type SearchMatch, searchNotes } from '../state/search';
-import { titleOf, type Workspace } from '../state/workspace';
+import { allOf, foldNotes, forgetFolded, narrowed, ranked, type SearchMatch, searchNotes } from '../state/search';
+import type { Workspace } from '../state/workspace';
 import { counted, t } from '../i18n/language';
 import { isComposing } from '../keyboard/keys';
-import { findFolded, fold } from '../text/fold';
-import { headOf } from '../text/title';
+import { markedWords, parseQuery, type Query } from '../text/searchQuery';
+import { fillNoteRow } from './noteRow';
 import { rootPixels } from './rootStyle';
 import { drawIcon, h, iconButton } from '../dom/elements';
 import { inSlices } from '../time/slices';
 import { WindowedList } from './windowedList';
 
 export interface SidebarActions {
-  open(id: string): void;
+  /** `words` are those that the search has found in the note. */
+  open(id: string, words: ReadonlyArray<string>): void;
   remove(id: string): void;
   create(): void;
   showBin(): void;
@@ -37,10 +38,12 @@ export class Sidebar {
   readonly #list: WindowedList<SearchMatch>;
   readonly #input: HTMLInputElement;
   readonly #outcome: HTMLElement;
-  #query = '';
+  readonly #hint: HTMLElement;
+  #query: Query = parseQuery('', 0);
+  #words: ReadonlyArray<string> = [];
   #stopSearch = (): void => undefined;
   /** Matches of the last completed search, and the list they were found in. */
-  #lastSearch: { readonly query: string; readonly of: unknown; readonly found: ReadonlyArray<SearchMatch> } | null =
+  #lastSearch: { readonly query: Query; readonly of: unknown; readonly found: ReadonlyArray<SearchMatch> } | null =
     null;
   #folding = false;
   #forgetting: ReturnType<typeof setTimeout> | undefined;
@@ -53,7 +56,7 @@ export class Sidebar {
       idPrefix: 'note-',
       key: ({ note }) => note.id,
       fill: (row, found) => this.#fillRow(row, found),
-      onActivate: ({ note }) => actions.open(note.id),
+      onActivate: ({ note }) => actions.open(note.id, this.#words),
       onDelete: ({ note }) => actions.remove(note.id),
       onLeave: (upwards) => (upwards ? this.focusSearch() : actions.leave()),
     });
@@ -62,14 +65,24 @@ export class Sidebar {
       class: 'search',
       tLabel: 'search.label',
       tPlaceholder: 'search.label',
-      attrs: { id: 'searchInput', type: 'search', autocomplete: 'off', spellcheck: 'false' },
+      attrs: {
+        id: 'searchInput',
+        type: 'search',
+        autocomplete: 'off',
+        spellcheck: 'false',
+        'aria-describedby': 'searchHint',
+      },
       on: {
-        focus: () => this.#foldAhead(),
-        blur: () => this.#forgetLater(),
-        input: () => this.render(),
+        focus: () => this.#onFocus(),
+        blur: () => this.#onBlur(),
+        input: () => {
+          this.#showHint(true);
+          this.render();
+        },
         keydown: (event) => this.#onSearchKey(event),
       },
     });
+    this.#hint = h('p', { class: 'search-hint', t: 'search.hint', attrs: { id: 'searchHint', hidden: '' } });
     this.#outcome = h('p', { class: 'outcome', attrs: { role: 'status' } });
     this.element = h(
       'aside',
@@ -82,6 +95,8 @@ export class Sidebar {
       ),
       this.#outcome,
       this.#list.element,
+      // Below the list, so that no row moves away from under the pointer when the field is left.
+      this.#hint,
       h(
         'button',
         { class: 'bin-button', attrs: { type: 'button' }, on: { click: () => actions.showBin() } },
@@ -95,38 +110,37 @@ export class Sidebar {
   render(): void {
     this.#stopSearch();
     const before = this.#query;
-    this.#query = fold(this.#input.value.trim());
+    const query = parseQuery(this.#input.value, Date.now());
+    this.#query = query;
+    this.#words = markedWords(query);
     const notes = this.#workspace.notesInOrder();
-    if (!this.#query) {
-      this.#show(
-        notes.map((note) => ({ note, inTitle: true, near: 0, from: 0 })),
-        true,
-      );
+    if (!query.source) {
+      this.#show(notes.map(unfiltered), true);
       return;
     }
     const found: SearchMatch[] = [];
     const last = this.#lastSearch;
-    const narrower = last?.of === notes ? narrowed(this.#query, last.query, last.found) : null;
+    const narrower = last?.of === notes ? narrowed(query, last.query, last.found) : null;
     let shown = performance.now();
-    this.#stopSearch = inSlices(gather(searchNotes(narrower ?? allOf(notes), this.#query), found), {
+    this.#stopSearch = inSlices(gather(searchNotes(narrower ?? allOf(notes), query), found), {
       slice: SLICE_MS,
       onPause: () => {
         const now = performance.now();
         // A repeated search replaces its matches in one go, so the list does not jump.
-        if (before === this.#query || now - shown <= SHOW_MS) return;
-        this.#show([...found], false);
+        if (before.source === query.source || now - shown <= SHOW_MS) return;
+        this.#show(ranked(found), false);
         shown = now;
       },
       onDone: () => {
-        this.#show(found, true);
-        this.#lastSearch = { query: this.#query, of: notes, found };
+        this.#show(ranked(found), true);
+        this.#lastSearch = { query, of: notes, found };
       },
     });
   }
 
   /** Moves the latest notes to the top. Search results keep their order. */
   reorder(): void {
-    if (!this.#query) this.render();
+    if (!this.#query.source) this.render();
   }
 
   refresh(): void {
@@ -145,6 +159,21 @@ export class Sidebar {
   focusSearch(): void {
     this.#input.focus();
     this.#input.select();
+  }
+
+  #onFocus(): void {
+    this.#showHint(true);
+    this.#foldAhead();
+  }
+
+  #onBlur(): void {
+    this.#showHint(false);
+    this.#forgetLater();
+  }
+
+  /** How a search can be refined, as long as nothing is typed. */
+  #showHint(focused: boolean): void {
+    this.#hint.hidden = !focused || this.#input.value !== '';
   }
 
   /** Prepares the notes when the search field gets the focus, before the user types. */
@@ -179,35 +208,19 @@ export class Sidebar {
     }
   }
 
-  #fillRow(row: HTMLElement, { note: listed, inTitle, near }: SearchMatch): void {
-    const note = this.#workspace.note(listed.id) ?? listed;
-    const title = titleOf(note);
-    const below = (!inTitle && contextOf(note.text, this.#query, near)) || excerptOf(note);
-    const fallback = title ? '' : t('sidebar.emptyNote');
-    const signature = JSON.stringify([title, below, this.#query, t('untitled'), note.pinned]);
-    if (row.dataset.signature === signature) return;
-    row.dataset.signature = signature;
-    row.replaceChildren(
-      h(
-        'div',
-        { class: 'row-title' },
-        ...(note.pinned ? [pinMark()] : []),
-        ...marked(title || t('untitled'), this.#query),
-      ),
-      h('div', { class: 'row-excerpt' }, ...marked(below || fallback, this.#query)),
-    );
-    row.classList.toggle('is-untitled', !title);
-    row.classList.toggle('is-empty', !below);
+  #fillRow(row: HTMLElement, match: SearchMatch): void {
+    fillNoteRow(row, this.#workspace.note(match.note.id) ?? match.note, match, this.#words);
   }
 
   #onSearchKey(event: KeyboardEvent): void {
     if (isComposing(event) || event.ctrlKey || event.metaKey || event.altKey) return;
     const first = this.#list.items[0];
     if (event.key === 'ArrowDown') this.#list.focusFirst();
-    else if (event.key === 'Enter' && first) this.#actions.open(first.note.id);
+    else if (event.key === 'Enter' && first) this.#actions.open(first.note.id, this.#words);
     else if (event.key === 'Escape') {
       if (this.#input.value) {
         this.#input.value = '';
+        this.#showHint(true);
         this.render();
       } else this.#actions.leave();
     } else return;
@@ -223,18 +236,7 @@ function* gather(search: Iterable<SearchMatch | null>, found: SearchMatch[]): Ge
   }
 }
 
-/** An imported note has its file name as title, so its first line belongs in the excerpt. */
-function excerptOf(note: Note): string {
-  const { title, excerpt } = headOf(note.text);
-  return note.name === null ? excerpt : [title, excerpt].filter(Boolean).join(' ');
-}
-
-function pinMark(): HTMLElement {
-  return h('span', { class: 'pin', tLabel: 'note.isPinned', attrs: { role: 'img' } }, drawIcon('pin'));
-}
-
-function marked(text: string, query: string): Array<Node | string> {
-  const match = findFolded(text, query);
-  if (!match) return [text];
-  return [text.slice(0, match.from), h('mark', {}, text.slice(match.from, match.to)), text.slice(match.to)];
+/** A note in the list of all. */
+function unfiltered(note: Note): SearchMatch {
+  return { note, inTitle: true, near: 0, from: 0, rank: 0 };
 }

@@ -1,0 +1,44 @@
+import { t } from '../i18n/language';
+import { drawIcon, h } from '../dom/elements';
+import type { Note } from '../state/model';
+import { contextOf } from '../state/searchContext';
+import type { SearchMatch } from '../state/search';
+import { titleOf } from '../state/workspace';
+import { foldedPlaces } from '../text/fold';
+import { headOf } from '../text/title';
+
+/** Fills a row of the list of notes; `words` are those to be marked. Does nothing if the row shows all this already. */
+export function fillNoteRow(row: HTMLElement, note: Note, match: SearchMatch, words: ReadonlyArray<string>): void {
+  const title = titleOf(note);
+  const below = (!match.inTitle && contextOf(note.text, words, match.near)) || excerptOf(note);
+  const fallback = title ? '' : t('sidebar.emptyNote');
+  const signature = JSON.stringify([title, below, words, t('untitled'), note.pinned]);
+  if (row.dataset.signature === signature) return;
+  row.dataset.signature = signature;
+  row.replaceChildren(
+    h('div', { class: 'row-title' }, ...(note.pinned ? [pinMark()] : []), ...marked(title || t('untitled'), words)),
+    h('div', { class: 'row-excerpt' }, ...marked(below || fallback, words)),
+  );
+  row.classList.toggle('is-untitled', !title);
+  row.classList.toggle('is-empty', !below);
+}
+
+/** An imported note has its file name as title, so its first line belongs in the excerpt. */
+function excerptOf(note: Note): string {
+  const { title, excerpt } = headOf(note.text);
+  return note.name === null ? excerpt : [title, excerpt].filter(Boolean).join(' ');
+}
+
+function pinMark(): HTMLElement {
+  return h('span', { class: 'pin', tLabel: 'note.isPinned', attrs: { role: 'img' } }, drawIcon('pin'));
+}
+
+function marked(text: string, words: ReadonlyArray<string>): Array<Node | string> {
+  let end = 0;
+  const parts = foldedPlaces(text, words).flatMap(({ from, to }) => {
+    const part = [text.slice(end, from), h('mark', {}, text.slice(from, to))];
+    end = to;
+    return part;
+  });
+  return [...parts, text.slice(end)];
+}
