@@ -6,6 +6,7 @@ import { type Command, type CommandTable, isAvailable, labelOf, shownKey } from 
 import type { Context } from './context';
 import * as copies from './copies';
 import * as files from './files';
+import { findingCommands } from './findingCommands';
 import { showGuide } from './guide';
 import * as notes from './notes';
 import { showPalette } from './palette';
@@ -32,6 +33,7 @@ export const commands = {
   },
   capture: { label: 'cmd.capture', menu: 'quickCapture', key: 'Mod-k', call: ['openCapture'], run: openCapture },
   search: { label: 'cmd.search', menu: 'searchNotes', key: 'Mod-p', run: openSearch },
+  ...findingCommands,
   palette: {
     label: 'cmd.palette',
     key: 'Mod-Shift-p',

@@ -147,7 +147,7 @@ const PLACES = 8;
 const CLOSE = 40;
 const NEAR = 200;
 /** The frequency of a word counts in this many characters from its first place on; all of a text takes too long. */
-const COUNTED_CHARACTERS = 600;
+const COUNTED_CHARACTERS = 250;
 
 function found(note: Note, folded: Folded, query: Query, at: number): SearchMatch {
   const { whole, titleLength, hasText } = folded;
