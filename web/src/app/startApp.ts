@@ -14,6 +14,8 @@ import { Shell } from '../views/shell';
 import { beginParts } from '../commands/documentParts';
 import { type Context, focusMain, rememberPlace } from '../commands/context';
 import { showCount } from './wordCount';
+import { sortBy } from '../commands/findingCommands';
+import { deleteNotes, rowMenu } from '../commands/noteRows';
 import * as notes from '../commands/notes';
 import { chooseTheme } from '../commands/appearance';
 import { toggleSidebar } from '../commands/panels';
@@ -33,7 +35,9 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
   const shell: Shell = new Shell(workspace, {
     createNote: () => notes.createNote(context),
     openNote: (id, words) => notes.openNote(context, id, words),
-    deleteNote: (id) => notes.deleteNote(context, id),
+    deleteNotes: (ids) => deleteNotes(context, ids),
+    sortNotes: (sort) => sortBy(context, sort),
+    rowMenu: (ids) => rowMenu(context, ids),
     closeTab: (id) => closeTab(context, id),
     toggleSidebar: () => toggleSidebar(context),
     showOverview: () => commands.overview.run(context),

@@ -1,3 +1,4 @@
+import type { Sort } from '../state/settings';
 import { closeDialog } from '../views/dialog';
 import { switcherDialog } from '../views/switcherDialog';
 import type { CommandTable } from './command';
@@ -7,7 +8,14 @@ import { openNote } from './notes';
 /** Commands that find notes and order them. */
 export const findingCommands = {
   switcher: { label: 'cmd.switcher', key: 'Mod-Shift-o', listens: true, run: showSwitcher },
+  sortEdited: { label: 'cmd.sortEdited', run: (context) => sortBy(context, 'edited') },
+  sortCreated: { label: 'cmd.sortCreated', run: (context) => sortBy(context, 'created') },
+  sortTitle: { label: 'cmd.sortTitle', run: (context) => sortBy(context, 'title') },
 } as const satisfies CommandTable;
+
+export function sortBy({ workspace }: Context, sort: Sort): void {
+  workspace.setSettings({ sort });
+}
 
 function showSwitcher(context: Context): void {
   closeDialog();

@@ -10,11 +10,22 @@ export function readTheme(chosen: string): Theme {
   return themes.find((theme) => theme === chosen) ?? 'system';
 }
 
+export const sorts = ['edited', 'created', 'title'] as const;
+/** What the list of notes is ordered by. */
+export type Sort = (typeof sorts)[number];
+
+/** The order for a stored value; unknown values order by the last edit. */
+export function readSort(chosen: string): Sort {
+  return sorts.find((sort) => sort === chosen) ?? 'edited';
+}
+
 /** How each setting is read; a value that cannot be used, or none, gives the default. */
 const readers = {
   language: (value: unknown): Language | null => (isLanguage(value) ? value : null),
   sidebarOpen: (value: unknown): boolean => value !== false,
   sidebarMode: (value: unknown): string => (typeof value === 'string' ? value : 'all'),
+  /** One of `sorts`, or a later version's value, which is preserved. */
+  sort: (value: unknown): string => (typeof value === 'string' ? value : 'edited'),
   /** One of `themes`, or a later version's value, which is preserved. */
   theme: (value: unknown): string => (typeof value === 'string' ? value : 'system'),
   /** Text size factor; 1 is the default. */

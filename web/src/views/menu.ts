@@ -53,15 +53,7 @@ export function menuButton(id: string, label: Key, groups: () => MenuGroups, onL
     event.preventDefault();
     open(event.key === 'ArrowDown' ? 0 : -1);
   });
-  menu.addEventListener('keydown', (event) => {
-    const entries = entriesOf(menu);
-    const at = entries.indexOf(document.activeElement as HTMLElement);
-    const target = { ArrowDown: at + 1, ArrowUp: at - 1, Home: 0, End: -1 }[event.key];
-    if (target !== undefined) entries[(target + entries.length) % entries.length]?.focus();
-    else if (event.key === 'Escape' || event.key === 'Tab') leave();
-    else return;
-    event.preventDefault();
-  });
+  menu.addEventListener('keydown', (event) => onMenuKey(event, menu, leave));
   // Not focusout: on a Mac, clicking an entry takes the focus from it without giving it to anything.
   for (const type of ['pointerdown', 'focusin']) {
     window.addEventListener(type, (event) => {
@@ -69,6 +61,45 @@ export function menuButton(id: string, label: Key, groups: () => MenuGroups, onL
     });
   }
   return anchor;
+}
+
+/** A menu at a position in the window. `onLeave` restores the focus afterwards. */
+export function popupMenu(
+  label: Key,
+  groups: MenuGroups,
+  at: { readonly x: number; readonly y: number },
+  onLeave: () => void,
+): void {
+  const menu = h('div', { class: 'menu', tLabel: label, attrs: { role: 'menu' } });
+  const close = () => {
+    menu.remove();
+    for (const type of ['pointerdown', 'focusin']) window.removeEventListener(type, closeOutside);
+  };
+  const closeOutside = (event: Event) => {
+    if (!menu.contains(event.target as Node)) close();
+  };
+  const leave = () => {
+    close();
+    onLeave();
+  };
+  menu.append(...rows(groups, leave));
+  menu.addEventListener('keydown', (event) => onMenuKey(event, menu, leave));
+  document.body.append(menu);
+  const { clientWidth, clientHeight } = document.documentElement;
+  menu.style.left = `${Math.max(0, Math.min(at.x, clientWidth - menu.offsetWidth - 8))}px`;
+  menu.style.top = `${Math.max(0, Math.min(at.y, clientHeight - menu.offsetHeight - 8))}px`;
+  entriesOf(menu)[0]?.focus();
+  for (const type of ['pointerdown', 'focusin']) window.addEventListener(type, closeOutside);
+}
+
+function onMenuKey(event: KeyboardEvent, menu: HTMLElement, leave: () => void): void {
+  const entries = entriesOf(menu);
+  const at = entries.indexOf(document.activeElement as HTMLElement);
+  const target = { ArrowDown: at + 1, ArrowUp: at - 1, Home: 0, End: -1 }[event.key];
+  if (target !== undefined) entries[(target + entries.length) % entries.length]?.focus();
+  else if (event.key === 'Escape' || event.key === 'Tab') leave();
+  else return;
+  event.preventDefault();
 }
 
 function entriesOf(menu: HTMLElement): HTMLElement[] {

@@ -1,4 +1,5 @@
 import { t } from '../i18n/language';
+import { shortDate } from '../i18n/shortDate';
 import { drawIcon, h } from '../dom/elements';
 import type { Note } from '../state/model';
 import { contextOf } from '../state/searchContext';
@@ -7,17 +8,33 @@ import { titleOf } from '../state/workspace';
 import { foldedPlaces } from '../text/fold';
 import { headOf } from '../text/title';
 
-/** Fills a row of the list of notes; `words` are those to be marked. Does nothing if the row shows all this already. */
-export function fillNoteRow(row: HTMLElement, note: Note, match: SearchMatch, words: ReadonlyArray<string>): void {
+export interface RowLook {
+  /** The heading right above the row, said with it; empty if there is none. */
+  readonly heading: string;
+  /** Words to be marked. */
+  readonly words: ReadonlyArray<string>;
+  readonly moment: 'created' | 'updated';
+}
+
+/** Fills a row of the list of notes. Does nothing if the row shows all this already. */
+export function fillNoteRow(row: HTMLElement, note: Note, match: SearchMatch, look: RowLook): void {
+  const { heading, words, moment } = look;
   const title = titleOf(note);
   const below = (!match.inTitle && contextOf(note.text, words, match.near)) || excerptOf(note);
   const fallback = title ? '' : t('sidebar.emptyNote');
-  const signature = JSON.stringify([title, below, words, t('untitled'), note.pinned]);
+  const date = shortDate(note[moment], Date.now());
+  const signature = JSON.stringify([heading, title, below, words, t('untitled'), note.pinned, date]);
   if (row.dataset.signature === signature) return;
   row.dataset.signature = signature;
   row.replaceChildren(
+    ...(heading ? [h('span', { class: 'unseen' }, `${heading}: `)] : []),
     h('div', { class: 'row-title' }, ...(note.pinned ? [pinMark()] : []), ...marked(title || t('untitled'), words)),
-    h('div', { class: 'row-excerpt' }, ...marked(below || fallback, words)),
+    h(
+      'div',
+      { class: 'row-below' },
+      h('span', { class: 'row-date' }, date),
+      h('div', { class: 'row-excerpt', attrs: { dir: 'auto' } }, ...marked(below || fallback, words)),
+    ),
   );
   row.classList.toggle('is-untitled', !title);
   row.classList.toggle('is-empty', !below);

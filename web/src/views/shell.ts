@@ -1,5 +1,5 @@
 import { htmlTag, type Language, onLanguageChange } from '../i18n/language';
-import { readTheme, type Theme } from '../state/settings';
+import { readTheme, type Sort, type Theme } from '../state/settings';
 import { titleOf, type Workspace } from '../state/workspace';
 import { h, iconButton, relabel } from '../dom/elements';
 import { Closing } from './closing';
@@ -14,7 +14,9 @@ import { Toasts } from './toasts';
 export interface ShellActions {
   createNote(): void;
   openNote(id: string, words?: ReadonlyArray<string>): void;
-  deleteNote(id: string): void;
+  deleteNotes(ids: ReadonlyArray<string>): void;
+  sortNotes(sort: Sort): void;
+  rowMenu(ids: ReadonlyArray<string>): MenuGroups;
   closeTab(id: string): void;
   toggleSidebar(): void;
   showOverview(): void;
@@ -51,7 +53,9 @@ export class Shell {
     this.#workspace = workspace;
     this.sidebar = new Sidebar(workspace, {
       open: (id, words) => actions.openNote(id, words),
-      remove: (id) => actions.deleteNote(id),
+      remove: (ids) => actions.deleteNotes(ids),
+      sort: (sort) => actions.sortNotes(sort),
+      menu: (ids) => actions.rowMenu(ids),
       create: () => actions.createNote(),
       showBin: () => actions.showBin(),
       leave: () => actions.focusEditor(),

@@ -1,10 +1,14 @@
 import type { Note } from '../state/model';
 import { allOf, foldNotes, forgetFolded, narrowed, ranked, type SearchMatch, searchNotes } from '../state/search';
+import { inOrder } from '../state/noteOrder';
+import { readSort, type Sort, sorts } from '../state/settings';
 import type { Workspace } from '../state/workspace';
 import { counted, t } from '../i18n/language';
 import { isComposing } from '../keyboard/keys';
 import { markedWords, parseQuery, type Query } from '../text/searchQuery';
 import { fillNoteRow } from './noteRow';
+import { sectionsBy } from './listSections';
+import { type MenuGroups, popupMenu } from './menu';
 import { rootPixels } from './rootStyle';
 import { drawIcon, h, iconButton } from '../dom/elements';
 import { inSlices } from '../time/slices';
@@ -13,13 +17,17 @@ import { WindowedList } from './windowedList';
 export interface SidebarActions {
   /** `words` are those that the search has found in the note. */
   open(id: string, words: ReadonlyArray<string>): void;
-  remove(id: string): void;
+  remove(ids: ReadonlyArray<string>): void;
+  sort(sort: Sort): void;
+  menu(ids: ReadonlyArray<string>): MenuGroups;
   create(): void;
   showBin(): void;
   leave(): void;
 }
 
+const sortNames = { edited: 'sort.edited', created: 'sort.created', title: 'sort.title' } as const;
 const ROW_REMS = 3.875;
+const HEADING_REMS = 1.875;
 /** The longest a search, or what it prepares, runs before it lets a key press or a frame through. */
 const SLICE_MS = 24;
 /**
@@ -38,6 +46,7 @@ export class Sidebar {
   readonly #list: WindowedList<SearchMatch>;
   readonly #input: HTMLInputElement;
   readonly #outcome: HTMLElement;
+  readonly #sort: HTMLSelectElement;
   readonly #hint: HTMLElement;
   #query: Query = parseQuery('', 0);
   #words: ReadonlyArray<string> = [];
@@ -45,6 +54,7 @@ export class Sidebar {
   /** Matches of the last completed search, and the list they were found in. */
   #lastSearch: { readonly query: Query; readonly of: unknown; readonly found: ReadonlyArray<SearchMatch> } | null =
     null;
+  #shownSort: Sort = 'edited';
   #folding = false;
   #forgetting: ReturnType<typeof setTimeout> | undefined;
 
@@ -53,11 +63,14 @@ export class Sidebar {
     this.#actions = actions;
     this.#list = new WindowedList<SearchMatch>({
       rowHeight: () => rootPixels(ROW_REMS),
+      headingHeight: () => rootPixels(HEADING_REMS),
       idPrefix: 'note-',
       key: ({ note }) => note.id,
-      fill: (row, found) => this.#fillRow(row, found),
+      fill: (row, found, heading) => this.#fillRow(row, found, heading),
       onActivate: ({ note }) => actions.open(note.id, this.#words),
-      onDelete: ({ note }) => actions.remove(note.id),
+      onDelete: (found) => actions.remove(found.map(({ note }) => note.id)),
+      onSelected: (count) => this.#showOutcome(count),
+      onMenu: (found, at) => this.#openMenu(found, at),
       onLeave: (upwards) => (upwards ? this.focusSearch() : actions.leave()),
     });
     this.#list.element.dataset.tLabel = 'sidebar.label';
@@ -83,6 +96,15 @@ export class Sidebar {
       },
     });
     this.#hint = h('p', { class: 'search-hint', t: 'search.hint', attrs: { id: 'searchHint', hidden: '' } });
+    this.#sort = h(
+      'select',
+      {
+        class: 'choice sort',
+        tLabel: 'sort.label',
+        on: { change: () => actions.sort(readSort(this.#sort.value)) },
+      },
+      ...sorts.map((sort) => h('option', { t: sortNames[sort], attrs: { value: sort } })),
+    );
     this.#outcome = h('p', { class: 'outcome', attrs: { role: 'status' } });
     this.element = h(
       'aside',
@@ -93,7 +115,7 @@ export class Sidebar {
         this.#input,
         iconButton('plus', 'cmd.newNote', () => actions.create()),
       ),
-      this.#outcome,
+      h('div', { class: 'list-info' }, this.#outcome, this.#sort),
       this.#list.element,
       // Below the list, so that no row moves away from under the pointer when the field is left.
       this.#hint,
@@ -106,6 +128,10 @@ export class Sidebar {
     );
   }
 
+  get sort(): Sort {
+    return readSort(this.#workspace.settings.sort);
+  }
+
   /** Sorts the list and filters it by the search field. */
   render(): void {
     this.#stopSearch();
@@ -114,8 +140,13 @@ export class Sidebar {
     this.#query = query;
     this.#words = markedWords(query);
     const notes = this.#workspace.notesInOrder();
+    const { sort } = this;
+    this.#sort.value = sort;
+    this.#sort.hidden = query.source !== '' || notes.length === 0;
     if (!query.source) {
-      this.#show(notes.map(unfiltered), true);
+      this.#shownSort = sort;
+      const section = sectionsBy(sort, Date.now());
+      this.#show(inOrder(notes, sort).map(unfiltered), true, ({ note }) => section(note));
       return;
     }
     const found: SearchMatch[] = [];
@@ -143,7 +174,9 @@ export class Sidebar {
     if (!this.#query.source) this.render();
   }
 
+  /** Follows the settings: the order, and the size of the text. */
   refresh(): void {
+    if (this.sort !== this.#shownSort) this.reorder();
     this.#list.refresh();
   }
 
@@ -196,20 +229,30 @@ export class Sidebar {
     this.#forgetting = setTimeout(forgetFolded, FORGET_MS);
   }
 
-  #show(found: ReadonlyArray<SearchMatch>, complete: boolean): void {
-    this.#list.setItems(found);
+  #show(found: ReadonlyArray<SearchMatch>, complete: boolean, headingOf?: (found: SearchMatch) => string): void {
+    this.#list.setItems(found, headingOf);
     this.#list.element.hidden = complete && found.length === 0;
-    if (!complete) return;
-    const query = this.#input.value.trim();
-    if (query) {
-      this.#outcome.textContent = found.length ? counted('search.count', found.length) : t('search.none', { query });
-    } else {
-      this.#outcome.textContent = found.length ? '' : t('sidebar.empty');
-    }
+    if (complete) this.#showOutcome(0);
   }
 
-  #fillRow(row: HTMLElement, match: SearchMatch): void {
-    fillNoteRow(row, this.#workspace.note(match.note.id) ?? match.note, match, this.#words);
+  /** How many notes are listed or, if any are, selected. */
+  #showOutcome(selected: number): void {
+    const query = this.#input.value.trim();
+    const { length } = this.#list.items;
+    if (selected) this.#outcome.textContent = counted('sidebar.selected', selected);
+    else if (query) this.#outcome.textContent = length ? counted('search.count', length) : t('search.none', { query });
+    else this.#outcome.textContent = length ? counted('sidebar.count', length) : t('sidebar.empty');
+  }
+
+  #fillRow(row: HTMLElement, match: SearchMatch, heading: string): void {
+    const note = this.#workspace.note(match.note.id) ?? match.note;
+    const moment = this.sort === 'created' ? 'created' : 'updated';
+    fillNoteRow(row, note, match, { heading, words: this.#words, moment });
+  }
+
+  #openMenu(found: ReadonlyArray<SearchMatch>, at: { readonly x: number; readonly y: number }): void {
+    const groups = this.#actions.menu(found.map(({ note }) => note.id));
+    popupMenu(found.length > 1 ? 'rows.label' : 'actions.label', groups, at, () => this.#list.element.focus());
   }
 
   #onSearchKey(event: KeyboardEvent): void {

@@ -55,7 +55,7 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
   },
   'search without finds': async (page) => {
     await page.fill('#searchInput', 'zzz');
-    await page.waitForFunction(() => document.querySelector('.outcome')?.textContent);
+    await page.waitForFunction(() => document.querySelector('.outcome')?.textContent?.includes('zzz'));
   },
   'folded sidebar': (page, word) => page.click(`[aria-label="${word('sidebar.hide')}"]`),
   'note menu': (page) => page.click('#noteMenuButton'),
