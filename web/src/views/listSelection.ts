@@ -46,3 +46,20 @@ export class ListSelection {
     if (left.length !== this.size) this.set(left);
   }
 }
+
+/**
+ * The host's menu selects all by a command of the web view, which begins a selection in the page. No pointer begins one
+ * while a list has the focus, because its rows cannot be selected as text.
+ */
+export function onNativeSelectAll(list: HTMLElement, run: () => void): void {
+  document.addEventListener('selectstart', (event) => {
+    if (document.activeElement !== list) return;
+    event.preventDefault();
+    run();
+  });
+}
+
+/** The index of the row a pointer is on; -1 outside of all rows. */
+export function rowIndexAt(event: MouseEvent): number {
+  return Number((event.target as Element).closest<HTMLElement>('.row')?.dataset.index ?? -1);
+}

@@ -1,7 +1,7 @@
 import { h } from '../dom/elements';
 import { hasMod, hasOtherMod, isDelete, isMenuKey } from '../keyboard/keys';
 import { ListHeadings } from './listHeadings';
-import { ListSelection } from './listSelection';
+import { ListSelection, onNativeSelectAll, rowIndexAt } from './listSelection';
 
 export interface WindowedListOptions<Item> {
   /** In pixels; scales with the text size. */
@@ -65,6 +65,7 @@ export class WindowedList<Item> {
       this.#headingLayer,
       this.#space,
     );
+    if (options.onSelected) onNativeSelectAll(this.element, () => this.#selectAll());
     new ResizeObserver(() => this.refresh()).observe(this.element);
   }
 
@@ -185,7 +186,7 @@ export class WindowedList<Item> {
   }
 
   #onClick(event: MouseEvent): void {
-    const index = indexAt(event);
+    const index = rowIndexAt(event);
     const item = this.#items[index];
     if (item === undefined) return;
     const before = this.#current;
@@ -202,7 +203,7 @@ export class WindowedList<Item> {
   #onContextMenu(event: MouseEvent): void {
     if (!this.#options.onMenu) return;
     event.preventDefault();
-    const index = indexAt(event);
+    const index = rowIndexAt(event);
     const item = this.#items[index];
     if (item === undefined) return;
     if (!this.#selection.has(this.#options.key(item))) this.#selection.clear();
@@ -213,17 +214,17 @@ export class WindowedList<Item> {
 
   /** The menu of the current row, by the keyboard. */
   #openMenu(): void {
-    const [item] = this.#chosen();
-    const row = item && document.getElementById(this.#rowId(this.#items[this.#current] ?? item));
-    const { left, bottom } = (row ?? this.element).getBoundingClientRect();
-    if (item) this.#options.onMenu?.(this.#chosen(), { x: left + 24, y: bottom });
+    const item = this.#items[this.#current];
+    if (item === undefined) return;
+    const { left, bottom } = (document.getElementById(this.#rowId(item)) ?? this.element).getBoundingClientRect();
+    this.#options.onMenu?.(this.#chosen(), { x: left + 24, y: bottom });
   }
 
   #onKey(event: KeyboardEvent): void {
     if (event.altKey || hasOtherMod(event)) return;
     if (hasMod(event)) {
       if (event.key.toLowerCase() !== 'a' || !this.#options.onSelected) return;
-      this.#selection.set(this.#items.map(this.#options.key));
+      this.#selectAll();
       event.preventDefault();
       return;
     }
@@ -257,12 +258,15 @@ export class WindowedList<Item> {
     return { ArrowDown: 1, ArrowUp: -1, PageDown: page, PageUp: -page, Home: -length, End: length }[key];
   }
 
+  #selectAll(): void {
+    this.#selection.set(this.#items.map(this.#options.key));
+  }
+
   /** Selects from where the selection began, or else from the row that was current. */
   #selectTo(index: number, before: number): void {
     const start = this.#indexOf(this.#selection.anchor) ?? Math.max(0, before);
     const keys = this.#items.slice(Math.min(start, index), Math.max(start, index) + 1).map(this.#options.key);
-    const [item] = this.#items.slice(start);
-    this.#selection.set(keys, item === undefined ? null : this.#options.key(item));
+    this.#selection.set(keys, (start <= index ? keys[0] : keys.at(-1)) ?? null);
   }
 
   #move(step: number): void {
@@ -290,8 +294,4 @@ export class WindowedList<Item> {
     }
     this.refresh();
   }
-}
-
-function indexAt(event: MouseEvent): number {
-  return Number((event.target as Element).closest<HTMLElement>('.row')?.dataset.index ?? -1);
 }

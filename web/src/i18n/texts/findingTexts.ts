@@ -5,6 +5,7 @@ import type { Texts } from './texts';
 export const findingTexts = {
   'search.hint': ['Também: "frase exata", -sem, etiqueta:x, título:x, editado:<30d, criado:2026-11', 'Also: "exact phrase", -without, tag:x, title:x, edited:<30d, created:2026-11', 'También: "frase exacta", -sin, etiqueta:x, título:x, editado:<30d, creado:2026-11'],
 
+  'guide.hit': ['Próximo resultado da busca na nota', 'Next match of the search in the note', 'Siguiente resultado de la búsqueda en la nota'],
   'cmd.switcher': ['Ir para a nota…', 'Go to note…', 'Ir a la nota…'],
   'switcher.label': ['Título da nota', 'Title of the note', 'Título de la nota'],
   'switcher.create': ['Criar “{title}”', 'Create “{title}”', 'Crear “{title}”'],
