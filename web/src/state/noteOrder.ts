@@ -15,9 +15,19 @@ export function orderTitle(note: Note): string {
   return title;
 }
 
-/** Notes that are pinned first and then by last change, in the order wanted; pinned ones stay first. */
-export function inOrder(notes: ReadonlyArray<Note>, sort: Sort): ReadonlyArray<Note> {
+/**
+ * Puts notes that are pinned first and then by last change into the order wanted; pinned ones stay first. Pauses while
+ * it reads titles for the first time.
+ */
+export function* inOrder(notes: ReadonlyArray<Note>, sort: Sort): Generator<void, ReadonlyArray<Note>> {
   if (sort === 'edited') return notes;
+  if (sort === 'title') {
+    for (const note of notes) {
+      if (titles.has(note)) continue;
+      orderTitle(note);
+      yield;
+    }
+  }
   const compare = sort === 'created' ? byCreation : byTitle;
   return [...notes].sort((one, other) => Number(other.pinned) - Number(one.pinned) || compare(one, other));
 }

@@ -5,7 +5,7 @@ import type { Note } from '../state/model';
 import { contextOf } from '../state/searchContext';
 import type { SearchMatch } from '../state/search';
 import { titleOf } from '../state/workspace';
-import { foldedPlaces } from '../text/fold';
+import { fold, foldedPlaces } from '../text/fold';
 import { headOf } from '../text/title';
 
 export interface RowLook {
@@ -20,7 +20,7 @@ export interface RowLook {
 export function fillNoteRow(row: HTMLElement, note: Note, match: SearchMatch, look: RowLook): void {
   const { heading, words, moment } = look;
   const title = titleOf(note);
-  const below = (!match.inTitle && contextOf(note.text, words, match.near)) || excerptOf(note);
+  const below = (!match.inTitle && contextOf(note.text, missingFirst(words, title), match.near)) || excerptOf(note);
   const fallback = title ? '' : t('sidebar.emptyNote');
   const date = shortDate(note[moment], Date.now());
   const signature = JSON.stringify([heading, title, below, words, t('untitled'), note.pinned, date]);
@@ -28,7 +28,12 @@ export function fillNoteRow(row: HTMLElement, note: Note, match: SearchMatch, lo
   row.dataset.signature = signature;
   row.replaceChildren(
     ...(heading ? [h('span', { class: 'unseen' }, `${heading}: `)] : []),
-    h('div', { class: 'row-title' }, ...(note.pinned ? [pinMark()] : []), ...marked(title || t('untitled'), words)),
+    h(
+      'div',
+      { class: 'row-title', attrs: { dir: 'auto' } },
+      ...(note.pinned ? [pinMark()] : []),
+      ...marked(title || t('untitled'), words),
+    ),
     h(
       'div',
       { class: 'row-below' },
@@ -38,6 +43,12 @@ export function fillNoteRow(row: HTMLElement, note: Note, match: SearchMatch, lo
   );
   row.classList.toggle('is-untitled', !title);
   row.classList.toggle('is-empty', !below);
+}
+
+/** What the title does not show already is worth more. */
+function missingFirst(words: ReadonlyArray<string>, title: string): ReadonlyArray<string> {
+  const folded = fold(title);
+  return [...words.filter((word) => !folded.includes(word)), ...words];
 }
 
 /** An imported note has its file name as title, so its first line belongs in the excerpt. */

@@ -146,7 +146,10 @@ export class Sidebar {
     if (!query.source) {
       this.#shownSort = sort;
       const section = sectionsBy(sort, Date.now());
-      this.#show(inOrder(notes, sort).map(unfiltered), true, ({ note }) => section(note));
+      this.#stopSearch = inSlices(inOrder(notes, sort), {
+        slice: SLICE_MS,
+        onDone: (ordered) => this.#show(ordered.map(unfiltered), true, ({ note }) => section(note)),
+      });
       return;
     }
     const found: SearchMatch[] = [];

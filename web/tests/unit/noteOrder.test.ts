@@ -4,7 +4,7 @@ import { setLanguage } from '../../src/i18n/language';
 import { shortDate } from '../../src/i18n/shortDate';
 import type { Note } from '../../src/state/model';
 import { inOrder } from '../../src/state/noteOrder';
-import { readSettings, readSort } from '../../src/state/settings';
+import { readSettings, readSort, type Sort } from '../../src/state/settings';
 import { titleOf } from '../../src/state/workspace';
 import { ListHeadings } from '../../src/views/listHeadings';
 import { ListSelection } from '../../src/views/listSelection';
@@ -14,12 +14,19 @@ import { workspaceWith } from './workspaces';
 const NOW = new Date(2026, 10, 22, 12).getTime();
 const at = (month: number, day: number, year = 2026) => new Date(year, month - 1, day, 9, 5).getTime();
 
+function ordered(notes: ReadonlyArray<Note>, sort: Sort) {
+  const work = inOrder(notes, sort);
+  let step = work.next();
+  while (!step.done) step = work.next();
+  return step.value;
+}
+
 test('notes are ordered by edit, creation or title, pinned ones first and untitled ones last', () => {
   const { workspace, ids } = workspaceWith('água', 'Zebra', '', 'Arara', 'boi');
   workspace.setPinned(ids[4] ?? '', true);
   const [first] = workspace.notesInOrder();
   const edited = workspace.notesInOrder().map((note) => (titleOf(note) === 'água' ? { ...note, updated: NOW } : note));
-  const titles = (sort: Parameters<typeof inOrder>[1]) => inOrder(edited, sort).map(titleOf);
+  const titles = (sort: Sort) => ordered(edited, sort).map(titleOf);
   assert.equal(first && titleOf(first), 'boi');
   assert.deepEqual(titles('edited'), ['boi', 'Arara', '', 'Zebra', 'água']);
   assert.deepEqual(titles('created'), ['boi', 'Arara', '', 'Zebra', 'água']);
