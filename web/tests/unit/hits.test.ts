@@ -11,6 +11,7 @@ test('the best hit is the first word in the line that has most of them', () => {
   const best = bestHit(doc, ['mel', 'pao']);
   assert.equal(best?.from, doc.line(4).from);
   assert.equal(shown(best), 'pão');
+  assert.equal(bestHit(doc, ['mel', 'pao', 'uva'])?.from, doc.line(4).from);
   assert.equal(bestHit(doc, ['maca'])?.from, doc.line(3).from);
   assert.equal(bestHit(doc, ['uva']), null);
 });

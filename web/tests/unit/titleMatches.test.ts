@@ -14,7 +14,7 @@ function match(titles: ReadonlyArray<string>, query: string) {
 }
 
 test('titles that begin with the query come first, then words, parts of words, and letters in order', () => {
-  const titles = ['Mato', 'Maio ótimo', 'Somatório', 'O mato', 'Mato Grosso', 'Nada'];
+  const titles = ['Mato', 'Maio ótimo', 'O mato', 'Somatório', 'Mato Grosso', 'Nada'];
   const { found, marked } = match(titles, 'MÁTO');
   assert.deepEqual(found, ['Mato', 'Mato Grosso', 'O mato', 'Somatório', 'Maio ótimo']);
   assert.deepEqual(marked, [0, 1, 2, 3]);
