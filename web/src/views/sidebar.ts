@@ -55,6 +55,7 @@ export class Sidebar {
   #lastSearch: { readonly query: Query; readonly of: unknown; readonly found: ReadonlyArray<SearchMatch> } | null =
     null;
   #shownSort: Sort = 'edited';
+  #selected = 0;
   #folding = false;
   #forgetting: ReturnType<typeof setTimeout> | undefined;
 
@@ -69,7 +70,10 @@ export class Sidebar {
       fill: (row, found, heading) => this.#fillRow(row, found, heading),
       onActivate: ({ note }) => actions.open(note.id, this.#words),
       onDelete: (found) => actions.remove(found.map(({ note }) => note.id)),
-      onSelected: (count) => this.#showOutcome(count),
+      onSelected: (count) => {
+        this.#selected = count;
+        this.#showOutcome();
+      },
       onMenu: (found, at) => this.#openMenu(found, at),
       onLeave: (upwards) => (upwards ? this.focusSearch() : actions.leave()),
     });
@@ -235,14 +239,14 @@ export class Sidebar {
   #show(found: ReadonlyArray<SearchMatch>, complete: boolean, headingOf?: (found: SearchMatch) => string): void {
     this.#list.setItems(found, headingOf);
     this.#list.element.hidden = complete && found.length === 0;
-    if (complete) this.#showOutcome(0);
+    if (complete) this.#showOutcome();
   }
 
   /** How many notes are listed or, if any are, selected. */
-  #showOutcome(selected: number): void {
+  #showOutcome(): void {
     const query = this.#input.value.trim();
     const { length } = this.#list.items;
-    if (selected) this.#outcome.textContent = counted('sidebar.selected', selected);
+    if (this.#selected) this.#outcome.textContent = counted('sidebar.selected', this.#selected);
     else if (query) this.#outcome.textContent = length ? counted('search.count', length) : t('search.none', { query });
     else this.#outcome.textContent = length ? counted('sidebar.count', length) : t('sidebar.empty');
   }

@@ -54,7 +54,7 @@ test('words, tags, exclusions and dates narrow the list, and the help for them s
   await page.focus('#searchInput');
   assert.ok(await page.isVisible('.search-hint'));
   await page.fill('#searchInput', 'azul mar');
-  await shown(page, ['Dois', 'Um']);
+  await shown(page, ['Um', 'Dois']);
   assert.ok(await page.isHidden('.search-hint'));
   for (const [query, wanted] of [
     ['tag:praia', ['Um', 'Três']],
