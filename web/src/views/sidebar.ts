@@ -146,7 +146,6 @@ export class Sidebar {
     const notes = this.#workspace.notesInOrder();
     const { sort } = this;
     this.#sort.value = sort;
-    this.#sort.hidden = query.source !== '' || notes.length === 0;
     if (!query.source) {
       this.#shownSort = sort;
       const section = sectionsBy(sort, Date.now());
@@ -246,6 +245,7 @@ export class Sidebar {
   #showOutcome(): void {
     const query = this.#input.value.trim();
     const { length } = this.#list.items;
+    this.#sort.hidden = this.#selected > 0 || query !== '' || length === 0;
     if (this.#selected) this.#outcome.textContent = counted('sidebar.selected', this.#selected);
     else if (query) this.#outcome.textContent = length ? counted('search.count', length) : t('search.none', { query });
     else this.#outcome.textContent = length ? counted('sidebar.count', length) : t('sidebar.empty');
