@@ -84,7 +84,8 @@ export function popupMenu(
   };
   menu.append(...rows(groups, leave));
   menu.addEventListener('keydown', (event) => onMenuKey(event, menu, leave));
-  document.body.append(menu);
+  // In a landmark, where screen readers expect all content.
+  (document.querySelector('main') ?? document.body).append(menu);
   const { clientWidth, clientHeight } = document.documentElement;
   menu.style.left = `${Math.max(0, Math.min(at.x, clientWidth - menu.offsetWidth - 8))}px`;
   menu.style.top = `${Math.max(0, Math.min(at.y, clientHeight - menu.offsetHeight - 8))}px`;

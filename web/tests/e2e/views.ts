@@ -75,7 +75,7 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
   },
   'menu of a row': async (page) => {
     await page.click('#sidebar .row', { button: 'right' });
-    await page.waitForSelector('body > .menu');
+    await page.waitForSelector('main > .menu');
   },
   switcher: async (page) => {
     await page.keyboard.press('Control+Shift+o');
