@@ -19,6 +19,8 @@ import { type Context, focusMain, rememberPlace } from '../commands/context';
 import { keepIndex } from './keepIndex';
 import { showCount } from './wordCount';
 import { reportLost } from '../commands/writing';
+import { sortBy } from '../commands/findingCommands';
+import { deleteNotes, rowMenu } from '../commands/noteRows';
 import * as notes from '../commands/notes';
 import { findMentions, linksHere, openPlace } from '../commands/backlinks';
 import { follow } from '../commands/follow';
@@ -41,11 +43,13 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
   followDesktop();
   const shell: Shell = new Shell(workspace, {
     createNote: () => notes.createNote(context),
-    openNote: (id) => {
+    openNote: (id, words) => {
       shell.openDrawer(false);
-      notes.openNote(context, id);
+      notes.openNote(context, id, words);
     },
-    deleteNote: (id) => notes.deleteNote(context, id),
+    deleteNotes: (ids) => deleteNotes(context, ids),
+    sortNotes: (sort) => sortBy(context, sort),
+    rowMenu: (ids) => rowMenu(context, ids),
     closeTab: (id) => closeTab(context, id),
     moveTab: (id, index) => moveTab(context, id, index),
     tabMenu: (id) => tabMenu(context, id),

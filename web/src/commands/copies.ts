@@ -38,9 +38,13 @@ async function copy(
     context.shell.toasts.show(t('copy.empty'));
     return false;
   }
+  return copyText(context, text, t(done));
+}
+
+/** Copies any text and reports the outcome in a toast. */
+export async function copyText(context: Context, text: string, successMessage: string): Promise<boolean> {
   const requestId = crypto.randomUUID();
   const answer = context.copies.open(requestId);
-  const successMessage = t(done);
   context.port.copy({ text, successMessage, requestId });
   const message = await answer;
   context.shell.toasts.show(message === null ? t('copy.failed') : message || successMessage);

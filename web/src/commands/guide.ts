@@ -55,6 +55,7 @@ function writingSection(commands: GuideSection['rows']): GuideSection {
     ...lessonKeys(),
     ['guide.fold', `${keyLabel('Mod-Alt-[')} ]`],
     ['guide.pastePlain', keyLabel(PLAIN_PASTE)],
+    ['guide.hit', keyLabel('f3')],
     ['guide.undo', keyLabel('Mod-z')],
     ['guide.redo', keyLabel('Mod-Shift-z')],
     ['guide.list', keyLabel('enter')],

@@ -21,8 +21,10 @@ export function createNote(context: Context): void {
   openNote(context, note.id);
 }
 
-export function openNote(context: Context, id: string): void {
+/** `words` are those that a search has found in the note. */
+export function openNote(context: Context, id: string, words: ReadonlyArray<string> = []): void {
   context.workspace.openTab(id);
+  if (words.length) context.editor.showHits(words);
   focusMain(context);
 }
 

@@ -7,6 +7,7 @@ import { type Command, type CommandTable, isAvailable, labelOf, shownKey } from 
 import type { Context } from './context';
 import * as copies from './copies';
 import * as files from './files';
+import { findingCommands } from './findingCommands';
 import { showGuide } from './guide';
 import { lookCommands } from './lookCommands';
 import { linkCommands } from './linkCommands';
@@ -36,6 +37,7 @@ export const commands = {
   },
   capture: { label: 'cmd.capture', menu: 'quickCapture', key: 'Mod-k', call: ['openCapture'], run: openCapture },
   search: { label: 'cmd.search', menu: 'searchNotes', key: 'Mod-p', run: openSearch },
+  ...findingCommands,
   palette: {
     label: 'cmd.palette',
     key: 'Mod-Shift-p',

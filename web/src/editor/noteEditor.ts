@@ -7,6 +7,7 @@ import { baseExtensions, languageExtensions, readOnlyExtensions } from './extens
 import { folding } from './folding';
 import { nameCompletion, type Names } from './nameCompletion';
 import { type Target, targetAt, targetClicks } from './targets';
+import { hits, showHits } from './hits';
 import { syntaxOf } from './languages';
 import { type OnLost, pasting } from './paste';
 import { placeOf, scrollTo, selectionAt } from './place';
@@ -104,6 +105,11 @@ export class NoteEditor {
 
   focus(): void {
     this.#view.focus();
+  }
+
+  /** Marks what a search has found in the shown note, and goes to the best of it. */
+  showHits(words: ReadonlyArray<string>): void {
+    if (this.#shown !== null) showHits(this.#view, words);
   }
 
   /** Call after the text size changes, which the editor does not notice by itself. */
@@ -205,6 +211,7 @@ export class NoteEditor {
         folding(doc.length),
         nameCompletion(names),
         targetClicks(follow),
+        hits(),
         readOnlyExtensions(readOnly),
         EditorView.updateListener.of((update) => {
           const isRewritten = update.transactions.some((one) => one.annotation(rewriting));

@@ -4,6 +4,7 @@ import { editorTexts } from './texts/editorTexts';
 import { lookTexts } from './texts/lookTexts';
 import { writingTexts } from './texts/writingTexts';
 import { linkTexts } from './texts/linkTexts';
+import { findingTexts } from './texts/findingTexts';
 import type { Texts } from './texts/texts';
 
 /** Every text of the page. */
@@ -15,6 +16,7 @@ export const catalogue = {
   ...lookTexts,
   ...writingTexts,
   ...linkTexts,
+  ...findingTexts,
 
   'untitled': ['Sem título', 'Untitled', 'Sin título'],
   'close': ['Fechar', 'Close', 'Cerrar'],

@@ -39,6 +39,11 @@ export function isDelete({ key }: KeyboardEvent): boolean {
   return key === 'Delete' || (onMac && key === 'Backspace');
 }
 
+/** Whether the key opens the menu of what has the focus. */
+export function isMenuKey({ key, shiftKey }: KeyboardEvent): boolean {
+  return key === 'ContextMenu' || (key === 'F10' && shiftKey);
+}
+
 /** A key as labelled on this platform's keyboards. */
 export function keyLabel(key: string): string {
   const parts = key.split('-');

@@ -1,4 +1,6 @@
-import { findFolded, fold } from '../text/fold';
+import { fold } from '../text/fold';
+import { narrows, type Query, type Term } from '../text/searchQuery';
+import { hasTag } from '../text/tagQuery';
 import type { Note } from './model';
 import type { NoteText } from './noteText';
 import { titleOf } from './workspace';
@@ -7,21 +9,20 @@ export interface SearchMatch {
   readonly note: Note;
   /** The title matches, so no context needs to be shown. */
   readonly inTitle: boolean;
-  /** Offset of the match in the folded text; usually the same in the text itself. */
+  /** Offset of the best match in the folded text; usually the same in the text itself. */
   readonly near: number;
-  /** Where to begin looking for a longer query: nothing before this matches. */
+  /** Where to begin looking for a longer first word: nothing before this matches. */
   readonly from: number;
+  /** How well it matches; 0 is best. */
+  readonly rank: number;
 }
 
 /** A note to be searched, from an offset on that an earlier search has found. */
 export type Candidate = Pick<SearchMatch, 'note' | 'from'>;
 
-const CONTEXT_BEFORE = 24;
-const CONTEXT_AFTER = 120;
 /** Folded texts up to this many characters are cached; longer ones are folded on every search. */
-const KEPT_CHARACTERS = 200_000;
+export const KEPT_CHARACTERS = 200_000;
 const CHUNK_CHARACTERS = 100_000;
-const WINDOW_CHARACTERS = 400;
 /** Characters to search between pauses, roughly; each note also has a fixed cost in characters. */
 const PAUSE_WORK = 500_000;
 const NOTE_WORK = 2000;
@@ -38,18 +39,16 @@ let foldedNotes = new WeakMap<Note, Folded>();
 
 /**
  * Searches the notes in the given order and yields every match, and null from time to time, so the caller can
- * pause for a key press. A query is a single line, so it cannot match across title and text.
+ * pause for a key press. No word spans two lines, so none matches across title and text.
  */
-export function* searchNotes(candidates: Iterable<Candidate>, query: string): Generator<SearchMatch | null, void> {
-  const wanted = fold(query.trim());
+export function* searchNotes(candidates: Iterable<Candidate>, query: Query): Generator<SearchMatch | null, void> {
   let work = 0;
   for (const { note, from } of candidates) {
     const kept = foldedNotes.get(note);
-    const { whole, titleLength, hasText } = kept ?? foldNote(note);
-    const at = whole.indexOf(wanted, from);
-    if (at >= 0) yield { note, inTitle: at < titleLength, near: Math.max(0, at - titleLength - 1), from: at };
-    else if (!hasText && chunkWith(note.text, wanted)) yield { note, inTitle: false, near: 0, from: 0 };
-    work += kept?.hasText ? NOTE_WORK + whole.length - from : PAUSE_WORK;
+    const folded = kept ?? foldNote(note);
+    const at = placeIn(note, folded, query, from);
+    if (at !== null && query.filters.every((term) => holds(note, folded, term))) yield found(note, folded, query, at);
+    work += kept?.hasText ? NOTE_WORK + folded.whole.length - from : PAUSE_WORK;
     if (work < PAUSE_WORK) continue;
     work = 0;
     yield null;
@@ -63,13 +62,21 @@ export function allOf(notes: ReadonlyArray<Note>): ReadonlyArray<Candidate> {
 
 /** Where `query` can match, given all matches of an earlier query; `null` if anywhere. */
 export function narrowed(
-  query: string,
-  before: string,
+  query: Query,
+  before: Query,
   matches: ReadonlyArray<SearchMatch>,
 ): ReadonlyArray<Candidate> | null {
-  const [longer, shorter] = [fold(query.trim()), fold(before.trim())];
-  if (shorter === '' || !longer.includes(shorter)) return null;
-  return longer.startsWith(shorter) ? matches : allOf(matches.map(({ note }) => note));
+  if (!narrows(query, before)) return null;
+  const [longer, shorter] = [query.words[0], before.words[0]];
+  if (longer !== undefined && shorter !== undefined && longer.startsWith(shorter)) return matches;
+  return allOf(matches.map(({ note }) => note));
+}
+
+/** The matches, best first; those that match equally well stay in their order. */
+export function ranked(matches: ReadonlyArray<SearchMatch>): ReadonlyArray<SearchMatch> {
+  const byRank: SearchMatch[][] = Array.from({ length: WORST + 1 }, () => []);
+  for (const match of matches) byRank[match.rank]?.push(match);
+  return byRank.flat();
 }
 
 /** Lets go of the folded texts, which are as large as the notes; the next search makes them again. */
@@ -85,28 +92,8 @@ export function* foldNotes(notes: Iterable<Note>): Generator<void, void> {
   }
 }
 
-/**
- * An excerpt around a match, on one line; empty if there is none. A correct guess in `near` saves searching
- * the text.
- */
-export function contextOf(text: NoteText, query: string, near = 0): string {
-  const wanted = fold(query.trim());
-  if (!wanted) return '';
-  const end = near + wanted.length;
-  if (end <= text.length) {
-    const from = Math.max(0, near - CONTEXT_BEFORE);
-    const around = text.slice(from, end + CONTEXT_AFTER);
-    if (fold(around.slice(near - from, end - from)) === wanted) return onOneLine(around, from > 0);
-  }
-  if (text.length <= KEPT_CHARACTERS) return excerpt(text.toString(), wanted);
-  const chunk = chunkWith(text, wanted);
-  if (!chunk) return '';
-  const context = excerpt(chunk.text, wanted);
-  return chunk.from > 0 && !context.startsWith('…') ? `…${context}` : context;
-}
-
-/** A chunk of a long text that contains a match. */
-function chunkWith(text: NoteText, wanted: string): { from: number; text: string } | null {
+/** A chunk of a long text that contains a word. */
+export function chunkWith(text: NoteText, wanted: string): { from: number; text: string } | null {
   const slice = text.slicer();
   // Chunks overlap, so a match across their boundary is not missed.
   const overlap = wanted.length * 4;
@@ -118,6 +105,90 @@ function chunkWith(text: NoteText, wanted: string): { from: number; text: string
   return null;
 }
 
+/** Where the first word is in a note that has all of them, or in a long text somewhere; null if one is missing. */
+function placeIn(note: Note, folded: Folded, { words }: Query, from: number): number | null {
+  const [first, ...others] = words;
+  if (first === undefined) return 0;
+  const at = folded.whole.indexOf(first, from);
+  if (folded.hasText) return at >= 0 && others.every((word) => folded.whole.includes(word)) ? at : null;
+  return words.every((word) => contains(note, folded, word)) ? Math.max(0, at) : null;
+}
+
+function contains(note: Note, { whole, hasText }: Folded, word: string): boolean {
+  return whole.includes(word) || (!hasText && chunkWith(note.text, word) !== null);
+}
+
+function holds(note: Note, folded: Folded, term: Term): boolean {
+  return isTrue(note, folded, term) !== term.not;
+}
+
+function isTrue(note: Note, folded: Folded, term: Term): boolean {
+  const { whole, titleLength, hasText } = folded;
+  switch (term.kind) {
+    case 'text':
+      return contains(note, folded, term.value);
+    case 'title':
+      return whole.slice(0, titleLength).includes(term.value);
+    case 'tag':
+      return hasTag(hasText ? whole.slice(titleLength + 1) : fold(note.text.toString()), term.value);
+    default: {
+      const moment = term.kind === 'edited' ? note.updated : note.created;
+      return moment >= term.from && moment < term.to;
+    }
+  }
+}
+
+const [WHOLE_TITLE, TITLE_START, TITLE_PHRASE, TITLE_WORDS, IN_TEXT] = [0, 1, 2, 3, 4];
+/** Words that are far apart, and words that occur once. */
+const [FAR, ONCE] = [3, 3];
+const WORST = IN_TEXT + FAR * (ONCE + 1) + ONCE;
+/** How many places of the first word are compared, and how far around each the others count as close. */
+const PLACES = 8;
+const CLOSE = 40;
+const NEAR = 200;
+/** The frequency of a word counts in this many characters from its first place on; all of a text takes too long. */
+const COUNTED_CHARACTERS = 250;
+
+function found(note: Note, folded: Folded, query: Query, at: number): SearchMatch {
+  const { whole, titleLength, hasText } = folded;
+  const { words } = query;
+  const phrase = words.join(' ');
+  const title = whole.slice(0, titleLength);
+  if (words.length && words.every((word) => title.includes(word))) {
+    let rank = title.includes(phrase) ? TITLE_PHRASE : TITLE_WORDS;
+    if (title.startsWith(phrase)) rank = title.length === phrase.length ? WHOLE_TITLE : TITLE_START;
+    return { note, inTitle: true, near: 0, from: at, rank };
+  }
+  if (!words.length || !hasText) return { note, inTitle: false, near: 0, from: at, rank: WORST };
+  const best = words.length === 1 ? { at, distance: 0 } : closest(whole, words, phrase, at);
+  const rank = IN_TEXT + best.distance * (ONCE + 1) + ONCE - repeats(whole, words[0] ?? '', at);
+  return { note, inTitle: false, near: Math.max(0, best.at - titleLength - 1), from: at, rank };
+}
+
+/** Where the words are closest to each other, and how far apart they are there: 0 in a row to FAR. */
+function closest(whole: string, words: ReadonlyArray<string>, phrase: string, first: number) {
+  const [word = ''] = words;
+  const within = (at: number, distance: number) => {
+    const around = whole.slice(Math.max(0, at - distance), at + word.length + distance);
+    return words.every((one) => around.includes(one));
+  };
+  let best = { at: first, distance: FAR };
+  for (let at = first, n = 0; at >= 0 && n < PLACES && best.distance > 0; at = whole.indexOf(word, at + 1), n++) {
+    if (!within(at, best.distance === FAR ? NEAR : CLOSE)) continue;
+    const distance = whole.startsWith(phrase, at) ? 0 : within(at, CLOSE) ? 1 : 2;
+    if (distance < best.distance) best = { at, distance };
+  }
+  return best;
+}
+
+/** How often a word follows its first place, up to ONCE. */
+function repeats(whole: string, word: string, first: number): number {
+  const part = whole.slice(first + word.length, first + word.length + COUNTED_CHARACTERS);
+  let count = 0;
+  for (let at = part.indexOf(word); at >= 0 && count < ONCE; at = part.indexOf(word, at + word.length)) count++;
+  return count;
+}
+
 function foldNote(note: Note): Folded {
   const title = fold(titleOf(note));
   const hasText = note.text.length <= KEPT_CHARACTERS;
@@ -126,24 +197,4 @@ function foldNote(note: Note): Folded {
   const folded = { whole, titleLength: title.length, hasText };
   foldedNotes.set(note, folded);
   return folded;
-}
-
-function excerpt(text: string, wanted: string): string {
-  // Mapping a match back to the text's own offsets is slow, so narrow down the range first.
-  const overlap = wanted.length * 4;
-  const step = Math.max(WINDOW_CHARACTERS, overlap);
-  for (let at = 0; at < text.length; at += step) {
-    const window = text.slice(at, at + step + overlap);
-    if (!fold(window).includes(wanted)) continue;
-    const match = findFolded(window, wanted);
-    if (!match) break;
-    const from = Math.max(0, at + match.from - CONTEXT_BEFORE);
-    return onOneLine(text.slice(from, at + match.to + CONTEXT_AFTER), from > 0);
-  }
-  return '';
-}
-
-function onOneLine(text: string, isCut: boolean): string {
-  const line = text.replace(/\s+/g, ' ').trim();
-  return isCut ? `…${line}` : line;
 }

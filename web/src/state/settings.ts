@@ -33,11 +33,22 @@ export function readSidebarWidth(value: unknown): number {
   return Math.round(Math.min(Math.max(value, sidebarWidths.least), sidebarWidths.most));
 }
 
+export const sorts = ['edited', 'created', 'title'] as const;
+/** What the list of notes is ordered by. */
+export type Sort = (typeof sorts)[number];
+
+/** The order for a stored value; unknown values order by the last edit. */
+export function readSort(chosen: string): Sort {
+  return sorts.find((sort) => sort === chosen) ?? 'edited';
+}
+
 /** How each setting is read; a value that cannot be used, or none, gives the default. */
 const readers = {
   language: (value: unknown): Language | null => (isLanguage(value) ? value : null),
   sidebarOpen: (value: unknown): boolean => value !== false,
   sidebarMode: (value: unknown): string => (typeof value === 'string' ? value : 'all'),
+  /** One of `sorts`, or a later version's value, which is preserved. */
+  sort: (value: unknown): string => (typeof value === 'string' ? value : 'edited'),
   /** One of `themes`, or a later version's value, which is preserved. */
   theme: (value: unknown): string => (typeof value === 'string' ? value : 'system'),
   /** One of `textFaces` and one of `lineWidths`, or a later version's values, which are preserved. */

@@ -3,7 +3,7 @@ import { headOf } from '../text/title';
 import type { BinnedNote, ClosedTab, Contents, Note, Place, Tabs } from './model';
 import { NoteText } from './noteText';
 import type { Settings } from './settings';
-import { closeTabs, forgetTabs, moveTab, openTab } from './tabRow';
+import { closeTabs, forgetTabs, HISTORY, moveTab, openTab } from './tabRow';
 
 /** What changed: one note's text; the set of notes or tabs; a setting; the capture draft. */
 export type Change = 'text' | 'notes' | 'tabs' | 'settings' | 'draft';
@@ -157,35 +157,48 @@ export class Workspace {
   }
 
   setPinned(id: string, pinned: boolean): void {
-    const note = this.#notes.get(id);
-    if (!note || note.pinned === pinned) return;
-    this.#put({ ...note, pinned });
-    this.#notify('notes', id);
+    this.setAllPinned([id], pinned);
   }
 
-  /** Moves a note to the bin and closes its tab; reopening the tab restores the note. */
+  setAllPinned(ids: ReadonlyArray<string>, pinned: boolean): void {
+    const changed = this.#known(ids).filter((note) => note.pinned !== pinned);
+    for (const note of changed) this.#put({ ...note, pinned });
+    if (changed.length) this.#notify('notes', ids[0]);
+  }
+
   deleteNote(id: string): void {
-    const note = this.#notes.get(id);
-    if (!note) return;
-    this.#drop(id);
-    const bin = [...this.#contents.bin, { note, deleted: this.now() }];
-    const { tabs } = this;
-    const closed = tabs.open.includes(id)
-      ? closeTabs(tabs, [id])
-      : { ...tabs, closed: [...tabs.closed.filter((tab) => tab.id !== id), { id, index: 0 }] };
-    this.#contents = { ...this.#contents, bin, tabs: closed };
-    this.#notify('notes', id);
+    this.deleteNotes([id]);
+  }
+
+  /** Moves notes to the bin and closes their tabs; reopening the tab restores the note. */
+  deleteNotes(ids: ReadonlyArray<string>): void {
+    const notes = this.#known(ids);
+    if (!notes.length) return;
+    const deleted = this.now();
+    for (const { id } of notes) this.#drop(id);
+    const bin = [...this.#contents.bin, ...notes.map((note) => ({ note, deleted }))];
+    const open = new Set(this.tabs.open);
+    const hidden = new Set(notes.map(({ id }) => id).filter((id) => !open.has(id)));
+    const tabs = closeTabs(this.tabs, ids);
+    const others = tabs.closed.filter(({ id }) => !hidden.has(id));
+    const closed = [...others, ...[...hidden].map((id) => ({ id, index: 0 }))].slice(-HISTORY);
+    this.#contents = { ...this.#contents, bin, tabs: { ...tabs, closed } };
+    this.#notify('notes', ids[0]);
     this.#notify('tabs');
   }
 
-  /** Restores a note from the bin. */
   restoreNote(id: string): boolean {
-    const binned = this.#contents.bin.find(({ note }) => note.id === id);
-    if (!binned) return false;
-    const bin = this.#contents.bin.filter((entry) => entry !== binned);
-    this.#contents = { ...this.#contents, bin };
-    this.#put(binned.note);
-    this.#notify('notes', id);
+    return this.restoreNotes([id]);
+  }
+
+  /** Restores notes from the bin; returns whether any was there. */
+  restoreNotes(ids: ReadonlyArray<string>): boolean {
+    const wanted = new Set(ids);
+    const binned = this.#contents.bin.filter(({ note }) => wanted.has(note.id));
+    if (!binned.length) return false;
+    this.#contents = { ...this.#contents, bin: this.#contents.bin.filter(({ note }) => !wanted.has(note.id)) };
+    for (const { note } of binned) this.#put(note);
+    this.#notify('notes', ids[0]);
     return true;
   }
 
@@ -259,6 +272,10 @@ export class Workspace {
   #isUntouched(id: string): boolean {
     const note = this.#notes.get(id);
     return !!note && note.name === null && note.extra.length === 0 && isUntouched(note);
+  }
+
+  #known(ids: ReadonlyArray<string>): Note[] {
+    return ids.flatMap((id) => this.#notes.get(id) ?? []);
   }
 
   #put(note: Note): void {

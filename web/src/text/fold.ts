@@ -13,29 +13,53 @@ export function fold(text: string): string {
   return LATIN_ONLY.test(text) ? latin : latin.replace(BEYOND_LATIN, withoutMarks);
 }
 
-/**
- * The position of `foldedQuery` in `text`, in the text's own offsets. Folding changes the length of text
- * outside Latin-1, so such text is folded character by character with a map back. Meant for titles and
- * excerpts, not whole notes.
- */
-export function findFolded(text: string, foldedQuery: string): { from: number; to: number } | null {
+export interface Place {
+  readonly from: number;
+  readonly to: number;
+}
+
+/** The first position of `foldedQuery` in `text`, in the text's own offsets. Meant for titles and excerpts. */
+export function findFolded(text: string, foldedQuery: string): Place | null {
   if (!foldedQuery) return null;
-  if (LATIN_ONLY.test(text)) {
-    const from = foldLatin(text).indexOf(foldedQuery);
-    return from < 0 ? null : { from, to: from + foldedQuery.length };
+  const { folded, origin } = foldWithOrigins(text);
+  const at = folded.indexOf(foldedQuery);
+  return at < 0 ? null : { from: origin(at), to: origin(at + foldedQuery.length) };
+}
+
+/** Where any of some folded words is, in order; places that overlap are one. Meant for lines, not whole notes. */
+export function foldedPlaces(text: string, words: ReadonlyArray<string>): Place[] {
+  const { folded, origin } = foldWithOrigins(text);
+  const all = words.flatMap((word) => {
+    const places: Place[] = [];
+    for (let at = folded.indexOf(word); word && at >= 0; at = folded.indexOf(word, at + word.length)) {
+      places.push({ from: origin(at), to: origin(at + word.length) });
+    }
+    return places;
+  });
+  const merged: Place[] = [];
+  for (const place of all.sort((one, other) => one.from - other.from)) {
+    const last = merged.at(-1);
+    if (!last || place.from >= last.to) merged.push(place);
+    else merged[merged.length - 1] = { from: last.from, to: Math.max(last.to, place.to) };
   }
+  return merged;
+}
+
+/**
+ * Folding changes the length of text outside Latin-1, so such text is folded character by character with a map back.
+ */
+function foldWithOrigins(text: string): { folded: string; origin: (at: number) => number } {
+  if (LATIN_ONLY.test(text)) return { folded: foldLatin(text), origin: (at) => at };
   let folded = '';
-  const origin: number[] = [];
+  const origins: number[] = [];
   let offset = 0;
   for (const char of text) {
     const foldedChar = fold(char);
-    for (let i = 0; i < foldedChar.length; i++) origin.push(offset);
+    for (let i = 0; i < foldedChar.length; i++) origins.push(offset);
     folded += foldedChar;
     offset += char.length;
   }
-  const at = folded.indexOf(foldedQuery);
-  if (at < 0) return null;
-  return { from: origin[at] ?? 0, to: origin[at + foldedQuery.length] ?? text.length };
+  return { folded, origin: (at) => origins[at] ?? text.length };
 }
 
 /**

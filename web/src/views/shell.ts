@@ -1,5 +1,6 @@
 import { htmlTag, onLanguageChange } from '../i18n/language';
 import type { Target } from '../editor/targets';
+import type { Sort } from '../state/settings';
 import { titleOf, type Workspace } from '../state/workspace';
 import { h, iconButton, relabel } from '../dom/elements';
 import { type BacklinksActions, BacklinksPanel } from './backlinksPanel';
@@ -17,8 +18,10 @@ import { Toasts } from './toasts';
 /** What the user can do with the mouse in the page. */
 export interface ShellActions {
   createNote(): void;
-  openNote(id: string): void;
-  deleteNote(id: string): void;
+  openNote(id: string, words?: ReadonlyArray<string>): void;
+  deleteNotes(ids: ReadonlyArray<string>): void;
+  sortNotes(sort: Sort): void;
+  rowMenu(ids: ReadonlyArray<string>): MenuGroups;
   closeTab(id: string): void;
   moveTab(id: string, index: number): void;
   tabMenu(id: string): MenuGroups;
@@ -61,8 +64,10 @@ export class Shell {
   constructor(workspace: Workspace, actions: ShellActions) {
     this.#workspace = workspace;
     this.sidebar = new Sidebar(workspace, {
-      open: (id) => actions.openNote(id),
-      remove: (id) => actions.deleteNote(id),
+      open: (id, words) => actions.openNote(id, words),
+      remove: (ids) => actions.deleteNotes(ids),
+      sort: (sort) => actions.sortNotes(sort),
+      menu: (ids) => actions.rowMenu(ids),
       create: () => actions.createNote(),
       showBin: () => actions.showBin(),
       leave: () => actions.focusEditor(),

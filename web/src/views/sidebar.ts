@@ -1,10 +1,14 @@
 import type { Note } from '../state/model';
-import { allOf, contextOf, foldNotes, forgetFolded, narrowed, type SearchMatch, searchNotes } from '../state/search';
-import { titleOf, type Workspace } from '../state/workspace';
+import { allOf, foldNotes, forgetFolded, narrowed, ranked, type SearchMatch, searchNotes } from '../state/search';
+import { inOrder } from '../state/noteOrder';
+import { readSort, type Sort, sorts } from '../state/settings';
+import type { Workspace } from '../state/workspace';
 import { counted, t } from '../i18n/language';
 import { isComposing } from '../keyboard/keys';
-import { findFolded, fold } from '../text/fold';
-import { headOf } from '../text/title';
+import { markedWords, parseQuery, type Query } from '../text/searchQuery';
+import { fillNoteRow } from './noteRow';
+import { sectionsBy } from './listSections';
+import { type MenuGroups, popupMenu } from './menu';
 import { rootPixels } from './rootStyle';
 import { drawIcon, h, iconButton } from '../dom/elements';
 import { inSlices } from '../time/slices';
@@ -12,8 +16,11 @@ import { TagTree } from './tagTree';
 import { WindowedList } from './windowedList';
 
 export interface SidebarActions {
-  open(id: string): void;
-  remove(id: string): void;
+  /** `words` are those that the search has found in the note. */
+  open(id: string, words: ReadonlyArray<string>): void;
+  remove(ids: ReadonlyArray<string>): void;
+  sort(sort: Sort): void;
+  menu(ids: ReadonlyArray<string>): MenuGroups;
   create(): void;
   showBin(): void;
   leave(): void;
@@ -21,7 +28,9 @@ export interface SidebarActions {
   toggleTags(): void;
 }
 
+const sortNames = { edited: 'sort.edited', created: 'sort.created', title: 'sort.title' } as const;
 const ROW_REMS = 3.875;
+const HEADING_REMS = 1.875;
 /** The longest a search, or what it prepares, runs before it lets a key press or a frame through. */
 const SLICE_MS = 24;
 /**
@@ -41,11 +50,16 @@ export class Sidebar {
   readonly #list: WindowedList<SearchMatch>;
   readonly #input: HTMLInputElement;
   readonly #outcome: HTMLElement;
-  #query = '';
+  readonly #sort: HTMLSelectElement;
+  readonly #hint: HTMLElement;
+  #query: Query = parseQuery('', 0);
+  #words: ReadonlyArray<string> = [];
   #stopSearch = (): void => undefined;
   /** Matches of the last completed search, and the list they were found in. */
-  #lastSearch: { readonly query: string; readonly of: unknown; readonly found: ReadonlyArray<SearchMatch> } | null =
+  #lastSearch: { readonly query: Query; readonly of: unknown; readonly found: ReadonlyArray<SearchMatch> } | null =
     null;
+  #shownSort: Sort = 'edited';
+  #selected = 0;
   #folding = false;
   #forgetting: ReturnType<typeof setTimeout> | undefined;
 
@@ -54,11 +68,17 @@ export class Sidebar {
     this.#actions = actions;
     this.#list = new WindowedList<SearchMatch>({
       rowHeight: () => rootPixels(ROW_REMS),
+      headingHeight: () => rootPixels(HEADING_REMS),
       idPrefix: 'note-',
       key: ({ note }) => note.id,
-      fill: (row, found) => this.#fillRow(row, found),
-      onActivate: ({ note }) => actions.open(note.id),
-      onDelete: ({ note }) => actions.remove(note.id),
+      fill: (row, found, heading) => this.#fillRow(row, found, heading),
+      onActivate: ({ note }) => actions.open(note.id, this.#words),
+      onDelete: (found) => actions.remove(found.map(({ note }) => note.id)),
+      onSelected: (count) => {
+        this.#selected = count;
+        this.#showOutcome();
+      },
+      onMenu: (found, at) => this.#openMenu(found, at),
       onLeave: (upwards) => (upwards ? this.focusSearch() : actions.leave()),
     });
     this.#list.element.dataset.tLabel = 'sidebar.label';
@@ -66,11 +86,20 @@ export class Sidebar {
       class: 'search',
       tLabel: 'search.label',
       tPlaceholder: 'search.label',
-      attrs: { id: 'searchInput', type: 'search', autocomplete: 'off', spellcheck: 'false' },
+      attrs: {
+        id: 'searchInput',
+        type: 'search',
+        autocomplete: 'off',
+        spellcheck: 'false',
+        'aria-describedby': 'searchHint',
+      },
       on: {
-        focus: () => this.#foldAhead(),
-        blur: () => this.#forgetLater(),
-        input: () => this.render(),
+        focus: () => this.#onFocus(),
+        blur: () => this.#onBlur(),
+        input: () => {
+          this.#showHint(true);
+          this.render();
+        },
         keydown: (event) => this.#onSearchKey(event),
       },
     });
@@ -79,6 +108,16 @@ export class Sidebar {
       toggle: () => actions.toggleTags(),
       leave: () => actions.leave(),
     });
+    this.#hint = h('p', { class: 'search-hint', t: 'search.hint', attrs: { id: 'searchHint', hidden: '' } });
+    this.#sort = h(
+      'select',
+      {
+        class: 'choice sort',
+        tLabel: 'sort.label',
+        on: { change: () => actions.sort(readSort(this.#sort.value)) },
+      },
+      ...sorts.map((sort) => h('option', { t: sortNames[sort], attrs: { value: sort } })),
+    );
     this.#outcome = h('p', { class: 'outcome', attrs: { role: 'status' } });
     this.element = h(
       'aside',
@@ -89,9 +128,11 @@ export class Sidebar {
         this.#input,
         iconButton('plus', 'cmd.newNote', () => actions.create()),
       ),
-      this.#outcome,
+      h('div', { class: 'list-info' }, this.#outcome, this.#sort),
       this.#list.element,
       this.tags.element,
+      // Below the list, so that no row moves away from under the pointer when the field is left.
+      this.#hint,
       h(
         'button',
         { class: 'bin-button', attrs: { type: 'button' }, on: { click: () => actions.showBin() } },
@@ -101,45 +142,57 @@ export class Sidebar {
     );
   }
 
+  get sort(): Sort {
+    return readSort(this.#workspace.settings.sort);
+  }
+
   /** Sorts the list and filters it by the search field. */
   render(): void {
     this.#stopSearch();
     const before = this.#query;
-    this.#query = fold(this.#input.value.trim());
+    const query = parseQuery(this.#input.value, Date.now());
+    this.#query = query;
+    this.#words = markedWords(query);
     const notes = this.#workspace.notesInOrder();
-    if (!this.#query) {
-      this.#show(
-        notes.map((note) => ({ note, inTitle: true, near: 0, from: 0 })),
-        true,
-      );
+    const { sort } = this;
+    this.#sort.value = sort;
+    if (!query.source) {
+      this.#shownSort = sort;
+      const section = sectionsBy(sort, Date.now());
+      this.#stopSearch = inSlices(inOrder(notes, sort), {
+        slice: SLICE_MS,
+        onDone: (ordered) => this.#show(ordered.map(unfiltered), true, ({ note }) => section(note)),
+      });
       return;
     }
     const found: SearchMatch[] = [];
     const last = this.#lastSearch;
-    const narrower = last?.of === notes ? narrowed(this.#query, last.query, last.found) : null;
+    const narrower = last?.of === notes ? narrowed(query, last.query, last.found) : null;
     let shown = performance.now();
-    this.#stopSearch = inSlices(gather(searchNotes(narrower ?? allOf(notes), this.#query), found), {
+    this.#stopSearch = inSlices(gather(searchNotes(narrower ?? allOf(notes), query), found), {
       slice: SLICE_MS,
       onPause: () => {
         const now = performance.now();
         // A repeated search replaces its matches in one go, so the list does not jump.
-        if (before === this.#query || now - shown <= SHOW_MS) return;
-        this.#show([...found], false);
+        if (before.source === query.source || now - shown <= SHOW_MS) return;
+        this.#show(ranked(found), false);
         shown = now;
       },
       onDone: () => {
-        this.#show(found, true);
-        this.#lastSearch = { query: this.#query, of: notes, found };
+        this.#show(ranked(found), true);
+        this.#lastSearch = { query, of: notes, found };
       },
     });
   }
 
   /** Moves the latest notes to the top. Search results keep their order. */
   reorder(): void {
-    if (!this.#query) this.render();
+    if (!this.#query.source) this.render();
   }
 
+  /** Follows the settings: the order, and the size of the text. */
   refresh(): void {
+    if (this.sort !== this.#shownSort) this.reorder();
     this.#list.refresh();
   }
 
@@ -163,6 +216,21 @@ export class Sidebar {
     this.render();
   }
 
+  #onFocus(): void {
+    this.#showHint(true);
+    this.#foldAhead();
+  }
+
+  #onBlur(): void {
+    this.#showHint(false);
+    this.#forgetLater();
+  }
+
+  /** How a search can be refined, as long as nothing is typed. */
+  #showHint(focused: boolean): void {
+    this.#hint.hidden = !focused || this.#input.value !== '';
+  }
+
   /** Prepares the notes when the search field gets the focus, before the user types. */
   #foldAhead(): void {
     clearTimeout(this.#forgetting);
@@ -183,47 +251,42 @@ export class Sidebar {
     this.#forgetting = setTimeout(forgetFolded, FORGET_MS);
   }
 
-  #show(found: ReadonlyArray<SearchMatch>, complete: boolean): void {
-    this.#list.setItems(found);
+  #show(found: ReadonlyArray<SearchMatch>, complete: boolean, headingOf?: (found: SearchMatch) => string): void {
+    this.#list.setItems(found, headingOf);
     this.#list.element.hidden = complete && found.length === 0;
-    if (!complete) return;
-    const query = this.#input.value.trim();
-    if (query) {
-      this.#outcome.textContent = found.length ? counted('search.count', found.length) : t('search.none', { query });
-    } else {
-      this.#outcome.textContent = found.length ? '' : t('sidebar.empty');
-    }
+    if (complete) this.#showOutcome();
   }
 
-  #fillRow(row: HTMLElement, { note: listed, inTitle, near }: SearchMatch): void {
-    const note = this.#workspace.note(listed.id) ?? listed;
-    const title = titleOf(note);
-    const below = (!inTitle && contextOf(note.text, this.#query, near)) || excerptOf(note);
-    const fallback = title ? '' : t('sidebar.emptyNote');
-    const signature = JSON.stringify([title, below, this.#query, t('untitled'), note.pinned]);
-    if (row.dataset.signature === signature) return;
-    row.dataset.signature = signature;
-    row.replaceChildren(
-      h(
-        'div',
-        { class: 'row-title' },
-        ...(note.pinned ? [pinMark()] : []),
-        ...marked(title || t('untitled'), this.#query),
-      ),
-      h('div', { class: 'row-excerpt' }, ...marked(below || fallback, this.#query)),
-    );
-    row.classList.toggle('is-untitled', !title);
-    row.classList.toggle('is-empty', !below);
+  /** How many notes are listed or, if any are, selected. */
+  #showOutcome(): void {
+    const query = this.#input.value.trim();
+    const { length } = this.#list.items;
+    this.#sort.hidden = this.#selected > 0 || query !== '' || length === 0;
+    if (this.#selected) this.#outcome.textContent = counted('sidebar.selected', this.#selected);
+    else if (query) this.#outcome.textContent = length ? counted('search.count', length) : t('search.none', { query });
+    else this.#outcome.textContent = length ? counted('sidebar.count', length) : t('sidebar.empty');
+  }
+
+  #fillRow(row: HTMLElement, match: SearchMatch, heading: string): void {
+    const note = this.#workspace.note(match.note.id) ?? match.note;
+    const moment = this.sort === 'created' ? 'created' : 'updated';
+    fillNoteRow(row, note, match, { heading, words: this.#words, moment });
+  }
+
+  #openMenu(found: ReadonlyArray<SearchMatch>, at: { readonly x: number; readonly y: number }): void {
+    const groups = this.#actions.menu(found.map(({ note }) => note.id));
+    popupMenu(found.length > 1 ? 'rows.label' : 'actions.label', groups, at, () => this.#list.element.focus());
   }
 
   #onSearchKey(event: KeyboardEvent): void {
     if (isComposing(event) || event.ctrlKey || event.metaKey || event.altKey) return;
     const first = this.#list.items[0];
     if (event.key === 'ArrowDown') this.#list.focusFirst();
-    else if (event.key === 'Enter' && first) this.#actions.open(first.note.id);
+    else if (event.key === 'Enter' && first) this.#actions.open(first.note.id, this.#words);
     else if (event.key === 'Escape') {
       if (this.#input.value) {
         this.#input.value = '';
+        this.#showHint(true);
         this.render();
       } else this.#actions.leave();
     } else return;
@@ -239,18 +302,7 @@ function* gather(search: Iterable<SearchMatch | null>, found: SearchMatch[]): Ge
   }
 }
 
-/** An imported note has its file name as title, so its first line belongs in the excerpt. */
-function excerptOf(note: Note): string {
-  const { title, excerpt } = headOf(note.text);
-  return note.name === null ? excerpt : [title, excerpt].filter(Boolean).join(' ');
-}
-
-function pinMark(): HTMLElement {
-  return h('span', { class: 'pin', tLabel: 'note.isPinned', attrs: { role: 'img' } }, drawIcon('pin'));
-}
-
-function marked(text: string, query: string): Array<Node | string> {
-  const match = findFolded(text, query);
-  if (!match) return [text];
-  return [text.slice(0, match.from), h('mark', {}, text.slice(match.from, match.to)), text.slice(match.to)];
+/** A note in the list of all. */
+function unfiltered(note: Note): SearchMatch {
+  return { note, inTitle: true, near: 0, from: 0, rank: 0 };
 }

@@ -1,14 +1,22 @@
 import { h } from '../dom/elements';
-import { isDelete } from '../keyboard/keys';
+import { hasMod, hasOtherMod, isDelete, isMenuKey } from '../keyboard/keys';
+import { ListHeadings } from './listHeadings';
+import { ListSelection, onNativeSelectAll, rowIndexAt } from './listSelection';
 
 export interface WindowedListOptions<Item> {
   /** In pixels; scales with the text size. */
   readonly rowHeight: () => number;
+  readonly headingHeight?: () => number;
   readonly idPrefix: string;
   readonly key: (item: Item) => string;
-  readonly fill: (row: HTMLElement, item: Item) => void;
+  /** `heading` is the one right above the row, which a screen reader is to say with it; empty if there is none. */
+  readonly fill: (row: HTMLElement, item: Item, heading: string) => void;
   readonly onActivate: (item: Item) => void;
-  readonly onDelete?: (item: Item) => void;
+  readonly onDelete?: (items: ReadonlyArray<Item>) => void;
+  /** Several rows can be selected; called with how many are. */
+  readonly onSelected?: (count: number) => void;
+  /** A menu is wanted for these items, at this position in the window. */
+  readonly onMenu?: (items: ReadonlyArray<Item>, at: { readonly x: number; readonly y: number }) => void;
   /** Escape, or the up arrow on the first row. */
   readonly onLeave: (upwards: boolean) => void;
 }
@@ -23,29 +31,41 @@ const MARGIN_ROWS = 6;
 export class WindowedList<Item> {
   readonly element: HTMLElement;
   readonly #space: HTMLElement;
+  readonly #headingLayer: HTMLElement;
   readonly #options: WindowedListOptions<Item>;
+  readonly #selection: ListSelection;
+  #headings = new ListHeadings();
   #items: ReadonlyArray<Item> = [];
   #current = -1;
   #selectedKey: string | null = null;
+  #revealing = false;
   #frame = 0;
 
   constructor(options: WindowedListOptions<Item>) {
     this.#options = options;
     this.#space = h('div', { class: 'list-space', attrs: { role: 'presentation' } });
+    this.#headingLayer = h('div', { class: 'list-headings', attrs: { 'aria-hidden': 'true' } });
+    this.#selection = new ListSelection((count) => {
+      options.onSelected?.(count);
+      this.refresh();
+    });
     this.element = h(
       'div',
       {
         class: 'list',
-        attrs: { role: 'listbox', tabindex: '0' },
+        attrs: { role: 'listbox', tabindex: '0', ...(options.onSelected ? { 'aria-multiselectable': 'true' } : {}) },
         on: {
           scroll: () => this.refresh(),
           keydown: (event) => this.#onKey(event),
           click: (event) => this.#onClick(event),
+          contextmenu: (event) => this.#onContextMenu(event),
           focus: () => this.#onFocus(),
         },
       },
+      this.#headingLayer,
       this.#space,
     );
+    if (options.onSelected) onNativeSelectAll(this.element, () => this.#selectAll());
     new ResizeObserver(() => this.refresh()).observe(this.element);
   }
 
@@ -53,18 +73,20 @@ export class WindowedList<Item> {
     return this.#items;
   }
 
-  /** Shows these items; the current row stays on its item if that is still in the list. */
-  setItems(items: ReadonlyArray<Item>): void {
+  /** Shows these items below their headings; the current row stays on its item if that is still in the list. */
+  setItems(items: ReadonlyArray<Item>, headingOf?: (item: Item) => string): void {
     const before = this.#items[this.#current];
     const key = before === undefined ? null : this.#options.key(before);
     this.#items = items;
-    const kept = items.findIndex((item) => this.#options.key(item) === key);
-    this.#current = kept >= 0 ? kept : Math.min(this.#current, items.length - 1);
+    this.#headings = new ListHeadings(headingOf ? items.map(headingOf) : []);
+    this.#current = this.#indexOf(key) ?? Math.min(this.#current, items.length - 1);
+    this.#selection.keep(() => items.map(this.#options.key));
     this.refresh();
   }
 
-  /** Marks the item open in the editor. */
+  /** Marks the item open in the editor, and shows where it is in the list if it is another one. */
   select(key: string | null): void {
+    this.#revealing ||= key !== this.#selectedKey;
     this.#selectedKey = key;
     this.refresh();
   }
@@ -84,22 +106,27 @@ export class WindowedList<Item> {
   redraw(key: string): void {
     const row = document.getElementById(this.#options.idPrefix + key);
     const item = this.#items[Number(row?.dataset.index ?? -1)];
-    if (row && item !== undefined && this.#options.key(item) === key) this.#options.fill(row, item);
+    if (row && item !== undefined && this.#options.key(item) === key) this.#fill(row, item, Number(row.dataset.index));
   }
 
   #draw(): void {
     this.#frame = 0;
-    const rowHeight = this.#options.rowHeight();
+    if (this.#revealing) this.#revealSelected();
+    const [rowHeight, headingHeight] = this.#heights();
     const { scrollTop, clientHeight } = this.element;
-    const first = Math.max(0, Math.floor(scrollTop / rowHeight) - MARGIN_ROWS);
-    const last = Math.min(this.#items.length, Math.ceil((scrollTop + clientHeight) / rowHeight) + MARGIN_ROWS);
-    this.#space.style.height = `${this.#items.length * rowHeight}px`;
+    const count = this.#items.length;
+    const itemAt = (top: number) => this.#headings.itemAt(top, count, rowHeight, headingHeight);
+    const first = Math.max(0, itemAt(scrollTop) - MARGIN_ROWS);
+    const last = Math.min(count, itemAt(scrollTop + clientHeight) + 1 + MARGIN_ROWS);
+    this.#space.style.height = `${count ? this.#topOf(count - 1) + rowHeight : 0}px`;
     const rows = [...this.#space.children] as HTMLElement[];
     for (let index = first; index < last; index++) {
       const row = rows[index - first] ?? this.#space.appendChild(h('div', { class: 'row' }));
       this.#drawRow(row, index);
     }
     for (const row of rows.slice(Math.max(0, last - first))) row.remove();
+    const headings = this.#headings.elements(first, last, (at) => this.#topOf(at) - headingHeight);
+    this.#headingLayer.replaceChildren(...headings);
     const current = this.#items[this.#current];
     const id = current === undefined ? '' : this.#rowId(current);
     if (id && document.getElementById(id)) this.element.setAttribute('aria-activedescendant', id);
@@ -111,13 +138,42 @@ export class WindowedList<Item> {
     if (item === undefined) return;
     row.id = this.#rowId(item);
     row.dataset.index = String(index);
-    row.style.transform = `translateY(${index * this.#options.rowHeight()}px)`;
+    row.style.transform = `translateY(${this.#topOf(index)}px)`;
     row.setAttribute('role', 'option');
     row.setAttribute('aria-setsize', String(this.#items.length));
     row.setAttribute('aria-posinset', String(index + 1));
-    row.setAttribute('aria-selected', String(this.#options.key(item) === this.#selectedKey));
+    row.setAttribute('aria-selected', String(this.#isSelected(this.#options.key(item))));
     row.classList.toggle('is-current', index === this.#current);
-    this.#options.fill(row, item);
+    this.#fill(row, item, index);
+  }
+
+  #fill(row: HTMLElement, item: Item, index: number): void {
+    this.#options.fill(row, item, this.#headings.textAt(index));
+  }
+
+  #isSelected(key: string): boolean {
+    return this.#selection.size ? this.#selection.has(key) : key === this.#selectedKey;
+  }
+
+  /** The selected items, or else the current one. */
+  #chosen(): ReadonlyArray<Item> {
+    if (this.#selection.size) return this.#items.filter((item) => this.#selection.has(this.#options.key(item)));
+    return this.#items.slice(Math.max(0, this.#current), this.#current + 1);
+  }
+
+  #heights(): [row: number, heading: number] {
+    return [this.#options.rowHeight(), this.#options.headingHeight?.() ?? 0];
+  }
+
+  #topOf(index: number): number {
+    const [rowHeight, headingHeight] = this.#heights();
+    return index * rowHeight + this.#headings.above(index) * headingHeight;
+  }
+
+  #indexOf(key: string | null): number | null {
+    if (key === null) return null;
+    const index = this.#items.findIndex((item) => this.#options.key(item) === key);
+    return index < 0 ? null : index;
   }
 
   #rowId(item: Item): string {
@@ -125,45 +181,92 @@ export class WindowedList<Item> {
   }
 
   #onFocus(): void {
-    if (this.#current < 0) {
-      const selected = this.#items.findIndex((i) => this.#options.key(i) === this.#selectedKey);
-      this.#current = selected >= 0 ? selected : this.#items.length ? 0 : -1;
-    }
+    if (this.#current < 0) this.#current = this.#indexOf(this.#selectedKey) ?? (this.#items.length ? 0 : -1);
     this.refresh();
   }
 
   #onClick(event: MouseEvent): void {
-    const row = (event.target as Element).closest<HTMLElement>('.row');
-    const index = Number(row?.dataset.index ?? -1);
+    const index = rowIndexAt(event);
     const item = this.#items[index];
     if (item === undefined) return;
+    const before = this.#current;
     this.#current = index;
-    this.#options.onActivate(item);
+    if (this.#options.onSelected && event.shiftKey) this.#selectTo(index, before);
+    else if (this.#options.onSelected && hasMod(event)) {
+      this.#selection.toggle(this.#options.key(item), this.#selectedKey);
+    } else {
+      this.#selection.clear();
+      this.#options.onActivate(item);
+    }
+  }
+
+  #onContextMenu(event: MouseEvent): void {
+    if (!this.#options.onMenu) return;
+    event.preventDefault();
+    const index = rowIndexAt(event);
+    const item = this.#items[index];
+    if (item === undefined) return;
+    if (!this.#selection.has(this.#options.key(item))) this.#selection.clear();
+    this.#current = index;
+    this.refresh();
+    this.#options.onMenu(this.#chosen(), { x: event.clientX, y: event.clientY });
+  }
+
+  /** The menu of the current row, by the keyboard. */
+  #openMenu(): void {
+    const item = this.#items[this.#current];
+    if (item === undefined) return;
+    const { left, bottom } = (document.getElementById(this.#rowId(item)) ?? this.element).getBoundingClientRect();
+    this.#options.onMenu?.(this.#chosen(), { x: left + 24, y: bottom });
   }
 
   #onKey(event: KeyboardEvent): void {
-    if (event.ctrlKey || event.metaKey || event.altKey) return;
+    if (event.altKey || hasOtherMod(event)) return;
+    if (hasMod(event)) {
+      if (event.key.toLowerCase() !== 'a' || !this.#options.onSelected) return;
+      this.#selectAll();
+      event.preventDefault();
+      return;
+    }
     const item = this.#items[this.#current];
-    const page = Math.max(1, Math.floor(this.element.clientHeight / this.#options.rowHeight()) - 1);
-    const steps: Record<string, number> = {
-      ArrowDown: 1,
-      ArrowUp: -1,
-      PageDown: page,
-      PageUp: -page,
-      Home: -this.#items.length,
-      End: this.#items.length,
-    };
-    const step = steps[event.key];
+    const step = this.#stepOf(event.key);
     if (step !== undefined) {
-      if (event.key === 'ArrowUp' && this.#current <= 0) this.#options.onLeave(true);
-      else this.#move(step);
-    } else if (event.key === 'Escape') this.#options.onLeave(false);
-    else if ((event.key === 'Enter' || event.key === ' ') && item !== undefined) {
+      if (event.shiftKey && this.#options.onSelected) {
+        const before = this.#current;
+        this.#move(step);
+        this.#selectTo(this.#current, before);
+      } else if (event.key === 'ArrowUp' && this.#current <= 0) this.#options.onLeave(true);
+      else {
+        this.#selection.clear();
+        this.#move(step);
+      }
+    } else if (event.key === 'Escape') {
+      if (this.#selection.size) this.#selection.clear();
+      else this.#options.onLeave(false);
+    } else if ((event.key === 'Enter' || event.key === ' ') && item !== undefined) {
       this.#options.onActivate(item);
     } else if (isDelete(event) && item !== undefined && this.#options.onDelete) {
-      this.#options.onDelete(item);
-    } else return;
+      this.#options.onDelete(this.#chosen());
+    } else if (this.#options.onMenu && isMenuKey(event)) this.#openMenu();
+    else return;
     event.preventDefault();
+  }
+
+  #stepOf(key: string): number | undefined {
+    const page = Math.max(1, Math.floor(this.element.clientHeight / this.#options.rowHeight()) - 1);
+    const { length } = this.#items;
+    return { ArrowDown: 1, ArrowUp: -1, PageDown: page, PageUp: -page, Home: -length, End: length }[key];
+  }
+
+  #selectAll(): void {
+    this.#selection.set(this.#items.map(this.#options.key));
+  }
+
+  /** Selects from where the selection began, or else from the row that was current. */
+  #selectTo(index: number, before: number): void {
+    const start = this.#indexOf(this.#selection.anchor) ?? Math.max(0, before);
+    const keys = this.#items.slice(Math.min(start, index), Math.max(start, index) + 1).map(this.#options.key);
+    this.#selection.set(keys, (start <= index ? keys[0] : keys.at(-1)) ?? null);
   }
 
   #move(step: number): void {
@@ -172,11 +275,20 @@ export class WindowedList<Item> {
     this.#reveal();
   }
 
+  /** The current row follows, unless somebody is choosing another. */
+  #revealSelected(): void {
+    this.#revealing = false;
+    const index = this.#indexOf(this.#selectedKey);
+    if (index === null || document.activeElement === this.element) return;
+    this.#current = index;
+    this.#reveal();
+  }
+
   #reveal(): void {
-    const rowHeight = this.#options.rowHeight();
-    const top = this.#current * rowHeight;
+    const [rowHeight] = this.#heights();
+    const top = this.#topOf(this.#current);
     const { scrollTop, clientHeight } = this.element;
-    if (top < scrollTop) this.element.scrollTop = top;
+    if (top < scrollTop) this.element.scrollTop = this.#current ? top : 0;
     else if (top + rowHeight > scrollTop + clientHeight) {
       this.element.scrollTop = top + rowHeight - clientHeight;
     }

@@ -61,7 +61,31 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
   },
   'search without finds': async (page) => {
     await page.fill('#searchInput', 'zzz');
-    await page.waitForFunction(() => document.querySelector('.outcome')?.textContent);
+    await page.waitForFunction(() => document.querySelector('.outcome')?.textContent?.includes('zzz'));
+  },
+  'search hint': (page) => page.focus('#searchInput'),
+  'hits of a search': async (page) => {
+    await page.fill('#searchInput', 'forte leve');
+    await page.waitForFunction(() => document.querySelectorAll('#sidebar .row').length === 1);
+    await page.press('#searchInput', 'Enter');
+    await page.waitForSelector('.hit');
+  },
+  'list by title': async (page) => {
+    await page.selectOption('.sort', 'title');
+    await page.waitForFunction(() => document.querySelectorAll('.list-heading').length === 3);
+  },
+  'several notes selected': async (page) => {
+    await page.focus('#sidebar .list');
+    await page.keyboard.press('Control+a');
+    await page.waitForFunction(() => document.querySelectorAll('#sidebar [aria-selected=true]').length === 3);
+  },
+  'menu of a row': async (page) => {
+    await page.click('#sidebar .row', { button: 'right' });
+    await page.waitForSelector('main > .menu');
+  },
+  switcher: async (page) => {
+    await page.keyboard.press('Control+Shift+o');
+    await page.keyboard.type('co');
   },
   'links to the note': async (page) => {
     await page.waitForSelector('.backlinks-head');

@@ -3,17 +3,22 @@ import { test } from 'node:test';
 import { Text } from '@codemirror/state';
 import { emptyContents, type Note } from '../../src/state/model';
 import { NoteText } from '../../src/state/noteText';
+import { contextOf } from '../../src/state/searchContext';
 import {
   allOf,
-  contextOf,
+  type Candidate,
   foldNotes,
   forgetFolded,
   narrowed,
   type SearchMatch,
-  searchNotes,
+  searchNotes as search,
 } from '../../src/state/search';
+import { parseQuery } from '../../src/text/searchQuery';
 import { titleOf, Workspace } from '../../src/state/workspace';
 import { workspaceWith } from './workspaces';
+
+const parsed = (query: string) => parseQuery(query, 0);
+const searchNotes = (candidates: Iterable<Candidate>, query: string) => search(candidates, parsed(query));
 
 test('the search ignores accents in titles and texts', () => {
   const { workspace } = workspaceWith('Reunião', 'Lista\npão e maçã', 'Outra');
@@ -29,14 +34,15 @@ test('the search finds a match across chunks of a long text, with its excerpt', 
   const { workspace } = workspaceWith(`Longa\n${text}`);
   const [found] = [...searchNotes(allOf(workspace.notesInOrder()), 'AGULHA')];
   assert.ok(found && !found.inTitle);
-  assert.match(contextOf(found.note.text, 'AGULHA'), /^…x+agulha y/);
+  assert.match(contextOf(found.note.text, ['agulha']), /^…x+agulha y/);
 });
 
 test('an excerpt is the original text around the match, on one line', () => {
   const text = NoteText.of(['Título', '', `${'palavra '.repeat(20)}pão`, '', 'e maçã', 'fim'].join('\n'));
-  assert.equal(contextOf(text, 'MACA'), '…palavra palavra pão e maçã fim');
-  assert.equal(contextOf(text, 'nada'), '');
-  assert.equal(contextOf(text, ''), '');
+  assert.equal(contextOf(text, ['maca']), '…palavra pão e maçã fim');
+  assert.equal(contextOf(text, ['nada', 'maca']), '…palavra pão e maçã fim');
+  assert.equal(contextOf(text, ['nada']), '');
+  assert.equal(contextOf(text, []), '');
 });
 
 test('an excerpt is the same with and without knowing where the match is', () => {
@@ -52,10 +58,10 @@ test('an excerpt is the same with and without knowing where the match is', () =>
     const { workspace } = workspaceWith(`Título\n${text}`);
     const [found] = [...searchNotes(allOf(workspace.notesInOrder()), 'maca')];
     assert.ok(found && !found.inTitle);
-    const known = contextOf(found.note.text, 'maca', found.near);
-    assert.equal(known, contextOf(found.note.text, 'maca'));
+    const known = contextOf(found.note.text, ['maca'], found.near);
+    assert.equal(known, contextOf(found.note.text, ['maca']));
     assert.match(known, /ma[cç]/i);
-    assert.equal(contextOf(NoteText.of('outra'), 'maca', found.near), '');
+    assert.equal(contextOf(NoteText.of('outra'), ['maca'], found.near), '');
   }
 });
 
@@ -63,7 +69,7 @@ test('a match does not span title and text', () => {
   const { workspace } = workspaceWith();
   workspace.addNote({ text: Text.of(['fim']), name: 'plano' });
   const found = (query: string) => [...searchNotes(allOf(workspace.notesInOrder()), query)].filter(Boolean).length;
-  assert.deepEqual(['planofim', 'plano fim', 'plano', 'fim'].map(found), [0, 0, 1, 1]);
+  assert.deepEqual(['planofim', '"plano fim"', 'plano', 'fim'].map(found), [0, 0, 1, 1]);
 });
 
 test('the search pauses, however many matches there are', () => {
@@ -89,18 +95,18 @@ test('a longer query only searches the matches of the shorter one, from where th
     ['ac', 'cac'],
     ['a', 'a'],
   ] as const) {
-    const among = narrowed(query, before, find(all, before));
+    const among = narrowed(parsed(query), parsed(before), find(all, before));
     assert.ok(among, `${query} after ${before}`);
     assert.deepEqual(find(among, query), find(all, query));
   }
   assert.deepEqual(
-    narrowed('acao', 'ac', find(all, 'ac'))
+    narrowed(parsed('acao'), parsed('ac'), find(all, 'ac'))
       ?.map(({ from }) => from)
       .sort((a, b) => a - b),
     [0, 0, 0, 1, 12],
   );
-  assert.equal(narrowed('ac', 'ação', find(all, 'ação')), null);
-  assert.equal(narrowed('a', '', find(all, '')), null, 'all notes are not finds');
+  assert.equal(narrowed(parsed('ac'), parsed('ação'), find(all, 'ação')), null);
+  assert.equal(narrowed(parsed('a'), parsed(''), find(all, '')), null, 'all notes are not finds');
 });
 
 test('folding ahead does not change the results, and pinned notes come first', () => {
@@ -116,13 +122,13 @@ test('folding ahead does not change the results, and pinned notes come first', (
 test('a search finds the same after what was prepared for it is given up', () => {
   const workspace = new Workspace(emptyContents, false, () => 1000);
   for (let i = 0; i < 20; i++) workspace.addNote({ text: `nota ${i}\nação` });
-  const search = () => [...searchNotes(allOf(workspace.notesInOrder()), 'acao')];
-  const pauses = () => search().filter((found) => found === null).length;
+  const all = () => [...searchNotes(allOf(workspace.notesInOrder()), 'acao')];
+  const pauses = () => all().filter((found) => found === null).length;
   forgetFolded();
   assert.equal(pauses(), 20, 'nothing is prepared');
   assert.equal(pauses(), 0);
   forgetFolded();
-  assert.equal(search().filter((found) => found !== null).length, 20);
+  assert.equal(all().filter((found) => found !== null).length, 20);
   forgetFolded();
   assert.equal(pauses(), 20);
 });
