@@ -13,6 +13,7 @@ import { applyAppearance, followDesktop } from '../views/rootStyle';
 import { Shell } from '../views/shell';
 import { beginParts } from '../commands/documentParts';
 import { type Context, focusMain, rememberPlace } from '../commands/context';
+import { careForVersions } from './versionCare';
 import { showCount } from './wordCount';
 import * as notes from '../commands/notes';
 import { chooseTheme } from '../commands/appearance';
@@ -53,7 +54,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     readOnly: newer,
     nonce,
     reservedKeys,
-    onText: (id, text) => workspace.setText(id, text),
+    onText: (id, text, removed) => workspace.setText(id, text, removed),
     onView: () => {
       showCount(context);
       shell.preview.changed();
@@ -90,6 +91,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     if (!newer) saver.changed();
     show(context, change, id);
   });
+  careForVersions(workspace, quiet, pageClock);
   onLanguageChange(() => {
     editor.relabel();
     showCount(context);

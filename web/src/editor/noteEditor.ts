@@ -1,4 +1,4 @@
-import { Compartment, EditorState, type StateEffect, type Text } from '@codemirror/state';
+import { type ChangeSet, Compartment, EditorState, type StateEffect, type Text } from '@codemirror/state';
 import { EditorView } from '@codemirror/view';
 import type { Note, Place } from '../state/model';
 import { baseExtensions, languageExtensions, readOnlyExtensions } from './extensions';
@@ -14,7 +14,8 @@ export interface NoteEditorOptions {
   readonly nonce: string;
   /** Keys the host's menu owns, which the editor ignores. */
   readonly reservedKeys: ReadonlyArray<string>;
-  readonly onText: (id: string, text: Text) => void;
+  /** `removed` is how much of the text before is gone. */
+  readonly onText: (id: string, text: Text, removed: number) => void;
   /** Called when the text, the selection or the shown note changes. */
   readonly onView: () => void;
   readonly onScroll: () => void;
@@ -152,11 +153,19 @@ export class NoteEditor {
         folding(doc.length),
         readOnlyExtensions(readOnly),
         EditorView.updateListener.of((update) => {
-          if (update.docChanged) onText(note.id, update.state.doc);
+          if (update.docChanged) onText(note.id, update.state.doc, removedBy(update.changes));
           if (update.docChanged || update.selectionSet) onView();
         }),
         EditorView.domEventHandlers({ scroll: () => onScroll() }),
       ],
     });
   }
+}
+
+function removedBy(changes: ChangeSet): number {
+  let removed = 0;
+  changes.iterChangedRanges((from, to) => {
+    removed += to - from;
+  });
+  return removed;
 }

@@ -2,9 +2,10 @@ import type { Format } from '../text/names';
 import type { Extra } from './extra';
 import type { NoteText } from './noteText';
 import { defaultSettings, type Settings } from './settings';
+import type { Versions } from './version';
 
 /** The newest document version this page can read, and the one it writes. */
-export const DOCUMENT_VERSION = 1;
+export const DOCUMENT_VERSION = 2;
 
 /** One note. Records are immutable: new text means a new record. */
 export interface Note {
@@ -21,6 +22,7 @@ export interface Note {
   readonly pinned: boolean;
   readonly created: number;
   readonly updated: number;
+  readonly versions: Versions;
   readonly extra: Extra;
 }
 

@@ -13,6 +13,7 @@ import { isMembers, type Members, migrate } from './migrations';
 import { NoteText } from './noteText';
 import { readRevision } from './revision';
 import { defaultSettings, readSettings, settingNames } from './settings';
+import { readVersions, VERSION_MEMBERS } from './readVersions';
 import { soundTabs } from './tabRow';
 
 const BIN_KEEPS_MS = 30 * 24 * 60 * 60 * 1000;
@@ -95,6 +96,7 @@ const NOTE_MEMBERS = [
   'created',
   'updated',
   'deleted',
+  ...VERSION_MEMBERS,
 ];
 const TABS_MEMBERS = ['open', 'active', 'closed'];
 
@@ -113,9 +115,11 @@ function readNote(entry: unknown, ids: Set<string>, now: number): Note | null {
   if (!id || ids.has(id)) id = crypto.randomUUID();
   ids.add(id);
   const created = readTime(entry.created, now);
+  const text = NoteText.of(entry.text);
+  const { versions, damaged } = readVersions(entry, text.length);
   return {
     id,
-    text: NoteText.of(entry.text),
+    text,
     format: entry.format === 'plain' ? 'plain' : 'markdown',
     name: readName(entry.name),
     fileName: readName(entry.fileName),
@@ -123,7 +127,8 @@ function readNote(entry: unknown, ids: Set<string>, now: number): Note | null {
     pinned: entry.pinned === true,
     created,
     updated: readTime(entry.updated, created),
-    extra: unknownMembers(entry, NOTE_MEMBERS),
+    versions,
+    extra: [...unknownMembers(entry, NOTE_MEMBERS), ...damaged],
   };
 }
 

@@ -1,9 +1,12 @@
 import type { Text } from '@codemirror/state';
 import { headOf } from '../text/title';
 import type { BinnedNote, ClosedTab, Contents, Note, Place, Tabs } from './model';
+import { type NewNote, newNote } from './newNote';
 import { NoteText } from './noteText';
 import type { Settings } from './settings';
 import { closeTabs, forgetTabs, openTab } from './tabRow';
+import type { Versions } from './version';
+import { versionsBefore } from './versions';
 
 /** What changed: one note's text; the set of notes or tabs; a setting; the capture draft. */
 export type Change = 'text' | 'notes' | 'tabs' | 'settings' | 'draft';
@@ -11,13 +14,6 @@ export type Change = 'text' | 'notes' | 'tabs' | 'settings' | 'draft';
 const PLACES = 1000;
 
 export type Listener = (change: Change, id?: string) => void;
-
-export interface NewNote {
-  readonly text: NoteText | Text | string;
-  readonly format?: Note['format'];
-  readonly name?: string | null;
-  readonly lineBreak?: Note['lineBreak'];
-}
 
 /** The notes and all other persistent state, with change listeners. */
 export class Workspace {
@@ -64,6 +60,10 @@ export class Workspace {
 
   note(id: string): Note | null {
     return this.#notes.get(id) ?? null;
+  }
+
+  noteOrBinned(id: string): Note | null {
+    return this.note(id) ?? this.#contents.bin.find(({ note }) => note.id === id)?.note ?? null;
   }
 
   /** Deleted notes, latest first. */
@@ -113,30 +113,21 @@ export class Workspace {
     this.#listeners.push(listener);
   }
 
-  addNote({ text, format = 'markdown', name = null, lineBreak = '\n' }: NewNote): Note {
-    const now = this.now();
-    const note: Note = {
-      id: crypto.randomUUID(),
-      text: NoteText.of(text),
-      format,
-      name,
-      fileName: null,
-      lineBreak,
-      pinned: false,
-      created: now,
-      updated: now,
-      extra: [],
-    };
+  addNote(values: NewNote): Note {
+    const note = newNote(values, this.now());
     this.#put(note);
     this.#notify('notes', note.id);
     return note;
   }
 
-  setText(id: string, text: Text): void {
+  /** `removed` is how much of the former text went, if that is known. */
+  setText(id: string, text: Text, removed = 0): void {
     const note = this.#notes.get(id);
     if (!note || note.text.is(text)) return;
+    const [now, next] = [this.now(), NoteText.of(text)];
+    const versions = versionsBefore(note, next, now, removed);
     // Later than its creation even if the clock was set back, because isUntouched() depends on it.
-    this.#put({ ...note, text: NoteText.of(text), updated: Math.max(this.now(), note.created + 1) });
+    this.#put({ ...note, text: next, updated: Math.max(now, note.created + 1), versions });
     this.#notify('text', id);
   }
 
@@ -145,6 +136,16 @@ export class Workspace {
     if (!note || note.fileName === fileName) return;
     this.#put({ ...note, fileName });
     this.#notify('notes', id);
+  }
+
+  /** Replaces the versions of a note, in the bin too; saved along with the next change. */
+  setVersions(id: string, versions: Versions): void {
+    const note = this.noteOrBinned(id);
+    if (!note) return;
+    const changed = { ...note, versions };
+    if (this.#notes.has(id)) this.#put(changed);
+    const bin = this.#contents.bin.map((entry) => (entry.note === note ? { ...entry, note: changed } : entry));
+    this.#contents = { ...this.#contents, bin };
   }
 
   setPinned(id: string, pinned: boolean): void {

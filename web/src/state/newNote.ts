@@ -1,0 +1,27 @@
+import type { Text } from '@codemirror/state';
+import type { Note } from './model';
+import { NoteText } from './noteText';
+import { noVersions } from './version';
+
+export interface NewNote {
+  readonly text: NoteText | Text | string;
+  readonly format?: Note['format'];
+  readonly name?: string | null;
+  readonly lineBreak?: Note['lineBreak'];
+}
+
+export function newNote({ text, format = 'markdown', name = null, lineBreak = '\n' }: NewNote, now: number): Note {
+  return {
+    id: crypto.randomUUID(),
+    text: NoteText.of(text),
+    format,
+    name,
+    fileName: null,
+    lineBreak,
+    pinned: false,
+    created: now,
+    updated: now,
+    versions: noVersions,
+    extra: [],
+  };
+}
