@@ -13,6 +13,7 @@ import { openCapture, openSearch, toggleSidebar } from './panels';
 import { togglePreview } from './preview';
 import { shareNote } from './share';
 import * as tabs from './tabs';
+import { versionCommands } from './versionCommands';
 import * as writing from './writing';
 
 const withNote = ({ workspace }: Context): boolean => workspace.activeNote !== null;
@@ -113,6 +114,7 @@ export const commands = {
     available: withNote,
     run: notes.togglePinned,
   },
+  ...versionCommands,
   delete: { label: 'cmd.delete', available: withNote, run: notes.deleteActiveNote },
   prevTab: {
     label: 'cmd.prevTab',
@@ -199,7 +201,7 @@ export const noteCommands: ReadonlyArray<ReadonlyArray<Name>> = [
   ['copyMarkdown', 'copyPlain', 'whatsapp', 'share'],
   ['preview', 'reading'],
   ['closeOthers', 'closeRight'],
-  ['pin'],
+  ['pin', 'versions'],
   ['delete'],
 ];
 

@@ -1,4 +1,12 @@
-import { type ChangeSet, Compartment, EditorState, type StateEffect, type Text } from '@codemirror/state';
+import { isolateHistory } from '@codemirror/commands';
+import {
+  type ChangeSet,
+  type ChangeSpec,
+  Compartment,
+  EditorState,
+  type StateEffect,
+  type Text,
+} from '@codemirror/state';
 import { EditorView } from '@codemirror/view';
 import type { Note, Place } from '../state/model';
 import { baseExtensions, languageExtensions, readOnlyExtensions } from './extensions';
@@ -111,6 +119,12 @@ export class NoteEditor {
     if (this.#shown === null) return;
     this.#view.focus();
     command(this.#view);
+  }
+
+  /** Changes the shown note's text, as one step that can be undone. */
+  change(changes: ChangeSpec): void {
+    if (this.#shown === null) return;
+    this.#view.dispatch({ changes, annotations: isolateHistory.of('full'), userEvent: 'input.restore' });
   }
 
   /** Switches labels and phrases to the current language. */

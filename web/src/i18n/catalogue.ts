@@ -1,12 +1,14 @@
 import { commandTexts } from './texts/commandTexts';
 import { editorTexts } from './texts/editorTexts';
 import type { Texts } from './texts/texts';
+import { versionTexts } from './texts/versionTexts';
 
 /** Every text of the page. */
 // biome-ignore format: one row per text
 export const catalogue = {
   ...commandTexts,
   ...editorTexts,
+  ...versionTexts,
 
   'untitled': ['Sem título', 'Untitled', 'Sin título'],
   'close': ['Fechar', 'Close', 'Cerrar'],

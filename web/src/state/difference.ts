@@ -55,15 +55,26 @@ export class Difference {
 
   /** The older text. */
   applyTo(newer: Text): Text {
-    return this.#changes.apply(newer);
+    return this.changes.apply(newer);
   }
 
   /** From the same newer text to one that is older still. */
   followedBy(older: Difference): Difference {
-    return Difference.#of(this.#changes.compose(older.#changes));
+    return Difference.#of(this.changes.compose(older.changes));
   }
 
-  get #changes(): ChangeSet {
+  /** How much came and went from the older text to the newer. */
+  get extent(): { readonly added: number; readonly removed: number } {
+    let [added, removed] = [0, 0];
+    this.changes.iterChanges((fromA, toA, fromB, toB) => {
+      added += toA - fromA;
+      removed += toB - fromB;
+    });
+    return { added, removed };
+  }
+
+  /** From the newer text to the older. */
+  get changes(): ChangeSet {
     return ChangeSet.fromJSON(JSON.parse(this.json));
   }
 }

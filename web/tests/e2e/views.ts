@@ -9,6 +9,10 @@ const notes = [
     text: '# Plano\n\n**forte** e _leve_, ~~fora~~ `código`\n\n- [ ] tarefa\n- [x] feita\n\n> dito\n\n[ponte](https://example.org)\n\n```js\nlet a = 1; // um\n```',
     pinned: true,
     updated: NOW,
+    versions: [
+      { taken: NOW - 3_600_000, text: '# Plano\n\n**fraco** e _leve_\n\n- [ ] tarefa', guarded: true },
+      { taken: NOW - 86_400_000, text: '# Plano' },
+    ],
   },
   { id: 'b', text: 'Compras\npão e maçã', updated: NOW - 1 },
   { id: 'c', text: '', updated: NOW - 2 },
@@ -17,7 +21,7 @@ const bin = [
   { id: 'd', text: 'Apagada\ne mais', deleted: NOW },
   { id: 'e', text: '', deleted: NOW - 9 },
 ];
-export const stored = { version: 1, notes, bin, tabs: { open: ['a', 'b', 'c'], active: 'a' } };
+export const stored = { version: 2, notes, bin, tabs: { open: ['a', 'b', 'c'], active: 'a' } };
 
 /** A catalogue text in the page's language. */
 type Words = (key: Key) => string;
@@ -84,6 +88,17 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
   'emptying the bin': async (page, word) => {
     await page.click('.bin-button');
     await page.click(`text=${word('bin.empty')}`);
+  },
+  'versions of a note': async (page) => {
+    await page.click('#noteMenuButton');
+    await page.click('[data-command=versions]');
+    await page.waitForSelector('.versions .row');
+  },
+  'no versions': async (page) => {
+    await page.evaluate('createNote()');
+    await page.click('#noteMenuButton');
+    await page.click('[data-command=versions]');
+    await page.waitForSelector('dialog.versions');
   },
   'a toast with a button': async (page) => {
     await page.click('#noteMenuButton');
