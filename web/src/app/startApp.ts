@@ -20,7 +20,7 @@ import { chooseTheme } from '../commands/appearance';
 import { toggleSidebar } from '../commands/panels';
 import type { HostPort } from '../commands/port';
 import { closePreview, previewSource } from '../commands/preview';
-import { PendingCopies, PendingShare } from '../commands/requests';
+import { PendingCopies, PendingFiles, PendingShare } from '../commands/requests';
 import { commands, noteMenu, reservedKeys } from '../commands/table';
 import { closeTab } from '../commands/tabs';
 import { currentState } from '../commands/termination';
@@ -81,6 +81,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     port,
     copies: new PendingCopies(pageClock),
     share: new PendingShare(pageClock.now),
+    outgoing: new PendingFiles(),
     practice: { nonce, reservedKeys },
     nextRevision: () => {
       revision = nextRevision(revision, Date.now());

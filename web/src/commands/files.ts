@@ -7,6 +7,7 @@ import { closeDialog } from '../views/dialog';
 import { type Context, requireNote } from './context';
 import { converted } from './copies';
 import { fits } from './limits';
+import type { OutgoingFile } from './requests';
 
 export function exportAsMarkdown(context: Context): void {
   exportNote(context, 'markdown', (note) => note.text.toString());
@@ -31,19 +32,26 @@ export function saveNoteAs(context: Context): void {
  * host's message only distinguishes a cancelled dialog from a failure. If the note no longer exists, there is
  * no file name to remember.
  */
-export function savedAs(
-  { workspace, shell }: Context,
-  success: boolean,
-  noteId: string,
-  fileName: string,
-  message: string,
-): void {
+export function savedAs(context: Context, success: boolean, noteId: string, fileName: string, message: string): void {
+  const { workspace, shell, outgoing } = context;
+  const next = outgoing.has(noteId) ? outgoing.next(success) : null;
+  if (next) {
+    sendOut(context, next);
+    return;
+  }
   if (!success) {
     shell.toasts.show(t(/cancel/i.test(message) ? 'file.cancelled' : 'file.failed'));
     return;
   }
   if (fileName && !workspace.readOnly) workspace.setFileName(noteId, fileName);
   shell.toasts.show(t('file.saved', { name: fileName }));
+}
+
+/** Asks the host to save a file of a library; the answer to it sends the next. */
+export function sendOut({ port, shell, outgoing }: Context, { id, filename, content }: OutgoingFile): void {
+  if (port.saveAs({ noteId: id, filename, content })) return;
+  outgoing.next(false);
+  shell.toasts.show(t('file.failed'));
 }
 
 /** The host words its answer to an export in the interface language. */

@@ -7,6 +7,7 @@ import type { Context } from './context';
 import * as copies from './copies';
 import * as files from './files';
 import { showGuide } from './guide';
+import { libraryCommands } from './libraryCommands';
 import * as notes from './notes';
 import { showPalette } from './palette';
 import { openCapture, openSearch, toggleSidebar } from './panels';
@@ -167,6 +168,7 @@ export const commands = {
     call: ['quendoRequestCloseTabs', 'all'],
     run: (context) => tabs.requestCloseTabs(context, 'all'),
   },
+  ...libraryCommands,
   bin: { label: 'cmd.bin', run: showBin },
   sidebar: { label: 'cmd.sidebar', run: toggleSidebar },
   zoomIn: {

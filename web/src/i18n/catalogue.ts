@@ -1,5 +1,6 @@
 import { commandTexts } from './texts/commandTexts';
 import { editorTexts } from './texts/editorTexts';
+import { libraryTexts } from './texts/libraryTexts';
 import type { Texts } from './texts/texts';
 import { versionTexts } from './texts/versionTexts';
 
@@ -8,6 +9,7 @@ import { versionTexts } from './texts/versionTexts';
 export const catalogue = {
   ...commandTexts,
   ...editorTexts,
+  ...libraryTexts,
   ...versionTexts,
 
   'untitled': ['Sem título', 'Untitled', 'Sin título'],

@@ -23,6 +23,8 @@ export interface Note {
   readonly created: number;
   readonly updated: number;
   readonly versions: Versions;
+  /** What its `updated` was when it went out in a library or came in with one, latest last. */
+  readonly shared: ReadonlyArray<number>;
   readonly extra: Extra;
 }
 

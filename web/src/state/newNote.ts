@@ -22,6 +22,7 @@ export function newNote({ text, format = 'markdown', name = null, lineBreak = '\
     created: now,
     updated: now,
     versions: noVersions,
+    shared: [],
     extra: [],
   };
 }

@@ -96,6 +96,7 @@ const NOTE_MEMBERS = [
   'created',
   'updated',
   'deleted',
+  'shared',
   ...VERSION_MEMBERS,
 ];
 const TABS_MEMBERS = ['open', 'active', 'closed'];
@@ -128,6 +129,7 @@ function readNote(entry: unknown, ids: Set<string>, now: number): Note | null {
     created,
     updated: readTime(entry.updated, created),
     versions,
+    shared: entries(entry.shared).filter((time) => typeof time === 'number'),
     extra: [...unknownMembers(entry, NOTE_MEMBERS), ...damaged],
   };
 }

@@ -45,6 +45,11 @@ export function versionsWithCurrent(note: Note, now: number): Versions {
   return note.text.length > 0 ? withVersion(note, note.text, now, true) : note.versions;
 }
 
+/** For a note that takes the place of one with another text, which becomes its newest version. */
+export function versionsAfter(note: Note, replaced: NoteText, now: number): Versions {
+  return replaced.length > 0 ? withVersion(note, replaced, now, true) : note.versions;
+}
+
 function isLargeLoss(lost: NoteText, next: NoteText, removed: number): boolean {
   if (next.length === 0) return lost.length > 0;
   return lost.length > GUARDED_CHARACTERS && (removed * 2 > lost.length || next.length * 2 < lost.length);

@@ -170,6 +170,16 @@ export class Workspace {
     this.#notify('tabs');
   }
 
+  /** Puts notes in, in place of those with their ids; nothing else is in the bin then under these ids. */
+  adopt(notes: ReadonlyArray<Note>, binned: ReadonlyArray<BinnedNote>): void {
+    if (!notes.length && !binned.length) return;
+    const ids = new Set([...notes, ...binned.map(({ note }) => note)].map(({ id }) => id));
+    const others = this.#contents.bin.filter(({ note }) => !ids.has(note.id));
+    this.#contents = { ...this.#contents, bin: [...others, ...binned] };
+    for (const note of notes) this.#put(note);
+    this.#notify('notes');
+  }
+
   /** Restores a note from the bin. */
   restoreNote(id: string): boolean {
     const binned = this.#contents.bin.find(({ note }) => note.id === id);

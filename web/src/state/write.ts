@@ -172,6 +172,15 @@ function isSame(some: ReadonlyArray<Piece>, others: ReadonlyArray<Piece>): boole
   return some.length === others.length && some.every((piece, index) => piece === others[index]);
 }
 
+/** A note by itself, as it is in the document. */
+export function noteAsJson(note: Note): string {
+  return notePiece(note).json;
+}
+
+export function binnedAsJson(entry: BinnedNote): string {
+  return binnedPiece(entry).json;
+}
+
 function notePiece(note: Note): Piece {
   return cached(noteCache, note, note, []);
 }
@@ -208,7 +217,7 @@ function noteJson(note: Note, more: Members): string {
 }
 
 function frame(
-  { id, format, name, fileName, lineBreak, created, updated, pinned, extra }: Note,
+  { id, format, name, fileName, lineBreak, created, updated, pinned, shared, extra }: Note,
   more: Members,
 ): { readonly before: string; readonly after: string } {
   const members: Array<readonly [string, string]> = [
@@ -220,6 +229,7 @@ function frame(
     ['updated', JSON.stringify(updated)],
   ];
   if (pinned) members.push(['pinned', 'true']);
+  if (shared.length) members.push(['shared', JSON.stringify(shared)]);
   const before = ['{"id":', JSON.stringify(id), ',"text":'].join('');
   const after = [...members, ...more, ...extra].flatMap(([member, json]) => [',', JSON.stringify(member), ':', json]);
   return { before, after: [...after, '}'].join('') };

