@@ -95,6 +95,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
   careForVersions(workspace, quiet, pageClock);
   onLanguageChange(() => {
     editor.relabel();
+    shell.status.showSource(workspace.activeNote?.source ?? null);
     showCount(context);
     workspace.setSettings({ language: currentLanguage() });
   });
@@ -130,6 +131,7 @@ function show(context: Context, change: Change, id?: string): void {
     if (note) editor.show(note, workspace.place(note.id));
     else editor.hide();
     editor.release(workspace.tabs.open, (id) => workspace.note(id) !== null);
+    shell.status.showSource(note?.source ?? null);
     showCount(context);
   } else if (change === 'settings') {
     applyAppearance(workspace.settings);

@@ -61,8 +61,13 @@ export function exported({ shell }: Context, success: boolean, message: string):
 
 /** The file name the note was saved to or imported from, otherwise one derived from its title. */
 export function suggestedName(note: Note): string {
-  const known = note.fileName ?? note.name;
+  const known = knownName(note);
   return known === null ? fileNameFor(titleOf(note), note.format) : shortFileName(known);
+}
+
+/** Not after the note was renamed: then its title is what it is called. */
+function knownName({ fileName, name, source }: Note): string | null {
+  return fileName ?? (name === source ? name : null);
 }
 
 /** The text with the line breaks of the file it came from. */
@@ -77,7 +82,7 @@ function exportNote(context: Context, format: Format, textOf: (note: Note) => st
   if (!fits(context, 'file', note.text.toString())) return;
   const content = withLineBreaks(note, textOf(note));
   if (!fits(context, 'file', content)) return;
-  const known = note.fileName ?? note.name;
+  const known = knownName(note);
   const filename = known === null ? fileNameFor(titleOf(note), format) : shortFileName(inFormat(known, format));
   if (context.port.exportFile({ filename, content, format })) return;
   context.shell.toasts.show(t('export.failed'));

@@ -1,4 +1,5 @@
 import type { CommandTable } from './command';
+import { isNamed, renameNote, useHeading } from './naming';
 import { showVersions } from './noteVersions';
 
 /** What a note was, and what it is called. */
@@ -8,4 +9,6 @@ export const versionCommands = {
     available: ({ workspace }) => workspace.activeNote !== null,
     run: showVersions,
   },
+  rename: { label: 'cmd.rename', available: isNamed, run: renameNote },
+  useHeading: { label: 'cmd.useHeading', available: isNamed, run: useHeading },
 } as const satisfies CommandTable;

@@ -12,8 +12,10 @@ export interface Note {
   readonly id: string;
   readonly text: NoteText;
   readonly format: Format;
-  /** The name of the imported file, which stays the note's title. */
+  /** The note's title in place of its first line: the name of the imported file, until it is renamed. */
   readonly name: string | null;
+  /** The name of the file that it is a copy of. */
+  readonly source: string | null;
   /** The file name of the last Save As, suggested the next time. */
   readonly fileName: string | null;
   /** The line break of the imported file, used again when the note is written to a file. */

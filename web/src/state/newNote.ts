@@ -16,6 +16,7 @@ export function newNote({ text, format = 'markdown', name = null, lineBreak = '\
     text: NoteText.of(text),
     format,
     name,
+    source: name,
     fileName: null,
     lineBreak,
     pinned: false,

@@ -97,6 +97,7 @@ const NOTE_MEMBERS = [
   'updated',
   'deleted',
   'shared',
+  'source',
   ...VERSION_MEMBERS,
 ];
 const TABS_MEMBERS = ['open', 'active', 'closed'];
@@ -123,6 +124,7 @@ function readNote(entry: unknown, ids: Set<string>, now: number): Note | null {
     text,
     format: entry.format === 'plain' ? 'plain' : 'markdown',
     name: readName(entry.name),
+    source: readName(entry.source === undefined ? entry.name : entry.source),
     fileName: readName(entry.fileName),
     lineBreak: entry.lineBreak === '\r\n' ? '\r\n' : '\n',
     pinned: entry.pinned === true,

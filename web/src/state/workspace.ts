@@ -148,6 +148,14 @@ export class Workspace {
     this.#contents = { ...this.#contents, bin };
   }
 
+  /** Null makes the first line the title. */
+  setName(id: string, name: string | null): void {
+    const note = this.#notes.get(id);
+    if (!note || note.name === name) return;
+    this.#put({ ...note, name });
+    this.#notify('notes', id);
+  }
+
   setPinned(id: string, pinned: boolean): void {
     const note = this.#notes.get(id);
     if (!note || note.pinned === pinned) return;

@@ -217,7 +217,7 @@ function noteJson(note: Note, more: Members): string {
 }
 
 function frame(
-  { id, format, name, fileName, lineBreak, created, updated, pinned, shared, extra }: Note,
+  { id, format, name, fileName, lineBreak, created, updated, pinned, source, shared, extra }: Note,
   more: Members,
 ): { readonly before: string; readonly after: string } {
   const members: Array<readonly [string, string]> = [
@@ -229,6 +229,7 @@ function frame(
     ['updated', JSON.stringify(updated)],
   ];
   if (pinned) members.push(['pinned', 'true']);
+  if (source !== name) members.push(['source', JSON.stringify(source)]);
   if (shared.length) members.push(['shared', JSON.stringify(shared)]);
   const before = ['{"id":', JSON.stringify(id), ',"text":'].join('');
   const after = [...members, ...more, ...extra].flatMap(([member, json]) => [',', JSON.stringify(member), ':', json]);

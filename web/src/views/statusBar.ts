@@ -23,6 +23,7 @@ const labels: Record<SaveStatus | 'readonly', Key> = {
 export class StatusBar {
   readonly element: HTMLElement;
   readonly #state: HTMLElement;
+  readonly #source = h('span', { class: 'note-source quiet', attrs: { id: 'noteSource' } });
   readonly #count = h('span', { class: 'text-count', attrs: { id: 'textCount' } });
   readonly #retry: HTMLElement;
   readonly #language: HTMLSelectElement;
@@ -69,6 +70,7 @@ export class StatusBar {
       { class: 'status' },
       this.#state,
       this.#retry,
+      this.#source,
       this.#count,
       this.#theme,
       this.#language,
@@ -86,6 +88,11 @@ export class StatusBar {
 
   showTheme(theme: Theme): void {
     this.#theme.value = theme;
+  }
+
+  /** The file that the open note is a copy of. */
+  showSource(name: string | null): void {
+    this.#source.textContent = name === null ? '' : t('note.source', { name });
   }
 
   /** The word count, as worded by the caller; empty if no note is open. */

@@ -94,6 +94,19 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
     await page.click('[data-command=versions]');
     await page.waitForSelector('.versions .row');
   },
+  'renaming a note': async (page, word) => {
+    await page.evaluate("quendoOpenNativeFiles([{ name: 'ata.txt', content: 'texto', format: 'plain' }])");
+    await page.keyboard.press('Control+Shift+p');
+    await page.keyboard.type(word('cmd.rename'));
+    await page.keyboard.press('Enter');
+    await page.waitForSelector('dialog.rename');
+  },
+  'bringing in a library': async (page) => {
+    await page.evaluate(
+      `quendoOpenNativeFiles([{ name: 'l.json', content: '{"quendoLibrary":1,"version":2,"notes":[]}' }])`,
+    );
+    await page.waitForSelector('dialog[open] .question');
+  },
   'no versions': async (page) => {
     await page.evaluate('createNote()');
     await page.click('#noteMenuButton');

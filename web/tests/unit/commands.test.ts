@@ -17,7 +17,7 @@ import { keyLabel, matchesKey } from '../../src/keyboard/keys';
 import { fuzzyMatch } from '../../src/text/fuzzy';
 
 const table: CommandTable = commands;
-const context = (native: boolean, active: object | null = { pinned: false }) =>
+const context = (native: boolean, active: object | null = { pinned: false, name: 'a.md' }) =>
   ({
     port: { native },
     workspace: { activeNote: active },

@@ -19,4 +19,10 @@ export const libraryTexts = {
   'library.damaged': ['{name}: a biblioteca está danificada; nada foi alterado', '{name}: the library is damaged; nothing was changed', '{name}: la biblioteca está dañada; no se cambió nada'],
   'library.newer': ['{name}: a biblioteca é de uma versão mais nova do Quendo; nada foi alterado', '{name}: the library is from a newer version of Quendo; nothing was changed', '{name}: la biblioteca es de una versión más nueva de Quendo; no se cambió nada'],
   'library.conflict': ['{title} (conflito)', '{title} (conflict)', '{title} (conflicto)'],
+  'cmd.rename': ['Renomear nota importada…', 'Rename imported note…', 'Cambiar el nombre de la nota importada…'],
+  'cmd.useHeading': ['Usar a primeira linha como título', 'Use the first line as the title', 'Usar la primera línea como título'],
+  'rename.title': ['Renomear nota', 'Rename note', 'Cambiar el nombre de la nota'],
+  'rename.field': ['Título da nota', 'Title of the note', 'Título de la nota'],
+  'rename.do': ['Renomear', 'Rename', 'Cambiar nombre'],
+  'note.source': ['Cópia de {name}', 'Copy of {name}', 'Copia de {name}'],
 } as const satisfies Texts;
