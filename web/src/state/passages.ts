@@ -45,12 +45,9 @@ function lines(text: Text, from: number, to: number): string {
   return to > text.length ? `${slice}\n` : slice;
 }
 
-/** The line break after the last line is not in the text, so a passage at the end takes the one before it. */
+/** A passage that reaches the end does so in both texts, and there is no line break after the last line. */
 function changeFor(then: string, from: number, to: number, length: number): Passage['change'] {
-  if (to <= length && from <= length) return { from, to, insert: then };
-  if (!then) return { from: Math.max(0, from - 1), to: length, insert: '' };
-  const insert = then.slice(0, -1);
-  return from > length ? { from: length, to: length, insert: `\n${insert}` } : { from, to: length, insert };
+  return to <= length ? { from, to, insert: then } : { from, to: length, insert: then.slice(0, -1) };
 }
 
 function piecesOf(text: string, ranges: ReadonlyArray<readonly [from: number, to: number]>): Piece[] {
