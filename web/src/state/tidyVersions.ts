@@ -40,6 +40,7 @@ export function thinned(versions: Versions, now: number): Versions {
  */
 export function* tidyVersions(workspace: Workspace, limit = SHARE_BYTES): Generator<void, void> {
   const ids = [...everyNote(workspace)].flatMap(({ id, versions }) => (versions.length ? [id] : []));
+  if (!ids.length) return;
   yield;
   for (const id of ids) {
     const note = workspace.noteOrBinned(id);

@@ -42,7 +42,7 @@ test('a note that was emptied comes back from its versions, as one step', async 
   await page.keyboard.press('Delete');
   await showVersions(page);
   await page.waitForSelector('.versions .row');
-  assert.match(await page.innerText('.versions .row'), /Before a large part was deleted/);
+  assert.match(await page.innerText('.versions .row'), /Before a large deletion/);
   await page.click('text=Restore the whole version');
   assert.deepEqual(await noteTexts(page), [LONG.join('\n')]);
   await page.keyboard.press('Control+z');
