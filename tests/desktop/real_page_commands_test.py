@@ -10,7 +10,7 @@ from harness.writing import paste_note, texts, wait_for_active_text, write
 COMMANDS = {
     "new": ("ctrl+n", ("File", "New Note"), "New note"),
     "capture": ("ctrl+k", ("File", "Quick Capture"), "Quick capture"),
-    "open": ("ctrl+o", ("File", "Open File…"), "Open file…"),
+    "open": ("ctrl+o", ("File", "Open File…"), "Open a copy of a file…"),
     "save as": ("ctrl+shift+s", ("File", "Save As…"), "Save as…"),
     "whatsapp": ("ctrl+alt+c", ("File", "Copy for WhatsApp"), "Copy for WhatsApp"),
     "search": ("ctrl+p", ("View", "Search Notes"), "Search notes"),

@@ -39,19 +39,20 @@ function addType(name: string, type: Node): void {
 }
 
 /**
- * Features in a bundled script that the oldest engine lacks. A script has no types to go by, so members are
- * judged by their names, except those that the script itself defines.
+ * Features in a bundled script that the oldest engine lacks. A script has no types to go by, so members and globals
+ * are judged by their names, except those that the script itself defines.
  */
 export function newInScript(text: string): Set<string> {
   const found = new Set<string>();
   const own = new Set<string>();
   const visit = (node: ts.Node): void => {
-    if (isDefinition(node)) own.add(node.name.text);
+    if (isDefinition(node)) own.add(`.${node.name.text}`);
+    else if (isDeclaration(node)) own.add(node.name.text);
     for (const name of newIn(node)) found.add(name);
     ts.forEachChild(node, visit);
   };
   visit(ts.createSourceFile('page.js', text, ts.ScriptTarget.Latest, true, ts.ScriptKind.JS));
-  for (const name of own) found.delete(`.${name}`);
+  for (const name of own) found.delete(name);
   return found;
 }
 
@@ -61,6 +62,18 @@ function isDefinition(node: ts.Node): node is ts.Node & { readonly name: ts.Iden
   if (ts.isPropertyAccessExpression(node))
     return node.expression.kind === ts.SyntaxKind.ThisKeyword && isAssigned(node);
   return ts.isClassElement(node) || ts.isObjectLiteralElement(node);
+}
+
+function isDeclaration(node: ts.Node): node is ts.Node & { readonly name: ts.Identifier } {
+  const { name } = node as Partial<ts.VariableDeclaration>;
+  if (!name || !ts.isIdentifier(name)) return false;
+  return (
+    ts.isVariableDeclaration(node) ||
+    ts.isParameter(node) ||
+    ts.isBindingElement(node) ||
+    ts.isFunctionDeclaration(node) ||
+    ts.isClassDeclaration(node)
+  );
 }
 
 function isAssigned({ parent }: ts.PropertyAccessExpression): boolean {

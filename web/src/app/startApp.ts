@@ -17,6 +17,7 @@ import { Shell } from '../views/shell';
 import { beginParts } from '../commands/documentParts';
 import { type Context, focusMain, rememberPlace } from '../commands/context';
 import { keepIndex } from './keepIndex';
+import { careForVersions } from './versionCare';
 import { showCount } from './wordCount';
 import { reportLost } from '../commands/writing';
 import { sortBy } from '../commands/findingCommands';
@@ -27,7 +28,7 @@ import { follow } from '../commands/follow';
 import { toggleSidebar } from '../commands/panels';
 import type { HostPort } from '../commands/port';
 import { closePreview, previewSource } from '../commands/preview';
-import { PendingCopies, PendingShare } from '../commands/requests';
+import { PendingCopies, PendingFiles, PendingShare } from '../commands/requests';
 import { startItems } from '../commands/start';
 import { TitleWatch } from '../commands/titles';
 import { commands, noteMenu, reservedKeys } from '../commands/table';
@@ -81,7 +82,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     readOnly: newer,
     nonce,
     reservedKeys,
-    onText: (id, text) => workspace.setText(id, text),
+    onText: (id, text, removed) => workspace.setText(id, text, removed),
     onView: () => {
       showCount(context);
       shell.preview.changed();
@@ -112,6 +113,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     port,
     copies: new PendingCopies(pageClock),
     share: new PendingShare(pageClock.now),
+    outgoing: new PendingFiles(),
     practice: { nonce, reservedKeys },
     nextRevision: () => {
       revision = nextRevision(revision, Date.now());
@@ -129,8 +131,10 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     show(context, change, id);
     if (change === 'notes' || change === 'tabs') shell.toasts.refresh();
   });
+  careForVersions(workspace, quiet, pageClock);
   onLanguageChange(() => {
     editor.relabel();
+    shell.status.showSource(workspace.activeNote?.source ?? null);
     showCount(context);
     workspace.setSettings({ language: currentLanguage() });
   });
@@ -163,6 +167,7 @@ function show(context: Context, change: Change, id?: string): void {
     if (note) editor.show(note, workspace.place(note.id));
     else editor.hide();
     editor.release(workspace.tabs.open, (id) => workspace.note(id) !== null);
+    shell.status.showSource(note?.source ?? null);
     showCount(context);
   } else if (change === 'settings') {
     applyAppearance(workspace.settings);

@@ -1,7 +1,7 @@
 import { t } from '../i18n/language';
 import type { Note } from '../state/model';
 import { keysOf } from '../state/noteIndex';
-import { titleOf } from '../state/workspace';
+import { titleOf } from '../state/titleOf';
 import { marksIn } from '../text/noteMarks';
 import { linkable, titleKey, withoutExtension } from '../text/titleKey';
 import { inSlices } from '../time/slices';

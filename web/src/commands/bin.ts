@@ -1,5 +1,5 @@
 import { counted, t } from '../i18n/language';
-import { titleOf } from '../state/workspace';
+import { titleOf } from '../state/titleOf';
 import { binDialog } from '../views/binDialog';
 import { confirmDialog } from '../views/confirmDialog';
 import { type Context, focusMain, requireWritable } from './context';

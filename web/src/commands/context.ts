@@ -8,7 +8,7 @@ import type { Workspace } from '../state/workspace';
 import { closeDialog } from '../views/dialog';
 import type { Shell } from '../views/shell';
 import type { HostPort } from './port';
-import type { PendingCopies, PendingShare } from './requests';
+import type { PendingCopies, PendingFiles, PendingShare } from './requests';
 
 /** What commands operate on. */
 export interface Context {
@@ -19,6 +19,8 @@ export interface Context {
   readonly port: HostPort;
   readonly copies: PendingCopies;
   readonly share: PendingShare;
+  /** The files of a library on their way out. */
+  readonly outgoing: PendingFiles;
   /** What any editor other than the notes' own needs to know. */
   readonly practice: Pick<PracticeOptions, 'nonce' | 'reservedKeys'>;
   readonly nextRevision: () => number;

@@ -1,12 +1,13 @@
 import { t } from '../i18n/language';
 import type { Note } from '../state/model';
-import { titleOf } from '../state/workspace';
+import { titleOf } from '../state/titleOf';
 import { type Format, fileNameFor, inFormat, shortFileName } from '../text/names';
 import { toPlainText } from '../text/plain';
 import { closeDialog } from '../views/dialog';
 import { type Context, requireNote } from './context';
 import { converted } from './copies';
 import { fits } from './limits';
+import type { OutgoingFile } from './requests';
 
 export function exportAsMarkdown(context: Context): void {
   exportNote(context, 'markdown', (note) => note.text.toString());
@@ -31,19 +32,26 @@ export function saveNoteAs(context: Context): void {
  * host's message only distinguishes a cancelled dialog from a failure. If the note no longer exists, there is
  * no file name to remember.
  */
-export function savedAs(
-  { workspace, shell }: Context,
-  success: boolean,
-  noteId: string,
-  fileName: string,
-  message: string,
-): void {
+export function savedAs(context: Context, success: boolean, noteId: string, fileName: string, message: string): void {
+  const { workspace, shell, outgoing } = context;
+  const next = outgoing.has(noteId) ? outgoing.next(success) : null;
+  if (next) {
+    sendOut(context, next);
+    return;
+  }
   if (!success) {
     shell.toasts.show(t(/cancel/i.test(message) ? 'file.cancelled' : 'file.failed'));
     return;
   }
   if (fileName && !workspace.readOnly) workspace.setFileName(noteId, fileName);
   shell.toasts.show(t('file.saved', { name: fileName }));
+}
+
+/** Asks the host to save a file of a library; the answer to it sends the next. */
+export function sendOut({ port, shell, outgoing }: Context, { id, filename, content }: OutgoingFile): void {
+  if (port.saveAs({ noteId: id, filename, content })) return;
+  outgoing.next(false);
+  shell.toasts.show(t('file.failed'));
 }
 
 /** The host words its answer to an export in the interface language. */
@@ -53,8 +61,13 @@ export function exported({ shell }: Context, success: boolean, message: string):
 
 /** The file name the note was saved to or imported from, otherwise one derived from its title. */
 export function suggestedName(note: Note): string {
-  const known = note.fileName ?? note.name;
+  const known = knownName(note);
   return known === null ? fileNameFor(titleOf(note), note.format) : shortFileName(known);
+}
+
+/** Not after the note was renamed: then its title is what it is called. */
+function knownName({ fileName, name, source }: Note): string | null {
+  return fileName ?? (name === source ? name : null);
 }
 
 /** The text with the line breaks of the file it came from. */
@@ -69,7 +82,7 @@ function exportNote(context: Context, format: Format, textOf: (note: Note) => st
   if (!fits(context, 'file', note.text.toString())) return;
   const content = withLineBreaks(note, textOf(note));
   if (!fits(context, 'file', content)) return;
-  const known = note.fileName ?? note.name;
+  const known = knownName(note);
   const filename = known === null ? fileNameFor(titleOf(note), format) : shortFileName(inFormat(known, format));
   if (context.port.exportFile({ filename, content, format })) return;
   context.shell.toasts.show(t('export.failed'));

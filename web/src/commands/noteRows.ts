@@ -1,5 +1,5 @@
 import { t } from '../i18n/language';
-import { titleOf } from '../state/workspace';
+import { titleOf } from '../state/titleOf';
 import type { MenuGroups, MenuItem } from '../views/menu';
 import { type Context, focusMain, rememberPlace, requireWritable } from './context';
 import { copyText } from './copies';
@@ -54,7 +54,7 @@ export function deleteNotes(context: Context, ids: ReadonlyArray<string>): void 
 
 function pinNotes(context: Context, ids: ReadonlyArray<string>, pinned: boolean): void {
   if (!requireWritable(context)) return;
-  context.workspace.setAllPinned(ids, pinned);
+  context.workspace.setPinned(ids, pinned);
   const one = pinned ? t('note.pinned') : t('note.unpinned');
   const many = t(pinned ? 'rows.pinned' : 'rows.unpinned', { n: ids.length });
   context.shell.toasts.show(ids.length === 1 ? one : many);

@@ -1,9 +1,10 @@
 import { counted, t } from '../i18n/language';
 import { NoteText } from '../state/noteText';
-import { titleOf } from '../state/workspace';
+import { titleOf } from '../state/titleOf';
 import { decodeText, MAXIMUM_FILE_BYTES } from '../text/decode';
 import { type Format, formatOf } from '../text/names';
 import { type Context, focusMain, requireWritable, rememberPlace, requireNote } from './context';
+import { takeLibraries } from './libraryIn';
 
 export interface ImportedFile {
   readonly name: string;
@@ -37,7 +38,7 @@ export function deleteActiveNote(context: Context): void {
 export function togglePinned(context: Context, id?: string): void {
   const note = id === undefined ? requireNote(context) : context.workspace.note(id);
   if (!note || !requireWritable(context)) return;
-  context.workspace.setPinned(note.id, !note.pinned);
+  context.workspace.setPinned([note.id], !note.pinned);
   context.shell.toasts.show(t(note.pinned ? 'note.unpinned' : 'note.pinned'));
 }
 
@@ -84,7 +85,7 @@ export function openNativeFiles(context: Context, files: unknown): number {
   if (context.shell.closing.begun) throw new Error('The window is closing.');
   if (!Array.isArray(files) || !requireWritable(context)) return 0;
   const { workspace } = context;
-  const sound = files.flatMap(readImportedFile);
+  const sound = takeLibraries(context, files.flatMap(readImportedFile));
   const ids = addFiles(context, sound, workspace.handedOver);
   workspace.setHandedOver(ids);
   // Marked only on failure, because then the host will hand these files over again.
@@ -117,7 +118,7 @@ export async function importFiles(context: Context, files: ReadonlyArray<File>):
     }
   }
   await notClosing(context);
-  addFiles(context, read);
+  addFiles(context, takeLibraries(context, read));
   if (failures.length) {
     const shown = failures.slice(0, FAILURES_SHOWN);
     const hidden = failures.length - shown.length;

@@ -62,3 +62,32 @@ export class PendingShare {
     return true;
   }
 }
+
+/** Files that go out one after another, because the host holds few at a time. */
+export class PendingFiles {
+  #batch = 0;
+  #files: ReadonlyArray<OutgoingFile> = [];
+
+  /** In place of those that have not gone out yet. Returns the first. */
+  begin(files: ReadonlyArray<Omit<OutgoingFile, 'id'>>): OutgoingFile | null {
+    this.#batch++;
+    this.#files = files.map((file, at) => ({ ...file, id: `library ${this.#batch} ${at}` }));
+    return this.#files[0] ?? null;
+  }
+
+  has(id: string): boolean {
+    return this.#files[0]?.id === id;
+  }
+
+  /** The one after the first; null if there is none or it is not to go. */
+  next(isToGo: boolean): OutgoingFile | null {
+    this.#files = isToGo ? this.#files.slice(1) : [];
+    return this.#files[0] ?? null;
+  }
+}
+
+export interface OutgoingFile {
+  readonly id: string;
+  readonly filename: string;
+  readonly content: string;
+}

@@ -1,5 +1,5 @@
 import { t } from '../i18n/language';
-import { titleOf } from '../state/workspace';
+import { titleOf } from '../state/titleOf';
 import { shorten } from '../text/names';
 import { type Context, requireNote } from './context';
 import { suggestedName, withLineBreaks } from './files';

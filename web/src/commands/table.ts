@@ -11,12 +11,14 @@ import { findingCommands } from './findingCommands';
 import { showGuide } from './guide';
 import { lookCommands } from './lookCommands';
 import { linkCommands } from './linkCommands';
+import { libraryCommands } from './libraryCommands';
 import * as notes from './notes';
 import { showPalette } from './palette';
 import { openCapture, openSearch, toggleSidebar } from './panels';
 import { togglePreview } from './preview';
 import { shareNote } from './share';
 import * as tabs from './tabs';
+import { versionCommands } from './versionCommands';
 import * as writing from './writing';
 import { writingCommands } from './writingCommands';
 
@@ -126,6 +128,7 @@ export const commands = {
     available: withNote,
     run: (context) => notes.togglePinned(context),
   },
+  ...versionCommands,
   delete: { label: 'cmd.delete', available: withNote, run: notes.deleteActiveNote },
   prevTab: {
     label: 'cmd.prevTab',
@@ -178,6 +181,7 @@ export const commands = {
     call: ['quendoRequestCloseTabs', 'all'],
     run: (context) => tabs.requestCloseTabs(context, 'all'),
   },
+  ...libraryCommands,
   bin: { label: 'cmd.bin', run: showBin },
   sidebar: { label: 'cmd.sidebar', run: toggleSidebar },
   zoomIn: {
@@ -216,7 +220,7 @@ export const noteCommands: ReadonlyArray<ReadonlyArray<Name>> = [
   ['copyMarkdown', 'copyPlain', 'whatsapp', 'share'],
   ['preview', 'reading'],
   ['closeOthers', 'closeRight'],
-  ['pin'],
+  ['pin', 'versions'],
   ['settings'],
   ['delete'],
 ];

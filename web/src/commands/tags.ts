@@ -50,11 +50,19 @@ export function renameTag(context: Context): void {
 
 function askForName(context: Context, name: string): void {
   renameDialog({
+    title: 'cmd.renameTag',
+    label: 'tags.newName',
     name,
-    isValid: isTagName,
-    onRename: (newName) => rename(context, name, newName),
+    explanation: t('tags.renameWhat', { name }),
+    problemOf: (newName) => (isTagName(bare(newName)) ? null : t('tags.badName')),
+    onRename: (newName) => rename(context, name, bare(newName)),
     onClose: () => focusMain(context),
   });
+}
+
+/** As it is typed in a text, or without the sign. */
+function bare(name: string): string {
+  return name.replace(/^#/, '');
 }
 
 function rename(context: Context, name: string, newName: string): void {

@@ -1,6 +1,6 @@
 import { counted } from '../i18n/language';
 import { keysOf } from '../state/noteIndex';
-import { titleOf } from '../state/workspace';
+import { titleOf } from '../state/titleOf';
 import { linkEdits } from '../text/renames';
 import { linkable, titleKey, withoutExtension } from '../text/titleKey';
 import type { Context } from './context';

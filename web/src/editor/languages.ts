@@ -81,8 +81,8 @@ export function languageOfFence(info: string): LanguageDescription | null {
  * How a note's text is parsed: "markdown", "plain" or the name of a language. The file extension decides; a
  * .txt file does not turn a Markdown note into plain text.
  */
-export function syntaxOf({ fileName, name, format }: Pick<Note, 'fileName' | 'name' | 'format'>): string {
-  const known = fileName ?? name ?? '';
+export function syntaxOf({ fileName, source, format }: Pick<Note, 'fileName' | 'source' | 'format'>): string {
+  const known = fileName ?? source ?? '';
   if (formatOf(known) === 'markdown') return 'markdown';
   return languageNamed(extensionOf(known))?.name ?? format;
 }

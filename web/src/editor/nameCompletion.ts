@@ -9,7 +9,7 @@ import { syntaxTree } from '@codemirror/language';
 import { type Extension, Prec } from '@codemirror/state';
 import { type EditorView, keymap } from '@codemirror/view';
 import { fuzzyMatch } from '../text/fuzzy';
-import { bestMatches, type Findable } from '../text/titleMatches';
+import { bestMatches, type Findable } from '../text/nameMatches';
 import { shownSyntax } from './syntax';
 
 /** The names that can be completed, best known first. */

@@ -1,5 +1,14 @@
 import { isolateHistory } from '@codemirror/commands';
-import { Annotation, Compartment, EditorState, type Extension, type StateEffect, type Text } from '@codemirror/state';
+import {
+  Annotation,
+  type ChangeSet,
+  type ChangeSpec,
+  Compartment,
+  EditorState,
+  type Extension,
+  type StateEffect,
+  type Text,
+} from '@codemirror/state';
 import { EditorView } from '@codemirror/view';
 import type { Note, Place } from '../state/model';
 import { type Edit, edited } from '../text/renames';
@@ -21,7 +30,8 @@ export interface NoteEditorOptions {
   readonly nonce: string;
   /** Keys the host's menu owns, which the editor ignores. */
   readonly reservedKeys: ReadonlyArray<string>;
-  readonly onText: (id: string, text: Text) => void;
+  /** `removed` is how much of the text before is gone. */
+  readonly onText: (id: string, text: Text, removed: number) => void;
   /** Called when the text, the selection or the shown note changes. */
   readonly onView: () => void;
   readonly onScroll: () => void;
@@ -168,6 +178,12 @@ export class NoteEditor {
     });
   }
 
+  /** Changes the shown note's text, as one step that can be undone. */
+  change(changes: ChangeSpec): void {
+    if (this.#shown === null) return;
+    this.#view.dispatch({ changes, annotations: isolateHistory.of('full'), userEvent: 'input.restore' });
+  }
+
   /** Switches labels and phrases to the current language. */
   relabel(): void {
     const texts = this.#texts.reconfigure(languageExtensions());
@@ -215,11 +231,19 @@ export class NoteEditor {
         readOnlyExtensions(readOnly),
         EditorView.updateListener.of((update) => {
           const isRewritten = update.transactions.some((one) => one.annotation(rewriting));
-          if (update.docChanged && !isRewritten) onText(note.id, update.state.doc);
+          if (update.docChanged && !isRewritten) onText(note.id, update.state.doc, removedBy(update.changes));
           if (update.docChanged || update.selectionSet) onView();
         }),
         EditorView.domEventHandlers({ scroll: () => onScroll() }),
       ],
     });
   }
+}
+
+function removedBy(changes: ChangeSet): number {
+  let removed = 0;
+  changes.iterChangedRanges((from, to) => {
+    removed += to - from;
+  });
+  return removed;
 }

@@ -5,7 +5,9 @@ import { lookTexts } from './texts/lookTexts';
 import { writingTexts } from './texts/writingTexts';
 import { linkTexts } from './texts/linkTexts';
 import { findingTexts } from './texts/findingTexts';
+import { libraryTexts } from './texts/libraryTexts';
 import type { Texts } from './texts/texts';
+import { versionTexts } from './texts/versionTexts';
 
 /** Every text of the page. */
 // biome-ignore format: one row per text
@@ -17,6 +19,8 @@ export const catalogue = {
   ...writingTexts,
   ...linkTexts,
   ...findingTexts,
+  ...libraryTexts,
+  ...versionTexts,
 
   'untitled': ['Sem título', 'Untitled', 'Sin título'],
   'close': ['Fechar', 'Close', 'Cerrar'],
@@ -126,7 +130,7 @@ export const catalogue = {
   'export.done': ['Arquivo exportado', 'File exported', 'Archivo exportado'],
   'export.failed': ['Não foi possível exportar o arquivo', 'Could not export the file', 'No se pudo exportar el archivo'],
   'file.downloaded': ['{name} foi para os downloads', '{name} went to your downloads', '{name} se envió a las descargas'],
-  'import.label': ['Abrir arquivos de texto', 'Open text files', 'Abrir archivos de texto'],
+  'import.label': ['Abrir cópias de arquivos de texto', 'Open copies of text files', 'Abrir copias de archivos de texto'],
   'import.tooLarge': ['{name}: passa de 20 MB', '{name}: over 20 MB', '{name}: supera los 20 MB'],
   'import.binary': ['{name}: não parece ser um arquivo de texto', '{name}: does not look like a text file', '{name}: no parece un archivo de texto'],
   'import.unreadable': ['{name}: não pôde ser lido', '{name}: could not be read', '{name}: no se pudo leer'],

@@ -12,7 +12,7 @@ export type Migration = (document: Members) => Members;
  * The steps from each version to the next; the first goes from version 0 to version 1. A new version appends
  * its step and raises `DOCUMENT_VERSION`; released steps never change.
  */
-export const migrations: ReadonlyArray<Migration> = [listNotes];
+export const migrations: ReadonlyArray<Migration> = [listNotes, bindVersions];
 
 /** Applies every step the document's version has not had yet. */
 export function migrate(document: Members, steps: ReadonlyArray<Migration> = migrations): Members {
@@ -36,4 +36,12 @@ function listNotes(document: Members): Members {
     isMembers(note) && note.id === undefined ? { ...note, id } : note,
   );
   return { ...document, notes };
+}
+
+/**
+ * Notes may have versions since then, the newest as a difference to the note's text. An older page would preserve them
+ * and change the text, so it must not write such a document.
+ */
+function bindVersions(document: Members): Members {
+  return document;
 }

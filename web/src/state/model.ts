@@ -2,17 +2,20 @@ import type { Format } from '../text/names';
 import type { Extra } from './extra';
 import type { NoteText } from './noteText';
 import { defaultSettings, type Settings } from './settings';
+import type { Versions } from './version';
 
 /** The newest document version this page can read, and the one it writes. */
-export const DOCUMENT_VERSION = 1;
+export const DOCUMENT_VERSION = 2;
 
 /** One note. Records are immutable: new text means a new record. */
 export interface Note {
   readonly id: string;
   readonly text: NoteText;
   readonly format: Format;
-  /** The name of the imported file, which stays the note's title. */
+  /** The note's title in place of its first line: the name of the imported file, until it is renamed. */
   readonly name: string | null;
+  /** The name of the file that it is a copy of. */
+  readonly source: string | null;
   /** The file name of the last Save As, suggested the next time. */
   readonly fileName: string | null;
   /** The line break of the imported file, used again when the note is written to a file. */
@@ -21,6 +24,9 @@ export interface Note {
   readonly pinned: boolean;
   readonly created: number;
   readonly updated: number;
+  readonly versions: Versions;
+  /** What its `updated` was when it went out in a library or came in with one, latest last. */
+  readonly shared: ReadonlyArray<number>;
   readonly extra: Extra;
 }
 

@@ -1,9 +1,10 @@
 import { marksIn } from '../text/noteMarks';
 import { linkable, tagKey, titleKey, withoutExtension } from '../text/titleKey';
-import { type Findable, findable } from '../text/titleMatches';
+import { type Findable, findable } from '../text/nameMatches';
 import type { Note } from './model';
 import type { NoteText } from './noteText';
-import { titleOf, type Workspace } from './workspace';
+import { titleOf } from './titleOf';
+import type { Workspace } from './workspace';
 
 interface Tag {
   readonly name: string;

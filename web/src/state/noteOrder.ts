@@ -1,7 +1,7 @@
 import { fold } from '../text/fold';
 import type { Note } from './model';
 import type { Sort } from './settings';
-import { titleOf } from './workspace';
+import { titleOf } from './titleOf';
 
 const titles = new WeakMap<Note, string>();
 

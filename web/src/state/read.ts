@@ -13,6 +13,7 @@ import { isMembers, type Members, migrate } from './migrations';
 import { NoteText } from './noteText';
 import { readRevision } from './revision';
 import { defaultSettings, readSettings, settingNames } from './settings';
+import { readVersions, VERSION_MEMBERS } from './readVersions';
 import { soundTabs } from './tabRow';
 
 const BIN_KEEPS_MS = 30 * 24 * 60 * 60 * 1000;
@@ -95,6 +96,9 @@ const NOTE_MEMBERS = [
   'created',
   'updated',
   'deleted',
+  'shared',
+  'source',
+  ...VERSION_MEMBERS,
 ];
 const TABS_MEMBERS = ['open', 'active', 'closed'];
 
@@ -113,17 +117,22 @@ function readNote(entry: unknown, ids: Set<string>, now: number): Note | null {
   if (!id || ids.has(id)) id = crypto.randomUUID();
   ids.add(id);
   const created = readTime(entry.created, now);
+  const text = NoteText.of(entry.text);
+  const { versions, damaged } = readVersions(entry, text.length);
   return {
     id,
-    text: NoteText.of(entry.text),
+    text,
     format: entry.format === 'plain' ? 'plain' : 'markdown',
     name: readName(entry.name),
+    source: readName(entry.source === undefined ? entry.name : entry.source),
     fileName: readName(entry.fileName),
     lineBreak: entry.lineBreak === '\r\n' ? '\r\n' : '\n',
     pinned: entry.pinned === true,
     created,
     updated: readTime(entry.updated, created),
-    extra: unknownMembers(entry, NOTE_MEMBERS),
+    versions,
+    shared: entries(entry.shared).filter((time) => typeof time === 'number'),
+    extra: [...unknownMembers(entry, NOTE_MEMBERS), ...damaged],
   };
 }
 

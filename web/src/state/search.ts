@@ -3,7 +3,7 @@ import { narrows, type Query, type Term } from '../text/searchQuery';
 import { hasTag } from '../text/tagQuery';
 import type { Note } from './model';
 import type { NoteText } from './noteText';
-import { titleOf } from './workspace';
+import { titleOf } from './titleOf';
 
 export interface SearchMatch {
   readonly note: Note;

@@ -39,6 +39,15 @@ export function closeTabs(tabs: Tabs, ids: ReadonlyArray<string>): Tabs {
   return { ...tabs, open, active: nextActive(tabs, leaving), closed: [...kept, ...gone].slice(-HISTORY) };
 }
 
+/** Closes the tabs of deleted notes; notes without a tab count as closed too, so that reopening restores them. */
+export function deleteTabs(tabs: Tabs, ids: ReadonlyArray<string>): Tabs {
+  const open = new Set(tabs.open);
+  const hidden = new Set(ids.filter((id) => !open.has(id)));
+  const closed = closeTabs(tabs, ids);
+  const others = closed.closed.filter(({ id }) => !hidden.has(id));
+  return { ...closed, closed: [...others, ...[...hidden].map((id) => ({ id, index: 0 }))].slice(-HISTORY) };
+}
+
 /** When the active tab closes, its right neighbour becomes active, otherwise its left one. */
 function nextActive(tabs: Tabs, leaving: ReadonlySet<string>): string | null {
   if (tabs.active !== null && !leaving.has(tabs.active)) return tabs.active;

@@ -1,7 +1,8 @@
 import { fold, foldedPlaces } from '../text/fold';
 import { fuzzyMatch } from '../text/fuzzy';
+import { Fit, fitOf } from '../text/nameMatches';
 import type { Note } from './model';
-import { titleOf } from './workspace';
+import { titleOf } from './titleOf';
 
 export interface TitleMatch {
   readonly note: Note;
@@ -16,9 +17,8 @@ const MOST_FUZZY = 300;
 const NOTES_AT_ONCE = 100;
 
 /**
- * The notes whose titles fit a query, those that are it first, then those that begin with it, then those with it at the start of a word, inside
- * one, and with its letters in order; each in the order given. Pauses from time to time. `folded` keeps the titles for
- * the next query.
+ * The notes whose titles fit a query, best fits first; equally good ones in the order given. Pauses from time to time.
+ * `folded` keeps the titles for the next query.
  */
 export function* matchTitles(
   notes: ReadonlyArray<Note>,
@@ -27,18 +27,17 @@ export function* matchTitles(
 ): Generator<void, ReadonlyArray<TitleMatch>> {
   const wanted = fold(query.trim());
   if (!wanted) return notes.slice(0, MOST).map((note) => ({ note, marked: [] }));
-  const kinds: [Note[], Note[], Note[], Note[]] = [[], [], [], []];
+  const fits: Note[][] = [[], [], [], []];
   const loose: Note[] = [];
   for (const [index, note] of notes.entries()) {
     if (index % NOTES_AT_ONCE === NOTES_AT_ONCE - 1) yield;
     const title = folded.get(note) ?? fold(titleOf(note));
     folded.set(note, title);
-    const at = title.indexOf(wanted);
-    if (title === wanted) kinds[0].push(note);
-    else if (at >= 0) kinds[at === 0 ? 1 : startsWord(title, wanted, at) ? 2 : 3].push(note);
-    else if (loose.length < MOST_FUZZY && hasInOrder(title, wanted)) loose.push(note);
+    const fit = fitOf(wanted, title);
+    if (fit === Fit.letters && loose.length < MOST_FUZZY) loose.push(note);
+    else fits[fit]?.push(note);
   }
-  const exact = kinds.flat().slice(0, MOST);
+  const exact = fits.flat().slice(0, MOST);
   const found = exact.map((note) => ({ note, marked: offsetsIn(titleOf(note), wanted) }));
   return exact.length < MOST ? [...found, ...(yield* bestOf(loose, query, MOST - exact.length))] : found;
 }
@@ -56,23 +55,6 @@ function* bestOf(notes: ReadonlyArray<Note>, query: string, most: number): Gener
     yield;
   }
   return matches.sort((one, other) => other.score - one.score).slice(0, most);
-}
-
-function startsWord(title: string, wanted: string, first: number): boolean {
-  for (let at = first; at >= 0; at = title.indexOf(wanted, at + 1)) {
-    if (!/[\p{L}\p{N}]/u.test(title[at - 1] ?? ' ')) return true;
-  }
-  return false;
-}
-
-function hasInOrder(title: string, wanted: string): boolean {
-  let from = 0;
-  for (const char of wanted) {
-    if (char === ' ') continue;
-    from = title.indexOf(char, from) + 1;
-    if (from === 0) return false;
-  }
-  return true;
 }
 
 function offsetsIn(title: string, wanted: string): number[] {

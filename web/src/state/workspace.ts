@@ -1,23 +1,17 @@
 import type { Text } from '@codemirror/state';
-import { headOf } from '../text/title';
 import type { BinnedNote, ClosedTab, Contents, Note, Place, Tabs } from './model';
+import { isUntouched, type NewNote, newNote } from './newNote';
 import { NoteText } from './noteText';
 import type { Settings } from './settings';
-import { closeTabs, forgetTabs, HISTORY, moveTab, openTab } from './tabRow';
+import { withoutPlaces, withPlace } from './places';
+import { closeTabs, deleteTabs, forgetTabs, moveTab, openTab } from './tabRow';
+import type { Versions } from './version';
+import { versionsBefore } from './versions';
 
 /** What changed: one note's text; the set of notes or tabs; a setting; the capture draft. */
 export type Change = 'text' | 'notes' | 'tabs' | 'settings' | 'draft';
-/** How many notes' places are remembered; the oldest are dropped first. */
-const PLACES = 1000;
 
 export type Listener = (change: Change, id?: string) => void;
-
-export interface NewNote {
-  readonly text: NoteText | Text | string;
-  readonly format?: Note['format'];
-  readonly name?: string | null;
-  readonly lineBreak?: Note['lineBreak'];
-}
 
 /** The notes and all other persistent state, with change listeners. */
 export class Workspace {
@@ -66,6 +60,10 @@ export class Workspace {
     return this.#notes.get(id) ?? null;
   }
 
+  noteOrBinned(id: string): Note | null {
+    return this.note(id) ?? this.#contents.bin.find(({ note }) => note.id === id)?.note ?? null;
+  }
+
   /** Deleted notes, latest first. */
   get bin(): ReadonlyArray<BinnedNote> {
     return [...this.#contents.bin].sort((a, b) => b.deleted - a.deleted);
@@ -86,16 +84,8 @@ export class Workspace {
 
   /** Remembers where the user left a note; returns whether that changed. */
   setPlace(id: string, place: Place): boolean {
-    const before = this.place(id);
-    const same = before?.anchor === place.anchor && before.head === place.head && before.top === place.top;
-    if (same || !this.#notes.has(id)) return false;
-    const places = new Map(this.#contents.places);
-    places.delete(id);
-    places.set(id, place);
-    for (const oldest of places.keys()) {
-      if (places.size <= PLACES) break;
-      places.delete(oldest);
-    }
+    const places = this.#notes.has(id) ? withPlace(this.#contents.places, id, place) : this.#contents.places;
+    if (places === this.#contents.places) return false;
     this.#contents = { ...this.#contents, places };
     return true;
   }
@@ -113,54 +103,53 @@ export class Workspace {
     this.#listeners.push(listener);
   }
 
-  addNote({ text, format = 'markdown', name = null, lineBreak = '\n' }: NewNote): Note {
-    const now = this.now();
-    const note: Note = {
-      id: crypto.randomUUID(),
-      text: NoteText.of(text),
-      format,
-      name,
-      fileName: null,
-      lineBreak,
-      pinned: false,
-      created: now,
-      updated: now,
-      extra: [],
-    };
+  addNote(values: NewNote): Note {
+    const note = newNote(values, this.now());
     this.#put(note);
     this.#notify('notes', note.id);
     return note;
   }
 
-  setText(id: string, text: Text): void {
+  /** `removed` is how much of the former text went, if that is known. */
+  setText(id: string, text: Text, removed = 0): void {
     const note = this.#notes.get(id);
     if (!note || note.text.is(text)) return;
+    const [now, next] = [this.now(), NoteText.of(text)];
+    const versions = versionsBefore(note, next, now, removed);
     // Later than its creation even if the clock was set back, because isUntouched() depends on it.
-    this.#put({ ...note, text: NoteText.of(text), updated: Math.max(this.now(), note.created + 1) });
+    this.#put({ ...note, text: next, updated: Math.max(now, note.created + 1), versions });
     this.#notify('text', id);
   }
 
   /** Gives several notes new texts at once. Nobody wrote them, so the notes keep their places in the list. */
   rewrite(texts: ReadonlyMap<string, NoteText | Text | string>): void {
     for (const [id, text] of texts) {
-      const note = this.#notes.get(id);
-      if (note) this.#put({ ...note, text: NoteText.of(text) });
+      const [note, next] = [this.#notes.get(id), NoteText.of(text)];
+      if (note) this.#put({ ...note, text: next, versions: versionsBefore(note, next, this.now(), 0) });
     }
     this.#notify('notes');
   }
 
   setFileName(id: string, fileName: string): void {
-    const note = this.#notes.get(id);
-    if (!note || note.fileName === fileName) return;
-    this.#put({ ...note, fileName });
-    this.#notify('notes', id);
+    if (this.note(id)?.fileName !== fileName) this.#change(id, { fileName });
   }
 
-  setPinned(id: string, pinned: boolean): void {
-    this.setAllPinned([id], pinned);
+  /** Replaces the versions of a note, in the bin too; saved along with the next change. */
+  setVersions(id: string, versions: Versions): void {
+    const note = this.noteOrBinned(id);
+    if (!note) return;
+    const changed = { ...note, versions };
+    if (this.#notes.has(id)) this.#put(changed);
+    const bin = this.#contents.bin.map((entry) => (entry.note === note ? { ...entry, note: changed } : entry));
+    this.#contents = { ...this.#contents, bin };
   }
 
-  setAllPinned(ids: ReadonlyArray<string>, pinned: boolean): void {
+  /** Null makes the first line the title. */
+  setName(id: string, name: string | null): void {
+    if (this.note(id)?.name !== name) this.#change(id, { name });
+  }
+
+  setPinned(ids: ReadonlyArray<string>, pinned: boolean): void {
     const changed = this.#known(ids).filter((note) => note.pinned !== pinned);
     for (const note of changed) this.#put({ ...note, pinned });
     if (changed.length) this.#notify('notes', ids[0]);
@@ -177,14 +166,21 @@ export class Workspace {
     const deleted = this.now();
     for (const { id } of notes) this.#drop(id);
     const bin = [...this.#contents.bin, ...notes.map((note) => ({ note, deleted }))];
-    const open = new Set(this.tabs.open);
-    const hidden = new Set(notes.map(({ id }) => id).filter((id) => !open.has(id)));
-    const tabs = closeTabs(this.tabs, ids);
-    const others = tabs.closed.filter(({ id }) => !hidden.has(id));
-    const closed = [...others, ...[...hidden].map((id) => ({ id, index: 0 }))].slice(-HISTORY);
-    this.#contents = { ...this.#contents, bin, tabs: { ...tabs, closed } };
+    const gone = notes.map(({ id }) => id);
+    const tabs = deleteTabs(this.tabs, gone);
+    this.#contents = { ...this.#contents, bin, tabs };
     this.#notify('notes', ids[0]);
     this.#notify('tabs');
+  }
+
+  /** Puts notes in, in place of those with their ids; nothing else is in the bin then under these ids. */
+  adopt(notes: ReadonlyArray<Note>, binned: ReadonlyArray<BinnedNote>): void {
+    if (!notes.length && !binned.length) return;
+    const ids = new Set([...notes, ...binned.map(({ note }) => note)].map(({ id }) => id));
+    const others = this.#contents.bin.filter(({ note }) => !ids.has(note.id));
+    this.#contents = { ...this.#contents, bin: [...others, ...binned] };
+    for (const note of notes) this.#put(note);
+    this.#notify('notes');
   }
 
   restoreNote(id: string): boolean {
@@ -207,8 +203,7 @@ export class Workspace {
     const { bin } = this.#contents;
     if (!bin.length) return;
     const ids = bin.map(({ note }) => note.id);
-    const places = new Map(this.#contents.places);
-    for (const id of ids) places.delete(id);
+    const places = withoutPlaces(this.#contents.places, ids);
     this.#contents = { ...this.#contents, bin: [], places, tabs: forgetTabs(this.tabs, ids) };
     this.#notify('notes');
   }
@@ -239,13 +234,9 @@ export class Workspace {
   reopenTab(): string | null {
     const last = this.tabs.closed.at(-1);
     if (!last) return null;
-    this.#contents = {
-      ...this.#contents,
-      tabs: { ...this.tabs, closed: this.tabs.closed.slice(0, -1) },
-    };
-    if (!this.#notes.has(last.id) && (this.readOnly || !this.restoreNote(last.id))) {
-      return this.reopenTab();
-    }
+    const tabs = { ...this.tabs, closed: this.tabs.closed.slice(0, -1) };
+    this.#contents = { ...this.#contents, tabs };
+    if (!this.#notes.has(last.id) && (this.readOnly || !this.restoreNote(last.id))) return this.reopenTab();
     this.openTab(last.id, last.index);
     return last.id;
   }
@@ -271,11 +262,18 @@ export class Workspace {
 
   #isUntouched(id: string): boolean {
     const note = this.#notes.get(id);
-    return !!note && note.name === null && note.extra.length === 0 && isUntouched(note);
+    return !!note && isUntouched(note);
   }
 
   #known(ids: ReadonlyArray<string>): Note[] {
     return ids.flatMap((id) => this.#notes.get(id) ?? []);
+  }
+
+  #change(id: string, change: Partial<Note>): void {
+    const note = this.#notes.get(id);
+    if (!note) return;
+    this.#put({ ...note, ...change });
+    this.#notify('notes', id);
   }
 
   #put(note: Note): void {
@@ -297,14 +295,4 @@ export class Workspace {
   #notify(change: Change, id?: string): void {
     for (const listener of this.#listeners) listener(change, id);
   }
-}
-
-/** A note's display title: the name it was imported with, otherwise its first line. */
-export function titleOf(note: Note): string {
-  return note.name ?? headOf(note.text).title;
-}
-
-/** Whether the note never had any text: every edit makes `updated` later than `created`. */
-function isUntouched({ text, created, updated }: Note): boolean {
-  return text.length === 0 && updated === created;
 }

@@ -2,11 +2,12 @@ import type { Extra } from './extra';
 import { type BinnedNote, type Contents, DOCUMENT_VERSION, type Note, type Place } from './model';
 import { chain } from './noteText';
 import { settingNames } from './settings';
+import { areSettled, prepareVersions, versionsMember } from './writeVersions';
 
 /** JSON of a note, with its text as a part of it that is held only once. */
 interface Piece {
   readonly json: string;
-  /** Whether the text in it is one string. */
+  /** Whether the texts in it are one string each. */
   readonly settled: boolean;
 }
 
@@ -96,12 +97,14 @@ export function* prepareJson({ notes, bin, tabs }: Contents): Generator<void, vo
     if (noteCache.get(note)?.settled) continue;
     if (note.id === tabs.active) yield* note.text.prepare();
     else note.text.settle();
+    yield* prepareVersions(note.versions, note.id === tabs.active);
     notePiece(note);
     yield;
   }
   for (const entry of bin) {
     if (binCache.get(entry)?.settled) continue;
     entry.note.text.settle();
+    yield* prepareVersions(entry.note.versions, false);
     binnedPiece(entry);
     yield;
   }
@@ -143,6 +146,7 @@ function* entryPieces({ json }: Piece, note: Note, more: Members): Generator<str
   const { before, after } = frame(note, more);
   yield before;
   yield* note.text.jsonPieces();
+  yield versionsMember(note.versions);
   yield after;
 }
 
@@ -168,6 +172,15 @@ function isSame(some: ReadonlyArray<Piece>, others: ReadonlyArray<Piece>): boole
   return some.length === others.length && some.every((piece, index) => piece === others[index]);
 }
 
+/** A note by itself, as it is in the document. */
+export function noteAsJson(note: Note): string {
+  return notePiece(note).json;
+}
+
+export function binnedAsJson(entry: BinnedNote): string {
+  return binnedPiece(entry).json;
+}
+
 function notePiece(note: Note): Piece {
   return cached(noteCache, note, note, []);
 }
@@ -179,8 +192,10 @@ function binnedPiece(entry: BinnedNote): Piece {
 function cached<K extends object>(cache: WeakMap<K, Piece>, key: K, note: Note, more: Members): Piece {
   const known = cache.get(key);
   // A text that has become one string since then is held by the older piece in its former parts, too.
-  if (known && known.settled === note.text.settled) return known;
-  const piece = { json: noteJson(note, more), settled: note.text.settled };
+  if (known?.settled) return known;
+  const isSettled = () => note.text.settled && areSettled(note.versions);
+  if (known && !isSettled()) return known;
+  const piece = { json: noteJson(note, more), settled: isSettled() };
   cache.set(key, piece);
   return piece;
 }
@@ -198,11 +213,11 @@ function placeJson(place: Place): string {
 /** What is around the text is made flat: the parts of ten thousand short strings would take more than they do. */
 function noteJson(note: Note, more: Members): string {
   const { before, after } = frame(note, more);
-  return before + note.text.json + after;
+  return before + note.text.json + versionsMember(note.versions) + after;
 }
 
 function frame(
-  { id, format, name, fileName, lineBreak, created, updated, pinned, extra }: Note,
+  { id, format, name, fileName, lineBreak, created, updated, pinned, source, shared, extra }: Note,
   more: Members,
 ): { readonly before: string; readonly after: string } {
   const members: Array<readonly [string, string]> = [
@@ -214,6 +229,8 @@ function frame(
     ['updated', JSON.stringify(updated)],
   ];
   if (pinned) members.push(['pinned', 'true']);
+  if (source !== name) members.push(['source', JSON.stringify(source)]);
+  if (shared.length) members.push(['shared', JSON.stringify(shared)]);
   const before = ['{"id":', JSON.stringify(id), ',"text":'].join('');
   const after = [...members, ...more, ...extra].flatMap(([member, json]) => [',', JSON.stringify(member), ':', json]);
   return { before, after: [...after, '}'].join('') };

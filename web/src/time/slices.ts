@@ -3,6 +3,9 @@
  * is short, and the iterator's return value is the result.
  */
 
+/** The longest a search, or what it prepares, runs before it lets a key press or a frame through. */
+export const SEARCH_SLICE_MS = 24;
+
 export interface Slicing<Step, Result> {
   /** The longest a slice may take, in milliseconds; a step in progress is finished. */
   readonly slice: number;

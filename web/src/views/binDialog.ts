@@ -1,6 +1,7 @@
 import { htmlTag, t } from '../i18n/language';
 import type { BinnedNote } from '../state/model';
-import { titleOf, type Workspace } from '../state/workspace';
+import { titleOf } from '../state/titleOf';
+import type { Workspace } from '../state/workspace';
 import { headOf } from '../text/title';
 import { closeDialog, openDialog } from './dialog';
 import { h } from '../dom/elements';

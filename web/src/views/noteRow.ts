@@ -4,7 +4,7 @@ import { drawIcon, h } from '../dom/elements';
 import type { Note } from '../state/model';
 import { contextOf } from '../state/searchContext';
 import type { SearchMatch } from '../state/search';
-import { titleOf } from '../state/workspace';
+import { titleOf } from '../state/titleOf';
 import { fold, foldedPlaces } from '../text/fold';
 import { headOf } from '../text/title';
 

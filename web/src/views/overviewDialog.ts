@@ -1,7 +1,8 @@
 import { h } from '../dom/elements';
 import { t } from '../i18n/language';
 import { isDelete } from '../keyboard/keys';
-import { titleOf, type Workspace } from '../state/workspace';
+import { titleOf } from '../state/titleOf';
+import type { Workspace } from '../state/workspace';
 import { headOf } from '../text/title';
 import { closeDialog, openDialog } from './dialog';
 

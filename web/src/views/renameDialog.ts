@@ -1,22 +1,29 @@
 import { h } from '../dom/elements';
-import { t } from '../i18n/language';
+import type { Key } from '../i18n/catalogue';
 import { isComposing } from '../keyboard/keys';
 import { closeDialog, openDialog } from './dialog';
 
 export interface RenameOptions {
+  readonly title: Key;
+  readonly label: Key;
   readonly name: string;
-  readonly isValid: (name: string) => boolean;
+  /** What will be changed. */
+  readonly explanation?: string;
+  /** What is wrong with a name, or null. */
+  readonly problemOf?: (name: string) => string | null;
   readonly onRename: (name: string) => void;
   readonly onClose: () => void;
 }
 
-/** Asks for the new name of a tag. */
-export function renameDialog({ name, isValid, onRename, onClose }: RenameOptions): void {
+/** Asks for another name; an empty one is none. */
+export function renameDialog(options: RenameOptions): void {
+  const { title, label, name, explanation = '', problemOf = () => null, onRename, onClose } = options;
   const problem = h('p', { class: 'quiet', attrs: { id: 'renameProblem', role: 'status' } });
-  const save = () => {
-    const newName = field.value.trim().replace(/^#/, '');
-    if (!isValid(newName)) {
-      problem.textContent = t('tags.badName');
+  const rename = () => {
+    const newName = field.value.trim();
+    const found = newName ? problemOf(newName) : '';
+    if (found !== null) {
+      problem.textContent = found;
       field.setAttribute('aria-invalid', 'true');
       field.focus();
       return;
@@ -26,8 +33,14 @@ export function renameDialog({ name, isValid, onRename, onClose }: RenameOptions
   };
   const field = h('input', {
     class: 'palette-field',
-    tLabel: 'tags.newName',
-    attrs: { type: 'text', autocomplete: 'off', spellcheck: 'false', 'aria-describedby': 'renameProblem' },
+    tLabel: label,
+    attrs: {
+      type: 'text',
+      autocomplete: 'off',
+      spellcheck: 'false',
+      maxlength: '200',
+      'aria-describedby': 'renameProblem',
+    },
     on: {
       input: () => {
         problem.textContent = '';
@@ -36,13 +49,13 @@ export function renameDialog({ name, isValid, onRename, onClose }: RenameOptions
       keydown: (event) => {
         if (event.key !== 'Enter' || isComposing(event)) return;
         event.preventDefault();
-        save();
+        rename();
       },
     },
   });
   field.value = name;
   openDialog({
-    title: 'cmd.renameTag',
+    title,
     class: 'rename',
     content: [
       field,
@@ -50,8 +63,9 @@ export function renameDialog({ name, isValid, onRename, onClose }: RenameOptions
       h(
         'div',
         { class: 'dialog-foot' },
-        h('span', { class: 'quiet' }, t('tags.renameWhat', { name })),
-        h('button', { class: 'button primary', t: 'tags.rename', attrs: { type: 'button' }, on: { click: save } }),
+        h('span', { class: 'quiet' }, explanation),
+        h('button', { class: 'button', t: 'cancel', attrs: { type: 'button' }, on: { click: closeDialog } }),
+        h('button', { class: 'button primary', t: 'rename.do', attrs: { type: 'button' }, on: { click: rename } }),
       ),
     ],
     focus: field,

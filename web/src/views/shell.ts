@@ -1,7 +1,8 @@
 import { htmlTag, onLanguageChange } from '../i18n/language';
 import type { Target } from '../editor/targets';
 import type { Sort } from '../state/settings';
-import { titleOf, type Workspace } from '../state/workspace';
+import { titleOf } from '../state/titleOf';
+import type { Workspace } from '../state/workspace';
 import { h, iconButton, relabel } from '../dom/elements';
 import { type BacklinksActions, BacklinksPanel } from './backlinksPanel';
 import { Closing } from './closing';

@@ -1,18 +1,18 @@
 import type { Note } from '../state/model';
-import { allOf, foldNotes, forgetFolded, narrowed, ranked, type SearchMatch, searchNotes } from '../state/search';
+import { allOf, narrowed, ranked, type SearchMatch, searchNotes } from '../state/search';
 import { inOrder } from '../state/noteOrder';
 import { readSort, type Sort, sorts } from '../state/settings';
 import type { Workspace } from '../state/workspace';
 import { counted, t } from '../i18n/language';
-import { isComposing } from '../keyboard/keys';
 import { markedWords, parseQuery, type Query } from '../text/searchQuery';
 import { fillNoteRow } from './noteRow';
 import { sectionsBy } from './listSections';
 import { type MenuGroups, popupMenu } from './menu';
 import { rootPixels } from './rootStyle';
 import { drawIcon, h, iconButton } from '../dom/elements';
-import { inSlices } from '../time/slices';
+import { inSlices, SEARCH_SLICE_MS } from '../time/slices';
 import { TagTree } from './tagTree';
+import { SearchField } from './searchField';
 import { WindowedList } from './windowedList';
 
 export interface SidebarActions {
@@ -31,15 +31,11 @@ export interface SidebarActions {
 const sortNames = { edited: 'sort.edited', created: 'sort.created', title: 'sort.title' } as const;
 const ROW_REMS = 3.875;
 const HEADING_REMS = 1.875;
-/** The longest a search, or what it prepares, runs before it lets a key press or a frame through. */
-const SLICE_MS = 24;
 /**
  * How often a slow search shows its matches so far. Drawing a new list may take as long as the whole search,
  * so one that finishes sooner draws its list only once.
  */
 const SHOW_MS = 40;
-/** How long the prepared notes are kept after the search field was left. */
-const FORGET_MS = 120_000;
 
 /** The list of notes, filtered by the search field. */
 export class Sidebar {
@@ -48,10 +44,9 @@ export class Sidebar {
   readonly #workspace: Workspace;
   readonly #actions: SidebarActions;
   readonly #list: WindowedList<SearchMatch>;
-  readonly #input: HTMLInputElement;
+  readonly #field: SearchField;
   readonly #outcome: HTMLElement;
   readonly #sort: HTMLSelectElement;
-  readonly #hint: HTMLElement;
   #query: Query = parseQuery('', 0);
   #words: ReadonlyArray<string> = [];
   #stopSearch = (): void => undefined;
@@ -60,8 +55,6 @@ export class Sidebar {
     null;
   #shownSort: Sort = 'edited';
   #selected = 0;
-  #folding = false;
-  #forgetting: ReturnType<typeof setTimeout> | undefined;
 
   constructor(workspace: Workspace, actions: SidebarActions) {
     this.#workspace = workspace;
@@ -82,33 +75,20 @@ export class Sidebar {
       onLeave: (upwards) => (upwards ? this.focusSearch() : actions.leave()),
     });
     this.#list.element.dataset.tLabel = 'sidebar.label';
-    this.#input = h('input', {
-      class: 'search',
-      tLabel: 'search.label',
-      tPlaceholder: 'search.label',
-      attrs: {
-        id: 'searchInput',
-        type: 'search',
-        autocomplete: 'off',
-        spellcheck: 'false',
-        'aria-describedby': 'searchHint',
+    this.#field = new SearchField(workspace, {
+      changed: () => this.render(),
+      openFirst: () => {
+        const [first] = this.#list.items;
+        if (first) actions.open(first.note.id, this.#words);
       },
-      on: {
-        focus: () => this.#onFocus(),
-        blur: () => this.#onBlur(),
-        input: () => {
-          this.#showHint(true);
-          this.render();
-        },
-        keydown: (event) => this.#onSearchKey(event),
-      },
+      focusList: () => this.#list.focusFirst(),
+      leave: () => actions.leave(),
     });
     this.tags = new TagTree({
       choose: (name) => actions.showTag(name),
       toggle: () => actions.toggleTags(),
       leave: () => actions.leave(),
     });
-    this.#hint = h('p', { class: 'search-hint', t: 'search.hint', attrs: { id: 'searchHint', hidden: '' } });
     this.#sort = h(
       'select',
       {
@@ -125,14 +105,14 @@ export class Sidebar {
       h(
         'div',
         { class: 'sidebar-head' },
-        this.#input,
+        this.#field.input,
         iconButton('plus', 'cmd.newNote', () => actions.create()),
       ),
       h('div', { class: 'list-info' }, this.#outcome, this.#sort),
       this.#list.element,
       this.tags.element,
       // Below the list, so that no row moves away from under the pointer when the field is left.
-      this.#hint,
+      this.#field.hint,
       h(
         'button',
         { class: 'bin-button', attrs: { type: 'button' }, on: { click: () => actions.showBin() } },
@@ -150,7 +130,7 @@ export class Sidebar {
   render(): void {
     this.#stopSearch();
     const before = this.#query;
-    const query = parseQuery(this.#input.value, Date.now());
+    const query = parseQuery(this.#field.value, Date.now());
     this.#query = query;
     this.#words = markedWords(query);
     const notes = this.#workspace.notesInOrder();
@@ -160,7 +140,7 @@ export class Sidebar {
       this.#shownSort = sort;
       const section = sectionsBy(sort, Date.now());
       this.#stopSearch = inSlices(inOrder(notes, sort), {
-        slice: SLICE_MS,
+        slice: SEARCH_SLICE_MS,
         onDone: (ordered) => this.#show(ordered.map(unfiltered), true, ({ note }) => section(note)),
       });
       return;
@@ -170,7 +150,7 @@ export class Sidebar {
     const narrower = last?.of === notes ? narrowed(query, last.query, last.found) : null;
     let shown = performance.now();
     this.#stopSearch = inSlices(gather(searchNotes(narrower ?? allOf(notes), query), found), {
-      slice: SLICE_MS,
+      slice: SEARCH_SLICE_MS,
       onPause: () => {
         const now = performance.now();
         // A repeated search replaces its matches in one go, so the list does not jump.
@@ -206,49 +186,13 @@ export class Sidebar {
   }
 
   focusSearch(): void {
-    this.#input.focus();
-    this.#input.select();
+    this.#field.focus();
   }
 
   /** Filters the list as if this were typed into the search field. */
   search(query: string): void {
-    this.#input.value = query;
+    this.#field.value = query;
     this.render();
-  }
-
-  #onFocus(): void {
-    this.#showHint(true);
-    this.#foldAhead();
-  }
-
-  #onBlur(): void {
-    this.#showHint(false);
-    this.#forgetLater();
-  }
-
-  /** How a search can be refined, as long as nothing is typed. */
-  #showHint(focused: boolean): void {
-    this.#hint.hidden = !focused || this.#input.value !== '';
-  }
-
-  /** Prepares the notes when the search field gets the focus, before the user types. */
-  #foldAhead(): void {
-    clearTimeout(this.#forgetting);
-    if (this.#folding) return;
-    this.#folding = true;
-    inSlices(foldNotes(this.#workspace.notesInOrder()), {
-      slice: SLICE_MS,
-      delay: 0,
-      onDone: () => {
-        this.#folding = false;
-      },
-    });
-  }
-
-  /** Who searches in turns with writing is not to wait every time. */
-  #forgetLater(): void {
-    clearTimeout(this.#forgetting);
-    this.#forgetting = setTimeout(forgetFolded, FORGET_MS);
   }
 
   #show(found: ReadonlyArray<SearchMatch>, complete: boolean, headingOf?: (found: SearchMatch) => string): void {
@@ -259,7 +203,7 @@ export class Sidebar {
 
   /** How many notes are listed or, if any are, selected. */
   #showOutcome(): void {
-    const query = this.#input.value.trim();
+    const query = this.#field.value.trim();
     const { length } = this.#list.items;
     this.#sort.hidden = this.#selected > 0 || query !== '' || length === 0;
     if (this.#selected) this.#outcome.textContent = counted('sidebar.selected', this.#selected);
@@ -276,21 +220,6 @@ export class Sidebar {
   #openMenu(found: ReadonlyArray<SearchMatch>, at: { readonly x: number; readonly y: number }): void {
     const groups = this.#actions.menu(found.map(({ note }) => note.id));
     popupMenu(found.length > 1 ? 'rows.label' : 'actions.label', groups, at, () => this.#list.element.focus());
-  }
-
-  #onSearchKey(event: KeyboardEvent): void {
-    if (isComposing(event) || event.ctrlKey || event.metaKey || event.altKey) return;
-    const first = this.#list.items[0];
-    if (event.key === 'ArrowDown') this.#list.focusFirst();
-    else if (event.key === 'Enter' && first) this.#actions.open(first.note.id, this.#words);
-    else if (event.key === 'Escape') {
-      if (this.#input.value) {
-        this.#input.value = '';
-        this.#showHint(true);
-        this.render();
-      } else this.#actions.leave();
-    } else return;
-    event.preventDefault();
   }
 }
 

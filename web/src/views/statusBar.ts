@@ -21,6 +21,7 @@ const labels: Record<SaveStatus | 'readonly', Key> = {
 export class StatusBar {
   readonly element: HTMLElement;
   readonly #state: HTMLElement;
+  readonly #source = h('span', { class: 'note-source quiet', attrs: { id: 'noteSource' } });
   readonly #count = h('span', { class: 'text-count', attrs: { id: 'textCount' } });
   readonly #retry: HTMLElement;
 
@@ -38,6 +39,7 @@ export class StatusBar {
       { class: 'status' },
       this.#state,
       this.#retry,
+      this.#source,
       this.#count,
       iconButton('settings', 'cmd.settings', () => actions.showSettings()),
       iconButton('help', 'cmd.guide', () => actions.openGuide()),
@@ -49,6 +51,11 @@ export class StatusBar {
     this.#state.dataset.t = labels[status];
     this.#state.textContent = t(labels[status]);
     this.#retry.hidden = status !== 'failed';
+  }
+
+  /** The file that the open note is a copy of. */
+  showSource(name: string | null): void {
+    this.#source.textContent = name === null ? '' : t('note.source', { name });
   }
 
   /** The word count, as worded by the caller; empty if no note is open. */

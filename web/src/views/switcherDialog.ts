@@ -3,7 +3,8 @@ import { counted, t } from '../i18n/language';
 import { h } from '../dom/elements';
 import type { Note } from '../state/model';
 import { isTitled, matchTitles, type TitleMatch } from '../state/titleMatches';
-import { titleOf, type Workspace } from '../state/workspace';
+import { titleOf } from '../state/titleOf';
+import type { Workspace } from '../state/workspace';
 import { inSlices } from '../time/slices';
 import { type Choice, choiceDialog } from './choiceDialog';
 

@@ -1,5 +1,6 @@
 import { t } from '../i18n/language';
-import { titleOf, type Workspace } from '../state/workspace';
+import { titleOf } from '../state/titleOf';
+import type { Workspace } from '../state/workspace';
 import { drawIcon, h, iconButton } from '../dom/elements';
 import { isDelete } from '../keyboard/keys';
 import { type MenuGroups, popupMenu } from './menu';

@@ -10,6 +10,10 @@ const notes = [
     text: '# Plano\n\n**forte** e _leve_, ~~fora~~ `código`\n\n- [ ] tarefa\n- [x] feita\n\n> dito\n\n[ponte](https://example.org)\n\n```js\nlet a = 1; // um\n```',
     pinned: true,
     updated: NOW,
+    versions: [
+      { taken: NOW - 3_600_000, text: '# Plano\n\n**fraco** e _leve_\n\n- [ ] tarefa', guarded: true },
+      { taken: NOW - 86_400_000, text: '# Plano' },
+    ],
   },
   { id: 'b', text: 'Compras\npão e maçã', updated: NOW - 1 },
   { id: 'c', text: '', updated: NOW - 2 },
@@ -23,7 +27,7 @@ const bin = [
   { id: 'd', text: 'Apagada\ne mais', deleted: NOW },
   { id: 'e', text: '', deleted: NOW - 9 },
 ];
-export const stored = { version: 1, notes, bin, tabs: { open: ['a', 'b', 'c'], active: 'a' } };
+export const stored = { version: 2, notes, bin, tabs: { open: ['a', 'b', 'c'], active: 'a' } };
 
 /** A catalogue text in the page's language. */
 type Words = (key: Key) => string;
@@ -179,6 +183,30 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
   'emptying the bin': async (page, word) => {
     await page.click('.bin-button');
     await page.click(`text=${word('bin.empty')}`);
+  },
+  'versions of a note': async (page) => {
+    await page.click('#noteMenuButton');
+    await page.click('[data-command=versions]');
+    await page.waitForSelector('.versions .row');
+  },
+  'renaming a note': async (page, word) => {
+    await page.evaluate("quendoOpenNativeFiles([{ name: 'ata.txt', content: 'texto', format: 'plain' }])");
+    await page.keyboard.press('Control+Shift+p');
+    await page.keyboard.type(word('cmd.rename'));
+    await page.keyboard.press('Enter');
+    await page.waitForSelector('dialog.rename');
+  },
+  'bringing in a library': async (page) => {
+    await page.evaluate(
+      `quendoOpenNativeFiles([{ name: 'l.json', content: '{"quendoLibrary":1,"version":2,"notes":[]}' }])`,
+    );
+    await page.waitForSelector('dialog[open] .question');
+  },
+  'no versions': async (page) => {
+    await page.evaluate('createNote()');
+    await page.click('#noteMenuButton');
+    await page.click('[data-command=versions]');
+    await page.waitForSelector('dialog.versions');
   },
   'a toast with a button': async (page) => {
     await page.click('#noteMenuButton');

@@ -19,7 +19,7 @@ import { fuzzyMatch } from '../../src/text/fuzzy';
 const table: CommandTable = commands;
 const context = (
   native: boolean,
-  active: object | null = { pinned: false, format: 'markdown', fileName: null, name: null },
+  active: object | null = { pinned: false, format: 'markdown', fileName: null, name: 'a.md' },
 ) =>
   ({
     port: { native },

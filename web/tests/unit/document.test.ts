@@ -121,9 +121,9 @@ test('the bin drops notes after thirty days', () => {
 });
 
 test('a newer version is reported; an invalid version does not count as newer', () => {
-  assert.equal(readContents({ version: 2 }, NOW).newer, true);
-  assert.equal(readContents({ version: 1.5 }, NOW).newer, true);
-  assert.equal(readContents({ version: 1 }, NOW).newer, false);
+  assert.equal(readContents({ version: 3 }, NOW).newer, true);
+  assert.equal(readContents({ version: 2.5 }, NOW).newer, true);
+  assert.equal(readContents({ version: 2 }, NOW).newer, false);
   assert.equal(readContents({ version: '9' }, NOW).newer, false);
   assert.equal(readContents({}, NOW).newer, false);
 });

@@ -79,7 +79,7 @@ test('every file type has its language', async () => {
   };
   assert.equal(Object.keys(samples).length + 2, 23);
   for (const [extension, [code, text]] of Object.entries(samples)) {
-    const note = { fileName: `a.${extension}`, name: null, format: 'markdown' } as const;
+    const note = { fileName: `a.${extension}`, source: null, format: 'markdown' } as const;
     assert.equal(syntaxOf(note), extension);
     const support = await languageNamed(extension)?.load();
     assert.ok(support, extension);
@@ -93,10 +93,10 @@ test('every file type has its language', async () => {
 });
 
 test("the file name decides on the syntax, then the note's format", () => {
-  const plain = { fileName: null, name: null, format: 'plain' } as const;
+  const plain = { fileName: null, source: null, format: 'plain' } as const;
   assert.equal(syntaxOf(plain), 'plain');
-  assert.equal(syntaxOf({ ...plain, name: 'a.MD' }), 'markdown');
-  assert.equal(syntaxOf({ ...plain, name: 'a.md', fileName: 'b.py' }), 'py');
+  assert.equal(syntaxOf({ ...plain, source: 'a.MD' }), 'markdown');
+  assert.equal(syntaxOf({ ...plain, source: 'a.md', fileName: 'b.py' }), 'py');
   assert.equal(syntaxOf({ ...plain, format: 'markdown', fileName: 'a.txt' }), 'markdown');
   assert.equal(languageOfFence('Python {1,2}')?.name, 'py');
   assert.equal(languageOfFence('nada'), null);

@@ -33,7 +33,7 @@ test('migrations modify neither their argument nor unknown members', () => {
   const after = migrate(before);
   assert.deepEqual(before, copy);
   assert.deepEqual(after, {
-    version: 1,
+    version: 2,
     notes: [{ text: '1', id: 'x' }, { text: '2', id: 'z' }, 7],
     future: [1],
   });

@@ -2,8 +2,8 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { Text } from '@codemirror/state';
 import { NoteIndex } from '../../src/state/noteIndex';
-import { titleOf } from '../../src/state/workspace';
-import { bestMatches, findable } from '../../src/text/titleMatches';
+import { titleOf } from '../../src/state/titleOf';
+import { bestMatches, findable } from '../../src/text/nameMatches';
 import { workspaceWith } from './workspaces';
 
 function indexed(...texts: string[]) {

@@ -5,7 +5,7 @@ import { shortDate } from '../../src/i18n/shortDate';
 import type { Note } from '../../src/state/model';
 import { inOrder } from '../../src/state/noteOrder';
 import { readSettings, readSort, type Sort } from '../../src/state/settings';
-import { titleOf } from '../../src/state/workspace';
+import { titleOf } from '../../src/state/titleOf';
 import { ListHeadings } from '../../src/views/listHeadings';
 import { ListSelection } from '../../src/views/listSelection';
 import { sectionsBy } from '../../src/views/listSections';
@@ -23,7 +23,7 @@ function ordered(notes: ReadonlyArray<Note>, sort: Sort) {
 
 test('notes are ordered by edit, creation or title, pinned ones first and untitled ones last', () => {
   const { workspace, ids } = workspaceWith('água', 'Zebra', '', 'Arara', 'boi');
-  workspace.setPinned(ids[4] ?? '', true);
+  workspace.setPinned([ids[4] ?? ''], true);
   const [first] = workspace.notesInOrder();
   const edited = workspace.notesInOrder().map((note) => (titleOf(note) === 'água' ? { ...note, updated: NOW } : note));
   const titles = (sort: Sort) => ordered(edited, sort).map(titleOf);
@@ -110,8 +110,8 @@ test('several notes are deleted, restored and pinned in one step each', () => {
   assert.deepEqual(workspace.tabs.closed.map(({ id }) => id).sort(), [...two].sort());
   assert.ok(workspace.restoreNotes(two) && !workspace.restoreNotes(two));
   assert.deepEqual([workspace.noteCount, workspace.bin.length], [3, 0]);
-  workspace.setAllPinned(ids, true);
-  workspace.setAllPinned(ids, true);
+  workspace.setPinned(ids, true);
+  workspace.setPinned(ids, true);
   assert.ok(workspace.notesInOrder().every(({ pinned }) => pinned));
   assert.deepEqual(changes, ['notes', 'tabs', 'notes', 'notes']);
 });

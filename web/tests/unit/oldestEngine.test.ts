@@ -85,7 +85,7 @@ test('what the oldest engine has is not', () => {
   const script = `[].toSorted().at(-1); a.inert = true; structuredClone(b); new ResizeObserver(c); a.replaceChildren();
     a.showModal(); Object.hasOwn(a, b); 'x'.replaceAll('y', 'z'); a.addEventListener('pointerdown', b);
     a.matches(':has(b)'); a.closest(':focus-visible'); /(?<name>a)(?=b)(?!c)(?:d)/u.test(e);
-    class A { union() {} } new A().union(); window.open(); const url = 'https://a:popover';`;
+    class A { union() {} } new A().union(); const ML = 1; open(ML); window.open(); const url = 'https://a:popover';`;
   assert.deepEqual([...newInScript(script)], []);
   const styles = `@media (prefers-reduced-motion: reduce) and (min-width: 3em) { a:has(> b)::before { inset: 0 1dvh;
     color: rgb(0 0 0 / 5%); width: max(1px, min(2rem, 3cqw)); aspect-ratio: 1; --own: 1 } }

@@ -5,7 +5,7 @@ import type { Context } from '../../src/commands/context';
 import { copyAsMarkdown, copyAsPlainText, copyForWhatsApp } from '../../src/commands/copies';
 import { exportAsMarkdown, exportAsText, saveNoteAs } from '../../src/commands/files';
 import type { HostAnswers } from '../../src/commands/port';
-import { PendingCopies, PendingShare } from '../../src/commands/requests';
+import { PendingCopies, PendingFiles, PendingShare } from '../../src/commands/requests';
 import { shareNote } from '../../src/commands/share';
 import { setLanguage } from '../../src/i18n/language';
 import { emptyContents } from '../../src/state/model';
@@ -51,6 +51,7 @@ function start(readOnly = false): void {
     },
     copies: new PendingCopies(clock),
     share: new PendingShare(clock.now),
+    outgoing: new PendingFiles(),
   } as unknown as Context;
   answers = hostAnswers(context);
 }

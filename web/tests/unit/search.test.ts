@@ -14,7 +14,8 @@ import {
   searchNotes as search,
 } from '../../src/state/search';
 import { parseQuery } from '../../src/text/searchQuery';
-import { titleOf, Workspace } from '../../src/state/workspace';
+import { titleOf } from '../../src/state/titleOf';
+import { Workspace } from '../../src/state/workspace';
 import { workspaceWith } from './workspaces';
 
 const parsed = (query: string) => parseQuery(query, 0);
@@ -112,10 +113,10 @@ test('a longer query only searches the matches of the shorter one, from where th
 test('folding ahead does not change the results, and pinned notes come first', () => {
   const { workspace, ids } = workspaceWith('um ção', 'dois cao', 'três');
   assert.equal([...foldNotes(workspace.notesInOrder())].length, 3);
-  workspace.setPinned(ids[0] ?? '', true);
+  workspace.setPinned([ids[0] ?? ''], true);
   const found = [...searchNotes(allOf(workspace.notesInOrder()), 'CAO')].flatMap((f) => (f ? [titleOf(f.note)] : []));
   assert.deepEqual(found, ['um ção', 'dois cao']);
-  workspace.setPinned(ids[0] ?? '', false);
+  workspace.setPinned([ids[0] ?? ''], false);
   assert.equal(titleOf(workspace.notesInOrder()[0] as Note), 'três');
 });
 

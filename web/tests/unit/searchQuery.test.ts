@@ -2,7 +2,7 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { allOf, narrowed, ranked, type SearchMatch, searchNotes } from '../../src/state/search';
 import { contextOf } from '../../src/state/searchContext';
-import { titleOf } from '../../src/state/workspace';
+import { titleOf } from '../../src/state/titleOf';
 import { NoteText } from '../../src/state/noteText';
 import { markedWords, narrows, parseQuery } from '../../src/text/searchQuery';
 import { periodOf } from '../../src/text/searchDates';

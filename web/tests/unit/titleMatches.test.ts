@@ -2,7 +2,7 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import type { Note } from '../../src/state/model';
 import { isTitled, matchTitles } from '../../src/state/titleMatches';
-import { titleOf } from '../../src/state/workspace';
+import { titleOf } from '../../src/state/titleOf';
 import { workspaceWith } from './workspaces';
 
 function match(titles: ReadonlyArray<string>, query: string) {

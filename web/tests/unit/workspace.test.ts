@@ -4,7 +4,8 @@ import { Text } from '@codemirror/state';
 import { emptyContents } from '../../src/state/model';
 import { readContents } from '../../src/state/read';
 import { neighbour, tabsInScope } from '../../src/state/tabRow';
-import { titleOf, Workspace } from '../../src/state/workspace';
+import { titleOf } from '../../src/state/titleOf';
+import { Workspace } from '../../src/state/workspace';
 import { serialize } from '../../src/state/write';
 import { workspaceWith } from './workspaces';
 

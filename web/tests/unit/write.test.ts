@@ -40,7 +40,7 @@ test('only notes that changed are serialised', () => {
   workspace.setPlace(ids[3] ?? '', { anchor: 1, head: 1, top: 0 });
   workspace.setSettings({ zoom: 1.5 });
   assert.equal(save(), 0);
-  workspace.setPinned(ids[7] ?? '', true);
+  workspace.setPinned([ids[7] ?? ''], true);
   assert.equal(save(), 0, 'the text of a note that is pinned is the same');
   workspace.deleteNote(ids[0] ?? '');
   assert.equal(save(), 0, 'all neighbours move up by one');

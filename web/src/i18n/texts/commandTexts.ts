@@ -5,7 +5,7 @@ import type { Texts } from './texts';
 export const commandTexts = {
   'cmd.newNote': ['Nova nota', 'New note', 'Nueva nota'],
   'cmd.capture': ['Captura rápida', 'Quick capture', 'Captura rápida'],
-  'cmd.import': ['Abrir arquivo…', 'Open file…', 'Abrir archivo…'],
+  'cmd.import': ['Abrir cópia de um arquivo…', 'Open a copy of a file…', 'Abrir una copia de un archivo…'],
   'cmd.save': ['Salvar agora', 'Save now', 'Guardar ahora'],
   'cmd.saveAs': ['Salvar como…', 'Save as…', 'Guardar como…'],
   'cmd.exportMarkdown': ['Exportar como Markdown…', 'Export as Markdown…', 'Exportar como Markdown…'],

@@ -30,7 +30,6 @@ export const linkTexts = {
   'tags.newName': ['Novo nome da tag', 'New name of the tag', 'Nuevo nombre de la etiqueta'],
   'tags.badName': ['Use letras, números, “_” e “-”, com “/” entre os níveis e ao menos uma letra.', 'Use letters, digits, “_” and “-”, with “/” between levels and at least one letter.', 'Usa letras, números, “_” y “-”, con “/” entre niveles y al menos una letra.'],
   'tags.renameWhat': ['Troca #{name} em todas as notas', 'Replaces #{name} in all notes', 'Cambia #{name} en todas las notas'],
-  'tags.rename': ['Renomear', 'Rename', 'Renombrar'],
   'tags.renamed.one': ['Tag trocada em 1 nota', 'Tag renamed in 1 note', 'Etiqueta cambiada en 1 nota'],
   'tags.renamed.many': ['Tag trocada em {n} notas', 'Tag renamed in {n} notes', 'Etiqueta cambiada en {n} notas'],
   'links.updated.one': ['Links atualizados em 1 nota', 'Links updated in 1 note', 'Enlaces actualizados en 1 nota'],
