@@ -7,7 +7,7 @@ import { openNote } from './notes';
 
 /** Commands that find notes and order them. */
 export const findingCommands = {
-  switcher: { label: 'cmd.switcher', key: 'Mod-j', listens: true, run: showSwitcher },
+  switcher: { label: 'cmd.switcher', key: 'Mod-Shift-o', listens: true, run: showSwitcher },
   sortEdited: { label: 'cmd.sortEdited', run: (context) => sortBy(context, 'edited') },
   sortCreated: { label: 'cmd.sortCreated', run: (context) => sortBy(context, 'created') },
   sortTitle: { label: 'cmd.sortTitle', run: (context) => sortBy(context, 'title') },

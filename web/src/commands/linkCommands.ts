@@ -24,5 +24,5 @@ export const linkCommands = {
     available: withNote,
     run: toggleBacklinks,
   },
-  outline: { label: 'cmd.outline', key: 'Mod-Shift-o', listens: true, available: withNote, run: showOutline },
+  outline: { label: 'cmd.outline', key: 'Mod-Alt-o', listens: true, available: withNote, run: showOutline },
 } as const satisfies CommandTable;

@@ -123,6 +123,7 @@ export class Workspace {
 
   /** Gives several notes new texts at once. Nobody wrote them, so the notes keep their places in the list. */
   rewrite(texts: ReadonlyMap<string, NoteText | Text | string>): void {
+    if (!texts.size) return;
     for (const [id, text] of texts) {
       const [note, next] = [this.#notes.get(id), NoteText.of(text)];
       if (note) this.#put({ ...note, text: next, versions: versionsBefore(note, next, this.now(), 0) });

@@ -27,10 +27,11 @@ async function passThrough(page: Page, count: number): Promise<void> {
 }
 
 async function goTo(page: Page, title: string): Promise<void> {
-  await page.fill('#searchInput', title);
-  await page.locator('.row-title', { hasText: title }).first().click();
-  await page.fill('#searchInput', '');
-  await page.focus('.cm-content');
+  await page.keyboard.press('Control+Shift+o');
+  await page.keyboard.type(title);
+  await page.locator('.palette-row', { hasText: title }).first().waitFor();
+  await page.keyboard.press('Enter');
+  await page.waitForSelector('.cm-content:focus');
 }
 
 test('a note without a tab keeps its undo history while it is among the last few dozen', async () => {

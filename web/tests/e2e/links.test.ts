@@ -150,7 +150,7 @@ test('the outline starts at the current heading, filters and jumps', async () =>
   const { page, context } = await openNotes(['# Um\n\n## Dois\ntexto\n\n# Três\nfim']);
   await page.focus('.cm-content');
   for (let i = 0; i < 3; i++) await page.keyboard.press('ArrowDown');
-  await page.keyboard.press('Control+Shift+o');
+  await page.keyboard.press('Control+Alt+o');
   assert.equal(await page.innerText('.palette-row[aria-selected=true]'), 'Dois');
   await page.keyboard.type('tre');
   assert.equal(await page.innerText('.palette-row[aria-selected=true]'), 'Três');

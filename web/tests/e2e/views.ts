@@ -76,12 +76,15 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
   },
   'list by title': async (page) => {
     await page.selectOption('.sort', 'title');
-    await page.waitForFunction(() => document.querySelectorAll('.list-heading').length === 3);
+    await page.waitForFunction(() => document.querySelectorAll('.list-heading').length > 1);
   },
   'several notes selected': async (page) => {
     await page.focus('#sidebar .list');
     await page.keyboard.press('Control+a');
-    await page.waitForFunction(() => document.querySelectorAll('#sidebar [aria-selected=true]').length === 3);
+    await page.waitForFunction(
+      (count) => document.querySelectorAll('#sidebar [aria-selected=true]').length === count,
+      notes.length,
+    );
   },
   'menu of a row': async (page) => {
     await page.click('#sidebar .row', { button: 'right' });
@@ -116,7 +119,7 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
   },
   outline: async (page) => {
     await page.focus('.cm-content');
-    await page.keyboard.press('Control+Shift+o');
+    await page.keyboard.press('Control+Alt+o');
     await page.waitForSelector('.palette-row');
   },
   'renaming a tag': async (page, word) => {
