@@ -145,18 +145,23 @@ test('a pasted list goes on in an empty item, other blocks begin on their own li
   await context.close();
 });
 
-test('the largest clipboard that is converted takes no longer than a moment', async () => {
+test('a large table from the clipboard is converted in linear time', async () => {
   const { page, context } = await openNote();
-  const took = await page.evaluate(() => {
+  const [small, large] = await page.evaluate(() => {
     const row = `<tr>${'<td style="color: red">some <b>bold</b> text</td>'.repeat(8)}</tr>`;
-    const clipboardData = new DataTransfer();
-    clipboardData.setData('text/html', `<p>a</p><table>${row.repeat(1000)}</table>`);
-    const event = new ClipboardEvent('paste', { clipboardData, bubbles: true, cancelable: true });
-    const started = performance.now();
-    document.querySelector('.cm-content')?.dispatchEvent(event);
-    return performance.now() - started;
+    const paste = (rows: number) => {
+      const clipboardData = new DataTransfer();
+      clipboardData.setData('text/html', `<p>a</p><table>${row.repeat(rows)}</table>`);
+      const event = new ClipboardEvent('paste', { clipboardData, bubbles: true, cancelable: true });
+      const started = performance.now();
+      document.querySelector('.cm-content')?.dispatchEvent(event);
+      return performance.now() - started;
+    };
+    const best = (rows: number) => Math.min(...Array.from({ length: 3 }, () => paste(rows)));
+    return [best(100), best(800)] as const;
   });
-  assert.match((await text(page)) ?? '', /^a\n\n\| some \*\*bold\*\* text \|/);
-  assert.ok(took < 3000, `${took} ms`);
+  assert.match((await text(page)) ?? '', /a\n\n\| some \*\*bold\*\* text \|/);
+  // Eight times as much; in quadratic time it would be sixty-four times.
+  assert.ok(large < small * 24, `${small} and ${large} ms`);
   await context.close();
 });

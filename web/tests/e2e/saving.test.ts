@@ -12,7 +12,7 @@ after(() => browser.close());
 
 test('quitting never replaces a newer document, even one without a revision to stay below', async () => {
   for (const revision of [undefined, 1, 'later']) {
-    const stored = { version: 2, revision, notes: [{ id: 'a', text: 'futuro' }], tabs: { open: ['a'] } };
+    const stored = { version: 99, revision, notes: [{ id: 'a', text: 'futuro' }], tabs: { open: ['a'] } };
     const { page, context } = await open(browser, { before: fakeHost(stored) });
     await page.keyboard.press('Control+Equal');
     await page.keyboard.press('Control+Shift+p');

@@ -165,7 +165,7 @@ test('in a narrow window the list lies over the text until a note is chosen, and
 test('where no note is open, three things to do are offered with their keys', async () => {
   const { page, context } = await open(browser, { before: fakeHost() });
   const offered = (await page.locator('.start-item').allInnerTexts()).map((text) => text.replace(/\s+/g, ' ').trim());
-  assert.deepEqual(offered, ['New note Ctrl+N', 'Open file… Ctrl+O', 'Shortcut guide F1']);
+  assert.deepEqual(offered, ['New note Ctrl+N', 'Open a copy of a file… Ctrl+O', 'Shortcut guide F1']);
   await page.keyboard.press('F1');
   await page.waitForSelector('dialog .guide');
   await page.keyboard.press('Escape');

@@ -72,6 +72,7 @@ test('the menu has a name, roles and every export, copy and share command', asyn
     'Close other tabs…',
     'Close tabs to the right…',
     'Pin note',
+    'Versions of the note…',
     'Settings',
     'Delete note',
   ]);

@@ -53,7 +53,7 @@ ThemeVariant::~ThemeVariant() {
 
 void ThemeVariant::watchWindows(guint position, guint count) {
   for (guint i = position; i < position + count; ++i) {
-    g_signal_connect_data(adoptReference(g_list_model_get_item(windows_, i)).get(), "realize",
+    g_signal_connect_data(adoptReference(g_list_model_get_item(windows_, i)).get(), "map",
                           G_CALLBACK(+[](GtkWidget*, ThemeVariant* self) { self->update(); }), this, nullptr,
                           G_CONNECT_AFTER);
   }
@@ -84,8 +84,9 @@ void ThemeVariant::cover(const Theme& theme) {
   cover_ = adoptReference(gtk_css_provider_new());
   covering_ = theme;
   gtk_css_provider_load_named(cover_.get(), theme.name.c_str(), theme.isDark ? "dark" : nullptr);
+  // GTK adds the theme itself with the priority of settings.
   gtk_style_context_add_provider_for_display(gdk_display_get_default(), GTK_STYLE_PROVIDER(cover_.get()),
-                                             GTK_STYLE_PROVIDER_PRIORITY_THEME + 1);
+                                             GTK_STYLE_PROVIDER_PRIORITY_SETTINGS + 1);
 }
 
 void ThemeVariant::uncover() {

@@ -138,7 +138,8 @@ GObjectPtr<JSCValue> member(JSCValue* object, const char* name) {
 
 }  // namespace
 
-WebKitUserContent::WebKitUserContent() : manager_(webkit_user_content_manager_new()) {
+WebKitUserContent::WebKitUserContent()
+    : manager_(webkit_user_content_manager_new()), themeColor_(manager_.get()) {
   g_signal_connect(manager_.get(), "script-message-received::quendoTextPart", G_CALLBACK(onTextPart), this);
   webkit_user_content_manager_register_script_message_handler(manager_.get(), kTextPart, kHostWorld);
 }
@@ -203,6 +204,7 @@ void WebKitUserContent::installRelay() {
   std::string pageSide = kRelayInPageWorld;
   pageSide.replace(pageSide.find(kPlaceholder), kPlaceholder.size(), names);
   addScript(manager_.get(), kRelayInHostWorld, kHostWorld);
+  addScript(manager_.get(), ThemeColorWatch::script(), kHostWorld);
   addScript(manager_.get(), pageSide, nullptr);
 }
 

@@ -8,11 +8,10 @@
 
 #include "platform/UserContentController.h"
 #include "platform/gtk/GObjectPtr.h"
+#include "platform/gtk/web/HostWorld.h"
+#include "platform/gtk/web/ThemeColorWatch.h"
 
 namespace quendo::gtk {
-
-/// Name of the host's own script world, present only in main frame documents.
-inline constexpr const char* kHostWorld = "quendo-host";
 
 /// Message handlers and user scripts of one web view.
 ///
@@ -44,6 +43,7 @@ class WebKitUserContent final : public UserContentController {
   using Script = std::unique_ptr<WebKitUserScript, UserScriptUnref>;
 
   WebKitUserContentManager* manager() const { return manager_.get(); }
+  ThemeColorWatch& themeColor() { return themeColor_; }
 
  private:
   struct Registration {
@@ -58,6 +58,7 @@ class WebKitUserContent final : public UserContentController {
   Value takeMessage(JSCValue* posted);
 
   GObjectPtr<WebKitUserContentManager> manager_;
+  ThemeColorWatch themeColor_;
   std::vector<std::unique_ptr<Registration>> registrations_;
   std::vector<Script> scripts_;
   /// Long texts of a message that is still to come.

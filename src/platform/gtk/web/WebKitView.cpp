@@ -71,6 +71,7 @@ WebKitView::WebKitView(const WebViewConfiguration& configuration, Rendering& ren
 }
 
 WebKitView::~WebKitView() {
+  content_->themeColor().setHandler({});
   g_signal_handlers_disconnect_by_data(view_.get(), this);
 }
 

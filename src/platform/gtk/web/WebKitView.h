@@ -77,7 +77,6 @@ class WebKitView final : public WebView {
   static gboolean onScriptDialog(WebKitWebView*, WebKitScriptDialog* dialog, gpointer data);
   static gboolean onRunFileChooser(WebKitWebView*, WebKitFileChooserRequest* request, gpointer data);
   static void onTitleChanged(WebKitWebView* view, GParamSpec*, gpointer data);
-  static void onThemeColorChanged(WebKitWebView* view, GParamSpec*, gpointer data);
   static gboolean onContextMenu(WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult*, gpointer data);
 
   std::shared_ptr<WebKitUserContent> content_;

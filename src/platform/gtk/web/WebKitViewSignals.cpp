@@ -34,7 +34,9 @@ void WebKitView::connectSignals() {
   g_signal_connect(view, "run-file-chooser", G_CALLBACK(onRunFileChooser), this);
   g_signal_connect(view, "context-menu", G_CALLBACK(onContextMenu), this);
   g_signal_connect(view, "notify::title", G_CALLBACK(onTitleChanged), this);
-  g_signal_connect(view, "notify::theme-color", G_CALLBACK(onThemeColorChanged), this);
+  content_->themeColor().setHandler([this](const std::optional<Color>& color) {
+    if (observer_) observer_->pageThemeColorDidChange(color);
+  });
   answerRequestsByTable(view);
 }
 
@@ -142,17 +144,6 @@ void WebKitView::onTitleChanged(WebKitWebView* view, GParamSpec*, gpointer data)
   auto* self = static_cast<WebKitView*>(data);
   const char* title = webkit_web_view_get_title(view);
   if (self->observer_) self->observer_->pageTitleDidChange(title ? title : "");
-}
-
-void WebKitView::onThemeColorChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
-  auto* self = static_cast<WebKitView*>(data);
-  if (!self->observer_) return;
-  GdkRGBA color;
-  if (webkit_web_view_get_theme_color(view, &color)) {
-    self->observer_->pageThemeColorDidChange(Color{color.red, color.green, color.blue, color.alpha});
-  } else {
-    self->observer_->pageThemeColorDidChange(std::nullopt);
-  }
 }
 
 gboolean WebKitView::onContextMenu(WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult*, gpointer) {
