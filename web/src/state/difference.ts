@@ -1,5 +1,6 @@
 import { type Change, diff } from '@codemirror/merge';
 import { ChangeSet, Text } from '@codemirror/state';
+import type { Edit } from '../text/renames';
 
 /** Texts that differ more than this in one place are not compared any closer there. */
 const SCAN_LIMIT = 500;
@@ -27,6 +28,12 @@ export class Difference {
     // The comparison keeps surrogates together and may miss one that is alone.
     const isExact = close.newLength === older.length && close.apply(newer).eq(older);
     return Difference.#of(isExact ? close : changeSet(a, b, [middle(a, b)]));
+  }
+
+  /** Of edits in a text of this length. */
+  static of(edits: ReadonlyArray<Edit>, newerLength: number): Difference {
+    const changes = edits.map(({ from, to, insert }) => ({ from, to, insert: Text.of(insert.split('\n')) }));
+    return Difference.#of(ChangeSet.of(changes, newerLength));
   }
 
   /** From a document; null if it does not belong to a newer text of this length. */

@@ -32,28 +32,34 @@ export function libraryFiles(
   let leftOut = 0;
   let bytes = 0;
   let held: { notes: string[]; bin: string[] } = { notes: [], bin: [] };
-  const add = (list: 'notes' | 'bin', entries: ReadonlyArray<string>) => {
-    const sized = entries.map((json) => ({ json, size: utf8Length(json) + 1 }));
-    const fitting = sized.find(({ size }) => size <= room);
-    if (!fitting) {
+  const add = (list: 'notes' | 'bin', note: Note, jsonOf: (note: Note) => string) => {
+    const json = fitting(note, jsonOf, room);
+    if (json === null) {
       leftOut++;
       return;
     }
-    if (bytes + fitting.size > room) {
+    const size = utf8Length(json) + 1;
+    if (bytes + size > room) {
       parts.push(libraryFile(held.notes, held.bin));
       held = { notes: [], bin: [] };
       bytes = 0;
     }
-    held[list].push(fitting.json);
-    bytes += fitting.size;
+    held[list].push(json);
+    bytes += size;
   };
-  // A note too long with its versions goes without them.
-  for (const note of notes) add('notes', [noteAsJson(note), noteAsJson({ ...note, versions: [] })]);
-  for (const entry of withBin ? bin : []) {
-    add('bin', [binnedAsJson(entry), binnedAsJson({ ...entry, note: { ...entry.note, versions: [] } })]);
-  }
+  for (const note of notes) add('notes', note, noteAsJson);
+  for (const { note, deleted } of withBin ? bin : []) add('bin', note, (one) => binnedAsJson({ note: one, deleted }));
   parts.push(libraryFile(held.notes, held.bin));
   return { parts, leftOut };
+}
+
+/** A note too long with its versions goes with the newer half of them, and so on. */
+function fitting(note: Note, jsonOf: (note: Note) => string, room: number): string | null {
+  for (let { versions } = note; ; versions = versions.slice(0, versions.length >> 1)) {
+    const json = jsonOf(versions === note.versions ? note : { ...note, versions });
+    if (utf8Length(json) < room) return json;
+    if (!versions.length) return null;
+  }
 }
 
 /**
@@ -63,11 +69,16 @@ export function libraryFiles(
 export function markShared(workspace: Workspace): void {
   const { notes, bin } = workspace.contents;
   const isNew = ({ shared, updated }: Note) => !shared.includes(updated);
-  const marked = (note: Note) => ({ ...note, shared: [...note.shared, note.updated].slice(-MOST_TIMES) });
+  const marked = (note: Note) => ({ ...note, shared: lastTimes([...note.shared, note.updated]) });
   workspace.adopt(
     notes.filter(isNew).map(marked),
     bin.flatMap(({ note, deleted }) => (isNew(note) ? [{ note: marked(note), deleted }] : [])),
   );
+}
+
+/** Each once, and the latest of too many. */
+export function lastTimes(times: ReadonlyArray<number>): number[] {
+  return [...new Set([...times].reverse())].slice(0, MOST_TIMES).reverse();
 }
 
 function libraryFile(notes: ReadonlyArray<string>, bin: ReadonlyArray<string>): string {

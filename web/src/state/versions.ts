@@ -40,14 +40,22 @@ export function versionsBefore(note: Note, next: NoteText, now: number, removed:
   return anchored(note);
 }
 
+/**
+ * The same for a text that is rewritten in places. What leads back to the text before takes little, so the newest
+ * version is a difference at once: a rewriting of all notes must not double what they take.
+ */
+export function versionsBeforeRewriting(note: Note, next: NoteText, back: Difference, now: number): Versions {
+  const versions = versionsBefore(note, next, now, 0);
+  const [newest, ...older] = versions;
+  if (newest?.held === note.text) return [{ ...newest, held: back }, ...older];
+  const former = note.versions[0]?.held;
+  const isAnchored = newest && former instanceof Difference && versions.length === note.versions.length;
+  return isAnchored ? [{ ...newest, held: back.followedBy(former) }, ...older] : versions;
+}
+
 /** With a version of the current text, for a change that replaces much of it. */
 export function versionsWithCurrent(note: Note, now: number): Versions {
   return note.text.length > 0 ? withVersion(note, note.text, now, true) : note.versions;
-}
-
-/** For a note that takes the place of one with another text, which becomes its newest version. */
-export function versionsAfter(note: Note, replaced: NoteText, now: number): Versions {
-  return replaced.length > 0 ? withVersion(note, replaced, now, true) : note.versions;
 }
 
 function isLargeLoss(lost: NoteText, next: NoteText, removed: number): boolean {

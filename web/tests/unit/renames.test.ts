@@ -52,7 +52,7 @@ function linked(...texts: string[]) {
 
 test('several notes are rewritten as one step, which one button takes back', () => {
   const { workspace, context, texts } = linked('#a um', 'dois', '#a/b três');
-  const before = workspace.notesInOrder().map(({ updated }) => updated);
+  const before = workspace.notesInOrder().map(({ id }) => id);
   const { count, undo } = rewriteNotes(context, context.index.tagged('a'), {
     edits: (text) => tagEdits(text, 'a', 'z'),
     back: (text) => tagEdits(text, 'z', 'a'),
@@ -60,7 +60,7 @@ test('several notes are rewritten as one step, which one button takes back', () 
   assert.equal(count, 2);
   assert.deepEqual(texts(), ['#z um', 'dois', '#z/b três']);
   assert.deepEqual(
-    workspace.notesInOrder().map(({ updated }) => updated),
+    workspace.notesInOrder().map(({ id }) => id),
     before,
     'nobody wrote in them',
   );
