@@ -14,10 +14,14 @@ export function careForVersions(workspace: Workspace, quiet: QuietTime, clock: C
   if (workspace.readOnly) return;
   let long: Version | undefined;
   let timer: unknown = clock.setTimer(tidy, FIRST_MS);
+  let isTidying = false;
+  let isLate = false;
   function tidy(): void {
-    timer = null;
+    isTidying = true;
+    isLate = false;
     quiet.spread(tidyVersions(workspace), () => {
-      timer ??= clock.setTimer(tidy, INTERVAL_MS);
+      isTidying = false;
+      timer = clock.setTimer(tidy, isLate ? 0 : INTERVAL_MS);
     });
   }
   workspace.onChange((change, id) => {
@@ -25,6 +29,9 @@ export function careForVersions(workspace: Workspace, quiet: QuietTime, clock: C
     const newest = workspace.note(id)?.versions[0];
     if (!newest || newest === long || newest.held.length < LONG_TEXT) return;
     long = newest;
+    // Two at a time would both drop what is too much.
+    isLate = true;
+    if (isTidying) return;
     clock.clearTimer(timer);
     timer = clock.setTimer(tidy, 0);
   });

@@ -43,9 +43,11 @@ export class Difference {
     for (const part of value as unknown[]) {
       const [removed, ...lines] = Array.isArray(part) ? (part as unknown[]) : [part];
       if (!Number.isSafeInteger(removed) || (removed as number) < 0 || !lines.every(isLine)) return null;
+      const added = lines.length ? lines.reduce((sum, line) => sum + line.length + 1, -1) : 0;
+      // Parts of nothing would be put together wrongly with another difference.
+      if (removed === 0 && added === 0) return null;
       from += removed as number;
-      if (!Array.isArray(part)) to += part as number;
-      else if (lines.length) to += lines.reduce((sum, line) => sum + line.length + 1, -1);
+      to += Array.isArray(part) ? added : (removed as number);
     }
     return from === newerLength ? new Difference(to, value, null) : null;
   }

@@ -2,6 +2,7 @@ import { utf8Length } from '../text/names';
 import { isMembers, type Members } from './migrations';
 import { type BinnedNote, type Contents, DOCUMENT_VERSION, type Note } from './model';
 import { readContents } from './read';
+import { lastTimes } from './sharedTimes';
 import type { Workspace } from './workspace';
 import { binnedAsJson, noteAsJson } from './write';
 
@@ -10,8 +11,6 @@ const LIBRARY_VERSION = 1;
 const MOST_NOTES = 200_000;
 const LONGEST_ID = 60;
 const DEEPEST = 64;
-/** How often a note may go out until a computer that missed all of it sees two notes. */
-const MOST_TIMES = 50;
 /** A file that begins like this claims to be a library. */
 const SIGN = /^\s*\{\s*"quendoLibrary"\s*:/;
 
@@ -74,11 +73,6 @@ export function markShared(workspace: Workspace): void {
     notes.filter(isNew).map(marked),
     bin.flatMap(({ note, deleted }) => (isNew(note) ? [{ note: marked(note), deleted }] : [])),
   );
-}
-
-/** Each once, and the latest of too many. */
-export function lastTimes(times: ReadonlyArray<number>): number[] {
-  return [...new Set([...times].reverse())].slice(0, MOST_TIMES).reverse();
 }
 
 function libraryFile(notes: ReadonlyArray<string>, bin: ReadonlyArray<string>): string {

@@ -1,6 +1,7 @@
 import { versionsOfBoth } from './bothVersions';
-import { lastTimes, type Library } from './library';
+import type { Library } from './library';
 import type { BinnedNote, Note } from './model';
+import { lastTimes } from './sharedTimes';
 import { versionText } from './versions';
 import { titleOf } from './titleOf';
 import type { Workspace } from './workspace';

@@ -17,9 +17,10 @@ const STEPS = [
 /** What the host takes in a document, and what versions may take of it. */
 const DOCUMENT_BYTES = 140_000_000;
 const SHARE_BYTES = DOCUMENT_BYTES / 4;
-/** What else is in the document: other members, and escapes in the texts. */
+/** What else is in the document. */
 const RESERVE_BYTES = 10_000_000;
-const MOST_BYTES_OF_A_UNIT = 3;
+/** Those of an escape like \u0001. */
+const MOST_BYTES_OF_A_UNIT = 6;
 
 /** Fewer versions the older they are. Those that were taken because most of the text was about to go stay. */
 export function thinned(versions: Versions, now: number): Versions {

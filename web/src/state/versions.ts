@@ -9,6 +9,8 @@ import type { Version, Versions } from './version';
 export const INTERVAL_MS = 10 * 60 * 1000;
 /** A text longer than this that loses more than half is kept at once. */
 const GUARDED_CHARACTERS = 500;
+/** So is one longer than this of which nothing stays. */
+const OVERWRITTEN_CHARACTERS = 20;
 
 /** What happened since the newest version: when it began, and the longest text in it. */
 interface Stretch {
@@ -21,7 +23,7 @@ const stretches = new WeakMap<NoteText, Stretch>();
 
 /**
  * The versions of a note whose text is about to change. One is taken if there was none for ten minutes; and at once
- * if the text is emptied or loses more than half, with one change or key by key.
+ * if the text is emptied, overwritten or loses more than half, with one change or key by key.
  */
 export function versionsBefore(note: Note, next: NoteText, now: number, removed: number): Versions {
   const { text } = note;
@@ -60,6 +62,7 @@ export function versionsWithCurrent(note: Note, now: number): Versions {
 
 function isLargeLoss(lost: NoteText, next: NoteText, removed: number): boolean {
   if (next.length === 0) return lost.length > 0;
+  if (removed >= lost.length) return lost.length > OVERWRITTEN_CHARACTERS;
   return lost.length > GUARDED_CHARACTERS && (removed * 2 > lost.length || next.length * 2 < lost.length);
 }
 
@@ -147,11 +150,11 @@ function follow(newer: Difference | NoteText | null, held: Difference | NoteText
 
 const sizes = new WeakMap<NoteText | Difference, number>();
 
-/** What a text or a difference takes in the document, in bytes; escapes not counted. */
+/** What a text or a difference takes in the document, in bytes. */
 export function bytesOf(held: NoteText | Difference): number {
   let bytes = sizes.get(held);
   if (bytes === undefined) {
-    bytes = utf8Length(held instanceof NoteText ? held.toString() : held.json);
+    bytes = utf8Length(held.json);
     sizes.set(held, bytes);
   }
   return bytes;
