@@ -6,6 +6,9 @@ import { linkable, titleKey, withoutExtension } from '../text/titleKey';
 import type { Context } from './context';
 import { rewriteNotes } from './rewrite';
 
+/** Only soon after the start there is more to read. */
+const READING_MS = 100;
+
 interface Watched {
   readonly id: string;
   readonly title: string;
@@ -39,6 +42,7 @@ export class TitleWatch {
     const title = titleOf(note);
     if (!linkable(title) || title === watched.title) return;
     this.#watched = { id: note.id, title, keys: keysOf(note), updated: note.updated };
+    this.#context.index.complete(READING_MS);
     this.#context.index.changed();
     const keys = this.#lostKeys(watched);
     const name = linkable(note.name === null ? title : withoutExtension(title));

@@ -43,11 +43,12 @@ function linked(...texts: string[]) {
     index.changed();
     for (const _ of index.read());
   };
-  workspace.onChange(read);
+  const reading = { isOn: true };
+  workspace.onChange(() => reading.isOn && read());
   read();
   const textsNow = () => ids.map((id) => workspace.note(id)?.text.toString());
   const write = (at: number, text: string) => workspace.setText(ids[at] ?? '', Text.of(text.split('\n')));
-  return { workspace, ids, context, toasts, texts: textsNow, write };
+  return { workspace, ids, context, toasts, texts: textsNow, write, reading };
 }
 
 test('several notes are rewritten as one step, which one button takes back', () => {
@@ -92,6 +93,18 @@ test('links follow the title of the shown note, and one button takes that back',
   assert.deepEqual(texts(), ['# Projeto [1]', 'a [[Projeto 1|x]] [[Outro]]', 'b [[Projeto 1]]']);
   toasts[0]?.run();
   assert.deepEqual(texts().slice(1), ['a [[plano|x]] [[Outro]]', 'b [[Plano]]']);
+});
+
+test('a link written a moment ago follows, too', () => {
+  const { workspace, ids, context, texts, write, reading } = linked('Plano', 'a');
+  const watch = new TitleWatch(context);
+  workspace.openTab(ids[0] ?? '');
+  watch.shown();
+  reading.isOn = false;
+  write(1, 'a [[Plano]]');
+  write(0, 'Projeto');
+  watch.settle();
+  assert.equal(texts()[1], 'a [[Projeto]]');
 });
 
 test('leaving the note settles its title', () => {
