@@ -2,6 +2,7 @@ import type { Text } from '@codemirror/state';
 import type { Note } from './model';
 import { NoteText } from './noteText';
 import type { Version, Versions } from './version';
+import { textsOf } from './versions';
 
 interface Link {
   readonly version: Version;
@@ -12,7 +13,7 @@ interface Link {
 
 /** The versions of two notes for one that has the text of the first: those of both, and the text of the other. */
 export function versionsOfBoth(note: Note, other: Note, now: number): Versions {
-  const kept = links(note.versions, note.text.tree, null);
+  const kept = links(note, null);
   const known = new Map<number, Text[]>();
   const learn = (text: Text) => {
     const alike = known.get(text.length) ?? [];
@@ -23,9 +24,7 @@ export function versionsOfBoth(note: Note, other: Note, now: number): Versions {
   learn(note.text.tree);
   for (const { text } of kept) learn(text);
   const current = { version: versionOf(other, now), text: other.text.tree, newer: null };
-  const added = [current, ...links(other.versions, other.text.tree, current)].filter(
-    ({ text }) => text.length > 0 && learn(text),
-  );
+  const added = [current, ...links(other, current)].filter(({ text }) => text.length > 0 && learn(text));
   if (!added.length) return note.versions;
   const all = [...kept, ...added].sort((a, b) => b.version.taken - a.version.taken);
   return all.map((link, at) => {
@@ -39,11 +38,10 @@ function versionOf({ text }: Note, taken: number): Version {
   return { taken, held: text, guarded: true, extra: [] };
 }
 
-function links(versions: Versions, current: Text, first: Link | null): Link[] {
-  let [text, newer] = [current, first];
-  return versions.map((version) => {
-    text = version.held instanceof NoteText ? version.held.tree : version.held.applyTo(text);
-    newer = { version, text, newer };
+function links(note: Note, first: Link | null): Link[] {
+  let newer = first;
+  return textsOf(note).map((text, at) => {
+    newer = { version: note.versions[at] as Version, text, newer };
     return newer;
   });
 }

@@ -9,6 +9,8 @@ import { binnedAsJson, noteAsJson } from './write';
 /** The version of the file's own members; that of the notes in it is the document's. */
 const LIBRARY_VERSION = 1;
 const MOST_NOTES = 200_000;
+/** The newest of those of a note; many more than there are left of years of writing. */
+const MOST_VERSIONS = 5000;
 const LONGEST_ID = 60;
 const DEEPEST = 64;
 /** A file that begins like this claims to be a library. */
@@ -104,7 +106,9 @@ export function readLibrary(content: string, now: number): Library | 'damaged' |
   if (!Array.isArray(notes) || !Array.isArray(bin) || notes.length + bin.length > MOST_NOTES) return 'damaged';
   if (!areSound([...(notes as unknown[]), ...(bin as unknown[])])) return 'damaged';
   const { contents } = readContents({ version, notes, bin }, now);
-  return { notes: contents.notes, bin: contents.bin };
+  const bounded = (note: Note) => ({ ...note, versions: note.versions.slice(0, MOST_VERSIONS) });
+  const binned = contents.bin.map(({ note, deleted }) => ({ note: bounded(note), deleted }));
+  return { notes: contents.notes.map(bounded), bin: binned };
 }
 
 function areSound(entries: ReadonlyArray<unknown>): boolean {

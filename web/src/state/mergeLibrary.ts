@@ -2,7 +2,7 @@ import { versionsOfBoth } from './bothVersions';
 import type { Library } from './library';
 import type { BinnedNote, Note } from './model';
 import { lastTimes } from './sharedTimes';
-import { versionText } from './versions';
+import { textsOf } from './versions';
 import { titleOf } from './titleOf';
 import type { Workspace } from './workspace';
 
@@ -68,9 +68,9 @@ export function mergeLibrary(workspace: Workspace, library: Library, titleBeside
 /** Whether `one` comes from the text that `other` still has. */
 function isAhead(one: Note, other: Note): boolean {
   if (one.updated !== other.updated && one.shared.includes(other.updated)) return true;
-  return one.versions.some(({ held }, at) => {
-    return held.length === other.text.length && versionText(one, at).eq(other.text.tree);
-  });
+  if (!one.versions.some(({ held }) => held.length === other.text.length)) return false;
+  const wanted = other.text.tree;
+  return textsOf(one).some((text) => text.eq(wanted));
 }
 
 /** The same on every computer. */

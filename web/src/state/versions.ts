@@ -92,6 +92,15 @@ function anchored({ text, versions }: Note): Versions {
   return [{ ...newest, held: NoteText.of(newest.held.applyTo(text.tree)) }, ...older];
 }
 
+/** The texts of all versions, each made once. */
+export function textsOf({ text, versions }: Note): Text[] {
+  let tree = text.tree;
+  return versions.map(({ held }) => {
+    tree = held instanceof NoteText ? held.tree : held.applyTo(tree);
+    return tree;
+  });
+}
+
 /** The text of a version, by its place in the list. */
 export function versionText({ text, versions }: Note, at: number): Text {
   let tree = text.tree;
@@ -109,18 +118,18 @@ export function versionText({ text, versions }: Note, at: number): Text {
 
 /**
  * Turns whole texts into differences: all of them, except that the newest stays whole until the next change will take
- * another one. So a difference to the note's text always belongs to the text that it has.
+ * another one, or room is needed. So a difference to the note's text always belongs to the text that it has.
  */
-export function settled(note: Note, now: number): Versions {
+export function settled(note: Note, now: number, withNewest = isDue(note, now)): Versions {
   const { versions } = note;
   const last = versions.map(({ held }) => held instanceof NoteText).lastIndexOf(true);
-  if (last < 0 || (last === 0 && !isDue(note, now))) return versions;
+  if (last < 0 || (last === 0 && !withNewest)) return versions;
   let newer = note.text.tree;
   return versions.map((version, at) => {
     if (at > last) return version;
     const { held } = version;
     const older = held instanceof NoteText ? held.tree : held.applyTo(newer);
-    const stays = held instanceof Difference || (at === 0 && !isDue(note, now));
+    const stays = held instanceof Difference || (at === 0 && !withNewest);
     const after = stays ? version : { ...version, held: Difference.between(newer, older) };
     newer = older;
     return after;

@@ -9,7 +9,7 @@ import { tidyVersions } from '../../src/state/tidyVersions';
 import { titleOf } from '../../src/state/titleOf';
 import { versionText } from '../../src/state/versions';
 import { Workspace } from '../../src/state/workspace';
-import { serialize } from '../../src/state/write';
+import { binnedAsJson, noteAsJson, serialize } from '../../src/state/write';
 import { edited, inverse, tagEdits } from '../../src/text/renames';
 import { random } from './chance';
 
@@ -198,6 +198,32 @@ function play(seed: number): void {
   const ids = all.map(({ contents }) => new Map(contents.notes.map(({ id, text }) => [id, text.toString()])));
   for (const [id, text] of ids[0] ?? []) for (const each of ids) if (each.has(id)) assert.equal(each.get(id), text);
 }
+
+test('very many versions of one note neither stop the page nor come in all', () => {
+  const [one, two] = [computer(), computer()];
+  const { id } = one.addNote({ text: 'a' });
+  const versions = Array.from({ length: 100_000 }, () => ({ taken: 1, change: [[1, 'b']] }));
+  const notes = [{ id, text: 'b', versions: [{ taken: 1, text: 'a' }, ...versions] }];
+  bring(JSON.stringify({ quendoLibrary: 1, version: 2, notes }), one);
+  assert.equal(textOf(one, id), 'b');
+  bring(out(one), two);
+  assert.equal(two.note(id)?.versions.length, 5000);
+});
+
+test('what goes out is what comes in, to the last member', () => {
+  const workspace = computer();
+  const { id } = workspace.addNote({ text: '\ud83d "\\\u2028\n\n', name: 'a.md', lineBreak: '\r\n' });
+  clock.now += 20 * MINUTE;
+  write(workspace, id, 'dois');
+  workspace.setFileName(id, 'b.md');
+  workspace.deleteNote(workspace.addNote({ text: '__proto__' }).id);
+  for (const _ of tidyVersions(workspace));
+  const fresh = computer();
+  bring(out(workspace), fresh);
+  const stored = (one: Workspace) =>
+    JSON.stringify([one.contents.notes.map(noteAsJson), one.contents.bin.map(binnedAsJson)]);
+  assert.equal(stored(fresh), stored(workspace));
+});
 
 /** Whether bringing it in twice is the same as once. */
 function bringTogether(workspace: Workspace, file: string): boolean {

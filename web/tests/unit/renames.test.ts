@@ -107,6 +107,18 @@ test('a link written a moment ago follows, too', () => {
   assert.equal(texts()[1], 'a [[Projeto]]');
 });
 
+test('a title on the way to another takes no links of a note that is called so', () => {
+  const { workspace, ids, context, texts, write } = linked('', 'Plano', 'a [[Plano]]');
+  const watch = new TitleWatch(context);
+  workspace.openTab(ids[0] ?? '');
+  watch.shown();
+  for (const title of ['Plano', 'Plano B']) {
+    write(0, title);
+    watch.settle();
+  }
+  assert.deepEqual(texts(), ['Plano B', 'Plano', 'a [[Plano]]']);
+});
+
 test('leaving the note settles its title', () => {
   const { workspace, ids, context, texts, write } = linked('Plano', 'a [[Plano]]');
   const watch = new TitleWatch(context);
