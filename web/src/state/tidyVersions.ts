@@ -59,7 +59,9 @@ export function* tidyVersions(workspace: Workspace, limit = SHARE_BYTES): Genera
   }
   const room = Math.min(limit, yield* roomBesideTexts(workspace));
   // A long text that was just changed must not drive out what there is of others.
-  if (excess(workspace, room).size) yield* settleLong(workspace);
+  const isTooMuch = excess(workspace, room).size > 0;
+  if (!isTooMuch) return;
+  yield* settleLong(workspace);
   for (const [id, count] of excess(workspace, room)) {
     const note = workspace.noteOrBinned(id);
     if (note) workspace.setVersions(id, note.versions.slice(0, Math.max(0, note.versions.length - count)));
