@@ -17,9 +17,19 @@ export function keepIndex(context: Context): void {
   const { index, titles, workspace } = context;
   let cancel = (): void => undefined;
   let title: ReturnType<typeof setTimeout> | undefined;
+  let isRead = false;
   const readLater = (delay: number) => {
     cancel();
-    cancel = inSlices(index.read(), { slice: SLICE_MS, delay, pause: REST_MS, onDone: () => show(context) });
+    const onDone = () => {
+      isRead = true;
+      show(context);
+    };
+    cancel = inSlices(index.read(), { slice: SLICE_MS, delay, pause: REST_MS, onDone });
+  };
+  /** Not before all notes were read once: links would be missed. */
+  const settleLater = () => {
+    clearTimeout(title);
+    title = setTimeout(() => (isRead ? titles.settle() : settleLater()), TITLE_MS);
   };
   workspace.onChange((change) => {
     if (change === 'settings') showTags(context);
@@ -30,8 +40,7 @@ export function keepIndex(context: Context): void {
     if (change !== 'text' && change !== 'notes') return;
     // The titles stay as they were while somebody writes, so that no key waits for a new list of them.
     if (change === 'notes') index.changed();
-    clearTimeout(title);
-    title = setTimeout(() => titles.settle(), TITLE_MS);
+    settleLater();
     readLater(PAUSE_MS);
   });
   titles.shown();

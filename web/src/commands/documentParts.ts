@@ -1,3 +1,5 @@
+import type { Note } from '../state/model';
+import { NoteText } from '../state/noteText';
 import { inParts } from '../state/parts';
 import type { Parts } from '../state/saver';
 import type { Workspace } from '../state/workspace';
@@ -30,7 +32,14 @@ function* posting(parts: Iterable<string>, port: PartsPort): Generator<void, voi
 
 function textLength({ contents: { notes, bin } }: Workspace): number {
   let length = 0;
-  for (const { text } of notes) length += text.length;
-  for (const { note } of bin) length += note.text.length;
+  for (const note of notes) length += noteLength(note);
+  for (const { note } of bin) length += noteLength(note);
   return length;
+}
+
+function noteLength({ text, versions }: Note): number {
+  return versions.reduce(
+    (sum, { held }) => sum + (held instanceof NoteText ? held.length : held.json.length),
+    text.length,
+  );
 }

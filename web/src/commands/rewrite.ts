@@ -36,7 +36,8 @@ export function rewriteNotes(context: Context, notes: ReadonlyArray<Note>, { edi
       const note = workspace.note(id);
       if (!note) return [];
       if (note.text.eq(text)) return [{ note, edits: exact }];
-      return isDistinct ? [{ note, edits: back(note.text.toString()) }] : [];
+      const edits = isDistinct ? back(note.text.toString()) : [];
+      return edits.length ? [{ note, edits }] : [];
     });
     apply(context, reverse);
   };
@@ -47,5 +48,12 @@ function apply(
   { workspace, editor }: Context,
   plans: ReadonlyArray<{ readonly note: Note; readonly edits: ReadonlyArray<Edit> }>,
 ): void {
-  workspace.rewrite(new Map(plans.map(({ note, edits }) => [note.id, editor.rewrite(note, edits)])));
+  workspace.rewrite(
+    new Map(
+      plans.map(({ note, edits }) => {
+        const back = inverse(note.text.toString(), edits);
+        return [note.id, { text: editor.rewrite(note, edits), back }];
+      }),
+    ),
+  );
 }

@@ -66,6 +66,7 @@ function bare(name: string): string {
 }
 
 function rename(context: Context, name: string, newName: string): void {
+  context.index.complete();
   const { count, undo } = rewriteNotes(context, context.index.tagged(name), {
     edits: (text) => tagEdits(text, name, newName),
     back: (text) => tagEdits(text, newName, name),

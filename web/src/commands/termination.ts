@@ -17,12 +17,21 @@ let reopen: ReturnType<typeof setTimeout> | undefined;
  * no commands, because their effects would not be in it.
  */
 export function prepareForTermination(context: Context, untouched: unknown): FinalState {
-  context.titles.settle();
+  settleTitle(context);
   const state = context.workspace.readOnly ? keepAsIs(untouched) : currentState(context);
   context.shell.closing.begin();
   clearTimeout(reopen);
   reopen = setTimeout(() => terminationDidCancel(context), HOST_GIVES_UP_MS);
   return state;
+}
+
+/** Whatever happens with the links: the state must go out. */
+function settleTitle({ titles }: Context): void {
+  try {
+    titles.settle();
+  } catch (error) {
+    reportError(error);
+  }
 }
 
 export function terminationDidCancel(context: Context): void {

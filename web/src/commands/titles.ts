@@ -1,16 +1,22 @@
 import { counted } from '../i18n/language';
 import { keysOf } from '../state/noteIndex';
+import type { Note } from '../state/model';
 import { titleOf } from '../state/titleOf';
 import { linkEdits } from '../text/renames';
 import { linkable, titleKey, withoutExtension } from '../text/titleKey';
 import type { Context } from './context';
 import { rewriteNotes } from './rewrite';
 
+/** Only soon after the start there is more to read. */
+const READING_MS = 100;
+
 interface Watched {
   readonly id: string;
   readonly title: string;
   readonly keys: ReadonlyArray<string>;
   readonly updated: number;
+  /** It was reached while the note was shown, perhaps only on the way to another one. */
+  readonly isPassing: boolean;
 }
 
 /** Makes links follow the title of the shown note. */
@@ -27,34 +33,39 @@ export class TitleWatch {
     const note = this.#context.workspace.activeNote;
     if (this.#watched && this.#watched.id === note?.id) return;
     this.settle();
-    this.#watched = note && { id: note.id, title: titleOf(note), keys: keysOf(note), updated: note.updated };
+    this.#watched = note && watched(note, false);
   }
 
   /** Rewrites the links to the title that the note had before. An empty title is none yet. */
   settle(): void {
-    const watched = this.#watched;
+    const before = this.#watched;
     const { workspace, shell } = this.#context;
-    const note = watched && workspace.note(watched.id);
+    const note = before && workspace.note(before.id);
     if (!note || workspace.readOnly) return;
     const title = titleOf(note);
-    if (!linkable(title) || title === watched.title) return;
-    this.#watched = { id: note.id, title, keys: keysOf(note), updated: note.updated };
+    if (!linkable(title) || title === before.title) return;
+    this.#watched = watched(note, true);
+    this.#context.index.complete(READING_MS);
     this.#context.index.changed();
-    const keys = this.#lostKeys(watched);
+    const keys = this.#lostKeys(before);
     const name = linkable(note.name === null ? title : withoutExtension(title));
     const { count, undo } = rewriteNotes(this.#context, this.#context.index.linkingBy(keys), {
       edits: (text) => linkEdits(text, keys, name),
-      back: (text) => linkEdits(text, [titleKey(name)], linkable(watched.title)),
+      back: (text) => linkEdits(text, [titleKey(name)], linkable(before.title)),
     });
     if (count) shell.toasts.show(counted('links.updated', count), { label: 'undo', run: undo });
   }
 
   /** The keys that led to the note and no longer do. Another note with the same title may have been meant. */
-  #lostKeys({ id, keys, updated }: Watched): string[] {
+  #lostKeys({ id, keys, updated, isPassing }: Watched): string[] {
     const { index } = this.#context;
     return keys.filter((key) => {
       const other = index.noteTitled(key);
-      return other === null || (other.id !== id && other.updated <= updated);
+      return other === null || (!isPassing && other.id !== id && other.updated <= updated);
     });
   }
+}
+
+function watched(note: Note, isPassing: boolean): Watched {
+  return { id: note.id, title: titleOf(note), keys: keysOf(note), updated: note.updated, isPassing };
 }

@@ -99,9 +99,15 @@ function convert(html: string, plain: string, isFormatted: boolean): Found | nul
   if (isTooLong(html) || isTooFull(body)) return plain ? null : { text: (body.textContent ?? '').trim(), lost: [] };
   const lost = lostImages(body, t('preview.image'));
   const markdown = toMarkdown(body);
+  // Hidden or unknown elements must not take words away that the plain text has.
+  if (lettersIn(markdown) * 2 < lettersIn(plain)) return lost.length ? { text: plain, lost } : null;
   if (!isFormatted) return { text: toPlainText(markdown), lost };
   if (plain && lost.length === 0 && isSame(markdown, plain)) return null;
   return { text: markdown, lost };
+}
+
+function lettersIn(text: string): number {
+  return text.match(/[\p{L}\p{N}]/gu)?.length ?? 0;
 }
 
 /** Whether Markdown adds nothing to a plain text. */

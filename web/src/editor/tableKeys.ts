@@ -1,6 +1,7 @@
 import { syntaxTree } from '@codemirror/language';
 import { EditorSelection, type EditorState, type Line } from '@codemirror/state';
 import type { Command, EditorView } from '@codemirror/view';
+import { tableChanges } from './tableChanges';
 import { columnAt, readTable, type Table, writeTable } from '../text/tableText';
 
 /** Longer tables are left alone: aligning one would cause a noticeable delay. */
@@ -69,16 +70,15 @@ function placeInTable(state: EditorState): Place | null {
   return table && { ...found, lines, table, caret, index: caret.number - state.doc.lineAt(found.from).number };
 }
 
-/** Writes the table with these rows and selects a cell. */
+/** Writes the table with these rows and selects a cell; if there is a row more, it is in that one. */
 function write(view: EditorView, place: Place, rows: Table['rows'], row: number, column: number): void {
-  const { from, to, lines, table } = place;
+  const { from, lines, table } = place;
   const written = writeTable({ ...table, rows });
   const line = row === 0 ? 0 : row + 1;
   const start = from + written.lines.slice(0, line).reduce((sum, text) => sum + text.length + 1, 0);
   const [first, last] = written.cells[row]?.[column] ?? [0, 0];
-  const text = written.lines.join('\n');
   view.dispatch({
-    ...(text === lines.join('\n') ? {} : { changes: { from, to, insert: view.state.toText(text) } }),
+    changes: tableChanges(lines, written.lines, from, line),
     selection: EditorSelection.single(start + first, start + last),
     scrollIntoView: true,
     userEvent: 'input',

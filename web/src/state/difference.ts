@@ -1,5 +1,6 @@
 import { type Change, diff } from '@codemirror/merge';
 import { ChangeSet, Text } from '@codemirror/state';
+import type { Edit } from '../text/renames';
 
 /** Texts that differ more than this in one place are not compared any closer there. */
 const SCAN_LIMIT = 500;
@@ -29,6 +30,12 @@ export class Difference {
     return Difference.#of(isExact ? close : changeSet(a, b, [middle(a, b)]));
   }
 
+  /** Of edits in a text of this length. */
+  static of(edits: ReadonlyArray<Edit>, newerLength: number): Difference {
+    const changes = edits.map(({ from, to, insert }) => ({ from, to, insert: Text.of(insert.split('\n')) }));
+    return Difference.#of(ChangeSet.of(changes, newerLength));
+  }
+
   /** From a document; null if it does not belong to a newer text of this length. */
   static read(value: unknown, newerLength: number): Difference | null {
     if (!Array.isArray(value)) return null;
@@ -36,9 +43,11 @@ export class Difference {
     for (const part of value as unknown[]) {
       const [removed, ...lines] = Array.isArray(part) ? (part as unknown[]) : [part];
       if (!Number.isSafeInteger(removed) || (removed as number) < 0 || !lines.every(isLine)) return null;
+      const added = lines.length ? lines.reduce((sum, line) => sum + line.length + 1, -1) : 0;
+      // Parts of nothing would be put together wrongly with another difference.
+      if (removed === 0 && added === 0) return null;
       from += removed as number;
-      if (!Array.isArray(part)) to += part as number;
-      else if (lines.length) to += lines.reduce((sum, line) => sum + line.length + 1, -1);
+      to += Array.isArray(part) ? added : (removed as number);
     }
     return from === newerLength ? new Difference(to, value, null) : null;
   }

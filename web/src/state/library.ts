@@ -2,16 +2,17 @@ import { utf8Length } from '../text/names';
 import { isMembers, type Members } from './migrations';
 import { type BinnedNote, type Contents, DOCUMENT_VERSION, type Note } from './model';
 import { readContents } from './read';
+import { lastTimes } from './sharedTimes';
 import type { Workspace } from './workspace';
 import { binnedAsJson, noteAsJson } from './write';
 
 /** The version of the file's own members; that of the notes in it is the document's. */
 const LIBRARY_VERSION = 1;
 const MOST_NOTES = 200_000;
+/** The newest of those of a note; many more than there are left of years of writing. */
+const MOST_VERSIONS = 5000;
 const LONGEST_ID = 60;
 const DEEPEST = 64;
-/** How often a note may go out until a computer that missed all of it sees two notes. */
-const MOST_TIMES = 50;
 /** A file that begins like this claims to be a library. */
 const SIGN = /^\s*\{\s*"quendoLibrary"\s*:/;
 
@@ -32,28 +33,34 @@ export function libraryFiles(
   let leftOut = 0;
   let bytes = 0;
   let held: { notes: string[]; bin: string[] } = { notes: [], bin: [] };
-  const add = (list: 'notes' | 'bin', entries: ReadonlyArray<string>) => {
-    const sized = entries.map((json) => ({ json, size: utf8Length(json) + 1 }));
-    const fitting = sized.find(({ size }) => size <= room);
-    if (!fitting) {
+  const add = (list: 'notes' | 'bin', note: Note, jsonOf: (note: Note) => string) => {
+    const json = fitting(note, jsonOf, room);
+    if (json === null) {
       leftOut++;
       return;
     }
-    if (bytes + fitting.size > room) {
+    const size = utf8Length(json) + 1;
+    if (bytes + size > room) {
       parts.push(libraryFile(held.notes, held.bin));
       held = { notes: [], bin: [] };
       bytes = 0;
     }
-    held[list].push(fitting.json);
-    bytes += fitting.size;
+    held[list].push(json);
+    bytes += size;
   };
-  // A note too long with its versions goes without them.
-  for (const note of notes) add('notes', [noteAsJson(note), noteAsJson({ ...note, versions: [] })]);
-  for (const entry of withBin ? bin : []) {
-    add('bin', [binnedAsJson(entry), binnedAsJson({ ...entry, note: { ...entry.note, versions: [] } })]);
-  }
+  for (const note of notes) add('notes', note, noteAsJson);
+  for (const { note, deleted } of withBin ? bin : []) add('bin', note, (one) => binnedAsJson({ note: one, deleted }));
   parts.push(libraryFile(held.notes, held.bin));
   return { parts, leftOut };
+}
+
+/** A note too long with its versions goes with the newer half of them, and so on. */
+function fitting(note: Note, jsonOf: (note: Note) => string, room: number): string | null {
+  for (let { versions } = note; ; versions = versions.slice(0, versions.length >> 1)) {
+    const json = jsonOf(versions === note.versions ? note : { ...note, versions });
+    if (utf8Length(json) < room) return json;
+    if (!versions.length) return null;
+  }
 }
 
 /**
@@ -63,7 +70,7 @@ export function libraryFiles(
 export function markShared(workspace: Workspace): void {
   const { notes, bin } = workspace.contents;
   const isNew = ({ shared, updated }: Note) => !shared.includes(updated);
-  const marked = (note: Note) => ({ ...note, shared: [...note.shared, note.updated].slice(-MOST_TIMES) });
+  const marked = (note: Note) => ({ ...note, shared: lastTimes([...note.shared, note.updated]) });
   workspace.adopt(
     notes.filter(isNew).map(marked),
     bin.flatMap(({ note, deleted }) => (isNew(note) ? [{ note: marked(note), deleted }] : [])),
@@ -99,7 +106,9 @@ export function readLibrary(content: string, now: number): Library | 'damaged' |
   if (!Array.isArray(notes) || !Array.isArray(bin) || notes.length + bin.length > MOST_NOTES) return 'damaged';
   if (!areSound([...(notes as unknown[]), ...(bin as unknown[])])) return 'damaged';
   const { contents } = readContents({ version, notes, bin }, now);
-  return { notes: contents.notes, bin: contents.bin };
+  const bounded = (note: Note) => ({ ...note, versions: note.versions.slice(0, MOST_VERSIONS) });
+  const binned = contents.bin.map(({ note, deleted }) => ({ note: bounded(note), deleted }));
+  return { notes: contents.notes.map(bounded), bin: binned };
 }
 
 function areSound(entries: ReadonlyArray<unknown>): boolean {

@@ -1,6 +1,8 @@
+import { versionsOfBoth } from './bothVersions';
 import type { Library } from './library';
 import type { BinnedNote, Note } from './model';
-import { versionText, versionsAfter } from './versions';
+import { lastTimes } from './sharedTimes';
+import { textsOf } from './versions';
 import { titleOf } from './titleOf';
 import type { Workspace } from './workspace';
 
@@ -14,38 +16,48 @@ export interface Merge {
 
 /** Between the id of a note and what makes the one beside it different. */
 const BESIDE = '~';
-const LONGEST_BASE = 48;
+const LONGEST_BASE = 45;
 
 /**
- * What bringing a library in changes. A note that changed on one side only gets that side's text, the other text
- * becomes a version; one that changed on both stays, and the library's comes beside it under another title. Nothing is
- * deleted. Bringing the same library in again changes nothing.
+ * What bringing a library in changes. A note that changed on one side only gets that side's text. Of one that changed
+ * on both, the later text stays, and the other comes beside it under another title. The text that was replaced and the
+ * versions of both are the note's versions. Nothing is deleted. Bringing the same library in again changes nothing.
  */
 export function mergeLibrary(workspace: Workspace, library: Library, titleBeside: (title: string) => string): Merge {
   const known = new KnownTexts(workspace);
   const [notes, bin]: [Note[], BinnedNote[]] = [[], []];
   const counts = { added: 0, updated: 0, both: 0 };
+  const ids = new Set<string>();
   const now = workspace.now();
+  const put = (note: Note) => {
+    notes.push(note);
+    ids.add(note.id);
+    known.add(note);
+  };
   for (const theirs of library.notes) {
     const ours = workspace.noteOrBinned(theirs.id);
     if (ours ? ours.text.eq(theirs.text) : known.has(theirs)) continue;
     if (!ours) {
       counts.added++;
-      notes.push(theirs);
-      known.add(theirs);
-    } else if (isAhead(theirs, ours) && !(isAhead(ours, theirs) && ours.updated >= theirs.updated)) {
-      counts.updated++;
-      notes.push({ ...theirs, versions: versionsAfter(theirs, ours.text, now) });
-    } else if (!isAhead(ours, theirs) && !known.hasText(theirs)) {
-      counts.both++;
-      const id = `${theirs.id.slice(0, LONGEST_BASE)}${BESIDE}${theirs.updated.toString(36)}`;
-      const beside = { ...theirs, id, name: titleBeside(titleOf(theirs)) };
-      notes.push(beside);
-      known.add(beside);
+      put(theirs);
+      continue;
     }
+    const isDeleted = workspace.note(ours.id) === null;
+    const [isTheirs, isOurs] = [isAhead(theirs, ours), isAhead(ours, theirs)];
+    const hasBoth = !isTheirs && !isOurs && !isDeleted;
+    const isReplaced = isTheirs === isOurs ? isLater(theirs, ours) || (isDeleted && !isOurs) : isTheirs;
+    if (!isReplaced && !hasBoth) continue;
+    const [note, other] = isReplaced ? [theirs, ours] : [ours, theirs];
+    known.remove(ours);
+    put(combined(note, other, ours, now));
+    const beside = hasBoth ? besideOf(other, titleBeside, (id) => ids.has(id)) : null;
+    if (beside && !workspace.noteOrBinned(beside.id) && !known.hasText(beside)) {
+      counts.both++;
+      put(beside);
+    } else counts.updated++;
   }
   for (const entry of library.bin) {
-    if (workspace.noteOrBinned(entry.note.id) || known.has(entry.note)) continue;
+    if (workspace.noteOrBinned(entry.note.id) || ids.has(entry.note.id) || known.has(entry.note)) continue;
     counts.added++;
     bin.push(entry);
     known.add(entry.note);
@@ -56,9 +68,37 @@ export function mergeLibrary(workspace: Workspace, library: Library, titleBeside
 /** Whether `one` comes from the text that `other` still has. */
 function isAhead(one: Note, other: Note): boolean {
   if (one.updated !== other.updated && one.shared.includes(other.updated)) return true;
-  return one.versions.some(({ held }, at) => {
-    return held.length === other.text.length && versionText(one, at).eq(other.text.tree);
-  });
+  if (!one.versions.some(({ held }) => held.length === other.text.length)) return false;
+  const wanted = other.text.tree;
+  return textsOf(one).some((text) => text.eq(wanted));
+}
+
+/** The same on every computer. */
+function isLater(one: Note, other: Note): boolean {
+  if (one.updated !== other.updated) return one.updated > other.updated;
+  return one.text.toString() > other.text.toString();
+}
+
+/** A note with what the other knows; it has been seen with both texts. A name that was given to either stays. */
+function combined(note: Note, other: Note, ours: Note, now: number): Note {
+  const members = new Set(note.extra.map(([member]) => member));
+  return {
+    ...note,
+    name: note.name === note.source ? other.name : note.name,
+    pinned: ours.pinned,
+    versions: versionsOfBoth(note, other, now),
+    shared: lastTimes([...other.shared, ...note.shared, other.updated]),
+    extra: [...note.extra, ...other.extra.filter(([member]) => !members.has(member))],
+  };
+}
+
+/** The note beside one that changed on both sides; an empty text is not worth one. */
+function besideOf(note: Note, titleBeside: (title: string) => string, isTaken: (id: string) => boolean): Note | null {
+  if (note.text.length === 0) return null;
+  const base = `${note.id.slice(0, LONGEST_BASE)}${BESIDE}${Math.trunc(note.updated).toString(36)}`;
+  let id = base;
+  for (let i = 1; isTaken(id); i++) id = base + BESIDE + i.toString(36);
+  return { ...note, id, name: titleBeside(titleOf(note)), shared: lastTimes([...note.shared, note.updated]) };
 }
 
 /** The notes that are there or about to be, found by their texts. */
@@ -76,12 +116,18 @@ class KnownTexts {
     else this.#byLength.set(note.text.length, [note]);
   }
 
+  remove({ id, text }: Note): void {
+    const alike = this.#byLength.get(text.length)?.filter((one) => one.id !== id);
+    if (alike) this.#byLength.set(text.length, alike);
+  }
+
   hasText(note: Note): boolean {
     return this.#alike(note).length > 0;
   }
 
-  /** With the same title; one that was put beside another is known by its text. */
+  /** With the same title; one that was put beside another is known by its text. An emptied note is its versions. */
   has(note: Note): boolean {
+    if (note.text.length === 0 && note.versions.length > 0) return false;
     const title = titleOf(note);
     return this.#alike(note).some((one) => note.id.includes(BESIDE) || titleOf(one) === title);
   }

@@ -25,7 +25,7 @@ export interface Note {
   readonly created: number;
   readonly updated: number;
   readonly versions: Versions;
-  /** What its `updated` was when it went out in a library or came in with one, latest last. */
+  /** What `updated` was of the texts it comes from, when it went out in a library or one came in; latest last. */
   readonly shared: ReadonlyArray<number>;
   readonly extra: Extra;
 }

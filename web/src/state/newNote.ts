@@ -29,6 +29,7 @@ export function newNote({ text, format = 'markdown', name = null, lineBreak = '\
 }
 
 /** Whether the note never had anything in it: every edit makes `updated` later than `created`. */
-export function isUntouched({ text, name, extra, created, updated }: Note): boolean {
-  return text.length === 0 && name === null && extra.length === 0 && updated === created;
+export function isUntouched({ text, name, versions, extra, created, updated }: Note): boolean {
+  const isBare = name === null && versions.length === 0 && extra.length === 0;
+  return text.length === 0 && isBare && updated === created;
 }

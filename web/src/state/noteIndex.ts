@@ -1,4 +1,5 @@
 import { marksIn } from '../text/noteMarks';
+import { workSlice } from '../time/slices';
 import { linkable, tagKey, titleKey, withoutExtension } from '../text/titleKey';
 import { type Findable, findable } from '../text/nameMatches';
 import type { Note } from './model';
@@ -72,6 +73,11 @@ export class NoteIndex {
     }
     if (isRenamed) this.changed();
     else if (isChanged) this.#tags = null;
+  }
+
+  /** Reads them now, the latest first: what is renamed must not miss a note that was changed a moment ago. */
+  complete(longest = Number.POSITIVE_INFINITY): void {
+    workSlice(this.read(), longest);
   }
 
   /** Every tag with the number of its notes, in alphabetical order. A tag counts for those above it, too. */

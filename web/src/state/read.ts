@@ -13,13 +13,15 @@ import { isMembers, type Members, migrate } from './migrations';
 import { NoteText } from './noteText';
 import { readRevision } from './revision';
 import { defaultSettings, readSettings, settingNames } from './settings';
+import { lastTimes } from './sharedTimes';
 import { readVersions, VERSION_MEMBERS } from './readVersions';
 import { soundTabs } from './tabRow';
 
 const BIN_KEEPS_MS = 30 * 24 * 60 * 60 * 1000;
 /** The host allows ids of up to 200 bytes. */
 const LONGEST_ID = 60;
-const CLOCK_LIMIT = 8.64e15;
+/** Less than the last date there is: times are counted up from what was read. */
+const CLOCK_LIMIT = 8.64e15 - 1e6;
 
 export interface ReadResult {
   readonly contents: Contents;
@@ -131,7 +133,7 @@ function readNote(entry: unknown, ids: Set<string>, now: number): Note | null {
     created,
     updated: readTime(entry.updated, created),
     versions,
-    shared: entries(entry.shared).filter((time) => typeof time === 'number'),
+    shared: lastTimes(entries(entry.shared).filter((time) => typeof time === 'number')),
     extra: [...unknownMembers(entry, NOTE_MEMBERS), ...damaged],
   };
 }

@@ -1,4 +1,5 @@
 import type { Note } from './model';
+import { NoteText } from './noteText';
 import type { Version, Versions } from './version';
 import { bytesOf, settled, without } from './versions';
 import type { Workspace } from './workspace';
@@ -17,9 +18,12 @@ const STEPS = [
 /** What the host takes in a document, and what versions may take of it. */
 const DOCUMENT_BYTES = 140_000_000;
 const SHARE_BYTES = DOCUMENT_BYTES / 4;
-/** What else is in the document: other members, and escapes in the texts. */
+/** What else is in the document. */
 const RESERVE_BYTES = 10_000_000;
-const MOST_BYTES_OF_A_UNIT = 3;
+/** A version of so long a text takes much of what there is for all of them. */
+export const LONG_TEXT = 1_000_000;
+/** Those of an escape like \u0001. */
+const MOST_BYTES_OF_A_UNIT = 6;
 
 /** Fewer versions the older they are. Those that were taken because most of the text was about to go stay. */
 export function thinned(versions: Versions, now: number): Versions {
@@ -54,9 +58,24 @@ export function* tidyVersions(workspace: Workspace, limit = SHARE_BYTES): Genera
     }
   }
   const room = Math.min(limit, yield* roomBesideTexts(workspace));
+  // A long text that was just changed must not drive out what there is of others.
+  const isTooMuch = excess(workspace, room).size > 0;
+  if (!isTooMuch) return;
+  yield* settleLong(workspace);
   for (const [id, count] of excess(workspace, room)) {
     const note = workspace.noteOrBinned(id);
     if (note) workspace.setVersions(id, note.versions.slice(0, Math.max(0, note.versions.length - count)));
+    yield;
+  }
+}
+
+/** Makes even the newest version of a long text a difference, though the next key makes it a text again. */
+function* settleLong(workspace: Workspace): Generator<void, void> {
+  for (const note of [...everyNote(workspace)]) {
+    const [newest] = note.versions;
+    if (!(newest?.held instanceof NoteText) || newest.held.length < LONG_TEXT) continue;
+    const now = workspace.noteOrBinned(note.id);
+    if (now) workspace.setVersions(now.id, settled(now, workspace.now(), true));
     yield;
   }
 }

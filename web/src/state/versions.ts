@@ -9,6 +9,8 @@ import type { Version, Versions } from './version';
 export const INTERVAL_MS = 10 * 60 * 1000;
 /** A text longer than this that loses more than half is kept at once. */
 const GUARDED_CHARACTERS = 500;
+/** So is one longer than this of which nothing stays. */
+const OVERWRITTEN_CHARACTERS = 20;
 
 /** What happened since the newest version: when it began, and the longest text in it. */
 interface Stretch {
@@ -21,7 +23,7 @@ const stretches = new WeakMap<NoteText, Stretch>();
 
 /**
  * The versions of a note whose text is about to change. One is taken if there was none for ten minutes; and at once
- * if the text is emptied or loses more than half, with one change or key by key.
+ * if the text is emptied, overwritten or loses more than half, with one change or key by key.
  */
 export function versionsBefore(note: Note, next: NoteText, now: number, removed: number): Versions {
   const { text } = note;
@@ -40,18 +42,27 @@ export function versionsBefore(note: Note, next: NoteText, now: number, removed:
   return anchored(note);
 }
 
+/**
+ * The same for a text that is rewritten in places. What leads back to the text before takes little, so the newest
+ * version is a difference at once: a rewriting of all notes must not double what they take.
+ */
+export function versionsBeforeRewriting(note: Note, next: NoteText, back: Difference, now: number): Versions {
+  const versions = versionsBefore(note, next, now, 0);
+  const [newest, ...older] = versions;
+  if (newest?.held === note.text) return [{ ...newest, held: back }, ...older];
+  const former = note.versions[0]?.held;
+  const isAnchored = newest && former instanceof Difference && versions.length === note.versions.length;
+  return isAnchored ? [{ ...newest, held: back.followedBy(former) }, ...older] : versions;
+}
+
 /** With a version of the current text, for a change that replaces much of it. */
 export function versionsWithCurrent(note: Note, now: number): Versions {
   return note.text.length > 0 ? withVersion(note, note.text, now, true) : note.versions;
 }
 
-/** For a note that takes the place of one with another text, which becomes its newest version. */
-export function versionsAfter(note: Note, replaced: NoteText, now: number): Versions {
-  return replaced.length > 0 ? withVersion(note, replaced, now, true) : note.versions;
-}
-
 function isLargeLoss(lost: NoteText, next: NoteText, removed: number): boolean {
   if (next.length === 0) return lost.length > 0;
+  if (removed >= lost.length) return lost.length > OVERWRITTEN_CHARACTERS;
   return lost.length > GUARDED_CHARACTERS && (removed * 2 > lost.length || next.length * 2 < lost.length);
 }
 
@@ -81,6 +92,15 @@ function anchored({ text, versions }: Note): Versions {
   return [{ ...newest, held: NoteText.of(newest.held.applyTo(text.tree)) }, ...older];
 }
 
+/** The texts of all versions, each made once. */
+export function textsOf({ text, versions }: Note): Text[] {
+  let tree = text.tree;
+  return versions.map(({ held }) => {
+    tree = held instanceof NoteText ? held.tree : held.applyTo(tree);
+    return tree;
+  });
+}
+
 /** The text of a version, by its place in the list. */
 export function versionText({ text, versions }: Note, at: number): Text {
   let tree = text.tree;
@@ -98,18 +118,18 @@ export function versionText({ text, versions }: Note, at: number): Text {
 
 /**
  * Turns whole texts into differences: all of them, except that the newest stays whole until the next change will take
- * another one. So a difference to the note's text always belongs to the text that it has.
+ * another one, or room is needed. So a difference to the note's text always belongs to the text that it has.
  */
-export function settled(note: Note, now: number): Versions {
+export function settled(note: Note, now: number, withNewest = isDue(note, now)): Versions {
   const { versions } = note;
   const last = versions.map(({ held }) => held instanceof NoteText).lastIndexOf(true);
-  if (last < 0 || (last === 0 && !isDue(note, now))) return versions;
+  if (last < 0 || (last === 0 && !withNewest)) return versions;
   let newer = note.text.tree;
   return versions.map((version, at) => {
     if (at > last) return version;
     const { held } = version;
     const older = held instanceof NoteText ? held.tree : held.applyTo(newer);
-    const stays = held instanceof Difference || (at === 0 && !isDue(note, now));
+    const stays = held instanceof Difference || (at === 0 && !withNewest);
     const after = stays ? version : { ...version, held: Difference.between(newer, older) };
     newer = older;
     return after;
@@ -139,11 +159,11 @@ function follow(newer: Difference | NoteText | null, held: Difference | NoteText
 
 const sizes = new WeakMap<NoteText | Difference, number>();
 
-/** What a text or a difference takes in the document, in bytes; escapes not counted. */
+/** What a text or a difference takes in the document, in bytes. */
 export function bytesOf(held: NoteText | Difference): number {
   let bytes = sizes.get(held);
   if (bytes === undefined) {
-    bytes = utf8Length(held instanceof NoteText ? held.toString() : held.json);
+    bytes = utf8Length(held.json);
     sizes.set(held, bytes);
   }
   return bytes;

@@ -2,6 +2,7 @@ import type { Text } from '@codemirror/state';
 import type { BinnedNote, ClosedTab, Contents, Note, Place, Tabs } from './model';
 import { isUntouched, type NewNote, newNote } from './newNote';
 import { NoteText } from './noteText';
+import { type Rewritten, rewritten } from './rewritten';
 import type { Settings } from './settings';
 import { withoutPlaces, withPlace } from './places';
 import { closeTabs, deleteTabs, forgetTabs, moveTab, openTab } from './tabRow';
@@ -121,12 +122,12 @@ export class Workspace {
     this.#notify('text', id);
   }
 
-  /** Gives several notes new texts at once. Nobody wrote them, so the notes keep their places in the list. */
-  rewrite(texts: ReadonlyMap<string, NoteText | Text | string>): void {
+  /** Gives several notes new texts at once. */
+  rewrite(texts: ReadonlyMap<string, Rewritten>): void {
     if (!texts.size) return;
     for (const [id, text] of texts) {
-      const [note, next] = [this.#notes.get(id), NoteText.of(text)];
-      if (note) this.#put({ ...note, text: next, versions: versionsBefore(note, next, this.now(), 0) });
+      const note = this.#notes.get(id);
+      if (note) this.#put(rewritten(note, text, this.now()));
     }
     this.#notify('notes');
   }

@@ -24,7 +24,8 @@ export function chapterOf({ title, isNamed, format, text }: Chapter): string {
 export const CHAPTER_BREAK = '\n---\n\n';
 
 function fenced(text: string): string {
-  const longest = Math.max(2, ...[...text.matchAll(/`+/g)].map(([ticks]) => ticks.length));
+  let longest = 2;
+  for (const [ticks] of text.matchAll(/`+/g)) longest = Math.max(longest, ticks.length);
   const fence = '`'.repeat(longest + 1);
   return `${fence}\n${text}\n${fence}`;
 }

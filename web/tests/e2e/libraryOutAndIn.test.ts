@@ -61,6 +61,41 @@ test('other JSON is a note like any text, and a damaged library changes nothing'
   await context.close();
 });
 
+test('an open note shows the text that a library brings, and nothing typed is lost', async () => {
+  const shared = [9];
+  const open1 = { version: 2, notes: [{ ...notes[0], text: 'um', shared }], tabs: { open: ['a'], active: 'a' } };
+  const library = (text: string, updated: number) =>
+    JSON.stringify({
+      quendoLibrary: 1,
+      version: 2,
+      notes: [{ id: 'a', text, created: 1, updated, shared: [9, updated] }],
+    });
+  const { page, context, trouble } = await open(browser, { before: fakeHost(open1) });
+  const shown = () => page.innerText('.cm-content');
+  const merge = async (content: string, result: string) => {
+    await openFile(page, 'notas.json', content);
+    await page.click('text=Merge >> nth=-1');
+    await page.waitForSelector(`text=Library imported: ${result}`);
+  };
+  await page.click('.cm-content');
+  await page.keyboard.type('x');
+  await page.keyboard.press('Control+z');
+  // The future: later than what is typed here.
+  await merge(library('lá', Date.now() + 1e9), '0 new, 0 updated, 1 in conflict');
+  assert.equal(await shown(), 'lá');
+  await page.keyboard.press('Control+End');
+  await page.keyboard.type(' e cá');
+  for (let i = 0; i < 4; i++) await page.keyboard.press('Control+z');
+  assert.equal(await shown(), 'lá', 'undoing ends where the library came in');
+  await page.keyboard.press('Control+y');
+  assert.deepEqual((await noteTexts(page)).sort(), ['lá e cá', 'um']);
+  await merge(library('atrasado', 20), '0 new, 0 updated, 1 in conflict');
+  assert.equal(await shown(), 'lá e cá', 'what was written later stays');
+  assert.deepEqual((await noteTexts(page)).sort(), ['atrasado', 'lá e cá', 'um']);
+  assert.deepEqual(trouble, []);
+  await context.close();
+});
+
 test('all notes go out as one Markdown text, in the order of the list', async () => {
   const { page, context } = await open(browser, { before: fakeHost(state) });
   await runInPalette(page, 'markdown book');

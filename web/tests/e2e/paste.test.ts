@@ -86,6 +86,16 @@ test('HTML alone never shows as tags, not even in a note without Markdown', asyn
   await context.close();
 });
 
+test('words that only the plain text has are not lost', async () => {
+  const { page, context } = await openNote();
+  await paste(page, { 'text/html': '<!-- x --><style>p {}</style><textarea>um</textarea>', 'text/plain': 'um ' });
+  await paste(page, { 'text/html': '<p style="display: none">dois três</p><b>e</b>', 'text/plain': 'dois três e ' });
+  await paste(page, { 'text/html': '<img src="file:///foto.png">', 'text/plain': 'quatro' });
+  assert.equal(await text(page), 'um dois três e quatro');
+  await page.waitForSelector('.toast >> text=foto.png');
+  await context.close();
+});
+
 test('a huge clipboard is pasted as plain text without delay', async () => {
   const { page, context } = await openNote();
   const took = await page.evaluate(() => {

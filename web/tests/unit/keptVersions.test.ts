@@ -114,6 +114,16 @@ test('beyond what they may take, the oldest versions of all notes go', () => {
   assert.deepEqual([rebuilt(workspace, 'a'), rebuilt(workspace, 'b')], [[], []]);
 });
 
+test('one key in a very long text does not drive out the versions of other notes', () => {
+  const workspace = open({ version: 2, notes: [agedNote([HOUR]), { id: 'long', text: 'x\n'.repeat(900_000) }] });
+  workspace.setText('long', Text.of(['y', ...'x\n'.repeat(899_999).split('\n')]));
+  tidy(workspace, 1_000_000);
+  assert.deepEqual(rebuilt(workspace, 'a'), [String(HOUR)]);
+  assert.equal(rebuilt(workspace, 'long')[0], 'x\n'.repeat(900_000));
+  workspace.setText('long', Text.of(['z']), 1_800_000);
+  assert.equal(rebuilt(workspace, 'long').at(-1), 'x\n'.repeat(900_000));
+});
+
 test('damaged versions are set aside, and the note and the others stay', () => {
   const good = { taken: 9, text: 'inteira' };
   const damage: unknown[] = [

@@ -98,8 +98,12 @@ test('a note that changed on both sides is there twice, on both sides alike', ()
   const [first, second] = [out(one), out(two)];
   assert.deepEqual(bring(second, one), { added: 0, updated: 0, both: 1 });
   assert.deepEqual(bring(first, two), { added: 0, updated: 0, both: 1 });
-  assert.equal(one.note(id)?.text.toString(), 'Plano A', 'its own stays where it was');
-  assert.ok(one.contents.notes.some((note) => titleOf(note) === 'Plano B (conflict)'));
+  assert.deepEqual(
+    [one.note(id)?.text.toString(), two.note(id)?.text.toString()],
+    ['Plano B', 'Plano B'],
+    'the later text keeps its place on both',
+  );
+  assert.ok(one.contents.notes.some((note) => titleOf(note) === 'Plano A (conflict)'));
   for (let i = 0; i < 2; i++) {
     assert.deepEqual(bring(out(two), one), { added: 0, updated: 0, both: 0 });
     assert.deepEqual(bring(out(one), two), { added: 0, updated: 0, both: 0 });
@@ -147,13 +151,19 @@ test('a long library goes out in files that can each be brought in', () => {
   assert.equal(two.noteCount, 30);
 });
 
-test('a note that is too long with its versions goes out without them', () => {
+test('a note that is too long with its versions goes out with the newest of them', () => {
   const one = computer();
   const { id } = one.addNote({ text: 'y'.repeat(1500) });
   write(one, id, 'curta');
-  const { parts, leftOut } = libraryFiles(one.contents, true, 1000);
-  assert.equal(leftOut, 0);
-  assert.equal(read(parts[0] ?? '').notes[0]?.versions.length, 0);
+  write(one, id, '');
+  const versionsIn = (limit: number) => {
+    const { parts, leftOut } = libraryFiles(one.contents, true, limit);
+    assert.equal(leftOut, 0);
+    return read(parts[0] ?? '').notes[0]?.versions.map(({ held }) => held.toString());
+  };
+  assert.deepEqual(versionsIn(3000), ['curta', 'y'.repeat(1500)]);
+  assert.deepEqual(versionsIn(1000), ['curta']);
+  assert.deepEqual(versionsIn(280), []);
 });
 
 test('only a file that says so is a library', () => {

@@ -43,16 +43,17 @@ function linked(...texts: string[]) {
     index.changed();
     for (const _ of index.read());
   };
-  workspace.onChange(read);
+  const reading = { isOn: true };
+  workspace.onChange(() => reading.isOn && read());
   read();
   const textsNow = () => ids.map((id) => workspace.note(id)?.text.toString());
   const write = (at: number, text: string) => workspace.setText(ids[at] ?? '', Text.of(text.split('\n')));
-  return { workspace, ids, context, toasts, texts: textsNow, write };
+  return { workspace, ids, context, toasts, texts: textsNow, write, reading };
 }
 
 test('several notes are rewritten as one step, which one button takes back', () => {
   const { workspace, context, texts } = linked('#a um', 'dois', '#a/b três');
-  const before = workspace.notesInOrder().map(({ updated }) => updated);
+  const before = workspace.notesInOrder().map(({ id }) => id);
   const { count, undo } = rewriteNotes(context, context.index.tagged('a'), {
     edits: (text) => tagEdits(text, 'a', 'z'),
     back: (text) => tagEdits(text, 'z', 'a'),
@@ -60,7 +61,7 @@ test('several notes are rewritten as one step, which one button takes back', () 
   assert.equal(count, 2);
   assert.deepEqual(texts(), ['#z um', 'dois', '#z/b três']);
   assert.deepEqual(
-    workspace.notesInOrder().map(({ updated }) => updated),
+    workspace.notesInOrder().map(({ id }) => id),
     before,
     'nobody wrote in them',
   );
@@ -92,6 +93,30 @@ test('links follow the title of the shown note, and one button takes that back',
   assert.deepEqual(texts(), ['# Projeto [1]', 'a [[Projeto 1|x]] [[Outro]]', 'b [[Projeto 1]]']);
   toasts[0]?.run();
   assert.deepEqual(texts().slice(1), ['a [[plano|x]] [[Outro]]', 'b [[Plano]]']);
+});
+
+test('a link written a moment ago follows, too', () => {
+  const { workspace, ids, context, texts, write, reading } = linked('Plano', 'a');
+  const watch = new TitleWatch(context);
+  workspace.openTab(ids[0] ?? '');
+  watch.shown();
+  reading.isOn = false;
+  write(1, 'a [[Plano]]');
+  write(0, 'Projeto');
+  watch.settle();
+  assert.equal(texts()[1], 'a [[Projeto]]');
+});
+
+test('a title on the way to another takes no links of a note that is called so', () => {
+  const { workspace, ids, context, texts, write } = linked('', 'Plano', 'a [[Plano]]');
+  const watch = new TitleWatch(context);
+  workspace.openTab(ids[0] ?? '');
+  watch.shown();
+  for (const title of ['Plano', 'Plano B']) {
+    write(0, title);
+    watch.settle();
+  }
+  assert.deepEqual(texts(), ['Plano B', 'Plano', 'a [[Plano]]']);
 });
 
 test('leaving the note settles its title', () => {

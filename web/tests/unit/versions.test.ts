@@ -1,12 +1,14 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { Text } from '@codemirror/state';
+import { Difference } from '../../src/state/difference';
 import { emptyContents } from '../../src/state/model';
 import { readContents } from '../../src/state/read';
 import { tidyVersions } from '../../src/state/tidyVersions';
 import { versionText } from '../../src/state/versions';
 import { Workspace } from '../../src/state/workspace';
 import { prepareJson, serialize } from '../../src/state/write';
+import { edited, inverse } from '../../src/text/renames';
 import { random } from './chance';
 
 const MINUTE = 60_000;
@@ -75,6 +77,15 @@ test('so is one that is overwritten with another as long', () => {
   assert.deepEqual(texts(), [LONG]);
 });
 
+test('so is a short one of which nothing stays', () => {
+  const { set, texts } = noteWith('');
+  set('código da porta: 4711');
+  set('x', 21);
+  assert.deepEqual(texts(), ['código da porta: 4711']);
+  set('y', 1);
+  assert.deepEqual(texts().length, 1, 'but no more than a word or two');
+});
+
 test('so is one that is deleted key by key', () => {
   const { set, texts } = noteWith('');
   set(LONG);
@@ -126,6 +137,27 @@ test('every version can be rebuilt exactly, whatever is done in between', () => 
   for (let seed = 1; seed <= 40; seed++) playAt(seed);
 });
 
+/** As a renamed tag does, with an insertion at each of these places. */
+function rewrite(workspace: Workspace, id: string, places: ReadonlyArray<number>): void {
+  const before = workspace.note(id)?.text.toString() ?? '';
+  const edits = [...new Set(places)].map((at) => ({ from: at, to: at, insert: '#z' }));
+  workspace.rewrite(new Map([[id, { text: edited(before, edits), back: inverse(before, edits) }]]));
+}
+
+test('rewriting many notes keeps what leads back, not their texts', () => {
+  const { clock, workspace, id, set, texts } = noteWith(`#a ${LONG}`);
+  rewrite(workspace, id, [0, 1000]);
+  const held = () => workspace.note(id)?.versions.map((version) => version.held);
+  assert.ok(held()?.[0] instanceof Difference);
+  rewrite(workspace, id, [3]);
+  assert.ok(held()?.[0] instanceof Difference && held()?.length === 1, 'and so when it is rewritten again');
+  set('#b outra');
+  assert.deepEqual(texts().slice(1), [`#a ${LONG}`]);
+  clock.now += 20 * MINUTE;
+  rewrite(workspace, id, [0]);
+  assert.deepEqual(texts().slice(0, 1), ['#b outra']);
+});
+
 const PIECES = ['a', '\n', 'ção ', '🎉', '\ud83d', '"\\', 'linha inteira\n', '\u2028', LONG];
 
 function playAt(seed: number): void {
@@ -142,12 +174,14 @@ function playAt(seed: number): void {
     const to = chance(12) ? Math.min(before.length, from + chance(5)) : from + chance(before.length - from + 1);
     const insert = PIECES[chance(PIECES.length)] ?? '';
     const after = chance(40) ? before.slice(0, from) + insert + before.slice(to) : '';
-    workspace.setText(id, Text.of(after.split('\n')), to - from);
-    const [newest] = workspace.noteOrBinned(id)?.versions ?? [];
+    if (chance(6)) workspace.setText(id, Text.of(after.split('\n')), to - from);
+    else rewrite(workspace, id, [from, Math.floor((from + before.length) / 2)]);
+    const changed = workspace.noteOrBinned(id);
+    const newest = changed?.versions[0];
     // Where more than one key took the text, the version is an earlier one than the last.
     if (newest && !texts.has(newest.taken)) {
       assert.ok(newest.taken === clock.now);
-      texts.set(newest.taken, newest.held.toString());
+      texts.set(newest.taken, versionText(changed, 0).toString());
     }
     const act = chance(20);
     if (act === 0) for (const _ of tidyVersions(workspace));
