@@ -23,6 +23,7 @@ export const linkTexts = {
 
   'tags.title': ['Tags', 'Tags', 'Etiquetas'],
   'tags.none': ['Nenhuma nota tem tags', 'No note has tags', 'Ninguna nota tiene etiquetas'],
+  'tags.renameTitle': ['Renomear uma tag', 'Rename a tag', 'Renombrar una etiqueta'],
   'tags.choose': ['Tag que vai mudar de nome', 'Tag to rename', 'Etiqueta que cambia de nombre'],
   'tags.found.one': ['1 tag', '1 tag', '1 etiqueta'],
   'tags.found.many': ['{n} tags', '{n} tags', '{n} etiquetas'],
@@ -39,6 +40,7 @@ export const linkTexts = {
   'link.notAllowed': ['Este endereço não pode ser aberto', 'This address cannot be opened', 'Esta dirección no se puede abrir'],
   'link.created': ['Nota “{title}” criada', 'Note “{title}” created', 'Nota “{title}” creada'],
 
+  'outline.title': ['Sumário da nota', 'Outline of the note', 'Esquema de la nota'],
   'outline.label': ['Filtrar os títulos', 'Filter the headings', 'Filtrar los títulos'],
   'outline.count.one': ['1 título', '1 heading', '1 título'],
   'outline.count.many': ['{n} títulos', '{n} headings', '{n} títulos'],
