@@ -101,6 +101,19 @@ test('the first line is equally high in editor and preview', async () => {
   }
 });
 
+test('code in a heading is equally large in editor and preview', async () => {
+  const page = await withText('# Um `a`\n\n## Dois `b`\n\n### Três `c`\n\nquatro `d`');
+  await openPreview(page);
+  const sizes = (selector: string) =>
+    page.$$eval(selector, (codes) =>
+      codes.map((code) => Number.parseFloat(getComputedStyle(code).fontSize).toFixed(1)),
+    );
+  const shown = await sizes('.preview code');
+  assert.equal(new Set(shown).size, 4);
+  assert.deepEqual(await sizes('.cm-line .md-code'), shown);
+  await page.context().close();
+});
+
 test('a table in the preview breaks no words but scrolls', async () => {
   const word = 'Donaudampfschifffahrtsgesellschaft';
   const row = `| ${[word, word, word].join(' | ')} |`;
