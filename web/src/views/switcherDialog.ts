@@ -23,7 +23,7 @@ export function switcherDialog(workspace: Workspace, actions: SwitcherActions, o
   const others = notes.filter(({ id }) => id !== active);
   const folded = new Map<Note, string>();
   choiceDialog({
-    title: 'switcher.title',
+    title: 'cmd.switcher',
     label: 'switcher.label',
     prefix: 'switcher',
     find: (query, show) => {

@@ -70,7 +70,6 @@ test('the excerpt is the text that follows, on one line', () => {
   assert.equal(readHead('# T\n\n- um\n- dois').excerpt, 'um dois');
   assert.equal(readHead('# T\n```js\nconst a\n```').excerpt, 'const a');
   assert.equal(readHead('# T\n| a | **b** |\n|---|:-:|\n| 1 | 2 |').excerpt, 'a · b 1 · 2');
-  assert.equal(readHead('# T\nVer [[Plano]] e [[Casa nova|a casa]]').excerpt, 'Ver Plano e a casa');
   assert.equal(stripMarks('   '), '');
 });
 

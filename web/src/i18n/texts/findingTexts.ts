@@ -7,7 +7,6 @@ export const findingTexts = {
 
   'guide.hit': ['Próximo resultado da busca na nota', 'Next match of the search in the note', 'Siguiente resultado de la búsqueda en la nota'],
   'cmd.switcher': ['Ir para a nota…', 'Go to note…', 'Ir a la nota…'],
-  'switcher.title': ['Ir para a nota', 'Go to note', 'Ir a la nota'],
   'switcher.label': ['Título da nota', 'Title of the note', 'Título de la nota'],
   'switcher.create': ['Criar “{title}”', 'Create “{title}”', 'Crear “{title}”'],
 

@@ -23,11 +23,11 @@ export const linkTexts = {
 
   'tags.title': ['Tags', 'Tags', 'Etiquetas'],
   'tags.none': ['Nenhuma nota tem tags', 'No note has tags', 'Ninguna nota tiene etiquetas'],
-  'tags.renameTitle': ['Renomear uma tag', 'Rename a tag', 'Renombrar una etiqueta'],
   'tags.choose': ['Tag que vai mudar de nome', 'Tag to rename', 'Etiqueta que cambia de nombre'],
   'tags.found.one': ['1 tag', '1 tag', '1 etiqueta'],
   'tags.found.many': ['{n} tags', '{n} tags', '{n} etiquetas'],
   'tags.notFound': ['Nenhuma tag com “{query}”.', 'No tag matches “{query}”.', 'Ninguna etiqueta coincide con “{query}”.'],
+  'tags.renameTitle': ['Renomear uma tag', 'Rename a tag', 'Renombrar una etiqueta'],
   'tags.newName': ['Novo nome da tag', 'New name of the tag', 'Nuevo nombre de la etiqueta'],
   'tags.badName': ['Use letras, números, “_” e “-”, com “/” entre os níveis e ao menos uma letra.', 'Use letters, digits, “_” and “-”, with “/” between levels and at least one letter.', 'Usa letras, números, “_” y “-”, con “/” entre niveles y al menos una letra.'],
   'tags.renameWhat': ['Troca #{name} em todas as notas', 'Replaces #{name} in all notes', 'Cambia #{name} en todas las notas'],
