@@ -16,6 +16,22 @@ const sizes = [
 const all: typeof views = { ...views, 'first start': async () => {}, 'read-only': async () => {} };
 const states: Record<string, unknown> = { 'first start': undefined, 'read-only': { ...stored, version: 99 } };
 
+/** Views that begin in the list of notes, which has to be opened first in a narrow window. */
+const inList = [
+  'search',
+  'search without finds',
+  'search hint',
+  'hits of a search',
+  'list by title',
+  'several notes selected',
+  'menu of a row',
+  'tags and links',
+  'renaming a tag',
+  'folded sidebar',
+  'bin',
+  'emptying the bin',
+];
+
 /** Only the views whose names contain one of these, if there are any. */
 const wanted = process.argv.slice(2);
 
@@ -28,6 +44,7 @@ async function takeAll(browser: Browser): Promise<number> {
         for (const [width, height] of sizes) {
           const before = fakeHost(name in states ? states[name] : stored, language);
           const { page, context } = await open(browser, { colorScheme, width, height, before });
+          if (inList.includes(name) && (await page.isHidden('#sidebar'))) await page.click('header .icon-button');
           await show(page, wordsIn(language));
           // Let transitions finish.
           await page.waitForTimeout(250);

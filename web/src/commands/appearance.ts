@@ -24,5 +24,5 @@ export function resetZoom(context: Context): void {
 /** Announces the size even when it did not change, at either end of the range. */
 function setZoom({ workspace, shell }: Context, zoom: number): void {
   if (zoom !== workspace.settings.zoom) workspace.setSettings({ zoom });
-  shell.toasts.show(t('zoom.now', { percent: Math.round(zoom * 100) }));
+  shell.toasts.show(t('zoom.now', { percent: Math.round(zoom * 100) }), undefined, 'zoom');
 }

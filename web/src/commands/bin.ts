@@ -29,7 +29,7 @@ function confirmEmptyBin(context: Context): void {
   const { workspace, shell } = context;
   if (!requireWritable(context)) return;
   confirmDialog({
-    title: 'bin.empty',
+    title: 'bin.emptyTitle',
     question: counted('bin.emptyAsk', workspace.bin.length),
     why: 'bin.emptyWhy',
     action: 'bin.emptyDo',

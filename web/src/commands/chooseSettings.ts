@@ -18,7 +18,13 @@ const widths: ReadonlyArray<SettingChoice> = [
 ];
 
 export function showSettings(context: Context): void {
-  settingsDialog(settingsOf(context), () => focusMain(context));
+  const show = settingsDialog(settingsOf(context), () => {
+    stop();
+    focusMain(context);
+  });
+  const stop = context.workspace.onChange((change) => {
+    if (change === 'settings') show(settingsOf(context));
+  });
 }
 
 function settingsOf(context: Context): ReadonlyArray<Setting> {

@@ -1,4 +1,4 @@
-import { t } from '../i18n/language';
+import { counted, t } from '../i18n/language';
 import { isLibrary, type Library, readLibrary } from '../state/library';
 import { mergeLibrary } from '../state/mergeLibrary';
 import { extensionOf } from '../text/names';
@@ -34,7 +34,7 @@ function bringIn(context: Context, [file, ...rest]: ReadonlyArray<OpenedFile>): 
   }
   confirmDialog({
     title: 'library.title',
-    question: t('library.ask', { name, n: library.notes.length + library.bin.length }),
+    question: counted('library.ask', library.notes.length + library.bin.length, { name }),
     why: 'library.why',
     action: 'library.do',
     onYes: () => merge(context, library),

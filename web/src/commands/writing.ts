@@ -28,7 +28,7 @@ const said = {
 export function toggleSetting({ workspace, shell }: Context, name: keyof typeof said): void {
   const isOn = !workspace.settings[name];
   workspace.setSettings({ [name]: isOn });
-  shell.toasts.show(t(said[name][isOn ? 0 : 1]));
+  shell.toasts.show(t(said[name][isOn ? 0 : 1]), undefined, name);
 }
 
 /** Says what a paste or a drop had to leave out. */

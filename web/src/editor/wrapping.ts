@@ -3,7 +3,16 @@ import { EditorView } from '@codemirror/view';
 import { isInCode } from './codePlace';
 import { shownSyntax } from './syntax';
 
-const pairs: Readonly<Record<string, string>> = { '(': ')', '[': ']', '{': '}', '"': '"' };
+const pairs: Readonly<Record<string, string>> = {
+  '(': ')',
+  '[': ']',
+  '{': '}',
+  '"': '"',
+  "'": "'",
+  '“': '”',
+  '‘': '’',
+  '«': '»',
+};
 const marks = '*_`~';
 
 /** Typing a mark over selected text puts it around the text, which stays selected for the next one. */

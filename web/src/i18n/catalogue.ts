@@ -87,8 +87,8 @@ export const catalogue = {
 
   'theme.label': ['Aparência', 'Appearance', 'Apariencia'],
   'theme.system': ['Como o sistema', 'Like the desktop', 'Como el sistema'],
-  'theme.light': ['Claro', 'Light', 'Claro'],
-  'theme.dark': ['Escuro', 'Dark', 'Oscuro'],
+  'theme.light': ['Clara', 'Light', 'Clara'],
+  'theme.dark': ['Escura', 'Dark', 'Oscura'],
   'zoom.now': ['Texto em {percent}%', 'Text at {percent}%', 'Texto al {percent}%'],
 
   'palette.label': ['Digite um comando', 'Type a command', 'Escribe un comando'],
@@ -101,6 +101,7 @@ export const catalogue = {
   'bin.nothing': ['A lixeira está vazia. Notas apagadas ficam aqui por 30 dias.', 'The bin is empty. Deleted notes stay here for 30 days.', 'La papelera está vacía. Las notas borradas quedan aquí 30 días.'],
   'bin.restored': ['“{title}” está de volta', '“{title}” is back', '“{title}” está de vuelta'],
   'bin.empty': ['Esvaziar a lixeira…', 'Empty the bin…', 'Vaciar la papelera…'],
+  'bin.emptyTitle': ['Esvaziar a lixeira', 'Empty the bin', 'Vaciar la papelera'],
   'bin.emptyAsk.one': ['Apagar 1 nota para sempre?', 'Delete 1 note for good?', '¿Borrar 1 nota para siempre?'],
   'bin.emptyAsk.many': ['Apagar {n} notas para sempre?', 'Delete {n} notes for good?', '¿Borrar {n} notas para siempre?'],
   'bin.emptyWhy': ['Depois disso não há como trazê-las de volta.', 'After that there is no way to bring them back.', 'Después no hay forma de recuperarlas.'],

@@ -16,7 +16,7 @@ export type Listener = (change: Change, id?: string) => void;
 
 /** The notes and all other persistent state, with change listeners. */
 export class Workspace {
-  readonly #listeners: Listener[] = [];
+  readonly #listeners = new Set<Listener>();
   readonly #notes: Map<string, Note>;
   #contents: Contents;
   /** The notes in list order, cached until one of them changes. */
@@ -100,8 +100,9 @@ export class Workspace {
     this.#contents = { ...this.#contents, handedOver };
   }
 
-  onChange(listener: Listener): void {
-    this.#listeners.push(listener);
+  onChange(listener: Listener): () => void {
+    this.#listeners.add(listener);
+    return () => this.#listeners.delete(listener);
   }
 
   addNote(values: NewNote): Note {

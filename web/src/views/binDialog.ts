@@ -65,6 +65,8 @@ function fillRow(row: HTMLElement, { note, deleted }: BinnedNote): void {
   const date = new Date(deleted).toLocaleDateString(htmlTag(), { dateStyle: 'medium' });
   const below = note.name === null ? excerpt : title;
   const name = titleOf(note);
+  row.classList.toggle('is-untitled', !name);
+  row.classList.toggle('is-empty', !below);
   row.replaceChildren(
     h(
       'div',

@@ -27,15 +27,17 @@ export function renderPreviewNode(node: PreviewNode, onLoaded: () => void): HTML
     element.dataset.target = node.target;
   }
   if (node.start !== undefined && node.start !== 1) element.setAttribute('start', String(node.start));
-  if (node.kind === 'done' || node.kind === 'toDo') {
+  if (isBox(node)) {
     element.setAttribute('role', 'img');
     element.setAttribute('aria-label', t(node.kind === 'done' ? 'preview.done' : 'preview.toDo'));
   }
   if (node.kind === 'image') element.append(h('span', { class: 'image-sign' }, t('preview.image')), ' ');
   if (node.tag === 'td' || node.tag === 'th') element.dir = 'auto';
-  for (const child of node.children) {
-    element.append(typeof child === 'string' ? child : renderPreviewNode(child, onLoaded));
-  }
+  node.children.forEach((child, index) => {
+    if (typeof child !== 'string') element.append(renderPreviewNode(child, onLoaded));
+    // Blanks are of different widths; a box has the same distance from its text in every face.
+    else element.append(isBox(node.children[index - 1]) ? child.replace(/^ /, '') : child);
+  });
   if (node.surprise) {
     const { kind, address } = node.surprise;
     const words = t(kind === 'userName' ? 'preview.userName' : 'preview.elsewhere', { address });
@@ -43,6 +45,10 @@ export function renderPreviewNode(node: PreviewNode, onLoaded: () => void): HTML
   }
   // Scrolls like wide code.
   return node.tag === 'table' ? h('div', { class: 'table-frame', attrs: { tabindex: '0' } }, element) : element;
+}
+
+function isBox(node: PreviewNode | string | undefined): boolean {
+  return typeof node === 'object' && (node.kind === 'done' || node.kind === 'toDo');
 }
 
 function codeOf({ children, language }: PreviewNode, onLoaded: () => void): Node[] {

@@ -11,7 +11,7 @@ export interface ToastAction {
 
 interface Shown {
   readonly element: HTMLElement;
-  readonly message: string;
+  readonly subject: string;
   readonly action: ToastAction | undefined;
 }
 
@@ -40,11 +40,12 @@ export class Toasts {
     floatAbove(this.element);
   }
 
-  show(message: string, action?: ToastAction): void {
+  /** A message takes the place of an equal one, and of what was said about the same `subject` before. */
+  show(message: string, action?: ToastAction, subject = message): void {
     // One with an action is about something of its own, even if it reads the same.
-    const equal = action ? undefined : this.#shown.find((one) => one.message === message && !one.action);
-    if (equal) this.#remove(equal);
-    const toast: Shown = { element: h('div', { class: 'toast' }, h('span', {}, message)), message, action };
+    const former = action ? undefined : this.#shown.find((one) => one.subject === subject && !one.action);
+    if (former) this.#remove(former);
+    const toast: Shown = { element: h('div', { class: 'toast' }, h('span', {}, message)), subject, action };
     if (action) {
       const run = () => {
         this.#remove(toast);

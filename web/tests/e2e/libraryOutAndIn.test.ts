@@ -29,7 +29,7 @@ const openFile = (page: Page, name: string, content: string) =>
 
 test('the library goes out as JSON and comes in on another computer, after asking', async () => {
   const one = await open(browser, { before: fakeHost(state) });
-  await runInPalette(one.page, 'export library as json');
+  await runInPalette(one.page, 'all notes as json');
   const [message] = await saves(one.page);
   assert.match(String(message?.body.filename), /^Quendo notes \d{4}-\d\d-\d\d\.json$/);
   const file = String(message?.body.content);
@@ -42,7 +42,7 @@ test('the library goes out as JSON and comes in on another computer, after askin
   assert.deepEqual(await noteTexts(page), []);
   await openFile(page, 'notas.json', file);
   await page.click('text=Merge >> nth=-1');
-  await page.waitForSelector('text=Library imported: 2 new, 0 updated, 0 in conflict');
+  await page.waitForSelector('text=Library imported. New notes: 2, updated: 0, in conflict: 0');
   assert.deepEqual((await noteTexts(page)).sort(), ['# Plano\n\ntexto', 'print(1)']);
   await openFile(page, 'notas.json', file);
   await page.click('text=Merge >> nth=-1');
@@ -110,7 +110,7 @@ test('more than one file goes out one after another, and stops when the user can
   for (const cancelled of [false, true]) {
     const stored = { version: 2, notes: long, tabs: { open: [], active: null } };
     const { page, context } = await open(browser, { before: fakeHost(stored) });
-    await runInPalette(page, 'export library as json');
+    await runInPalette(page, 'all notes as json');
     const names = () =>
       page.evaluate(() =>
         (window as unknown as { host: { messages: Message[] } }).host.messages

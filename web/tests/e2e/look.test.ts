@@ -10,8 +10,8 @@ before(async () => {
 });
 after(() => browser.close());
 
-const withText = async (text: string, width = 1320): Promise<Page> => {
-  const state = { version: 1, notes: [{ id: 'a', text }], tabs: { open: ['a'], active: 'a' } };
+const withText = async (text: string, width = 1320, settings = {}): Promise<Page> => {
+  const state = { version: 1, notes: [{ id: 'a', text }], tabs: { open: ['a'], active: 'a' }, settings };
   const { page } = await open(browser, { width, before: fakeHost(state) });
   await page.waitForSelector('.cm-line');
   return page;
@@ -99,6 +99,38 @@ test('the first line is equally high in editor and preview', async () => {
     assert.ok(Math.abs(editor - preview) <= 1, `${text}: ${editor} and ${preview}`);
     await page.context().close();
   }
+});
+
+test('the text of a task begins where other items do, in every face', async () => {
+  for (const textFace of ['sans', 'serif', 'mono']) {
+    const page = await withText('- [ ] um\n- [x] dois\n\n1. item', 1320, { textFace });
+    await openPreview(page);
+    await page.evaluate(() => document.fonts.ready);
+    const places = await page.$$eval('.preview li', (items) =>
+      items.map((item) => {
+        const texts = document.createTreeWalker(item, NodeFilter.SHOW_TEXT);
+        const range = document.createRange();
+        range.selectNodeContents(texts.nextNode() as Node);
+        return Math.round(range.getBoundingClientRect().left);
+      }),
+    );
+    assert.equal(places.length, 3);
+    assert.equal(new Set(places).size, 1, `${textFace}: ${places}`);
+    await page.context().close();
+  }
+});
+
+test('code in a heading is equally large in editor and preview', async () => {
+  const page = await withText('# Um `a`\n\n## Dois `b`\n\n### Três `c`\n\nquatro `d`');
+  await openPreview(page);
+  const sizes = (selector: string) =>
+    page.$$eval(selector, (codes) =>
+      codes.map((code) => Number.parseFloat(getComputedStyle(code).fontSize).toFixed(1)),
+    );
+  const shown = await sizes('.preview code');
+  assert.equal(new Set(shown).size, 4);
+  assert.deepEqual(await sizes('.cm-line .md-code'), shown);
+  await page.context().close();
 });
 
 test('a table in the preview breaks no words but scrolls', async () => {

@@ -89,3 +89,15 @@ test('the page tells the colour of its theme', async () => {
   assert.equal(await told(), await shown());
   await context.close();
 });
+
+test('while the dialog is open it shows what is changed by keys and in the host’s menu', async () => {
+  const { page, context } = await open(browser, { before: fakeHost() });
+  await page.evaluate('createNote()');
+  await page.keyboard.press('Control+,');
+  await page.keyboard.press('Control+=');
+  await page.waitForFunction(() => document.querySelector<HTMLSelectElement>('.settings .size')?.value === '1.1');
+  await page.evaluate("quendoSetLanguage('es')");
+  await page.waitForFunction(() => document.querySelector<HTMLSelectElement>('.settings .language')?.value === 'es');
+  assert.equal(await page.innerText('.settings .theme > [value=dark]'), 'Oscura');
+  await context.close();
+});

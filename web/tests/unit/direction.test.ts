@@ -16,3 +16,14 @@ test('other lines run by themselves', () => {
   assert.deepEqual(directions('שלום', '', '- '), [true, false, false]);
   assert.deepEqual(directions('שלום', '123'), [true, false]);
 });
+
+test('a ticked item runs by its text, not by the letter in its box', () => {
+  assert.deepEqual(directions('- [x] שלום', '- [X] a', '1. [x] שלום'), [true, false, true]);
+  assert.deepEqual(directions('- שלום', '- [x] '), [true, true]);
+  assert.deepEqual(directions('[x] שלום'), [false]);
+});
+
+test('a row of a table without letters runs as the one above', () => {
+  assert.deepEqual(directions('| א | ב |', '| --- | --- |', '| 1 | 2 |'), [true, true, true]);
+  assert.deepEqual(directions('| a | b |', '| --- | --- |'), [false, false]);
+});

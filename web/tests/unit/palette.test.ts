@@ -26,7 +26,23 @@ test('commands are found by the words that people use, in every language', () =>
     night: 'themeDark',
     'modo escuro': 'themeDark',
     noche: 'themeDark',
-    preferences: 'themeSystem',
+    preferences: 'settings',
+    settings: 'settings',
+    language: 'settings',
+    idioma: 'settings',
+    history: 'versions',
+    historial: 'versions',
+    backup: 'exportLibrary',
+    respaldo: 'exportLibrary',
+    exportar: 'exportMarkdown',
+    outline: 'outline',
+    índice: 'outline',
+    toc: 'outline',
+    tags: 'renameTag',
+    etiquetas: 'renameTag',
+    bold: 'bold',
+    backlinks: 'backlinks',
+    alphabetical: 'sortTitle',
     trash: 'bin',
     excluidas: 'bin',
     papelera: 'bin',
@@ -75,4 +91,14 @@ test('Markdown is offered only in a note that is written in it', () => {
   assert.ok(!names(context({ ...note, format: 'plain' })).includes('bold'));
   assert.ok(!names(context({ ...note, fileName: 'a.py' })).includes('heading1'));
   assert.ok(!names(context(note, true)).includes('list'));
+});
+
+test('the name counts more than another word, and the own language more than the others', () => {
+  setLanguage('en');
+  const names = entries('co').map(({ name }) => name);
+  assert.ok(names.indexOf('copyPlain') < names.indexOf('focusMode'), 'a name before “concentrate”');
+  assert.ok(names.indexOf('focusMode') < names.indexOf('share'), 'a word of this language before “correo”');
+  assert.equal(entries('settings')[0]?.name, 'settings');
+  setLanguage('es');
+  assert.deepEqual(entries('settings')[0]?.alias?.text, 'Settings');
 });

@@ -40,7 +40,7 @@ test('a mark typed over selected text goes around it, and so does the next', () 
 test('only brackets and quotes go around text that is not Markdown', () => {
   const state = EditorState.create({ doc: 'a', selection: { anchor: 0, head: 1 } });
   assert.equal(wrap(state, '*'), null);
-  assert.notEqual(wrap(state, '"'), null);
+  for (const quote of ['"', "'", '“', '«']) assert.notEqual(wrap(state, quote), null, quote);
 });
 
 test('Enter on an empty line of a quote ends the quote', () => {
