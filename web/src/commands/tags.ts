@@ -66,9 +66,12 @@ function bare(name: string): string {
 }
 
 function rename(context: Context, name: string, newName: string): void {
-  const { count, undo } = rewriteNotes(context, context.index.tagged(name), {
-    edits: (text) => tagEdits(text, name, newName),
-    back: (text) => tagEdits(text, newName, name),
+  const { index, shell } = context;
+  index.whenRead(() => {
+    const { count, undo } = rewriteNotes(context, index.tagged(name), {
+      edits: (text) => tagEdits(text, name, newName),
+      back: (text) => tagEdits(text, newName, name),
+    });
+    shell.toasts.show(counted('tags.renamed', count), { label: 'undo', run: undo });
   });
-  context.shell.toasts.show(counted('tags.renamed', count), { label: 'undo', run: undo });
 }

@@ -33,16 +33,22 @@ export class TitleWatch {
   /** Rewrites the links to the title that the note had before. An empty title is none yet. */
   settle(): void {
     const watched = this.#watched;
-    const { workspace, shell } = this.#context;
+    const { workspace } = this.#context;
     const note = watched && workspace.note(watched.id);
     if (!note || workspace.readOnly) return;
     const title = titleOf(note);
     if (!linkable(title) || title === watched.title) return;
     this.#watched = { id: note.id, title, keys: keysOf(note), updated: note.updated };
-    this.#context.index.changed();
+    // Notes that changed a moment ago may have links, too.
+    this.#context.index.whenRead(() => this.#follow(watched, note.name === null ? title : withoutExtension(title)));
+  }
+
+  #follow(watched: Watched, title: string): void {
+    const { index, shell } = this.#context;
+    index.changed();
     const keys = this.#lostKeys(watched);
-    const name = linkable(note.name === null ? title : withoutExtension(title));
-    const { count, undo } = rewriteNotes(this.#context, this.#context.index.linkingBy(keys), {
+    const name = linkable(title);
+    const { count, undo } = rewriteNotes(this.#context, index.linkingBy(keys), {
       edits: (text) => linkEdits(text, keys, name),
       back: (text) => linkEdits(text, [titleKey(name)], linkable(watched.title)),
     });
