@@ -1,10 +1,13 @@
+import type { Key } from '../i18n/catalogue';
 import { counted, t } from '../i18n/language';
 import { fuzzyMatch } from '../text/fuzzy';
 import { isTagName } from '../text/noteMarks';
 import { tagEdits } from '../text/renames';
+import type { MenuGroups } from '../views/menu';
 import { paletteDialog } from '../views/paletteDialog';
 import { renameDialog } from '../views/renameDialog';
 import { type Context, focusMain, requireWritable } from './context';
+import { showTagged } from './follow';
 import { rewriteNotes } from './rewrite';
 
 const SHOWN = 300;
@@ -46,6 +49,24 @@ export function renameTag(context: Context): void {
       outcome: (count, query) => (count ? counted('tags.found', count) : t('tags.notFound', { query })),
     },
   );
+}
+
+/** The menu of a tag in the tree. */
+export function tagMenu(context: Context, name: string): MenuGroups {
+  const item = (id: string, label: Key, disabled: boolean, run: () => void) => ({
+    name: id,
+    label,
+    keys: '',
+    disabled,
+    run,
+  });
+  const { readOnly } = context.workspace;
+  return [
+    [
+      item('showTag', 'tags.show', false, () => showTagged(context, name)),
+      item('renameTag', 'tags.rename', readOnly, () => requireWritable(context) && askForName(context, name)),
+    ],
+  ];
 }
 
 function askForName(context: Context, name: string): void {
