@@ -147,6 +147,7 @@ export class Sidebar {
       });
       return;
     }
+    if (before.source !== query.source) this.#list.toTop();
     const found: SearchMatch[] = [];
     const last = this.#lastSearch;
     const narrower = last?.of === notes ? narrowed(query, last.query, last.found) : null;
