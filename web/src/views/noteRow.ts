@@ -8,6 +8,8 @@ import { titleOf } from '../state/titleOf';
 import { fold, foldedPlaces } from '../text/fold';
 import { headOf } from '../text/title';
 
+const SEEN_OF_TITLE = 28;
+
 export interface RowLook {
   /** The heading right above the row, said with it; empty if there is none. */
   readonly heading: string;
@@ -20,7 +22,8 @@ export interface RowLook {
 export function fillNoteRow(row: HTMLElement, note: Note, match: SearchMatch, look: RowLook): void {
   const { heading, words, moment } = look;
   const title = titleOf(note);
-  const below = (!match.inTitle && contextOf(note.text, missingFirst(words, title), match.near)) || excerptOf(note);
+  const isSeen = match.inTitle && isHitSeen(title, words);
+  const below = (!isSeen && contextOf(note.text, missingFirst(words, title), match.near)) || excerptOf(note);
   const fallback = title ? '' : t('sidebar.emptyNote');
   const date = shortDate(note[moment], Date.now());
   const signature = JSON.stringify([heading, title, below, words, t('untitled'), note.pinned, date]);
@@ -43,6 +46,12 @@ export function fillNoteRow(row: HTMLElement, note: Note, match: SearchMatch, lo
   );
   row.classList.toggle('is-untitled', !title);
   row.classList.toggle('is-empty', !below);
+}
+
+/** Whether the row shows the title's first hit, which a long one has further on than a row is wide. */
+function isHitSeen(title: string, words: ReadonlyArray<string>): boolean {
+  const [first] = foldedPlaces(title, words);
+  return !first || first.to <= SEEN_OF_TITLE;
 }
 
 /** What the title does not show already is worth more. */

@@ -3,7 +3,7 @@ import type { Texts } from './texts';
 /** The search, the order of the list and going to a note. */
 // biome-ignore format: one row per text
 export const findingTexts = {
-  'search.hint': ['Também: "frase exata", -sem, etiqueta:x, título:x, editado:<30d, criado:2026-11', 'Also: "exact phrase", -without, tag:x, title:x, edited:<30d, created:2026-11', 'También: "frase exacta", -sin, etiqueta:x, título:x, editado:<30d, creado:2026-11'],
+  'search.hint': ['Também: "frase exata", -sem, tag:x, título:x, editado:hoje, criado:2026-11', 'Also: "exact phrase", -without, tag:x, title:x, edited:today, created:2026-11', 'También: "frase exacta", -sin, etiqueta:x, título:x, editado:hoy, creado:2026-11'],
 
   'guide.hit': ['Próximo resultado da busca na nota', 'Next match of the search in the note', 'Siguiente resultado de la búsqueda en la nota'],
   'cmd.switcher': ['Ir para a nota…', 'Go to note…', 'Ir a la nota…'],
