@@ -74,6 +74,21 @@ export function stripMarks(line: string): string {
   return /^(?:[-*_=`~]\s*){3,}$/.test(bare) || /^#{1,6}$/.test(bare) ? '' : bare;
 }
 
+/** Characters that no text has, around the words that are to be found again. */
+const [OPEN, CLOSE] = ['\ufdd0', '\ufdd1'];
+
+/** A line without its marks, still in three parts. A link to a note is one of the words; its label comes before its title. */
+export function withoutMarks(before: string, words: string, after: string) {
+  const [, label, rest = after] = /^\s*(?:\|([^[\]]*))?\]\](.*)$/s.exec(after) ?? [];
+  const isLink = rest !== after && /\[\[\s*$/.test(before);
+  const lead = isLink ? before.replace(/\[\[\s*$/, '') : before;
+  const shown = (isLink && label?.trim()) || words;
+  const bare = stripMarks(lead + OPEN + shown + CLOSE + (isLink ? rest : after));
+  const [left, middle = '', right = ''] = bare.split(/[\ufdd0\ufdd1]/);
+  // Inside a mark, such as the address of a link, the line stays as it is.
+  return bare.includes(OPEN) ? { before: left ?? '', words: middle, after: right } : { before, words, after };
+}
+
 /** Never splits a surrogate pair, so an emoji at the limit is kept or dropped whole. */
 function clip(text: string, limit: number): string {
   if (text.length <= limit) return text;

@@ -138,7 +138,7 @@ test('the panel below the text lists links and mentions, and opens them at their
   await page.waitForSelector('.backlinks-head >> text=1 note links here');
   await page.focus('.cm-content');
   await page.keyboard.press('Control+Shift+b');
-  assert.equal(await page.innerText('.backlink'), 'um dois [[Plano]]');
+  assert.equal(await page.innerText('.backlink'), 'um dois Plano');
   await page.click('.backlinks .link-button');
   await page.waitForSelector('text=1 mention without a link');
   assert.equal(await page.evaluate(() => document.activeElement?.textContent), 'o plano sem link o plano sem link');
