@@ -29,7 +29,7 @@ export function showOutline(context: Context): void {
       query.trim() ? matching(headings, query, jump) : headings.slice(first, first + SHOWN).map(rowFor([], jump)),
     () => focusMain(context),
     {
-      title: 'cmd.outline',
+      title: 'outline.title',
       label: 'outline.label',
       first: current - first,
       outcome: (count, query) => (count ? counted('outline.count', count) : t('outline.none', { query })),

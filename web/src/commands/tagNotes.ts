@@ -25,7 +25,7 @@ export function tagNotes(context: Context, ids: ReadonlyArray<string>): void {
     },
     () => focusMain(context),
     {
-      title: 'rows.tag',
+      title: 'rows.tagTitle',
       label: 'rows.tagLabel',
       first: 0,
       outcome: (count, query) => {

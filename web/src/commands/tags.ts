@@ -43,7 +43,7 @@ export function renameTag(context: Context): void {
         })),
     () => focusMain(context),
     {
-      title: 'cmd.renameTag',
+      title: 'tags.renameTitle',
       label: 'tags.choose',
       first: 0,
       outcome: (count, query) => (count ? counted('tags.found', count) : t('tags.notFound', { query })),
@@ -71,7 +71,7 @@ export function tagMenu(context: Context, name: string): MenuGroups {
 
 function askForName(context: Context, name: string): void {
   renameDialog({
-    title: 'cmd.renameTag',
+    title: 'tags.renameTitle',
     label: 'tags.newName',
     name,
     explanation: t('tags.renameWhat', { name }),

@@ -57,7 +57,7 @@ export function tagRowElement(row: TagRow, isExpanded: boolean): HTMLElement {
       },
     },
     h('span', { class: 'tag-fold', attrs: { 'aria-hidden': 'true' } }),
-    h('span', { class: 'tag-name', attrs: { dir: 'auto' } }, name.split('/').at(-1) ?? ''),
+    h('span', { class: 'tag-name' }, name.split('/').at(-1) ?? ''),
     ' ',
     h('span', { class: 'tag-count' }, String(count)),
   );

@@ -7,9 +7,8 @@ import { ListSelection, onNativeSelectAll, rowIndexAt } from './listSelection';
 const MARGIN_ROWS = 6;
 
 /**
- * A virtualised list box with rows of equal height: only rows near the visible part exist, so ten thousand
- * notes scroll like ten. The box itself has the focus and points to its current row with
- * aria-activedescendant.
+ * A virtualised list box with rows of equal height: only rows near the visible part exist, so ten thousand notes scroll
+ * like ten. The box itself has the focus and points to its current row with aria-activedescendant.
  */
 export class WindowedList<Item> {
   readonly element: HTMLElement;
@@ -69,9 +68,12 @@ export class WindowedList<Item> {
     this.refresh();
   }
 
-  /** Marks the item open in the editor, and shows where it is in the list if it is another one. */
+  /** Marks the item open in the editor. Another one than before is shown in the list, and ends a selection. */
   select(key: string | null): void {
-    this.#revealing ||= key !== this.#selectedKey;
+    if (key !== this.#selectedKey) {
+      this.#revealing = true;
+      this.#selection.clear();
+    }
     this.#selectedKey = key;
     this.refresh();
   }
@@ -79,6 +81,7 @@ export class WindowedList<Item> {
   /** Goes back to the first row, instead of showing the one open in the editor. */
   toTop(): void {
     this.#revealing = false;
+    this.#selection.clear();
     this.#current = -1;
     this.element.scrollTop = 0;
   }
@@ -185,9 +188,8 @@ export class WindowedList<Item> {
     const before = this.#current;
     this.#current = index;
     if (this.#options.onSelected && event.shiftKey) this.#selectTo(index, before);
-    else if (this.#options.onSelected && hasMod(event)) {
-      this.#toggle(item);
-    } else {
+    else if (this.#options.onSelected && hasMod(event)) this.#toggle(item);
+    else {
       this.#selection.clear();
       this.#options.onActivate(item);
     }

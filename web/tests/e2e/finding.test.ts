@@ -45,6 +45,17 @@ test('the whole title comes first among hundreds of notes with the word', async 
   await context.close();
 });
 
+test('words that the row does not show of a long title are shown below it', async () => {
+  const long = 'Uma frase que vai longe até chegar ao passaporte, e por isso é cortada';
+  const { page, context } = await withNotes(['Outra', `${long}\n\noutro texto`, 'Passaporte\n\no número']);
+  await page.fill('#searchInput', 'passaporte');
+  await shown(page, ['Passaporte', long]);
+  const below = await page.locator('#sidebar .row-excerpt').allInnerTexts();
+  assert.equal(below[0], 'o número');
+  assert.match(below[1] ?? '', /^….{0,12}passaporte/);
+  await context.close();
+});
+
 test('words, tags, exclusions and dates narrow the list, and the help for them shows while the field is empty', async () => {
   const { page, context, trouble } = await withNotes([
     'Um\nmar azul #praia',
@@ -173,6 +184,10 @@ test('several notes are selected by mouse and keyboard, and deleted in one step 
   // What the host's menu does for Ctrl+A.
   await page.evaluate(() => document.execCommand('selectAll'));
   await outcome(page, '5 notes selected');
+  await page.keyboard.press('Control+j');
+  await page.keyboard.type('quatro');
+  await page.keyboard.press('Enter');
+  await outcome(page, '5 notes');
   await context.close();
 });
 

@@ -127,6 +127,7 @@ test('marked are words, phrases, titles and tags, but nothing that was excluded'
 test('an excerpt has no marks, and its match in the middle', () => {
   const excerpt = (text: string, word: string) => contextOf(NoteText.of(text), [word]);
   assert.equal(excerpt('T\n\n- [ ] comprar **pão** e leite\n\n## Fim\n', 'pao'), 'T comprar pão e leite Fim');
-  assert.equal(excerpt('T\nveja [aqui](https://example.org/mar)', 'example'), '…[aqui](https://example.org/mar)');
-  assert.equal(excerpt(`T\n${'um dois '.repeat(9)}alvo aqui`, 'alvo'), '…um dois um dois alvo aqui');
+  assert.equal(excerpt('T\nveja [aqui](https://example.org/mar)', 'example'), '…https://example.org/mar');
+  assert.equal(excerpt('T\nver [[Casa|a nossa]] **já**', 'casa'), 'T ver Casa a nossa já');
+  assert.equal(excerpt(`T\n${'um dois '.repeat(9)}alvo aqui`, 'alvo'), '…um dois alvo aqui');
 });

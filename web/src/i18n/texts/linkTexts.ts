@@ -30,6 +30,7 @@ export const linkTexts = {
   'tags.found.one': ['1 tag', '1 tag', '1 etiqueta'],
   'tags.found.many': ['{n} tags', '{n} tags', '{n} etiquetas'],
   'tags.notFound': ['Nenhuma tag com “{query}”.', 'No tag matches “{query}”.', 'Ninguna etiqueta coincide con “{query}”.'],
+  'tags.renameTitle': ['Renomear uma tag', 'Rename a tag', 'Renombrar una etiqueta'],
   'tags.newName': ['Novo nome da tag', 'New name of the tag', 'Nuevo nombre de la etiqueta'],
   'tags.badName': ['Use letras, números, “_” e “-”, com “/” entre os níveis e ao menos uma letra.', 'Use letters, digits, “_” and “-”, with “/” between levels and at least one letter.', 'Usa letras, números, “_” y “-”, con “/” entre niveles y al menos una letra.'],
   'tags.renameWhat': ['Troca #{name} em todas as notas', 'Replaces #{name} in all notes', 'Cambia #{name} en todas las notas'],
@@ -42,6 +43,7 @@ export const linkTexts = {
   'link.notAllowed': ['Este endereço não pode ser aberto', 'This address cannot be opened', 'Esta dirección no se puede abrir'],
   'link.created': ['Nota “{title}” criada', 'Note “{title}” created', 'Nota “{title}” creada'],
 
+  'outline.title': ['Sumário da nota', 'Outline of the note', 'Esquema de la nota'],
   'outline.label': ['Filtrar os títulos', 'Filter the headings', 'Filtrar los títulos'],
   'outline.count.one': ['1 título', '1 heading', '1 título'],
   'outline.count.many': ['{n} títulos', '{n} headings', '{n} títulos'],
