@@ -76,12 +76,12 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
   },
   'list by title': async (page) => {
     await page.selectOption('.sort', 'title');
-    await page.waitForFunction(() => document.querySelectorAll('.list-heading').length === 3);
+    await page.waitForFunction(() => document.querySelectorAll('.list-heading').length === 4);
   },
   'several notes selected': async (page) => {
     await page.focus('#sidebar .list');
     await page.keyboard.press('Control+a');
-    await page.waitForFunction(() => document.querySelectorAll('#sidebar [aria-selected=true]').length === 3);
+    await page.waitForFunction(() => document.querySelectorAll('#sidebar [aria-selected=true]').length === 4);
   },
   'menu of a row': async (page) => {
     await page.click('#sidebar .row', { button: 'right' });
