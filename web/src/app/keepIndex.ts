@@ -66,7 +66,9 @@ function countLater(context: Context): void {
   counting = setTimeout(() => countLinks(context), SHOWN_MS);
 }
 
+/** At the start, once all notes have been read. */
 function countLinks({ index, shell, workspace }: Context): void {
+  if (!index.isWhole) return;
   const note = workspace.activeNote;
   shell.backlinks.show(note && index.linkingTo(note).length);
 }

@@ -33,6 +33,7 @@ import { startItems } from '../commands/start';
 import { TitleWatch } from '../commands/titles';
 import { commands, noteMenu, reservedKeys } from '../commands/table';
 import { tabMenu } from '../commands/tabMenu';
+import { tagMenu } from '../commands/tags';
 import { closeTab, moveTab } from '../commands/tabs';
 import { currentState } from '../commands/termination';
 
@@ -51,6 +52,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
     deleteNotes: (ids) => deleteNotes(context, ids),
     sortNotes: (sort) => sortBy(context, sort),
     rowMenu: (ids) => rowMenu(context, ids),
+    tagMenu: (name) => tagMenu(context, name),
     closeTab: (id) => closeTab(context, id),
     moveTab: (id, index) => moveTab(context, id, index),
     tabMenu: (id) => tabMenu(context, id),

@@ -3,6 +3,7 @@ import type { Note } from '../state/model';
 import { keysOf } from '../state/noteIndex';
 import { titleOf } from '../state/titleOf';
 import { marksIn } from '../text/noteMarks';
+import { withoutMarks } from '../text/title';
 import { linkable, titleKey, withoutExtension } from '../text/titleKey';
 import { inSlices } from '../time/slices';
 import type { FoundPlace } from '../views/backlinksPanel';
@@ -11,7 +12,9 @@ import { openNote } from './notes';
 
 const SHOWN = 200;
 const SHOWN_OF_NOTE = 3;
-const AROUND = 80;
+/** How much of a line is read around a place, and how much of it is shown: the place stays in the visible part. */
+const READ_AROUND = 300;
+const [BEFORE, AFTER] = [40, 120];
 const SLICE_MS = 5;
 const SHORTEST_TITLE = 2;
 const LONGEST_LINK = 640;
@@ -86,18 +89,13 @@ function isInLink(text: string, at: number): boolean {
   return open >= 0 && !/\]\]|\n/.test(before.slice(open));
 }
 
-/** A place with its line, cut around it. */
+/** A place with its line as a reader sees it, cut around it. */
 function placeIn(note: Note, text: string, from: number, to: number): FoundPlace {
-  const start = Math.max(text.lastIndexOf('\n', from - 1) + 1, from - AROUND);
+  const start = Math.max(text.lastIndexOf('\n', from - 1) + 1, from - READ_AROUND);
   const lineEnd = text.indexOf('\n', to);
-  const end = Math.min(lineEnd < 0 ? text.length : lineEnd, to + AROUND);
-  return {
-    id: note.id,
-    title: titleOf(note) || t('untitled'),
-    before: text.slice(start, from),
-    words: text.slice(from, to),
-    after: text.slice(to, end),
-    from,
-    to,
-  };
+  const end = Math.min(lineEnd < 0 ? text.length : lineEnd, to + READ_AROUND);
+  const { before, words, after } = withoutMarks(text.slice(start, from), text.slice(from, to), text.slice(to, end));
+  const title = titleOf(note) || t('untitled');
+  const lead = before.length > BEFORE ? `…${before.slice(-BEFORE).replace(/^\S+\s/, '')}` : before;
+  return { id: note.id, title, before: lead, words, after: after.slice(0, AFTER), from, to };
 }

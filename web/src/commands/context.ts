@@ -27,7 +27,7 @@ export interface Context {
   /** The tags and links of all notes. */
   readonly index: NoteIndex;
   /** Makes links follow the title of the shown note. */
-  readonly titles: { shown(): void; settle(): void };
+  readonly titles: { shown(): void; settle(isQuitting?: boolean): void };
 }
 
 /** Focuses the place where the user goes on writing. */

@@ -9,12 +9,13 @@ import { converted } from './copies';
 import { fits } from './limits';
 import type { OutgoingFile } from './requests';
 
-export function exportAsMarkdown(context: Context): void {
-  exportNote(context, 'markdown', (note) => note.text.toString());
+/** The active note, unless another one is meant. */
+export function exportAsMarkdown(context: Context, note = requireNote(context)): void {
+  exportNote(context, note, 'markdown', (one) => one.text.toString());
 }
 
 export function exportAsText(context: Context): void {
-  exportNote(context, 'plain', (note) => converted(note, toPlainText));
+  exportNote(context, requireNote(context), 'plain', (note) => converted(note, toPlainText));
 }
 
 export function saveNoteAs(context: Context): void {
@@ -75,8 +76,7 @@ export function withLineBreaks(note: Note, text: string): string {
   return note.lineBreak === '\n' ? text : text.replaceAll('\n', note.lineBreak);
 }
 
-function exportNote(context: Context, format: Format, textOf: (note: Note) => string): void {
-  const note = requireNote(context);
+function exportNote(context: Context, note: Note | null, format: Format, textOf: (note: Note) => string): void {
   if (!note) return;
   closeDialog();
   if (!fits(context, 'file', note.text.toString())) return;

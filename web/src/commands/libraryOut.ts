@@ -16,12 +16,22 @@ export function exportLibrary(context: Context, withBin: boolean): void {
   sendAll(context, parts, '.json', leftOut);
 }
 
-/** All notes in one Markdown text, in the order of the list. */
-export function exportBook(context: Context): void {
+/** Some of the notes as JSON. */
+export function exportNotesAsJson(context: Context, notes: ReadonlyArray<Note>): void {
+  const { workspace } = context;
+  const ids = notes.map(({ id }) => id);
+  if (!workspace.readOnly) markShared(workspace, new Set(ids));
+  const marked = ids.flatMap((id) => workspace.note(id) ?? []);
+  const { parts, leftOut } = libraryFiles({ notes: marked, bin: [] }, false, hostLimits.file.bytes);
+  sendAll(context, parts, '.json', leftOut);
+}
+
+/** Notes in one Markdown text; all, in the order of the list, unless only some are meant. */
+export function exportBook(context: Context, notes = context.workspace.notesInOrder()): void {
   const parts: string[] = [];
   let leftOut = 0;
   let [book, bytes] = ['', 0];
-  for (const note of context.workspace.notesInOrder()) {
+  for (const note of notes) {
     if (note.text.length === 0) continue;
     const chapter = chapterOf(chapterFrom(note));
     const size = utf8Length(chapter) + CHAPTER_BREAK.length;

@@ -67,7 +67,7 @@ export const commands = {
     menu: 'exportMarkdown',
     call: ['exportMarkdown'],
     available: withNote,
-    run: files.exportAsMarkdown,
+    run: (context) => files.exportAsMarkdown(context),
   },
   exportText: { label: 'cmd.exportText', available: withNote, run: files.exportAsText },
   copyMarkdown: {

@@ -1,10 +1,13 @@
+import type { Key } from '../i18n/catalogue';
 import { counted, t } from '../i18n/language';
 import { fuzzyMatch } from '../text/fuzzy';
 import { isTagName } from '../text/noteMarks';
 import { tagEdits } from '../text/renames';
+import type { MenuGroups } from '../views/menu';
 import { paletteDialog } from '../views/paletteDialog';
 import { renameDialog } from '../views/renameDialog';
 import { type Context, focusMain, requireWritable } from './context';
+import { showTagged } from './follow';
 import { rewriteNotes } from './rewrite';
 
 const SHOWN = 300;
@@ -48,6 +51,24 @@ export function renameTag(context: Context): void {
   );
 }
 
+/** The menu of a tag in the tree. */
+export function tagMenu(context: Context, name: string): MenuGroups {
+  const item = (id: string, label: Key, disabled: boolean, run: () => void) => ({
+    name: id,
+    label,
+    keys: '',
+    disabled,
+    run,
+  });
+  const { readOnly } = context.workspace;
+  return [
+    [
+      item('showTag', 'tags.show', false, () => showTagged(context, name)),
+      item('renameTag', 'tags.rename', readOnly, () => requireWritable(context) && askForName(context, name)),
+    ],
+  ];
+}
+
 function askForName(context: Context, name: string): void {
   renameDialog({
     title: 'tags.renameTitle',
@@ -66,10 +87,12 @@ function bare(name: string): string {
 }
 
 function rename(context: Context, name: string, newName: string): void {
-  context.index.complete();
-  const { count, undo } = rewriteNotes(context, context.index.tagged(name), {
-    edits: (text) => tagEdits(text, name, newName),
-    back: (text) => tagEdits(text, newName, name),
+  const { index, shell } = context;
+  index.whenRead(() => {
+    const { count, undo } = rewriteNotes(context, index.tagged(name), {
+      edits: (text) => tagEdits(text, name, newName),
+      back: (text) => tagEdits(text, newName, name),
+    });
+    shell.toasts.show(counted('tags.renamed', count), { label: 'undo', run: undo });
   });
-  context.shell.toasts.show(counted('tags.renamed', count), { label: 'undo', run: undo });
 }

@@ -28,7 +28,7 @@ export function prepareForTermination(context: Context, untouched: unknown): Fin
 /** Whatever happens with the links: the state must go out. */
 function settleTitle({ titles }: Context): void {
   try {
-    titles.settle();
+    titles.settle(true);
   } catch (error) {
     reportError(error);
   }

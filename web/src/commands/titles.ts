@@ -7,8 +7,8 @@ import { linkable, titleKey, withoutExtension } from '../text/titleKey';
 import type { Context } from './context';
 import { rewriteNotes } from './rewrite';
 
-/** Only soon after the start there is more to read. */
-const READING_MS = 100;
+/** The host waits for seconds. */
+const QUITTING_MS = 1000;
 
 interface Watched {
   readonly id: string;
@@ -37,19 +37,25 @@ export class TitleWatch {
   }
 
   /** Rewrites the links to the title that the note had before. An empty title is none yet. */
-  settle(): void {
+  settle(isQuitting = false): void {
     const before = this.#watched;
-    const { workspace, shell } = this.#context;
+    const { index, workspace } = this.#context;
     const note = before && workspace.note(before.id);
     if (!note || workspace.readOnly) return;
     const title = titleOf(note);
     if (!linkable(title) || title === before.title) return;
     this.#watched = watched(note, true);
-    this.#context.index.complete(READING_MS);
-    this.#context.index.changed();
+    // Notes that changed a moment ago may have links, too.
+    if (isQuitting) index.complete(QUITTING_MS);
+    index.whenRead(() => this.#follow(before, note.name === null ? title : withoutExtension(title)));
+  }
+
+  #follow(before: Watched, title: string): void {
+    const { index, shell } = this.#context;
+    index.changed();
     const keys = this.#lostKeys(before);
-    const name = linkable(note.name === null ? title : withoutExtension(title));
-    const { count, undo } = rewriteNotes(this.#context, this.#context.index.linkingBy(keys), {
+    const name = linkable(title);
+    const { count, undo } = rewriteNotes(this.#context, index.linkingBy(keys), {
       edits: (text) => linkEdits(text, keys, name),
       back: (text) => linkEdits(text, [titleKey(name)], linkable(before.title)),
     });

@@ -64,12 +64,12 @@ function fitting(note: Note, jsonOf: (note: Note) => string, room: number): stri
 }
 
 /**
- * Notes in the workspace are to go out: what comes back knows by these times which text it comes from. Only what
- * changed since the last time is marked.
+ * Notes in the workspace are to go out, all or those with these ids: what comes back knows by these times which text it
+ * comes from. Only what changed since the last time is marked.
  */
-export function markShared(workspace: Workspace): void {
+export function markShared(workspace: Workspace, ids?: ReadonlySet<string>): void {
   const { notes, bin } = workspace.contents;
-  const isNew = ({ shared, updated }: Note) => !shared.includes(updated);
+  const isNew = ({ id, shared, updated }: Note) => !shared.includes(updated) && (ids?.has(id) ?? true);
   const marked = (note: Note) => ({ ...note, shared: lastTimes([...note.shared, note.updated]) });
   workspace.adopt(
     notes.filter(isNew).map(marked),

@@ -1,7 +1,8 @@
-import { marksIn } from '../text/noteMarks';
-import { workSlice } from '../time/slices';
+import { fold } from '../text/fold';
+import { marksInSteps } from '../text/noteMarks';
 import { linkable, tagKey, titleKey, withoutExtension } from '../text/titleKey';
 import { type Findable, findable } from '../text/nameMatches';
+import { inSlices, workSlice } from '../time/slices';
 import type { Note } from './model';
 import type { NoteText } from './noteText';
 import { titleOf } from './titleOf';
@@ -33,7 +34,12 @@ const marks = new WeakMap<NoteText, Marks>();
 /** Made once for all notes. Copied, because a part of a string would keep the whole text. */
 const tagsByName = new Map<string, Tag>();
 const copies = new Map<string, string>();
-const namesOfNotes = new WeakMap<Note, Names>();
+/** By the text where only that decides, so that a note that is pinned, for example, keeps its names. */
+const namesOfNotes = new WeakMap<Note | NoteText, Names>();
+/** As many notes are read at once where somebody waits. */
+const FEW = 50;
+const NOTES_AT_ONCE = 500;
+const WAITED_SLICE_MS = 16;
 
 /** The tags and links of all notes, cached by their texts. Notes that were not read yet count as empty. */
 export class NoteIndex {
@@ -42,6 +48,7 @@ export class NoteIndex {
   #tags: ReadonlyArray<TagCount> | null = null;
   #titles: ReadonlyMap<string, Note> | null = null;
   #findable: ReadonlyArray<Findable> | null = null;
+  #changes = 0;
 
   constructor(workspace: Workspace, isMarkdown: (note: Note) => boolean) {
     this.#workspace = workspace;
@@ -50,6 +57,7 @@ export class NoteIndex {
 
   /** Forgets what was put together from several notes. */
   changed(): void {
+    this.#changes++;
     this.#tags = null;
     this.#titles = null;
     this.#findable = null;
@@ -60,29 +68,55 @@ export class NoteIndex {
     this.#findable = null;
   }
 
-  /** Reads the notes that have not been read yet, one in each step; until then their old titles count. */
+  /**
+   * Reads the notes that have not been read yet, until then their old titles count, and puts together what they
+   * contain; in short steps.
+   */
   *read(): Generator<void, void> {
     let isChanged = false;
     let isRenamed = false;
     for (const note of this.#workspace.notesInOrder()) {
-      if (marks.has(note.text)) continue;
-      this.#marksOf(note);
-      isChanged = true;
-      isRenamed ||= !this.#isKnownByTitle(note);
+      if (isRead(note)) continue;
+      if (!marks.has(note.text)) {
+        yield* this.#readMarks(note);
+        isChanged = true;
+      }
+      isRenamed = !this.#isKnownByTitle(note) || isRenamed;
       yield;
     }
     if (isRenamed) this.changed();
-    else if (isChanged) this.#tags = null;
+    else if (isChanged) {
+      this.#changes++;
+      this.#tags = null;
+    }
+    const changes = this.#changes;
+    const tags = this.#tags ?? (yield* this.#countTags());
+    const titles = this.#titles ?? (yield* this.#byTitle());
+    if (changes !== this.#changes) return;
+    this.#tags = tags;
+    this.#titles = titles;
   }
 
-  /** Reads them now, the latest first: what is renamed must not miss a note that was changed a moment ago. */
-  complete(longest = Number.POSITIVE_INFINITY): void {
+  /** Whether nothing takes long: all notes are read, but for some that changed. */
+  get isWhole(): boolean {
+    let missing = 0;
+    for (const note of this.#workspace.notesInOrder()) if (!isRead(note) && ++missing > FEW) return false;
+    return true;
+  }
+
+  /** Runs once all notes are read; within this call if most are. */
+  whenRead(run: () => void): void {
+    inSlices(this.read(), { slice: WAITED_SLICE_MS, onDone: run });
+  }
+
+  /** Reads them now, the latest first, for at most so many milliseconds. */
+  complete(longest: number): void {
     workSlice(this.read(), longest);
   }
 
   /** Every tag with the number of its notes, in alphabetical order. A tag counts for those above it, too. */
   get tags(): ReadonlyArray<TagCount> {
-    this.#tags ??= this.#countTags();
+    this.#tags ??= finished(this.#countTags());
     return this.#tags;
   }
 
@@ -94,7 +128,7 @@ export class NoteIndex {
 
   /** The note that links with this title lead to: of several, the one edited last. */
   noteTitled(title: string): Note | null {
-    this.#titles ??= this.#byTitle();
+    this.#titles ??= finished(this.#byTitle());
     const note = this.#titles.get(titleKey(title));
     return (note && this.#workspace.note(note.id)) ?? null;
   }
@@ -121,26 +155,24 @@ export class NoteIndex {
     return keys.length > 0 && keys.every((key) => this.#titles?.get(key)?.id === note.id);
   }
 
-  #marksOf(note: Note): void {
+  *#readMarks(note: Note): Generator<void, void> {
     const { text } = note;
     // Most notes have neither, and what is in their JSON can be seen without decoding it.
     const isBare = text.settled && !text.json.includes('#') && !text.json.includes('[[');
-    marks.set(text, isBare || !this.#isMarkdown(note) ? none : readMarks(text));
+    marks.set(text, isBare || !this.#isMarkdown(note) ? none : yield* readMarks(text));
   }
 
-  #countTags(): TagCount[] {
+  *#countTags(): Generator<void, TagCount[]> {
     const counts = new Map<string, { name: string; count: number }>();
-    for (const { text } of this.#workspace.notesInOrder()) {
+    for (const [index, { text }] of this.#workspace.notesInOrder().entries()) {
+      if (index % NOTES_AT_ONCE === NOTES_AT_ONCE - 1) yield;
       for (const { name, key } of marks.get(text)?.tags ?? []) {
         const known = counts.get(key);
         if (known) known.count++;
         else counts.set(key, { name, count: 1 });
       }
     }
-    const order = new Intl.Collator(undefined, { numeric: true });
-    return [...counts.values()]
-      .sort((a, b) => order.compare(a.name, b.name))
-      .map(({ name, count }) => ({ ...findable(name), count }));
+    return inTreeOrder([...counts.values()].map(({ name, count }) => ({ ...findable(name), count })));
   }
 
   #latest(): Note[] {
@@ -158,15 +190,17 @@ export class NoteIndex {
     return [...found.values()];
   }
 
-  #byTitle(): Map<string, Note> {
+  *#byTitle(): Generator<void, Map<string, Note>> {
     const found = new Map<string, Note>();
     const notes = this.#latest();
-    const add = (key: string | undefined, note: Note) => {
-      if (key && !found.has(key)) found.set(key, note);
-    };
-    for (const note of notes) add(keysOf(note)[0], note);
     // A whole title comes before a file's name without its extension.
-    for (const note of notes) add(keysOf(note)[1], note);
+    for (const place of [0, 1]) {
+      for (const [index, note] of notes.entries()) {
+        if (index % NOTES_AT_ONCE === NOTES_AT_ONCE - 1) yield;
+        const key = keysOf(note)[place];
+        if (key && !found.has(key)) found.set(key, note);
+      }
+    }
     return found;
   }
 }
@@ -176,25 +210,56 @@ export function keysOf(note: Note): ReadonlyArray<string> {
   return namesOf(note).keys;
 }
 
+function holderOf(note: Note): Note | NoteText {
+  return note.name === null ? note.text : note;
+}
+
+function isRead(note: Note): boolean {
+  return marks.has(note.text) && namesOfNotes.has(holderOf(note));
+}
+
 function namesOf(note: Note): Names {
-  let names = namesOfNotes.get(note);
+  let names = namesOfNotes.get(holderOf(note));
   if (!names) {
     const titles = note.name === null ? [titleOf(note)] : [note.name, withoutExtension(note.name)];
     const keys = [...new Set(titles.map(titleKey))].filter(Boolean);
     names = { written: findable(linkable(titles.at(-1) ?? '')), keys };
-    namesOfNotes.set(note, names);
+    namesOfNotes.set(holderOf(note), names);
   }
   return names;
 }
 
-function readMarks(text: NoteText): Marks {
+function* readMarks(text: NoteText): Generator<void, Marks> {
   const tags = new Map<string, Tag>();
   const links = new Set<string>();
-  for (const { kind, name } of marksIn(text.toString())) {
+  for (const mark of marksInSteps(text.toString())) {
+    if (!mark) {
+      yield;
+      continue;
+    }
+    const { kind, name } = mark;
     if (kind === 'link') links.add(copied(titleKey(name)));
     else for (const tag of withThoseAbove(name)) if (!tags.has(tag.key)) tags.set(tag.key, tag);
   }
   return tags.size + links.size === 0 ? none : { tags: [...tags.values()], links: [...links] };
+}
+
+/** Each tag after the one above it. Comparing by the rules of a language takes too long for thousands. */
+function inTreeOrder(tags: ReadonlyArray<TagCount>): TagCount[] {
+  const keyed = tags.map((tag) => ({ tag, key: tag.name.split('/').map(orderKey).join('\u0001') }));
+  return keyed.sort((a, b) => (a.key < b.key ? -1 : Number(a.key > b.key))).map(({ tag }) => tag);
+}
+
+/** Accents count only between names that are equal without them, and numbers by their values. */
+function orderKey(part: string): string {
+  return `${fold(part).replace(/\d+/g, (digits) => digits.padStart(8, '0'))}\u0000${tagKey(part)}`;
+}
+
+/** Work that is wanted at once. */
+function finished<Result>(work: Iterator<void, Result>): Result {
+  let step = work.next();
+  while (!step.done) step = work.next();
+  return step.value;
 }
 
 function copied(name: string): string {

@@ -3,8 +3,8 @@ import { stripMarks } from '../text/title';
 import type { NoteText } from './noteText';
 import { chunkWith, KEPT_CHARACTERS } from './search';
 
-/** About half of what a row shows, so that the match is in its middle. */
-const CONTEXT_BEFORE = 16;
+/** So much that a word stands in the middle of what a row shows beside its date. */
+const CONTEXT_BEFORE = 10;
 const CONTEXT_AFTER = 120;
 /** How much of the text around a match is read; marks take some of it. */
 const READ_BEFORE = 120;
@@ -53,15 +53,20 @@ function excerpt(text: NoteText, word: string, from: number, to: number): string
   const nextLine = after.indexOf('\n', to - from);
   const lineEnd = nextLine < 0 ? after.length : nextLine;
   const line = before.slice(lineStart) + after.slice(0, lineEnd);
-  const bare = stripMarks(line);
   const lead = readable(before.slice(0, lineStart));
-  // Where the match is part of a mark, such as the address of a link, the line stays as it is.
-  const shown = oneLine(findFolded(bare, word) ? bare : line);
+  // The match may be part of a mark, such as the address of a link.
+  const bare = [stripMarks(line), stripMarks(withAddresses(line))].find((one) => findFolded(one, word));
+  const shown = oneLine(bare ?? line);
   const whole = [lead, shown, readable(after.slice(lineEnd))].filter(Boolean).join(' ');
   const at = lead.length + (findFolded(whole.slice(lead.length), word)?.from ?? 0);
   const cut = startOfCut(whole, at);
   const rest = whole.slice(cut, at + word.length + CONTEXT_AFTER);
   return cut > 0 || start > 0 ? `…${rest}` : rest;
+}
+
+/** With both parts of every link as words. */
+function withAddresses(line: string): string {
+  return line.replace(/!?\[([^\]]*)\]\(([^)]*)\)/g, '$1 $2').replace(/\[\[([^[\]|]+)\|([^[\]]*)\]\]/g, '$1 $2');
 }
 
 /** Not far before the match, at the start of a word if there is one. */

@@ -11,7 +11,7 @@ export interface TitleMatch {
 }
 
 /** As many as anyone looks through. */
-const MOST = 60;
+export const MOST = 60;
 /** Comparing letter by letter is slow, so only so many titles are. */
 const MOST_FUZZY = 300;
 const NOTES_AT_ONCE = 100;

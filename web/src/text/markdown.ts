@@ -1,6 +1,6 @@
 import { GFM, parser } from '@lezer/markdown';
 import { decodeEntity } from './entities';
-import { addressOf, type Join, linkText, referenceName } from './links';
+import { addressOf, destinationOf, type Join, linkText, referenceName } from './links';
 import { hasLongParagraph } from './paragraphs';
 
 /** The marks of another text format. An empty mark leaves the text unmarked. */
@@ -197,7 +197,7 @@ class Conversion {
   }
 
   #urlOf(node: Node): string | null {
-    const url = node.getChild('URL');
+    const url = destinationOf(node);
     if (url) return addressOf(this.#source.slice(url.from, url.to));
     if (node.getChildren('LinkMark').length > 2) return '';
     const reference = this.#reference(node);

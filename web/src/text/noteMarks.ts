@@ -14,6 +14,7 @@ const NAME = '[\\p{L}\\p{N}\\p{M}_-]+(?:/[\\p{L}\\p{N}\\p{M}_-]+)*';
 const LINK = '\\[\\[([^\\[\\]|\\n]{1,300})(?:\\|([^\\[\\]\\n]{0,300}))?\\]\\]';
 const LONGEST_MARK = 640;
 const LONGEST_TAG = 100;
+const STEP_CHARACTERS = 50_000;
 
 const tagAtStart = new RegExp(`^#(${NAME})`, 'u');
 const linkAtStart = new RegExp(`^${LINK}`, 'u');
@@ -75,10 +76,19 @@ function parseTag(context: InlineContext, next: number, at: number): number {
  * into, and of their structure only what hides marks.
  */
 export function* marksIn(text: string): Generator<NoteMark, void> {
+  for (const mark of marksInSteps(text)) if (mark) yield mark;
+}
+
+/** The same, with a null from time to time, so that a long text can be read in slices. */
+export function* marksInSteps(text: string): Generator<NoteMark | null, void> {
   if (!mayHaveMarks.test(text)) return;
+  let rested = 0;
   for (const { from, to } of paragraphs(text)) {
     const part = text.slice(from, to);
     if (part.length <= LONGEST_PARAGRAPH && mayHaveMarks.test(part)) yield* marksOfParagraph(part, from);
+    if (to - rested < STEP_CHARACTERS) continue;
+    rested = to;
+    yield null;
   }
 }
 

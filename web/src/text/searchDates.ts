@@ -7,19 +7,27 @@ export interface Period {
 const DAY = 86_400_000;
 /** Days of an age's units: days, weeks, months, years, and "a" for the Portuguese and Spanish year. */
 const UNITS: Readonly<Record<string, number>> = { d: 1, s: 7, w: 7, m: 30, y: 365, a: 365 };
-/** How many days ago a named day was; already folded. */
-const NAMED: Readonly<Record<string, number>> = {
-  today: 0,
-  hoje: 0,
-  hoy: 0,
-  yesterday: 1,
-  ontem: 1,
-  ayer: 1,
-};
+/** A period that a day is in; the month counts from 0. */
+type Span = (year: number, month: number, day: number) => Period;
+
+const ofDay: Span = (year, month, day) => ({ from: start(year, month, day), to: start(year, month, day + 1) });
+const ofYesterday: Span = (year, month, day) => ofDay(year, month, day - 1);
+const ofLastDays: Span = (year, month, day) => ({ from: start(year, month, day - 6), to: start(year, month, day + 1) });
+const ofMonth: Span = (year, month) => ({ from: start(year, month, 1), to: start(year, month + 1, 1) });
+const ofYear: Span = (year) => ({ from: start(year, 0, 1), to: start(year + 1, 0, 1) });
+
+/** Periods by their names in the three languages, already folded. */
+const named: ReadonlyMap<string, Span> = new Map([
+  ...['today', 'hoje', 'hoy'].map((name) => [name, ofDay] as const),
+  ...['yesterday', 'ontem', 'ayer'].map((name) => [name, ofYesterday] as const),
+  ...['week', 'semana'].map((name) => [name, ofLastDays] as const),
+  ...['month', 'mes'].map((name) => [name, ofMonth] as const),
+  ...['year', 'ano'].map((name) => [name, ofYear] as const),
+]);
 
 /**
- * The period of a date such as "2026", "2026-11", ">=2026-11-05", "today" or, as an age, "<30d"; null if it is none
- * of these.
+ * The period of a date such as "2026", "2026-11", ">=2026-11-05", "today", "week" or, as an age, "<30d"; null if
+ * it is none of these.
  */
 export function periodOf(text: string, now: number): Period | null {
   const [, sign = '', rest = ''] = /^([<>]=?)?(.*)$/s.exec(text) ?? [];
@@ -39,21 +47,20 @@ export function periodOf(text: string, now: number): Period | null {
 
 /** The year, month or day, by the calendar of the user's place. */
 function calendarPeriod(text: string, now: number): Period | null {
-  const ago = NAMED[text];
-  if (ago !== undefined) {
-    const today = new Date(now);
-    const [year, month, day] = [today.getFullYear(), today.getMonth(), today.getDate() - ago];
-    return { from: start(year, month, day), to: start(year, month, day + 1) };
+  const span = named.get(text);
+  if (span) {
+    const date = new Date(now);
+    return span(date.getFullYear(), date.getMonth(), date.getDate());
   }
   const parts = /^(\d{4})(?:-(\d{1,2})(?:-(\d{1,2}))?)?$/.exec(text);
   if (!parts) return null;
   const [year, month, day] = parts.slice(1).map(Number) as [number, number, number];
-  if (parts[2] === undefined) return { from: start(year, 0, 1), to: start(year + 1, 0, 1) };
+  if (parts[2] === undefined) return ofYear(year, 0, 1);
   if (month < 1 || month > 12) return null;
-  if (parts[3] === undefined) return { from: start(year, month - 1, 1), to: start(year, month, 1) };
+  if (parts[3] === undefined) return ofMonth(year, month - 1, 1);
   // The thirtieth of February is no day.
   if (new Date(start(year, month - 1, day)).getDate() !== day) return null;
-  return { from: start(year, month - 1, day), to: start(year, month - 1, day + 1) };
+  return ofDay(year, month - 1, day);
 }
 
 function start(year: number, month: number, day: number): number {

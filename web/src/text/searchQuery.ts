@@ -20,20 +20,15 @@ export interface Query {
 }
 
 /** The names of the conditions in the three languages, folded. */
-const KINDS: Readonly<Record<string, Place | Moment>> = {
-  title: 'title',
-  titulo: 'title',
-  tag: 'tag',
-  etiqueta: 'tag',
-  edited: 'edited',
-  editado: 'edited',
-  editada: 'edited',
-  created: 'created',
-  criado: 'created',
-  criada: 'created',
-  creado: 'created',
-  creada: 'created',
-};
+const kinds: ReadonlyMap<string, Place | Moment> = new Map([
+  ...['title', 'titulo'].map((name) => [name, 'title'] as const),
+  ...['tag', 'etiqueta'].map((name) => [name, 'tag'] as const),
+  ...['edited', 'editado', 'editada', 'updated', 'atualizado', 'atualizada', 'actualizado', 'actualizada'].map(
+    (name) => [name, 'edited'] as const,
+  ),
+  ...['date', 'data', 'fecha'].map((name) => [name, 'edited'] as const),
+  ...['created', 'criado', 'criada', 'creado', 'creada'].map((name) => [name, 'created'] as const),
+]);
 
 /** An optional minus, an optional name with a colon, and a phrase or a word. */
 const TOKEN = /(-?)(?:(\p{L}+):)?(?:"([^"]*)"?|(\S+))/gu;
@@ -78,7 +73,7 @@ function impliesFilter(one: Term, other: Term): boolean {
 
 function termOf([whole, minus, name = '', phrase, word]: RegExpMatchArray, now: number): Term[] {
   const not = minus === '-';
-  const kind = KINDS[name];
+  const kind = kinds.get(name);
   const value = (phrase ?? word ?? '').trim();
   if (!value || whole === '-') return [];
   const tag = value.replace(/^#|\/$/g, '');

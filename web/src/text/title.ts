@@ -48,10 +48,13 @@ export function readHead(start: string): Head {
   return { title: clip(title, TITLE_CHARACTERS), excerpt: clip(rest.join(' '), EXCERPT_CHARACTERS) };
 }
 
+/** A heading ends them: "# 1. Start" begins with a number. */
+const listAndHeadingMarks = /^(?:\d{1,9}[.)]\s+(?:\[[ xX]\]\s+)?|(?:[-*+]\s+(?:\[[ xX]\]\s+)?)*)(?:#{1,6}\s+)?/;
+
 /** One line as a reader sees it, without heading, task and link marks. */
 export function stripMarks(line: string): string {
-  // A code fence, or the delimiter row of a table.
-  if (/^\s*(?:`{3,}|~{3,})[^`]*$/.test(line) || /^\s*\|[-|:\s]+$/.test(line)) return '';
+  // A code fence, the delimiter row of a table, or a rule.
+  if (/^\s*(?:(?:`{3,}|~{3,})[^`]*|\|[-|:\s]+|(?:[-*_]\s*){3,})$/.test(line)) return '';
   const row = /^\s*\|(.*)\|\s*$/.exec(line)?.[1];
   const bare = (
     row
@@ -60,14 +63,30 @@ export function stripMarks(line: string): string {
       .join(' · ') ?? line
   )
     .replace(/^\s*(?:>\s*)*/, '')
-    .replace(/^(?:#{1,6}\s+|[-*+]\s+\[[ xX]\]\s+|[-*+]\s+|\d{1,9}[.)]\s+)/, '')
+    .replace(listAndHeadingMarks, '')
     .replace(/\s+#+\s*$/, '')
+    .replace(/\[\[([^[\]|]+)(?:\|([^[\]]*))?\]\]/g, (_, title: string, label?: string) => label?.trim() || title.trim())
     .replace(/!?\[([^\]]*)\]\([^)]*\)/g, '$1')
     .replace(/(\*\*|__|~~|`)(.+?)\1/g, '$2')
     .replace(/(^|[^\p{L}\p{N}*_])([*_])(?=\S)(.+?)\2(?![\p{L}\p{N}])/gu, '$1$3')
     .replace(/[\u0000-\u001f\u2028\u2029]+/g, ' ')
     .trim();
   return /^(?:[-*_=`~]\s*){3,}$/.test(bare) || /^#{1,6}$/.test(bare) ? '' : bare;
+}
+
+/** Characters that no text has, around the words that are to be found again. */
+const [OPEN, CLOSE] = ['\ufdd0', '\ufdd1'];
+
+/** A line without its marks, still in three parts. A link to a note is one of the words; its label comes before its title. */
+export function withoutMarks(before: string, words: string, after: string) {
+  const [, label, rest = after] = /^\s*(?:\|([^[\]]*))?\]\](.*)$/s.exec(after) ?? [];
+  const isLink = rest !== after && /\[\[\s*$/.test(before);
+  const lead = isLink ? before.replace(/\[\[\s*$/, '') : before;
+  const shown = (isLink && label?.trim()) || words;
+  const bare = stripMarks(lead + OPEN + shown + CLOSE + (isLink ? rest : after));
+  const [left, middle = '', right = ''] = bare.split(/[\ufdd0\ufdd1]/);
+  // Inside a mark, such as the address of a link, the line stays as it is.
+  return bare.includes(OPEN) ? { before: left ?? '', words: middle, after: right } : { before, words, after };
 }
 
 /** Never splits a surrogate pair, so an emoji at the limit is kept or dropped whole. */

@@ -8,6 +8,8 @@ import { titleOf } from '../state/titleOf';
 import { fold, foldedPlaces } from '../text/fold';
 import { headOf } from '../text/title';
 
+const SEEN_OF_TITLE = 28;
+
 export interface RowLook {
   /** The heading right above the row, said with it; empty if there is none. */
   readonly heading: string;
@@ -20,7 +22,9 @@ export interface RowLook {
 export function fillNoteRow(row: HTMLElement, note: Note, match: SearchMatch, look: RowLook): void {
   const { heading, words, moment } = look;
   const title = titleOf(note);
-  const below = (!match.inTitle && contextOf(note.text, missingFirst(words, title), match.near)) || excerptOf(note);
+  const missing = wordsNotSeen(words, title);
+  const isSeen = match.inTitle && missing.length === 0;
+  const below = (!isSeen && contextOf(note.text, [...missing, ...words], match.near)) || excerptOf(note);
   const fallback = title ? '' : t('sidebar.emptyNote');
   const date = shortDate(note[moment], Date.now());
   const signature = JSON.stringify([heading, title, below, words, t('untitled'), note.pinned, date]);
@@ -45,10 +49,10 @@ export function fillNoteRow(row: HTMLElement, note: Note, match: SearchMatch, lo
   row.classList.toggle('is-empty', !below);
 }
 
-/** What the title does not show already is worth more. */
-function missingFirst(words: ReadonlyArray<string>, title: string): ReadonlyArray<string> {
-  const folded = fold(title);
-  return [...words.filter((word) => !folded.includes(word)), ...words];
+/** The words that are not in what a row shows of the title: they are worth more than those that are. */
+function wordsNotSeen(words: ReadonlyArray<string>, title: string): ReadonlyArray<string> {
+  const seen = fold(title.slice(0, SEEN_OF_TITLE));
+  return words.filter((word) => !seen.includes(word));
 }
 
 /** An imported note has its file name as title, so its first line belongs in the excerpt. */

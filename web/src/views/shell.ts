@@ -23,6 +23,7 @@ export interface ShellActions {
   deleteNotes(ids: ReadonlyArray<string>): void;
   sortNotes(sort: Sort): void;
   rowMenu(ids: ReadonlyArray<string>): MenuGroups;
+  tagMenu(name: string): MenuGroups;
   closeTab(id: string): void;
   moveTab(id: string, index: number): void;
   tabMenu(id: string): MenuGroups;
@@ -73,6 +74,7 @@ export class Shell {
       showBin: () => actions.showBin(),
       leave: () => actions.focusEditor(),
       showTag: (value) => actions.follow({ kind: 'tag', value }),
+      tagMenu: (name) => actions.tagMenu(name),
       toggleTags: () => workspace.setSettings({ tagsOpen: !workspace.settings.tagsOpen }),
     });
     this.#splitter = new Splitter(this.sidebar.element, {

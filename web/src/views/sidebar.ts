@@ -26,6 +26,7 @@ export interface SidebarActions {
   leave(): void;
   showTag(name: string): void;
   toggleTags(): void;
+  tagMenu(name: string): MenuGroups;
 }
 
 const sortNames = { edited: 'sort.edited', created: 'sort.created', title: 'sort.title' } as const;
@@ -87,6 +88,7 @@ export class Sidebar {
     this.tags = new TagTree({
       choose: (name) => actions.showTag(name),
       toggle: () => actions.toggleTags(),
+      menu: (name) => actions.tagMenu(name),
       leave: () => actions.leave(),
     });
     this.#sort = h(
@@ -145,6 +147,7 @@ export class Sidebar {
       });
       return;
     }
+    if (before.source !== query.source) this.#list.toTop();
     const found: SearchMatch[] = [];
     const last = this.#lastSearch;
     const narrower = last?.of === notes ? narrowed(query, last.query, last.found) : null;

@@ -2,7 +2,7 @@ import { shortDate } from '../i18n/shortDate';
 import { counted, t } from '../i18n/language';
 import { h } from '../dom/elements';
 import type { Note } from '../state/model';
-import { isTitled, matchTitles, type TitleMatch } from '../state/titleMatches';
+import { isTitled, MOST, matchTitles, type TitleMatch } from '../state/titleMatches';
 import { titleOf } from '../state/titleOf';
 import type { Workspace } from '../state/workspace';
 import { inSlices } from '../time/slices';
@@ -23,7 +23,7 @@ export function switcherDialog(workspace: Workspace, actions: SwitcherActions, o
   const others = notes.filter(({ id }) => id !== active);
   const folded = new Map<Note, string>();
   choiceDialog({
-    title: 'cmd.switcher',
+    title: 'switcher.title',
     label: 'switcher.label',
     prefix: 'switcher',
     find: (query, show) => {
@@ -41,6 +41,7 @@ export function switcherDialog(workspace: Workspace, actions: SwitcherActions, o
     },
     outcome: (choices, query) => {
       const found = choices.filter(({ name }) => name !== CREATE).length;
+      if (found >= MOST) return t('switcher.first', { n: MOST });
       return found ? counted('search.count', found) : query ? t('search.none', { query }) : t('sidebar.empty');
     },
     onClose,

@@ -1,32 +1,14 @@
 import { h } from '../dom/elements';
 import { hasMod, hasOtherMod, isDelete, isMenuKey } from '../keyboard/keys';
 import { ListHeadings } from './listHeadings';
+import type { WindowedListOptions } from './listOptions';
 import { ListSelection, onNativeSelectAll, rowIndexAt } from './listSelection';
-
-export interface WindowedListOptions<Item> {
-  /** In pixels; scales with the text size. */
-  readonly rowHeight: () => number;
-  readonly headingHeight?: () => number;
-  readonly idPrefix: string;
-  readonly key: (item: Item) => string;
-  /** `heading` is the one right above the row, which a screen reader is to say with it; empty if there is none. */
-  readonly fill: (row: HTMLElement, item: Item, heading: string) => void;
-  readonly onActivate: (item: Item) => void;
-  readonly onDelete?: (items: ReadonlyArray<Item>) => void;
-  /** Several rows can be selected; called with how many are. */
-  readonly onSelected?: (count: number) => void;
-  /** A menu is wanted for these items, at this position in the window. */
-  readonly onMenu?: (items: ReadonlyArray<Item>, at: { readonly x: number; readonly y: number }) => void;
-  /** Escape, or the up arrow on the first row. */
-  readonly onLeave: (upwards: boolean) => void;
-}
 
 const MARGIN_ROWS = 6;
 
 /**
- * A virtualised list box with rows of equal height: only rows near the visible part exist, so ten thousand
- * notes scroll like ten. The box itself has the focus and points to its current row with
- * aria-activedescendant.
+ * A virtualised list box with rows of equal height: only rows near the visible part exist, so ten thousand notes scroll
+ * like ten. The box itself has the focus and points to its current row with aria-activedescendant.
  */
 export class WindowedList<Item> {
   readonly element: HTMLElement;
@@ -73,22 +55,35 @@ export class WindowedList<Item> {
     return this.#items;
   }
 
-  /** Shows these items below their headings; the current row stays on its item if that is still in the list. */
+  /** Shows these items; the current row stays on its item. Below headings, the one in the editor is followed. */
   setItems(items: ReadonlyArray<Item>, headingOf?: (item: Item) => string): void {
     const before = this.#items[this.#current];
     const key = before === undefined ? null : this.#options.key(before);
+    const place = this.#headings.all.length ? this.#indexOf(this.#selectedKey) : null;
     this.#items = items;
+    this.#revealing = headingOf !== undefined && (this.#revealing || place !== this.#indexOf(this.#selectedKey));
     this.#headings = new ListHeadings(headingOf ? items.map(headingOf) : []);
     this.#current = this.#indexOf(key) ?? Math.min(this.#current, items.length - 1);
     this.#selection.keep(() => items.map(this.#options.key));
     this.refresh();
   }
 
-  /** Marks the item open in the editor, and shows where it is in the list if it is another one. */
+  /** Marks the item open in the editor. Another one than before is shown in the list, and ends a selection. */
   select(key: string | null): void {
-    this.#revealing ||= key !== this.#selectedKey;
+    if (key !== this.#selectedKey) {
+      this.#revealing = true;
+      this.#selection.clear();
+    }
     this.#selectedKey = key;
     this.refresh();
+  }
+
+  /** Goes back to the first row, instead of showing the one open in the editor. */
+  toTop(): void {
+    this.#revealing = false;
+    this.#selection.clear();
+    this.#current = -1;
+    this.element.scrollTop = 0;
   }
 
   focusFirst(): void {
@@ -111,14 +106,16 @@ export class WindowedList<Item> {
 
   #draw(): void {
     this.#frame = 0;
-    if (this.#revealing) this.#revealSelected();
     const [rowHeight, headingHeight] = this.#heights();
-    const { scrollTop, clientHeight } = this.element;
     const count = this.#items.length;
+    this.#space.style.height = `${count ? this.#topOf(count - 1) + rowHeight : 0}px`;
+    // An element that is not shown loses its place.
+    this.#revealing ||= this.element.clientHeight === 0;
+    if (this.#revealing) this.#revealSelected();
+    const { scrollTop, clientHeight } = this.element;
     const itemAt = (top: number) => this.#headings.itemAt(top, count, rowHeight, headingHeight);
     const first = Math.max(0, itemAt(scrollTop) - MARGIN_ROWS);
     const last = Math.min(count, itemAt(scrollTop + clientHeight) + 1 + MARGIN_ROWS);
-    this.#space.style.height = `${count ? this.#topOf(count - 1) + rowHeight : 0}px`;
     const rows = [...this.#space.children] as HTMLElement[];
     for (let index = first; index < last; index++) {
       const row = rows[index - first] ?? this.#space.appendChild(h('div', { class: 'row' }));
@@ -171,8 +168,7 @@ export class WindowedList<Item> {
   }
 
   #indexOf(key: string | null): number | null {
-    if (key === null) return null;
-    const index = this.#items.findIndex((item) => this.#options.key(item) === key);
+    const index = key === null ? -1 : this.#items.findIndex((item) => this.#options.key(item) === key);
     return index < 0 ? null : index;
   }
 
@@ -192,9 +188,8 @@ export class WindowedList<Item> {
     const before = this.#current;
     this.#current = index;
     if (this.#options.onSelected && event.shiftKey) this.#selectTo(index, before);
-    else if (this.#options.onSelected && hasMod(event)) {
-      this.#selection.toggle(this.#options.key(item), this.#selectedKey);
-    } else {
+    else if (this.#options.onSelected && hasMod(event)) this.#toggle(item);
+    else {
       this.#selection.clear();
       this.#options.onActivate(item);
     }
@@ -222,14 +217,17 @@ export class WindowedList<Item> {
 
   #onKey(event: KeyboardEvent): void {
     if (event.altKey || hasOtherMod(event)) return;
+    const item = this.#items[this.#current];
+    const step = this.#stepOf(event.key);
     if (hasMod(event)) {
-      if (event.key.toLowerCase() !== 'a' || !this.#options.onSelected) return;
-      this.#selectAll();
+      if (!this.#options.onSelected) return;
+      if (event.key.toLowerCase() === 'a') this.#selectAll();
+      else if (event.key === ' ' && item !== undefined) this.#toggle(item);
+      else if (step !== undefined && !event.shiftKey) this.#move(step);
+      else return;
       event.preventDefault();
       return;
     }
-    const item = this.#items[this.#current];
-    const step = this.#stepOf(event.key);
     if (step !== undefined) {
       if (event.shiftKey && this.#options.onSelected) {
         const before = this.#current;
@@ -258,6 +256,10 @@ export class WindowedList<Item> {
     return { ArrowDown: 1, ArrowUp: -1, PageDown: page, PageUp: -page, Home: -length, End: length }[key];
   }
 
+  #toggle(item: Item): void {
+    this.#selection.toggle(this.#options.key(item), this.#selectedKey);
+  }
+
   #selectAll(): void {
     this.#selection.set(this.#items.map(this.#options.key));
   }
@@ -277,7 +279,7 @@ export class WindowedList<Item> {
 
   /** The current row follows, unless somebody is choosing another. */
   #revealSelected(): void {
-    this.#revealing = false;
+    this.#revealing = this.element.clientHeight === 0;
     const index = this.#indexOf(this.#selectedKey);
     if (index === null || document.activeElement === this.element) return;
     this.#current = index;

@@ -45,6 +45,17 @@ test('the whole title comes first among hundreds of notes with the word', async 
   await context.close();
 });
 
+test('words that the row does not show of a long title are shown below it', async () => {
+  const long = 'Uma frase que vai longe até chegar ao passaporte, e por isso é cortada';
+  const { page, context } = await withNotes(['Outra', `${long}\n\noutro texto`, 'Passaporte\n\no número']);
+  await page.fill('#searchInput', 'passaporte');
+  await shown(page, ['Passaporte', long]);
+  const below = await page.locator('#sidebar .row-excerpt').allInnerTexts();
+  assert.equal(below[0], 'o número');
+  assert.match(below[1] ?? '', /^….{0,12}passaporte/);
+  await context.close();
+});
+
 test('words, tags, exclusions and dates narrow the list, and the help for them shows while the field is empty', async () => {
   const { page, context, trouble } = await withNotes([
     'Um\nmar azul #praia',
@@ -173,6 +184,10 @@ test('several notes are selected by mouse and keyboard, and deleted in one step 
   // What the host's menu does for Ctrl+A.
   await page.evaluate(() => document.execCommand('selectAll'));
   await outcome(page, '5 notes selected');
+  await page.keyboard.press('Control+j');
+  await page.keyboard.type('quatro');
+  await page.keyboard.press('Enter');
+  await outcome(page, '5 notes');
   await context.close();
 });
 
@@ -185,15 +200,14 @@ test('the menu of a row pins, copies a link and deletes, by mouse and keyboard',
   await page.keyboard.press('End');
   await page.keyboard.press('Shift+F10');
   await page.waitForSelector('main > .menu');
-  await page.keyboard.press('ArrowDown');
-  await page.keyboard.press('ArrowDown');
+  for (let n = 0; n < 3; n++) await page.keyboard.press('ArrowDown');
   await page.keyboard.press('Enter');
   assert.equal((await messages(page, 'quendoClipboard')).at(-1)?.body.text, '[[dois]]');
   await page.keyboard.press('ContextMenu');
   await page.waitForSelector('main > .menu');
   await page.keyboard.press('Escape');
   assert.ok(await page.evaluate(() => document.activeElement?.matches('#sidebar .list')));
-  assert.equal(await page.locator('main > .menu:visible').count(), 0);
+  assert.ok(await page.isHidden('main > .menu'));
   assert.deepEqual(trouble, []);
   await context.close();
 });

@@ -91,8 +91,21 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
     await page.waitForSelector('main > .menu');
   },
   switcher: async (page) => {
-    await page.keyboard.press('Control+Shift+o');
+    await page.keyboard.press('Control+j');
     await page.keyboard.type('co');
+    await page.waitForSelector('.palette-row mark');
+  },
+  'tagging notes': async (page) => {
+    await page.waitForSelector('.tag-row');
+    await page.focus('#sidebar .list');
+    await page.keyboard.press('Control+a');
+    await page.keyboard.press('Shift+F10');
+    await page.click('.menu [data-command=tag]');
+    await page.waitForSelector('.palette-row');
+  },
+  'menu of a tag': async (page) => {
+    await page.click('.tag-row', { button: 'right' });
+    await page.waitForSelector('.menu [data-command=renameTag]');
   },
   'links to the note': async (page) => {
     await page.waitForSelector('.backlinks-head');
@@ -107,7 +120,7 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
     await page.focus('.cm-content');
     await page.keyboard.press('Control+Alt+p');
     await page.waitForSelector('.preview .true-address');
-    await page.focus('.tag-row');
+    await page.focus('.tags-tree');
     await page.keyboard.press('ArrowRight');
   },
   'completing a title': async (page) => {

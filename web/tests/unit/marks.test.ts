@@ -100,6 +100,7 @@ test('links', () => {
   check([
     ['[site](https://x.y) <https://z.w>', 'site: https://x.y https://z.w', 'site (https://x.y) https://z.w'],
     ['[https://x.y](https://x.y) [x.y](https://x.y/)', 'https://x.y https://x.y/', 'https://x.y https://x.y/'],
+    ['[https://x.y](https://z.w)', 'https://x.y: https://z.w', 'https://x.y (https://z.w)'],
     ['https://x.y/a_b_c?d=*e*', 'https://x.y/a_b_c?d=*e*', 'https://x.y/a_b_c?d=*e*'],
     ['[**a** b](https://x.y "dica")', '*a* b: https://x.y', 'a b (https://x.y)'],
     ['**[a](https://x.y)**', '*a*: https://x.y', 'a (https://x.y)'],

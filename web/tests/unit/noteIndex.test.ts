@@ -28,6 +28,31 @@ test('tags are counted by note, also for the levels above', () => {
   assert.equal(counts(index), 'Casa 2, casa/cozinha 1, casa/sala 1, zebra 1');
 });
 
+test('tags below another one follow it at once, and numbers count by their values', () => {
+  const { index } = indexed('#casa/v10 #casa/v2 #casa-nova #casa #ação/x #acao/y #acao #ação');
+  const names = index.tags.map(({ name }) => name).join(' ');
+  assert.equal(names, 'acao acao/y ação ação/x casa casa/v2 casa/v10 casa-nova');
+});
+
+test('a long note is read in several steps', () => {
+  const { read, write } = indexed('um');
+  write(0, 'linha #tag\n\n'.repeat(50_000));
+  assert.ok(read() > 5);
+});
+
+test('what waits for the index runs once all notes are read, at once if they are few', () => {
+  const { workspace, index, write } = indexed('#um', '#dois');
+  write(1, '#quatro');
+  let seen = '';
+  index.whenRead(() => {
+    seen = counts(index);
+  });
+  assert.equal(seen, 'quatro 1, um 1');
+  assert.ok(index.isWhole);
+  for (let n = 0; n < 60; n++) workspace.addNote({ text: `nota ${n}` });
+  assert.ok(!index.isWhole);
+});
+
 test('only the note that changed is read again', () => {
   const { index, read, write } = indexed('#um', '#dois', '#três');
   assert.equal(read(), 0);

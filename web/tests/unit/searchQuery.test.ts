@@ -68,13 +68,18 @@ test('dates are years, months, days and ages, before, after or within', () => {
   assert.deepEqual(periodOf('<30d', NOW), { from: NOW - 30 * 86_400_000, to: Infinity });
   assert.deepEqual(periodOf('>1w', NOW), { from: -Infinity, to: NOW - 7 * 86_400_000 });
   assert.deepEqual(periodOf('ontem', NOW), { from: day(2026, 11, 21), to: day(2026, 11, 22) });
-  for (const none of ['', '2026-13', '2026-02-30', '26', 'sempre', '<']) assert.equal(periodOf(none, NOW), null, none);
+  assert.deepEqual(periodOf('semana', NOW), { from: day(2026, 11, 16), to: day(2026, 11, 23) });
+  assert.deepEqual(periodOf('>=mes', NOW), { from: day(2026, 11, 1), to: Infinity });
+  assert.deepEqual(periodOf('<year', NOW), { from: -Infinity, to: day(2026, 1, 1) });
+  for (const none of ['', '2026-13', '2026-02-30', '26', 'sempre', '<', 'constructor'])
+    assert.equal(periodOf(none, NOW), null, none);
 });
 
 test('notes are found by when they were edited and created', () => {
   const texts = ['um', 'dois'];
   assert.deepEqual(titles(texts, 'editado:1970'), ['dois', 'um']);
   assert.deepEqual(titles(texts, 'created:>2026-01-01'), []);
+  for (const name of ['data', 'fecha', 'atualizada']) assert.equal(titles(texts, `${name}:hoje`, 1000).length, 2, name);
   assert.deepEqual(titles(texts, '-creado:>1971 dois'), ['dois']);
 });
 
@@ -82,6 +87,7 @@ test('what is unclear in a query is searched as words', () => {
   const texts = ['a\nedited:soon', 'b\nhttp://x.y', 'c\n"aberta', 'd\ntag:'];
   assert.deepEqual(titles(texts, 'edited:soon'), ['a']);
   assert.deepEqual(titles(texts, 'http://x'), ['b']);
+  assert.deepEqual(titles(texts, 'constructor:today'), []);
   assert.deepEqual(titles(texts, '"aber'), ['c']);
   assert.deepEqual(titles(texts, 'tag:'), ['d']);
   assert.equal(titles(texts, '-').length, 4);
@@ -121,6 +127,7 @@ test('marked are words, phrases, titles and tags, but nothing that was excluded'
 test('an excerpt has no marks, and its match in the middle', () => {
   const excerpt = (text: string, word: string) => contextOf(NoteText.of(text), [word]);
   assert.equal(excerpt('T\n\n- [ ] comprar **pão** e leite\n\n## Fim\n', 'pao'), 'T comprar pão e leite Fim');
-  assert.equal(excerpt('T\nveja [aqui](https://example.org/mar)', 'example'), '…[aqui](https://example.org/mar)');
-  assert.equal(excerpt(`T\n${'um dois '.repeat(9)}alvo aqui`, 'alvo'), '…um dois um dois alvo aqui');
+  assert.equal(excerpt('T\nveja [aqui](https://example.org/mar)', 'example'), '…https://example.org/mar');
+  assert.equal(excerpt('T\nver [[Casa|a nossa]] **já**', 'casa'), 'T ver Casa a nossa já');
+  assert.equal(excerpt(`T\n${'um dois '.repeat(9)}alvo aqui`, 'alvo'), '…um dois alvo aqui');
 });

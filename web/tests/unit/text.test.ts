@@ -3,7 +3,7 @@ import { test } from 'node:test';
 import { decodeText } from '../../src/text/decode';
 import { findFolded, fold } from '../../src/text/fold';
 import { fileNameFor, formatOf, inFormat, shorten, shortFileName, utf8Length } from '../../src/text/names';
-import { readHead, stripMarks } from '../../src/text/title';
+import { readHead, stripMarks, withoutMarks } from '../../src/text/title';
 
 test('folding drops case and accents', () => {
   assert.equal(fold('Ação ÜBER señor'), 'acao uber senor');
@@ -52,6 +52,10 @@ test('the title is the first non-blank line, without marks', () => {
     ['---\n\nDepois', 'Depois'],
     ['snake_case_name', 'snake_case_name'],
     ['2 * 3 * 4', '2 * 3 * 4'],
+    ['- [x] # [[Casa]] e [[Rua|a rua]]', 'Casa e a rua'],
+    ['1. [ ] ovos', 'ovos'],
+    ['# 1. Início', '1. Início'],
+    ['- - -\n\nDepois', 'Depois'],
     ['*a* e _b_', 'a e b'],
     ['#hashtag', '#hashtag'],
     ['a\u0000b\u2028c', 'a b c'],
@@ -64,6 +68,17 @@ test('a long title is cut between characters', () => {
   const { title } = readHead('🎉'.repeat(100));
   assert.equal(title.length, 120);
   assert.ok(!/[\ud800-\udbff]$/.test(readHead(`x${'🎉'.repeat(100)}`).title));
+});
+
+test('words keep their place in a line without its marks', () => {
+  const parts = (line: string, words: string) => {
+    const [before = '', after = ''] = line.split(words);
+    return Object.values(withoutMarks(before, words, after)).join('/');
+  };
+  assert.equal(parts('- [ ] ver **[[Plano]]** e _isto_', 'Plano'), 'ver /Plano/ e isto');
+  assert.equal(parts('## [[ plano |o texto]] novo', 'plano'), '/o texto/ novo');
+  assert.equal(parts('`um` plano [x](y)', 'plano'), 'um /plano/ x');
+  assert.equal(parts('veja [x](https://plano.example)', 'plano'), 'veja [x](https:///plano/.example)');
 });
 
 test('the excerpt is the text that follows, on one line', () => {

@@ -3,10 +3,12 @@ import type { Texts } from './texts';
 /** The search, the order of the list and going to a note. */
 // biome-ignore format: one row per text
 export const findingTexts = {
-  'search.hint': ['Também: "frase exata", -sem, etiqueta:x, título:x, editado:<30d, criado:2026-11', 'Also: "exact phrase", -without, tag:x, title:x, edited:<30d, created:2026-11', 'También: "frase exacta", -sin, etiqueta:x, título:x, editado:<30d, creado:2026-11'],
+  'search.hint': ['Também: "frase exata", -sem, tag:x, título:x, editado:hoje, criado:2026-11', 'Also: "exact phrase", -without, tag:x, title:x, edited:today, created:2026-11', 'También: "frase exacta", -sin, etiqueta:x, título:x, editado:hoy, creado:2026-11'],
 
   'guide.hit': ['Próximo resultado da busca na nota', 'Next match of the search in the note', 'Siguiente resultado de la búsqueda en la nota'],
   'cmd.switcher': ['Ir para a nota…', 'Go to note…', 'Ir a la nota…'],
+  'switcher.title': ['Ir para a nota', 'Go to note', 'Ir a la nota'],
+  'switcher.first': ['As {n} primeiras notas', 'The first {n} notes', 'Las primeras {n} notas'],
   'switcher.label': ['Título da nota', 'Title of the note', 'Título de la nota'],
   'switcher.create': ['Criar “{title}”', 'Create “{title}”', 'Crear “{title}”'],
 
@@ -30,6 +32,16 @@ export const findingTexts = {
   'rows.linkCopied': ['Link copiado', 'Link copied', 'Enlace copiado'],
   'rows.pin': ['Fixar notas', 'Pin notes', 'Fijar notas'],
   'rows.unpin': ['Desafixar notas', 'Unpin notes', 'Dejar de fijar las notas'],
+  'rows.tag': ['Adicionar tag…', 'Add tag…', 'Añadir etiqueta…'],
+  'rows.tagTitle': ['Adicionar tag', 'Add tag', 'Añadir etiqueta'],
+  'rows.tagLabel': ['Nome da tag', 'Name of the tag', 'Nombre de la etiqueta'],
+  'rows.tagType': ['Escreva uma tag nova, também com níveis: casa/cozinha', 'Type a new tag, with levels too: home/kitchen', 'Escribe una etiqueta nueva, también con niveles: casa/cocina'],
+  'rows.tagNew': ['Criar #{name}', 'Create #{name}', 'Crear #{name}'],
+  'rows.tagged.one': ['#{name} adicionada a 1 nota', '#{name} added to 1 note', '#{name} añadida a 1 nota'],
+  'rows.tagged.many': ['#{name} adicionada a {n} notas', '#{name} added to {n} notes', '#{name} añadida a {n} notas'],
+  'rows.notTagged': ['Nenhuma nota mudou: já tinham #{name}, ou não são Markdown', 'No note changed: they had #{name} already, or are not Markdown', 'Ninguna nota cambió: ya tenían #{name}, o no son Markdown'],
+  'rows.exportBook': ['Exportar em um arquivo Markdown…', 'Export as one Markdown file…', 'Exportar en un archivo Markdown…'],
+  'rows.exportJson': ['Exportar como JSON…', 'Export as JSON…', 'Exportar como JSON…'],
   'rows.delete': ['Apagar notas', 'Delete notes', 'Borrar notas'],
   'rows.deleted': ['{n} notas apagadas', '{n} notes deleted', '{n} notas borradas'],
   'rows.pinned': ['{n} notas fixadas no alto da lista', '{n} notes pinned to the top of the list', '{n} notas fijadas en lo alto de la lista'],

@@ -23,6 +23,9 @@ export const linkTexts = {
 
   'tags.title': ['Tags', 'Tags', 'Etiquetas'],
   'tags.none': ['Nenhuma nota tem tags', 'No note has tags', 'Ninguna nota tiene etiquetas'],
+  'tags.menu': ['Ações da tag', 'Tag actions', 'Acciones de la etiqueta'],
+  'tags.show': ['Mostrar as notas', 'Show its notes', 'Mostrar las notas'],
+  'tags.rename': ['Renomear…', 'Rename…', 'Renombrar…'],
   'tags.choose': ['Tag que vai mudar de nome', 'Tag to rename', 'Etiqueta que cambia de nombre'],
   'tags.found.one': ['1 tag', '1 tag', '1 etiqueta'],
   'tags.found.many': ['{n} tags', '{n} tags', '{n} etiquetas'],
