@@ -20,7 +20,8 @@ export class WindowedList<Item> {
   #items: ReadonlyArray<Item> = [];
   #current = -1;
   #selectedKey: string | null = null;
-  #revealing = false;
+  /** Where the next drawing scrolls to: the first row or, also after the list was hidden, the one in the editor. */
+  #wanted: 'top' | 'open' | null = null;
   #frame = 0;
 
   constructor(options: WindowedListOptions<Item>) {
@@ -61,7 +62,7 @@ export class WindowedList<Item> {
     const key = before === undefined ? null : this.#options.key(before);
     const place = this.#headings.all.length ? this.#indexOf(this.#selectedKey) : null;
     this.#items = items;
-    this.#revealing = headingOf !== undefined && (this.#revealing || place !== this.#indexOf(this.#selectedKey));
+    if (headingOf && place !== this.#indexOf(this.#selectedKey)) this.#wanted = 'open';
     this.#headings = new ListHeadings(headingOf ? items.map(headingOf) : []);
     this.#current = this.#indexOf(key) ?? Math.min(this.#current, items.length - 1);
     this.#selection.keep(() => items.map(this.#options.key));
@@ -71,7 +72,7 @@ export class WindowedList<Item> {
   /** Marks the item open in the editor. Another one than before is shown in the list, and ends a selection. */
   select(key: string | null): void {
     if (key !== this.#selectedKey) {
-      this.#revealing = true;
+      this.#wanted = 'open';
       this.#selection.clear();
     }
     this.#selectedKey = key;
@@ -80,10 +81,10 @@ export class WindowedList<Item> {
 
   /** Goes back to the first row, instead of showing the one open in the editor. */
   toTop(): void {
-    this.#revealing = false;
+    this.#wanted = 'top';
     this.#selection.clear();
     this.#current = -1;
-    this.element.scrollTop = 0;
+    this.refresh();
   }
 
   focusFirst(): void {
@@ -109,10 +110,10 @@ export class WindowedList<Item> {
     const [rowHeight, headingHeight] = this.#heights();
     const count = this.#items.length;
     this.#space.style.height = `${count ? this.#topOf(count - 1) + rowHeight : 0}px`;
-    // An element that is not shown loses its place.
-    this.#revealing ||= this.element.clientHeight === 0;
-    if (this.#revealing) this.#revealSelected();
+    if (this.#wanted === 'open') this.#revealSelected();
+    else if (this.#wanted === 'top') this.element.scrollTop = 0;
     const { scrollTop, clientHeight } = this.element;
+    this.#wanted = clientHeight ? null : (this.#wanted ?? 'open');
     const itemAt = (top: number) => this.#headings.itemAt(top, count, rowHeight, headingHeight);
     const first = Math.max(0, itemAt(scrollTop) - MARGIN_ROWS);
     const last = Math.min(count, itemAt(scrollTop + clientHeight) + 1 + MARGIN_ROWS);
@@ -279,7 +280,6 @@ export class WindowedList<Item> {
 
   /** The current row follows, unless somebody is choosing another. */
   #revealSelected(): void {
-    this.#revealing = this.element.clientHeight === 0;
     const index = this.#indexOf(this.#selectedKey);
     if (index === null || document.activeElement === this.element) return;
     this.#current = index;
