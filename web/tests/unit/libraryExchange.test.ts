@@ -4,6 +4,7 @@ import { Text } from '@codemirror/state';
 import { libraryFiles, markShared, readLibrary } from '../../src/state/library';
 import { mergeLibrary } from '../../src/state/mergeLibrary';
 import { emptyContents } from '../../src/state/model';
+import { NoteText } from '../../src/state/noteText';
 import { readContents } from '../../src/state/read';
 import { tidyVersions } from '../../src/state/tidyVersions';
 import { titleOf } from '../../src/state/titleOf';
@@ -198,6 +199,24 @@ function play(seed: number): void {
   const ids = all.map(({ contents }) => new Map(contents.notes.map(({ id, text }) => [id, text.toString()])));
   for (const [id, text] of ids[0] ?? []) for (const each of ids) if (each.has(id)) assert.equal(each.get(id), text);
 }
+
+test('thousands of notes of one length are not compared each with each', () => {
+  const body = 'linha\n'.repeat(500);
+  const notes = Array.from({ length: 3000 }, (_, i) => ({ id: `n${i}`, text: `${body}${10_000 + i}` }));
+  const [one, library] = [computer(), JSON.stringify({ quendoLibrary: 1, version: 2, notes })];
+  const { eq } = NoteText.prototype;
+  let compared = 0;
+  NoteText.prototype.eq = function (other) {
+    compared++;
+    return eq.call(this, other);
+  };
+  try {
+    assert.deepEqual(bring(library, one), { added: 3000, updated: 0, both: 0 });
+  } finally {
+    NoteText.prototype.eq = eq;
+  }
+  assert.ok(compared < 3000, `${compared} comparisons`);
+});
 
 test('very many versions of one note neither stop the page nor come in all', () => {
   const [one, two] = [computer(), computer()];
