@@ -80,6 +80,16 @@ test('a note that changed on both sides and was mended since is left alone by th
   assert.deepEqual(texts(one), ['Plano A, revisto', 'Plano B, revisto']);
 });
 
+test('a note beside another is never overwritten, though nothing tells that it came from there', () => {
+  const one = computer();
+  const file = (...notes: object[]) => JSON.stringify({ quendoLibrary: 1, version: 2, notes });
+  const mended = { id: `x~${(50).toString(36)}`, text: 'B, revisto' };
+  bring(file({ id: 'x', text: 'A', created: 1, updated: 100 }, mended), one);
+  bring(file({ id: 'x', text: 'B', created: 1, updated: 50 }), one);
+  assert.deepEqual(texts(one), ['A', 'B, revisto']);
+  assert.deepEqual(versionsOf(one, 'x'), ['B']);
+});
+
 test('after both sides changed, every computer goes on from the later text', () => {
   const [one, two] = [computer(), computer()];
   const { id } = one.addNote({ text: 'Plano' });
