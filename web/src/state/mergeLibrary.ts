@@ -1,4 +1,5 @@
 import { versionsOfBoth } from './bothVersions';
+import { KnownTexts } from './knownTexts';
 import type { Library } from './library';
 import type { BinnedNote, Note } from './model';
 import { lastTimes } from './sharedTimes';
@@ -36,7 +37,7 @@ export function mergeLibrary(workspace: Workspace, library: Library, titleBeside
   };
   for (const theirs of library.notes) {
     const ours = workspace.noteOrBinned(theirs.id);
-    if (ours ? ours.text.eq(theirs.text) : known.has(theirs)) continue;
+    if (ours ? ours.text.eq(theirs.text) : isKnown(known, theirs)) continue;
     if (!ours) {
       counts.added++;
       put(theirs);
@@ -51,13 +52,13 @@ export function mergeLibrary(workspace: Workspace, library: Library, titleBeside
     known.remove(ours);
     put(combined(note, other, ours, now));
     const beside = hasBoth ? besideOf(other, titleBeside, (id) => ids.has(id)) : null;
-    if (beside && !workspace.noteOrBinned(beside.id) && !known.hasText(beside)) {
+    if (beside && !workspace.noteOrBinned(beside.id) && !known.withText(beside.text).length) {
       counts.both++;
       put(beside);
     } else counts.updated++;
   }
   for (const entry of library.bin) {
-    if (workspace.noteOrBinned(entry.note.id) || ids.has(entry.note.id) || known.has(entry.note)) continue;
+    if (workspace.noteOrBinned(entry.note.id) || ids.has(entry.note.id) || isKnown(known, entry.note)) continue;
     counts.added++;
     bin.push(entry);
     known.add(entry.note);
@@ -101,38 +102,9 @@ function besideOf(note: Note, titleBeside: (title: string) => string, isTaken: (
   return { ...note, id, name: titleBeside(titleOf(note)), shared: lastTimes([...note.shared, note.updated]) };
 }
 
-/** The notes that are there or about to be, found by their texts. */
-class KnownTexts {
-  readonly #byLength = new Map<number, Note[]>();
-
-  constructor({ contents: { notes, bin } }: Workspace) {
-    for (const note of notes) this.add(note);
-    for (const { note } of bin) this.add(note);
-  }
-
-  add(note: Note): void {
-    const alike = this.#byLength.get(note.text.length);
-    if (alike) alike.push(note);
-    else this.#byLength.set(note.text.length, [note]);
-  }
-
-  remove({ id, text }: Note): void {
-    const alike = this.#byLength.get(text.length)?.filter((one) => one.id !== id);
-    if (alike) this.#byLength.set(text.length, alike);
-  }
-
-  hasText(note: Note): boolean {
-    return this.#alike(note).length > 0;
-  }
-
-  /** With the same title; one that was put beside another is known by its text. An emptied note is its versions. */
-  has(note: Note): boolean {
-    if (note.text.length === 0 && note.versions.length > 0) return false;
-    const title = titleOf(note);
-    return this.#alike(note).some((one) => note.id.includes(BESIDE) || titleOf(one) === title);
-  }
-
-  #alike({ text }: Note): ReadonlyArray<Note> {
-    return (this.#byLength.get(text.length) ?? []).filter((one) => one.text.eq(text));
-  }
+/** With the same title; one that was put beside another is known by its text. An emptied note is its versions. */
+function isKnown(known: KnownTexts, note: Note): boolean {
+  if (note.text.length === 0 && note.versions.length > 0) return false;
+  const title = titleOf(note);
+  return known.withText(note.text).some((one) => note.id.includes(BESIDE) || titleOf(one) === title);
 }

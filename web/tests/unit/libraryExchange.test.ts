@@ -4,6 +4,7 @@ import { Text } from '@codemirror/state';
 import { libraryFiles, markShared, readLibrary } from '../../src/state/library';
 import { mergeLibrary } from '../../src/state/mergeLibrary';
 import { emptyContents } from '../../src/state/model';
+import { NoteText } from '../../src/state/noteText';
 import { readContents } from '../../src/state/read';
 import { tidyVersions } from '../../src/state/tidyVersions';
 import { titleOf } from '../../src/state/titleOf';
@@ -77,6 +78,16 @@ test('a note that changed on both sides and was mended since is left alone by th
   write(one, id, 'Plano A, revisto');
   assert.deepEqual(bring(theirs, one), { added: 0, updated: 0, both: 0 });
   assert.deepEqual(texts(one), ['Plano A, revisto', 'Plano B, revisto']);
+});
+
+test('a note beside another is never overwritten, though nothing tells that it came from there', () => {
+  const one = computer();
+  const file = (...notes: object[]) => JSON.stringify({ quendoLibrary: 1, version: 2, notes });
+  const mended = { id: `x~${(50).toString(36)}`, text: 'B, revisto' };
+  bring(file({ id: 'x', text: 'A', created: 1, updated: 100 }, mended), one);
+  bring(file({ id: 'x', text: 'B', created: 1, updated: 50 }), one);
+  assert.deepEqual(texts(one), ['A', 'B, revisto']);
+  assert.deepEqual(versionsOf(one, 'x'), ['B']);
 });
 
 test('after both sides changed, every computer goes on from the later text', () => {
@@ -198,6 +209,24 @@ function play(seed: number): void {
   const ids = all.map(({ contents }) => new Map(contents.notes.map(({ id, text }) => [id, text.toString()])));
   for (const [id, text] of ids[0] ?? []) for (const each of ids) if (each.has(id)) assert.equal(each.get(id), text);
 }
+
+test('thousands of notes of one length are not compared each with each', () => {
+  const body = 'linha\n'.repeat(500);
+  const notes = Array.from({ length: 3000 }, (_, i) => ({ id: `n${i}`, text: `${body}${10_000 + i}` }));
+  const [one, library] = [computer(), JSON.stringify({ quendoLibrary: 1, version: 2, notes })];
+  const { eq } = NoteText.prototype;
+  let compared = 0;
+  NoteText.prototype.eq = function (other) {
+    compared++;
+    return eq.call(this, other);
+  };
+  try {
+    assert.deepEqual(bring(library, one), { added: 3000, updated: 0, both: 0 });
+  } finally {
+    NoteText.prototype.eq = eq;
+  }
+  assert.ok(compared < 3000, `${compared} comparisons`);
+});
 
 test('very many versions of one note neither stop the page nor come in all', () => {
   const [one, two] = [computer(), computer()];

@@ -69,6 +69,16 @@ test('several notes are rewritten as one step, which one button takes back', () 
   assert.deepEqual(texts(), ['#a um', 'dois', '#a/b três']);
 });
 
+test('a title that nothing links to changes nothing else, so nothing is saved for it', () => {
+  const { workspace, ids, context, write } = linked('Plano', 'a');
+  const watch = new TitleWatch(context);
+  workspace.openTab(ids[0] ?? '');
+  watch.shown();
+  write(0, 'Projeto');
+  workspace.onChange((change) => assert.fail(change));
+  watch.settle();
+});
+
 test('what was written since stays when the step is taken back', () => {
   const { context, texts, write } = linked('#a um', '#a #z dois');
   const { undo } = rewriteNotes(context, context.index.tagged('a'), {
