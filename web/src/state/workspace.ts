@@ -224,7 +224,7 @@ export class Workspace {
    * normal note and can be reopened.
    */
   closeTabs(ids: ReadonlyArray<string>): void {
-    const untouched = this.readOnly ? [] : ids.filter((id) => this.#isUntouched(id));
+    const untouched = (this.readOnly ? [] : this.#known(ids).filter(isUntouched)).map(({ id }) => id);
     for (const id of untouched) this.#drop(id);
     this.#setTabs(forgetTabs(closeTabs(this.tabs, ids), untouched));
     if (untouched.length) this.#notify('notes');
@@ -261,11 +261,6 @@ export class Workspace {
     if (draft === this.captureDraft) return;
     this.#contents = { ...this.#contents, captureDraft: draft };
     this.#notify('draft');
-  }
-
-  #isUntouched(id: string): boolean {
-    const note = this.#notes.get(id);
-    return !!note && isUntouched(note);
   }
 
   #known(ids: ReadonlyArray<string>): Note[] {
