@@ -184,7 +184,7 @@ test('several notes are selected by mouse and keyboard, and deleted in one step 
   // What the host's menu does for Ctrl+A.
   await page.evaluate(() => document.execCommand('selectAll'));
   await outcome(page, '5 notes selected');
-  await page.keyboard.press('Control+j');
+  await page.keyboard.press('Control+Shift+o');
   await page.keyboard.type('quatro');
   await page.keyboard.press('Enter');
   await outcome(page, '5 notes');

@@ -91,7 +91,7 @@ export const views: Record<string, (page: Page, word: Words) => Promise<unknown>
     await page.waitForSelector('main > .menu');
   },
   switcher: async (page) => {
-    await page.keyboard.press('Control+j');
+    await page.keyboard.press('Control+Shift+o');
     await page.keyboard.type('co');
     await page.waitForSelector('.palette-row mark');
   },
