@@ -125,8 +125,8 @@ def test_the_guide_lists_the_keys(opened):
     wait_until(lambda: page.dialog() == "Shortcut guide", 10, "the guide")
     listed = page.evaluate("[...document.querySelectorAll('dialog .guide *')].filter((one) => one.querySelector('kbd'))"
                            ".map((one) => one.innerText.replace(/\\s+/g, ' ').trim())")
-    for label, keys in [("New note", "Ctrl+N"), ("Quick capture", "Ctrl+K"), ("Command palette", "Ctrl+Shift+P"),
+    for label, keys in [("New note", "Ctrl+N"), ("Quick capture", "Ctrl+K"), ("Command palette", "Shift+Ctrl+P"),
                         ("Preview beside", "Ctrl+Alt+P"), ("Find in the text", "Ctrl+F"),
-                        ("Find and replace", "Ctrl+Alt+F"), ("Go to line", "Ctrl+Alt+G"),
+                        ("Find and replace", "Ctrl+H"), ("Go to line", "Ctrl+Alt+G"),
                         ("Close tab", "Ctrl+W"), ("Join lines", "Ctrl+J")]:
         assert f"{label} {keys}" in listed

@@ -1,8 +1,10 @@
 import {
   autocompletion,
+  closeCompletion,
   type CompletionContext,
   type CompletionResult,
   completionKeymap,
+  completionStatus,
   startCompletion,
 } from '@codemirror/autocomplete';
 import { syntaxTree } from '@codemirror/language';
@@ -23,8 +25,16 @@ const linkBefore = /\[\[[^[\]|\n]{0,200}/;
 const tagBefore = /#[\p{L}\p{N}\p{M}_-][\p{L}\p{N}\p{M}_/-]{0,100}/u;
 const code = /^(?:InlineCode|FencedCode|CodeBlock|CodeText|URL)$/;
 
-/** Without those that open the list: on a Mac they are dead keys, elsewhere they switch input methods. */
-const keys = Prec.highest(keymap.of(completionKeymap.filter(({ run }) => run !== startCompletion)));
+/**
+ * Without those that open the list: on a Mac they are dead keys, elsewhere they switch input methods. Escape is the
+ * editor's unless there is a list, although one may be on its way after every key.
+ */
+const keys = Prec.highest(
+  keymap.of([
+    ...completionKeymap.filter(({ run }) => run !== startCompletion && run !== closeCompletion),
+    { key: 'Escape', run: (view) => completionStatus(view.state) === 'active' && closeCompletion(view) },
+  ]),
+);
 
 /** Completes the titles of notes after "[[", and tags after "#". */
 export function nameCompletion(names: () => Names): Extension {

@@ -51,7 +51,8 @@ export function keyLabel(key: string): string {
   const shown = (onMac ? macSigns[name] : undefined) ?? names[name] ?? name.toUpperCase();
   const held = (modifier: string, label: string): string[] => (parts.includes(modifier) ? [label] : []);
   if (onMac) return [...held('Alt', '⌥'), ...held('Shift', '⇧'), ...held('Mod', '⌘'), shown].join('');
-  return [...held('Mod', 'Ctrl'), ...held('Alt', 'Alt'), ...held('Shift', 'Shift'), shown].join('+');
+  // The order of GTK's menus.
+  return [...held('Shift', 'Shift'), ...held('Mod', 'Ctrl'), ...held('Alt', 'Alt'), shown].join('+');
 }
 
 /** The key code that stands for an input method in every browser. */

@@ -30,7 +30,7 @@ function library(): string {
     const versions = [{ taken: 5, text: `${payload}\n\n# ${line}`, guarded: true }];
     const name = index % 2 ? payload : null;
     return {
-      id: `n${index}${payload}`,
+      id: `${index}${payload.slice(0, 30)}`,
       text,
       name,
       source: payload,

@@ -75,13 +75,13 @@ test('an open note shows the text that a library brings, and nothing typed is lo
   const merge = async (content: string, result: string) => {
     await openFile(page, 'notas.json', content);
     await page.click('text=Merge >> nth=-1');
-    await page.waitForSelector(`text=Library imported: ${result}`);
+    await page.waitForSelector(`text=Library imported. ${result}`);
   };
   await page.click('.cm-content');
   await page.keyboard.type('x');
   await page.keyboard.press('Control+z');
   // The future: later than what is typed here.
-  await merge(library('lá', Date.now() + 1e9), '0 new, 0 updated, 1 in conflict');
+  await merge(library('lá', Date.now() + 1e9), 'New notes: 0, updated: 0, in conflict: 1');
   assert.equal(await shown(), 'lá');
   await page.keyboard.press('Control+End');
   await page.keyboard.type(' e cá');
@@ -89,7 +89,7 @@ test('an open note shows the text that a library brings, and nothing typed is lo
   assert.equal(await shown(), 'lá', 'undoing ends where the library came in');
   await page.keyboard.press('Control+y');
   assert.deepEqual((await noteTexts(page)).sort(), ['lá e cá', 'um']);
-  await merge(library('atrasado', 20), '0 new, 0 updated, 1 in conflict');
+  await merge(library('atrasado', 20), 'New notes: 0, updated: 0, in conflict: 1');
   assert.equal(await shown(), 'lá e cá', 'what was written later stays');
   assert.deepEqual((await noteTexts(page)).sort(), ['atrasado', 'lá e cá', 'um']);
   assert.deepEqual(trouble, []);

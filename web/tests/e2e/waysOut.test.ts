@@ -82,8 +82,9 @@ test('the menu has a name, roles and every export, copy and share command', asyn
   assert.ok(await page.evaluate(() => document.activeElement?.classList.contains('cm-content')));
   await page.evaluate('quendoOpenShortcutGuide()');
   const labels = await page.locator('section:has(> h3:text-is("Note actions")) dt').allInnerTexts();
-  assert.equal(labels.length, 14);
-  for (const label of labels) assert.match(label, /Save as|Export|Copy|Share|Preview|Close|Pin|Settings|Delete/);
+  assert.equal(labels.length, 15);
+  for (const label of labels)
+    assert.match(label, /Save as|Export|Copy|Share|Preview|Close|Pin|Versions|Settings|Delete/);
   assert.deepEqual(trouble, []);
   await context.close();
 });

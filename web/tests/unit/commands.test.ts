@@ -135,4 +135,5 @@ test('text size keys work on any keyboard', () => {
   assert.ok(!matchesKey(press('p', 'KeyP'), 'Mod-Shift-p'));
   assert.ok(matchesKey(press('P', 'KeyP', true), 'Mod-Shift-p'));
   assert.equal(keyLabel('Mod-plus'), 'Ctrl++');
+  assert.equal(keyLabel('Mod-Alt-Shift-w'), 'Shift+Ctrl+Alt+W', "as in GTK's menus");
 });
