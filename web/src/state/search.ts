@@ -43,11 +43,14 @@ let foldedNotes = new WeakMap<Note, Folded>();
  */
 export function* searchNotes(candidates: Iterable<Candidate>, query: Query): Generator<SearchMatch | null, void> {
   let work = 0;
+  const phrase = query.words.join(' ');
   for (const { note, from } of candidates) {
     const kept = foldedNotes.get(note);
     const folded = kept ?? foldNote(note);
     const at = placeIn(note, folded, query, from);
-    if (at !== null && query.filters.every((term) => holds(note, folded, term))) yield found(note, folded, query, at);
+    if (at !== null && query.filters.every((term) => holds(note, folded, term))) {
+      yield found(note, folded, query.words, phrase, at);
+    }
     work += kept?.hasText ? NOTE_WORK + folded.whole.length - from : PAUSE_WORK;
     if (work < PAUSE_WORK) continue;
     work = 0;
@@ -149,36 +152,56 @@ const NEAR = 200;
 /** The frequency of a word counts in this many characters from its first place on; all of a text takes too long. */
 const COUNTED_CHARACTERS = 250;
 
-function found(note: Note, folded: Folded, query: Query, at: number): SearchMatch {
+function found(note: Note, folded: Folded, words: ReadonlyArray<string>, phrase: string, at: number): SearchMatch {
   const { whole, titleLength, hasText } = folded;
-  const { words } = query;
-  const phrase = words.join(' ');
-  const title = whole.slice(0, titleLength);
-  if (words.length && words.every((word) => title.includes(word))) {
-    let rank = title.includes(phrase) ? TITLE_PHRASE : TITLE_WORDS;
-    if (title.startsWith(phrase)) rank = title.length === phrase.length ? WHOLE_TITLE : TITLE_START;
-    return { note, inTitle: true, near: 0, from: at, rank };
+  const [word] = words;
+  if (word === undefined) return { note, inTitle: false, near: 0, from: at, rank: WORST };
+  if (at + word.length <= titleLength) {
+    const title = whole.slice(0, titleLength);
+    if (words.every((one) => title.includes(one))) {
+      let rank = title.includes(phrase) ? TITLE_PHRASE : TITLE_WORDS;
+      if (title.startsWith(phrase)) rank = title.length === phrase.length ? WHOLE_TITLE : TITLE_START;
+      return { note, inTitle: true, near: 0, from: at, rank };
+    }
   }
-  if (!words.length || !hasText) return { note, inTitle: false, near: 0, from: at, rank: WORST };
+  if (!hasText) return { note, inTitle: false, near: 0, from: at, rank: WORST };
   const best = words.length === 1 ? { at, distance: 0 } : closest(whole, words, phrase, at);
-  const rank = IN_TEXT + best.distance * (ONCE + 1) + ONCE - repeats(whole, words[0] ?? '', at);
+  const rank = IN_TEXT + best.distance * (ONCE + 1) + ONCE - repeats(whole, word, at);
   return { note, inTitle: false, near: Math.max(0, best.at - titleLength - 1), from: at, rank };
 }
 
 /** Where the words are closest to each other, and how far apart they are there: 0 in a row to FAR. */
-function closest(whole: string, words: ReadonlyArray<string>, phrase: string, first: number) {
-  const [word = ''] = words;
-  const within = (at: number, distance: number) => {
-    const around = whole.slice(Math.max(0, at - distance), at + word.length + distance);
-    return words.every((one) => around.includes(one));
-  };
+function closest(whole: string, [word = '', ...others]: ReadonlyArray<string>, phrase: string, first: number) {
+  const inRow = whole.indexOf(phrase, first);
+  if (inRow >= 0) return { at: inRow, distance: 0 };
+  const places = others.map((other) => new Places(whole, other));
   let best = { at: first, distance: FAR };
-  for (let at = first, n = 0; at >= 0 && n < PLACES && best.distance > 0; at = whole.indexOf(word, at + 1), n++) {
-    if (!within(at, best.distance === FAR ? NEAR : CLOSE)) continue;
-    const distance = whole.startsWith(phrase, at) ? 0 : within(at, CLOSE) ? 1 : 2;
-    if (distance < best.distance) best = { at, distance };
+  for (let at = first, n = 0; at >= 0 && n < PLACES && best.distance > 1; at = whole.indexOf(word, at + 1), n++) {
+    const within = (reach: number) => places.every((one) => one.after(at - reach) <= at + word.length + reach);
+    if (best.distance === FAR ? within(NEAR) : within(CLOSE)) best = { at, distance: within(CLOSE) ? 1 : 2 };
   }
   return best;
+}
+
+/** The places of a word in a text, asked for from one that moves on slowly: none is looked for twice. */
+class Places {
+  #from = 0;
+  #at = -1;
+
+  constructor(
+    readonly whole: string,
+    readonly word: string,
+  ) {}
+
+  /** The first place from an offset on, or infinity. */
+  after(offset: number): number {
+    if (offset < this.#from || offset > this.#at) {
+      const at = this.whole.indexOf(this.word, offset);
+      this.#from = offset;
+      this.#at = at < 0 ? Number.POSITIVE_INFINITY : at;
+    }
+    return this.#at;
+  }
 }
 
 /** How often a word follows its first place, up to ONCE. */
