@@ -25,6 +25,8 @@ const inList = [
   'list by title',
   'several notes selected',
   'menu of a row',
+  'tagging notes',
+  'menu of a tag',
   'tags and links',
   'renaming a tag',
   'folded sidebar',
