@@ -1,7 +1,7 @@
 import {
   autocompletion,
   closeCompletion,
-  type CompletionContext,
+  CompletionContext,
   type CompletionResult,
   completionKeymap,
   completionStatus,
@@ -9,25 +9,33 @@ import {
 } from '@codemirror/autocomplete';
 import { syntaxTree } from '@codemirror/language';
 import { type Extension, Prec } from '@codemirror/state';
-import { type EditorView, keymap } from '@codemirror/view';
+import { EditorView, keymap } from '@codemirror/view';
 import { fuzzyMatch } from '../text/fuzzy';
 import { bestMatches, type Findable } from '../text/nameMatches';
 import { shownSyntax } from './syntax';
 
 /** The names that can be completed, best known first. */
 export interface Names {
-  readonly titles: ReadonlyArray<Findable>;
   readonly tags: ReadonlyArray<Findable>;
+  /** Of all notes but this one. */
+  titlesBut(id: string): ReadonlyArray<Findable>;
+}
+
+interface Mark {
+  readonly isLink: boolean;
+  readonly from: number;
+  readonly name: string;
 }
 
 const SHOWN = 50;
 const linkBefore = /\[\[[^[\]|\n]{0,200}/;
 const tagBefore = /#[\p{L}\p{N}\p{M}_-][\p{L}\p{N}\p{M}_/-]{0,100}/u;
+const withinWord = /[\p{L}\p{N}\p{M}_#/&\\]$/u;
 const code = /^(?:InlineCode|FencedCode|CodeBlock|CodeText|URL)$/;
 
 /**
  * Without those that open the list: on a Mac they are dead keys, elsewhere they switch input methods. Escape is the
- * editor's unless there is a list, although one may be on its way after every key.
+ * editor's unless there is a list, although one may be on its way.
  */
 const keys = Prec.highest(
   keymap.of([
@@ -36,36 +44,50 @@ const keys = Prec.highest(
   ]),
 );
 
-/** Completes the titles of notes after "[[", and tags after "#". */
-export function nameCompletion(names: () => Names): Extension {
+/** Completes the titles of other notes after "[[", and tags after "#". */
+export function nameCompletion(names: () => Names, id: string): Extension {
   return [
     autocompletion({
+      activateOnTyping: false,
       icons: false,
       defaultKeymap: false,
-      override: [(context) => completed(context, names)],
+      override: [(context) => completed(context, names, id)],
       tooltipClass: () => 'names',
     }),
+    opening,
     keys,
   ];
 }
 
-function completed(context: CompletionContext, names: () => Names): CompletionResult | null {
-  const { state, pos } = context;
-  if (state.facet(shownSyntax) !== 'markdown') return null;
+/** The library would change the editor's state a second time after every key, in whatever text. */
+const opening = EditorView.updateListener.of(({ view, state, transactions }) => {
+  if (!transactions.some((one) => one.isUserEvent('input.type'))) return;
+  if (completionStatus(state) || !markBefore(new CompletionContext(state, state.selection.main.head, false))) return;
+  queueMicrotask(() => startCompletion(view));
+});
+
+/** The beginning of a link or tag. */
+function markBefore(context: CompletionContext): Mark | null {
+  if (context.state.facet(shownSyntax) !== 'markdown') return null;
   const link = context.matchBefore(linkBefore);
-  const tag = link ? null : context.matchBefore(tagBefore);
-  const mark = link ?? tag;
+  const mark = link ?? context.matchBefore(tagBefore);
+  return mark && { isLink: link !== null, from: mark.from, name: mark.text.slice(link ? 2 : 1) };
+}
+
+function completed(context: CompletionContext, names: () => Names, id: string): CompletionResult | null {
+  const { state, pos } = context;
+  const mark = markBefore(context);
   if (!mark || code.test(syntaxTree(state).resolveInner(pos, -1).name)) return null;
-  const query = link ? mark.text.slice(2) : mark.text.slice(1);
-  if (tag && /[\p{L}\p{N}\p{M}_#/&\\]$/u.test(state.sliceDoc(Math.max(0, tag.from - 2), tag.from))) return null;
-  const found = bestMatches(query, link ? names().titles : names().tags, SHOWN).filter(
-    (name) => name !== query || link,
+  const { isLink, name: query } = mark;
+  if (!isLink && withinWord.test(state.sliceDoc(Math.max(0, mark.from - 2), mark.from))) return null;
+  const found = bestMatches(query, isLink ? names().titlesBut(id) : names().tags, SHOWN).filter(
+    (name) => name !== query || isLink,
   );
   if (!found.length) return null;
   return {
     from: pos - query.length,
     filter: false,
-    options: found.map((label) => (link ? { label, apply: applyTitle } : { label })),
+    options: found.map((label) => (isLink ? { label, apply: applyTitle } : { label })),
     getMatch: ({ label }) => rangesOf(fuzzyMatch(query, label)?.at ?? []),
   };
 }

@@ -225,7 +225,7 @@ export class NoteEditor {
         this.#syntax.of(syntaxExtensions(syntaxOf(note), doc)),
         pasting(onLost),
         folding(doc.length),
-        nameCompletion(names),
+        nameCompletion(names, note.id),
         targetClicks(follow),
         hits(),
         readOnlyExtensions(readOnly),

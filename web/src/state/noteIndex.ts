@@ -23,6 +23,10 @@ export interface TagCount extends Findable {
   readonly count: number;
 }
 
+interface NoteTitle extends Findable {
+  readonly id: string;
+}
+
 /** How links call a note: as they write its title, and the keys that lead to it. */
 interface Names {
   readonly written: Findable;
@@ -47,7 +51,7 @@ export class NoteIndex {
   readonly #isMarkdown: (note: Note) => boolean;
   #tags: ReadonlyArray<TagCount> | null = null;
   #titles: ReadonlyMap<string, Note> | null = null;
-  #findable: ReadonlyArray<Findable> | null = null;
+  #findable: ReadonlyArray<NoteTitle> | null = null;
   #changes = 0;
 
   constructor(workspace: Workspace, isMarkdown: (note: Note) => boolean) {
@@ -120,10 +124,10 @@ export class NoteIndex {
     return this.#tags;
   }
 
-  /** The titles of all notes, latest first. */
-  get titles(): ReadonlyArray<Findable> {
+  /** The titles of all other notes, latest first: whoever writes in one does not want to link to it. */
+  titlesBut(id: string): ReadonlyArray<Findable> {
     this.#findable ??= this.#writtenTitles();
-    return this.#findable;
+    return this.#findable.filter((title) => title.id !== id);
   }
 
   /** The note that links with this title lead to: of several, the one edited last. */
@@ -180,12 +184,12 @@ export class NoteIndex {
   }
 
   /** Of several notes with the same title, links lead to the first of these. */
-  #writtenTitles(): Findable[] {
-    const found = new Map<string, Findable>();
+  #writtenTitles(): NoteTitle[] {
+    const found = new Map<string, NoteTitle>();
     for (const note of this.#latest()) {
       const { written, keys } = namesOf(note);
       const key = keys.at(-1);
-      if (key !== undefined && !found.has(key)) found.set(key, written);
+      if (key !== undefined && !found.has(key)) found.set(key, { ...written, id: note.id });
     }
     return [...found.values()];
   }
