@@ -45,14 +45,21 @@ export class TitleWatch {
     const title = titleOf(note);
     if (!linkable(title) || title === before.title) return;
     this.#watched = watched(note, true);
-    // Notes that changed a moment ago may have links, too.
-    if (isQuitting) index.complete(QUITTING_MS);
-    index.whenRead(() => this.#follow(before, note.name === null ? title : withoutExtension(title)));
+    const follow = () => this.#follow(before, note.name === null ? title : withoutExtension(title));
+    if (!isQuitting) {
+      index.whenRead(follow);
+      return;
+    }
+    // Notes that changed a moment ago may have links, too. What is not done now would come after the last save.
+    index.readNow(QUITTING_MS);
+    index.changed();
+    follow();
   }
 
   #follow(before: Watched, title: string): void {
     const { index, shell } = this.#context;
-    index.changed();
+    // For most titles this is all, and it is quick.
+    if (!index.linkingBy(before.keys).length) return;
     const keys = this.#lostKeys(before);
     const name = linkable(title);
     const { count, undo } = rewriteNotes(this.#context, index.linkingBy(keys), {

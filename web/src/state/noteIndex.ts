@@ -77,22 +77,7 @@ export class NoteIndex {
    * contain; in short steps.
    */
   *read(): Generator<void, void> {
-    let isChanged = false;
-    let isRenamed = false;
-    for (const note of this.#workspace.notesInOrder()) {
-      if (isRead(note)) continue;
-      if (!marks.has(note.text)) {
-        yield* this.#readMarks(note);
-        isChanged = true;
-      }
-      isRenamed = !this.#isKnownByTitle(note) || isRenamed;
-      yield;
-    }
-    if (isRenamed) this.changed();
-    else if (isChanged) {
-      this.#changes++;
-      this.#tags = null;
-    }
+    yield* this.#readNotes();
     const changes = this.#changes;
     const tags = this.#tags ?? (yield* this.#countTags());
     const titles = this.#titles ?? (yield* this.#byTitle());
@@ -114,8 +99,8 @@ export class NoteIndex {
   }
 
   /** Reads them now, the latest first, for at most so many milliseconds. */
-  complete(longest: number): void {
-    workSlice(this.read(), longest);
+  readNow(longest: number): void {
+    workSlice(this.#readNotes(), longest);
   }
 
   /** Every tag with the number of its notes, in alphabetical order. A tag counts for those above it, too. */
@@ -145,18 +130,37 @@ export class NoteIndex {
 
   /** The notes with links to any of these keys of titles. */
   linkingBy(keys: ReadonlyArray<string>): ReadonlyArray<Note> {
-    return this.#latest().filter(({ text }) => marks.get(text)?.links.some((link) => keys.includes(link)));
+    return this.#latest(({ text }) => marks.get(text)?.links.some((link) => keys.includes(link)) === true);
   }
 
   /** The notes with this tag or one below it. */
   tagged(name: string): ReadonlyArray<Note> {
     const key = tagKey(name);
-    return this.#latest().filter(({ text }) => marks.get(text)?.tags.some((tag) => tag.key === key));
+    return this.#latest(({ text }) => marks.get(text)?.tags.some((tag) => tag.key === key) === true);
   }
 
   #isKnownByTitle(note: Note): boolean {
     const keys = keysOf(note);
     return keys.length > 0 && keys.every((key) => this.#titles?.get(key)?.id === note.id);
+  }
+
+  *#readNotes(): Generator<void, void> {
+    let isChanged = false;
+    let isRenamed = false;
+    for (const note of this.#workspace.notesInOrder()) {
+      if (isRead(note)) continue;
+      if (!marks.has(note.text)) {
+        yield* this.#readMarks(note);
+        isChanged = true;
+      }
+      isRenamed = !this.#isKnownByTitle(note) || isRenamed;
+      yield;
+    }
+    if (isRenamed) this.changed();
+    else if (isChanged) {
+      this.#changes++;
+      this.#tags = null;
+    }
   }
 
   *#readMarks(note: Note): Generator<void, void> {
@@ -179,14 +183,17 @@ export class NoteIndex {
     return inTreeOrder([...counts.values()].map(({ name, count }) => ({ ...findable(name), count })));
   }
 
-  #latest(): Note[] {
-    return [...this.#workspace.notesInOrder()].sort((a, b) => b.updated - a.updated);
+  #latest(wanted: (note: Note) => boolean): Note[] {
+    return this.#workspace
+      .notesInOrder()
+      .filter(wanted)
+      .sort((a, b) => b.updated - a.updated);
   }
 
   /** Of several notes with the same title, links lead to the first of these. */
   #writtenTitles(): NoteTitle[] {
     const found = new Map<string, NoteTitle>();
-    for (const note of this.#latest()) {
+    for (const note of this.#latest(() => true)) {
       const { written, keys } = namesOf(note);
       const key = keys.at(-1);
       if (key !== undefined && !found.has(key)) found.set(key, { ...written, id: note.id });
@@ -196,7 +203,7 @@ export class NoteIndex {
 
   *#byTitle(): Generator<void, Map<string, Note>> {
     const found = new Map<string, Note>();
-    const notes = this.#latest();
+    const notes = this.#latest(() => true);
     // A whole title comes before a file's name without its extension.
     for (const place of [0, 1]) {
       for (const [index, note] of notes.entries()) {
