@@ -13,12 +13,14 @@ export interface SearchMatch {
   readonly near: number;
   /** Where to begin looking for a longer first word: nothing before this matches. */
   readonly from: number;
+  /** Whether the words may be somewhere in a row. */
+  readonly mayBeInRow: boolean;
   /** How well it matches; 0 is best. */
   readonly rank: number;
 }
 
-/** A note to be searched, from an offset on that an earlier search has found. */
-export type Candidate = Pick<SearchMatch, 'note' | 'from'>;
+/** A note to be searched, and what an earlier search knows of it. */
+export type Candidate = Pick<SearchMatch, 'note' | 'from' | 'mayBeInRow'>;
 
 /** Folded texts up to this many characters are cached; longer ones are folded on every search. */
 export const KEPT_CHARACTERS = 200_000;
@@ -43,13 +45,18 @@ let foldedNotes = new WeakMap<Note, Folded>();
  */
 export function* searchNotes(candidates: Iterable<Candidate>, query: Query): Generator<SearchMatch | null, void> {
   let work = 0;
-  const phrase = query.words.join(' ');
-  for (const { note, from } of candidates) {
+  const wanted = wantedIn(query);
+  const { filters } = query;
+  let compared = 0;
+  for (const candidate of candidates) {
+    const { note, from } = candidate;
     const kept = foldedNotes.get(note);
     const folded = kept ?? foldNote(note);
-    const at = placeIn(note, folded, query, from);
-    if (at !== null && query.filters.every((term) => holds(note, folded, term))) {
-      yield found(note, folded, query.words, phrase, at);
+    const at = placeIn(note, folded, wanted, from);
+    if (at !== null && (filters.length === 0 || filters.every((term) => holds(note, folded, term)))) {
+      const match = found(candidate, folded, wanted, at, compared < MOST_COMPARED);
+      if (!match.inTitle) compared++;
+      yield match;
     }
     work += kept?.hasText ? NOTE_WORK + folded.whole.length - from : PAUSE_WORK;
     if (work < PAUSE_WORK) continue;
@@ -60,7 +67,7 @@ export function* searchNotes(candidates: Iterable<Candidate>, query: Query): Gen
 
 /** Where a first search looks: everywhere. */
 export function allOf(notes: ReadonlyArray<Note>): ReadonlyArray<Candidate> {
-  return notes.map((note) => ({ note, from: 0 }));
+  return notes.map((note) => ({ note, from: 0, mayBeInRow: true }));
 }
 
 /** Where `query` can match, given all matches of an earlier query; `null` if anywhere. */
@@ -70,8 +77,8 @@ export function narrowed(
   matches: ReadonlyArray<SearchMatch>,
 ): ReadonlyArray<Candidate> | null {
   if (!narrows(query, before)) return null;
-  const [longer, shorter] = [query.words[0], before.words[0]];
-  if (longer !== undefined && shorter !== undefined && longer.startsWith(shorter)) return matches;
+  const [longer, shorter] = [query.words.join(' '), before.words.join(' ')];
+  if (shorter !== '' && longer.startsWith(shorter)) return matches;
   return allOf(matches.map(({ note }) => note));
 }
 
@@ -108,13 +115,28 @@ export function chunkWith(text: NoteText, wanted: string): { from: number; text:
   return null;
 }
 
+/** The words of a query, taken apart once for all notes. */
+interface Wanted {
+  readonly words: ReadonlyArray<string>;
+  /** Empty if only filters are given. */
+  readonly first: string;
+  readonly others: ReadonlyArray<string>;
+  readonly phrase: string;
+}
+
+function wantedIn({ words }: Query): Wanted {
+  return { words, first: words[0] ?? '', others: words.slice(1), phrase: words.join(' ') };
+}
+
 /** Where the first word is in a note that has all of them, or in a long text somewhere; null if one is missing. */
-function placeIn(note: Note, folded: Folded, { words }: Query, from: number): number | null {
-  const [first, ...others] = words;
-  if (first === undefined) return 0;
-  const at = folded.whole.indexOf(first, from);
-  if (folded.hasText) return at >= 0 && others.every((word) => folded.whole.includes(word)) ? at : null;
-  return words.every((word) => contains(note, folded, word)) ? Math.max(0, at) : null;
+function placeIn(note: Note, folded: Folded, { words, first, others }: Wanted, from: number): number | null {
+  if (first === '') return 0;
+  const { whole, hasText } = folded;
+  const at = whole.indexOf(first, from);
+  if (!hasText) return words.every((word) => contains(note, folded, word)) ? Math.max(0, at) : null;
+  if (at < 0) return null;
+  for (const word of others) if (!whole.includes(word)) return null;
+  return at;
 }
 
 function contains(note: Note, { whole, hasText }: Folded, word: string): boolean {
@@ -145,6 +167,8 @@ const [WHOLE_TITLE, TITLE_START, TITLE_PHRASE, TITLE_WORDS, IN_TEXT] = [0, 1, 2,
 /** Words that are far apart, and words that occur once. */
 const [FAR, ONCE] = [3, 3];
 const WORST = IN_TEXT + FAR * (ONCE + 1) + ONCE;
+/** So many matches, the latest, are compared by closeness and frequency: nobody looks through more. */
+const MOST_COMPARED = 2000;
 /** How many places of the first word are compared, and how far around each the others count as close. */
 const PLACES = 8;
 const CLOSE = 40;
@@ -152,28 +176,34 @@ const NEAR = 200;
 /** The frequency of a word counts in this many characters from its first place on; all of a text takes too long. */
 const COUNTED_CHARACTERS = 250;
 
-function found(note: Note, folded: Folded, words: ReadonlyArray<string>, phrase: string, at: number): SearchMatch {
+function found(candidate: Candidate, folded: Folded, wanted: Wanted, at: number, isCompared: boolean): SearchMatch {
+  const { note } = candidate;
   const { whole, titleLength, hasText } = folded;
-  const [word] = words;
-  if (word === undefined) return { note, inTitle: false, near: 0, from: at, rank: WORST };
+  const { words, first: word, phrase } = wanted;
+  if (word === '') return { note, inTitle: false, near: 0, from: at, mayBeInRow: true, rank: WORST };
   if (at + word.length <= titleLength) {
     const title = whole.slice(0, titleLength);
     if (words.every((one) => title.includes(one))) {
       let rank = title.includes(phrase) ? TITLE_PHRASE : TITLE_WORDS;
       if (title.startsWith(phrase)) rank = title.length === phrase.length ? WHOLE_TITLE : TITLE_START;
-      return { note, inTitle: true, near: 0, from: at, rank };
+      return { note, inTitle: true, near: 0, from: at, mayBeInRow: true, rank };
     }
   }
-  if (!hasText) return { note, inTitle: false, near: 0, from: at, rank: WORST };
-  const best = words.length === 1 ? { at, distance: 0 } : closest(whole, words, phrase, at);
-  const rank = IN_TEXT + best.distance * (ONCE + 1) + ONCE - repeats(whole, word, at);
-  return { note, inTitle: false, near: Math.max(0, best.at - titleLength - 1), from: at, rank };
+  if (!hasText) return { note, inTitle: false, near: 0, from: at, mayBeInRow: true, rank: WORST };
+  const inRow = words.length === 1 ? at : candidate.mayBeInRow ? whole.indexOf(phrase, at) : -1;
+  const mayBeInRow = inRow >= 0;
+  const best = mayBeInRow
+    ? { at: inRow, distance: 0 }
+    : isCompared
+      ? closest(whole, wanted, at)
+      : { at, distance: FAR };
+  const frequency = isCompared ? repeats(whole, word, at) : 0;
+  const rank = IN_TEXT + best.distance * (ONCE + 1) + ONCE - frequency;
+  return { note, inTitle: false, near: Math.max(0, best.at - titleLength - 1), from: at, mayBeInRow, rank };
 }
 
-/** Where the words are closest to each other, and how far apart they are there: 0 in a row to FAR. */
-function closest(whole: string, [word = '', ...others]: ReadonlyArray<string>, phrase: string, first: number) {
-  const inRow = whole.indexOf(phrase, first);
-  if (inRow >= 0) return { at: inRow, distance: 0 };
+/** Where the words, nowhere in a row, are closest to each other, and how far apart they are there, from 1 to FAR. */
+function closest(whole: string, { first: word, others }: Wanted, first: number) {
   const places = others.map((other) => new Places(whole, other));
   let best = { at: first, distance: FAR };
   for (let at = first, n = 0; at >= 0 && n < PLACES && best.distance > 1; at = whole.indexOf(word, at + 1), n++) {

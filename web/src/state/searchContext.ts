@@ -54,14 +54,20 @@ function excerpt(text: NoteText, word: string, from: number, to: number): string
   const lineEnd = nextLine < 0 ? after.length : nextLine;
   const line = before.slice(lineStart) + after.slice(0, lineEnd);
   const lead = readable(before.slice(0, lineStart));
-  // The match may be part of a mark, such as the address of a link.
-  const bare = [stripMarks(line), stripMarks(withAddresses(line))].find((one) => findFolded(one, word));
-  const shown = oneLine(bare ?? line);
+  const shown = oneLine(bareWith(line, word));
   const whole = [lead, shown, readable(after.slice(lineEnd))].filter(Boolean).join(' ');
   const at = lead.length + (findFolded(whole.slice(lead.length), word)?.from ?? 0);
   const cut = startOfCut(whole, at);
   const rest = whole.slice(cut, at + word.length + CONTEXT_AFTER);
   return cut > 0 || start > 0 ? `…${rest}` : rest;
+}
+
+/** Without marks, unless the word is part of one, such as the address of a link. */
+function bareWith(line: string, word: string): string {
+  const bare = stripMarks(line);
+  if (fold(bare).includes(word)) return bare;
+  const whole = stripMarks(withAddresses(line));
+  return fold(whole).includes(word) ? whole : line;
 }
 
 /** With both parts of every link as words. */

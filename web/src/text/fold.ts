@@ -45,21 +45,43 @@ export function foldedPlaces(text: string, words: ReadonlyArray<string>): Place[
   return merged;
 }
 
+/** Part of a folded text: one character outside Latin-1, or a run of others, which keep their length. */
+interface Run {
+  readonly start: number;
+  readonly origin: number;
+  readonly isLatin: boolean;
+}
+
 /**
  * Folding changes the length of text outside Latin-1, so such text is folded character by character with a map back.
  */
 function foldWithOrigins(text: string): { folded: string; origin: (at: number) => number } {
   if (LATIN_ONLY.test(text)) return { folded: foldLatin(text), origin: (at) => at };
   let folded = '';
-  const origins: number[] = [];
-  let offset = 0;
-  for (const char of text) {
-    const foldedChar = fold(char);
-    for (let i = 0; i < foldedChar.length; i++) origins.push(offset);
-    folded += foldedChar;
-    offset += char.length;
+  const runs: Run[] = [];
+  const add = (part: string, origin: number, isLatin: boolean) => {
+    if (!part) return;
+    runs.push({ start: folded.length, origin, isLatin });
+    folded += part;
+  };
+  let end = 0;
+  for (const { 0: beyond, index } of text.matchAll(BEYOND_LATIN)) {
+    add(foldLatin(text.slice(end, index)), end, true);
+    end = index;
+    for (const char of beyond) {
+      add(fold(char), end, false);
+      end += char.length;
+    }
   }
-  return { folded, origin: (at) => origins[at] ?? text.length };
+  add(foldLatin(text.slice(end)), end, true);
+  const origin = (at: number) => {
+    if (at >= folded.length) return text.length;
+    let index = runs.length - 1;
+    while ((runs[index]?.start ?? 0) > at) index--;
+    const { start = 0, origin = 0, isLatin = true } = runs[index] ?? {};
+    return isLatin ? origin + at - start : origin;
+  };
+  return { folded, origin };
 }
 
 /**
