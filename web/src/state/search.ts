@@ -168,7 +168,7 @@ const [WHOLE_TITLE, TITLE_START, TITLE_PHRASE, TITLE_WORDS, IN_TEXT] = [0, 1, 2,
 const [FAR, ONCE] = [3, 3];
 const WORST = IN_TEXT + FAR * (ONCE + 1) + ONCE;
 /** So many matches, the latest, are compared by closeness and frequency: nobody looks through more. */
-const MOST_COMPARED = 2000;
+const MOST_COMPARED = 1000;
 /** How many places of the first word are compared, and how far around each the others count as close. */
 const PLACES = 8;
 const CLOSE = 40;
