@@ -53,7 +53,7 @@ export function* searchNotes(candidates: Iterable<Candidate>, query: Query): Gen
     const kept = foldedNotes.get(note);
     const folded = kept ?? foldNote(note);
     const at = placeIn(note, folded, wanted, from);
-    if (at !== null && (filters.length === 0 || filters.every((term) => holds(note, folded, term)))) {
+    if (at !== null && filters.every((term) => holds(note, folded, term))) {
       const match = found(candidate, folded, wanted, at, compared < MOST_COMPARED);
       if (!match.inTitle) compared++;
       yield match;

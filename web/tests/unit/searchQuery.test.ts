@@ -120,6 +120,34 @@ test('a query only narrows another if nothing else can be found by it', () => {
   assert.deepEqual([...searchNotes(among ?? [], parseQuery('mar azul', NOW))], find('mar azul'));
 });
 
+test('a query typed letter by letter finds the same, in the same order, as one at once', () => {
+  const { workspace } = workspaceWith(
+    'um\no mar azul, e mais mar',
+    'dois\nazul como o mar azulado',
+    `três\nmar ${'x '.repeat(150)} azul`,
+    'mar azul',
+    'quatro\nmar a mar, azul',
+    'cinco\nmaré azul',
+  );
+  const whole = 'mar azul';
+  let before = { query: parseQuery('', NOW), found: [] as SearchMatch[] };
+  for (let length = 1; length <= whole.length; length++) {
+    const query = parseQuery(whole.slice(0, length), NOW);
+    const search = (among: Parameters<typeof searchNotes>[0]) =>
+      [...searchNotes(among, query)].filter((one): one is SearchMatch => one !== null);
+    const atOnce = search(allOf(workspace.notesInOrder()));
+    const found = search(narrowed(query, before.query, before.found) ?? allOf(workspace.notesInOrder()));
+    assert.deepEqual(found, atOnce, query.source);
+    before = { query, found };
+  }
+  assert.equal(before.found.length, 6);
+});
+
+test('words in a row come first even in a note that is older than all that are compared', () => {
+  const newer = Array.from({ length: 1100 }, (_, i) => `Nota ${i}\nazul e mar`);
+  assert.equal(titles(['Velha\no mar azul', ...newer], 'mar azul')[0], 'Velha');
+});
+
 test('marked are words, phrases, titles and tags, but nothing that was excluded', () => {
   assert.deepEqual(markedWords(parseQuery('a "b c" -d tag:e title:f edited:2026', NOW)), ['a', 'b c', '#e', 'f']);
 });
