@@ -112,9 +112,9 @@ export class Sidebar {
       ),
       h('div', { class: 'list-info' }, this.#outcome, this.#sort),
       this.#list.element,
+      // Over the list's end, so that nothing moves away from under the pointer when the field is left.
+      h('div', { class: 'search-hint-place' }, this.#field.hint),
       this.tags.element,
-      // Below the list, so that no row moves away from under the pointer when the field is left.
-      this.#field.hint,
       h(
         'button',
         { class: 'bin-button', attrs: { type: 'button' }, on: { click: () => actions.showBin() } },

@@ -71,3 +71,18 @@ test('the menu of a tag renames it everywhere by the keyboard, and one Undo take
   assert.equal(await page.inputValue('#searchInput'), 'tag:casa');
   await context.close();
 });
+
+test('a click meant for a tag, while the hint of the search shows, is one on that tag', async () => {
+  const { page, context } = await withNotes(['Plano #casa #casa/sala #viagem']);
+  await page.focus('#searchInput');
+  await page.waitForSelector('.search-hint');
+  const tag = page.locator('.tag-row', { hasText: 'viagem' });
+  const before = await tag.boundingBox();
+  await tag.click();
+  assert.equal(await page.inputValue('#searchInput'), 'tag:viagem');
+  assert.deepEqual(await tag.boundingBox(), before);
+  await page.fill('#searchInput', '');
+  await tag.click({ button: 'right' });
+  await page.waitForSelector('.menu [data-command=showTag]');
+  await context.close();
+});
