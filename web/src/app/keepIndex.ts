@@ -12,8 +12,11 @@ const SLICE_MS = 5;
 /** Nobody waits for the index, so it leaves most of the time to others. */
 const REST_MS = 10;
 
-/** Reads the tags and links of all notes after the start, and those of changed notes after a pause. */
-export function keepIndex(context: Context): void {
+/**
+ * Reads the tags and links of all notes after the start, and those of changed notes after a pause. `onRead` is called
+ * once, when all have been read for the first time.
+ */
+export function keepIndex(context: Context, onRead: () => void): void {
   const { index, titles, workspace } = context;
   let cancel = (): void => undefined;
   let title: ReturnType<typeof setTimeout> | undefined;
@@ -21,6 +24,7 @@ export function keepIndex(context: Context): void {
   const readLater = (delay: number) => {
     cancel();
     const onDone = () => {
+      if (!isRead) onRead();
       isRead = true;
       show(context);
     };

@@ -4,7 +4,7 @@ import { keepUndoReserve } from '../editor/undoReserve';
 import { currentLanguage, onLanguageChange, t } from '../i18n/language';
 import { pageClock } from '../time/monotonicClock';
 import type { ReadResult } from '../state/read';
-import { collectLater } from '../state/collect';
+import { collect, collectLater } from '../state/collect';
 import { NoteIndex } from '../state/noteIndex';
 import { nextRevision } from '../state/revision';
 import { QuietTime } from '../state/quiet';
@@ -143,7 +143,7 @@ export function startApp(document: ReadResult, port: HostPort, nonce: string): C
   onFaceLoaded(() => editor.remeasure());
   if (port.native) keepUndoReserve();
   editor.setModes(contents.settings);
-  keepIndex(context);
+  keepIndex(context, () => collect(() => quiet.isTyping));
   shell.status.show(newer ? 'readonly' : saver.status);
   show(context, 'tabs');
   if (contents.settings.previewBeside) shell.preview.show('beside');

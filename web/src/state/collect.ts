@@ -1,12 +1,13 @@
 const AFTER_SAVE_MS = 3000;
-const EVERY_MS = 60_000;
+const EVERY_MS = 30_000;
 const BLOCK_BYTES = 64 * 1024 * 1024;
 const BLOCKS = 24;
 const PAUSE_MS = 50;
 /** It may take the engine a fifth of a second. */
 const TYPING_PAUSE_MS = 500;
 
-let next = 0;
+let last = Number.NEGATIVE_INFINITY;
+let isDue = false;
 
 /**
  * Call after a save: makes the engine look for what nobody holds any more. It does that by itself only when much has
@@ -14,14 +15,19 @@ let next = 0;
  * never: the page would keep several times its notes. Waits while somebody types.
  */
 export function collectLater(isTyping: () => boolean): void {
+  if (isDue) return;
+  isDue = true;
   const now = performance.now();
-  if (now < next) return;
-  next = now + EVERY_MS;
-  setTimeout(() => collect(isTyping), AFTER_SAVE_MS);
+  const run = () => {
+    isDue = false;
+    last = performance.now();
+    collect(isTyping);
+  };
+  setTimeout(run, Math.max(AFTER_SAVE_MS, last + EVERY_MS - now));
 }
 
-/** Blocks that nobody writes to count as allocated, but take no memory. */
-function collect(isTyping: () => boolean): void {
+/** The same as soon as nobody types. Blocks that nobody writes to count as allocated, but take no memory. */
+export function collect(isTyping: () => boolean): void {
   const sign = new WeakRef({});
   let blocks = 0;
   const turn = () => {
