@@ -1,16 +1,69 @@
 const LATIN_ONLY = /^[\x00-\xff]*$/;
-const ACCENTED = /[\xe0-\xff]/g;
 const BEYOND_LATIN = /[\u0100-\u{10ffff}]+/gu;
 const MARKS = /\p{M}+/gu;
 
-/** The lower-case letters U+00E0 to U+00FF without accents, one character each. */
-const BARE_LETTERS = Array.from({ length: 32 }, (_, i) => withoutMarks(String.fromCharCode(0xe0 + i)));
+/** What each character of Latin-1 becomes: one of them, too. */
+const LATIN = Uint16Array.from({ length: 256 }, (_, code) => withoutMarks(String.fromCharCode(code)).charCodeAt(0));
 
-/** Lower case without accents: "acao" finds "Ação". */
+/** Units for texts that are not longer: arrays of their own would have to be collected. */
+const kept = new Uint16Array(100_000);
+const wideDecoder = new TextDecoder('utf-16le', { ignoreBOM: true });
+const narrowDecoder = new TextDecoder('latin1');
+
+/**
+ * Lower case without accents: "acao" finds "Ação". Lone surrogates become U+FFFD. All notes are folded before a search,
+ * and replacing takes several times as long as this.
+ */
 export function fold(text: string): string {
-  const latin = foldLatin(text);
-  // Most texts have few such characters: an emoji, a dash. Normalising all of the text would take ten times as long.
-  return LATIN_ONLY.test(text) ? latin : latin.replace(BEYOND_LATIN, withoutMarks);
+  const { length } = text;
+  let units: Uint16Array = length <= kept.length ? kept : new Uint16Array(length);
+  let count = 0;
+  let isWide = false;
+  for (let at = 0; at < length; at++) {
+    const code = text.charCodeAt(at);
+    if (code <= 0xff && !isControl(code)) {
+      units[count++] = LATIN[code] as number;
+      continue;
+    }
+    isWide = true;
+    const start = at;
+    while (text.charCodeAt(at + 1) > 0xff) at++;
+    const run = foldRun(text.slice(start, at + 1));
+    units = withRoom(units, count, run.length + length - at);
+    for (let i = 0; i < run.length; i++) units[count++] = run.charCodeAt(i);
+  }
+  const folded = units.subarray(0, count);
+  // Text of one byte per character takes half the memory and is found faster.
+  return isWide ? wideDecoder.decode(folded) : narrowDecoder.decode(Uint8Array.from(folded));
+}
+
+/** Those that the decoder takes for other characters, as all decoders of Latin-1 on the web do. */
+function isControl(code: number): boolean {
+  return (code & 0xe0) === 0x80;
+}
+
+/** A dash, a quotation mark or an emoji comes again and again. */
+const shortRuns = new Map<string, string>();
+const SHORT = 2;
+const MOST_SHORT_RUNS = 1000;
+
+function foldRun(run: string): string {
+  if (run.length > SHORT) return withoutMarks(run);
+  let folded = shortRuns.get(run);
+  if (folded === undefined) {
+    if (shortRuns.size === MOST_SHORT_RUNS) shortRuns.clear();
+    folded = withoutMarks(run);
+    shortRuns.set(run, folded);
+  }
+  return folded;
+}
+
+/** A syllable may become three units. */
+function withRoom(units: Uint16Array, count: number, more: number): Uint16Array {
+  if (count + more <= units.length) return units;
+  const larger = new Uint16Array(2 * (count + more));
+  larger.set(units.subarray(0, count));
+  return larger;
 }
 
 export interface Place {
@@ -56,7 +109,7 @@ interface Run {
  * Folding changes the length of text outside Latin-1, so such text is folded character by character with a map back.
  */
 function foldWithOrigins(text: string): { folded: string; origin: (at: number) => number } {
-  if (LATIN_ONLY.test(text)) return { folded: foldLatin(text), origin: (at) => at };
+  if (LATIN_ONLY.test(text)) return { folded: fold(text), origin: (at) => at };
   let folded = '';
   const runs: Run[] = [];
   const add = (part: string, origin: number, isLatin: boolean) => {
@@ -66,14 +119,14 @@ function foldWithOrigins(text: string): { folded: string; origin: (at: number) =
   };
   let end = 0;
   for (const { 0: beyond, index } of text.matchAll(BEYOND_LATIN)) {
-    add(foldLatin(text.slice(end, index)), end, true);
+    add(fold(text.slice(end, index)), end, true);
     end = index;
     for (const char of beyond) {
       add(fold(char), end, false);
       end += char.length;
     }
   }
-  add(foldLatin(text.slice(end)), end, true);
+  add(fold(text.slice(end)), end, true);
   const origin = (at: number) => {
     if (at >= folded.length) return text.length;
     let index = runs.length - 1;
@@ -84,14 +137,6 @@ function foldWithOrigins(text: string): { folded: string; origin: (at: number) =
   return { folded, origin };
 }
 
-/**
- * Engines store such text with one byte per character until something widens it, and normalising does.
- * Widened text takes twice the memory and is slower to search.
- */
-function foldLatin(text: string): string {
-  return text.toLowerCase().replace(ACCENTED, (letter) => BARE_LETTERS[letter.charCodeAt(0) - 0xe0] ?? letter);
-}
-
 function withoutMarks(text: string): string {
-  return text.normalize('NFD').replace(MARKS, '');
+  return text.toLowerCase().normalize('NFD').replace(MARKS, '');
 }
