@@ -13,14 +13,14 @@ export interface SearchMatch {
   readonly near: number;
   /** Where to begin looking for a longer first word: nothing before this matches. */
   readonly from: number;
-  /** Whether the words may be somewhere in a row. */
-  readonly mayBeInRow: boolean;
+  /** The same for the words in a row; negative if they are nowhere. */
+  readonly row: number;
   /** How well it matches; 0 is best. */
   readonly rank: number;
 }
 
 /** A note to be searched, and what an earlier search knows of it. */
-export type Candidate = Pick<SearchMatch, 'note' | 'from' | 'mayBeInRow'>;
+export type Candidate = Pick<SearchMatch, 'note' | 'from' | 'row'>;
 
 /** Folded texts up to this many characters are cached; longer ones are folded on every search. */
 export const KEPT_CHARACTERS = 200_000;
@@ -67,7 +67,7 @@ export function* searchNotes(candidates: Iterable<Candidate>, query: Query): Gen
 
 /** Where a first search looks: everywhere. */
 export function allOf(notes: ReadonlyArray<Note>): ReadonlyArray<Candidate> {
-  return notes.map((note) => ({ note, from: 0, mayBeInRow: true }));
+  return notes.map((note) => ({ note, from: 0, row: 0 }));
 }
 
 /** Where `query` can match, given all matches of an earlier query; `null` if anywhere. */
@@ -180,26 +180,21 @@ function found(candidate: Candidate, folded: Folded, wanted: Wanted, at: number,
   const { note } = candidate;
   const { whole, titleLength, hasText } = folded;
   const { words, first: word, phrase } = wanted;
-  if (word === '') return { note, inTitle: false, near: 0, from: at, mayBeInRow: true, rank: WORST };
+  if (word === '') return { note, inTitle: false, near: 0, from: at, row: at, rank: WORST };
   if (at + word.length <= titleLength) {
     const title = whole.slice(0, titleLength);
     if (words.every((one) => title.includes(one))) {
       let rank = title.includes(phrase) ? TITLE_PHRASE : TITLE_WORDS;
       if (title.startsWith(phrase)) rank = title.length === phrase.length ? WHOLE_TITLE : TITLE_START;
-      return { note, inTitle: true, near: 0, from: at, mayBeInRow: true, rank };
+      return { note, inTitle: true, near: 0, from: at, row: at, rank };
     }
   }
-  if (!hasText) return { note, inTitle: false, near: 0, from: at, mayBeInRow: true, rank: WORST };
-  const inRow = words.length === 1 ? at : candidate.mayBeInRow ? whole.indexOf(phrase, at) : -1;
-  const mayBeInRow = inRow >= 0;
-  const best = mayBeInRow
-    ? { at: inRow, distance: 0 }
-    : isCompared
-      ? closest(whole, wanted, at)
-      : { at, distance: FAR };
+  if (!hasText) return { note, inTitle: false, near: 0, from: at, row: at, rank: WORST };
+  const row = words.length === 1 ? at : candidate.row < 0 ? -1 : whole.indexOf(phrase, Math.max(at, candidate.row));
+  const best = row >= 0 ? { at: row, distance: 0 } : isCompared ? closest(whole, wanted, at) : { at, distance: FAR };
   const frequency = isCompared ? repeats(whole, word, at) : 0;
   const rank = IN_TEXT + best.distance * (ONCE + 1) + ONCE - frequency;
-  return { note, inTitle: false, near: Math.max(0, best.at - titleLength - 1), from: at, mayBeInRow, rank };
+  return { note, inTitle: false, near: Math.max(0, best.at - titleLength - 1), from: at, row, rank };
 }
 
 /** Where the words, nowhere in a row, are closest to each other, and how far apart they are there, from 1 to FAR. */

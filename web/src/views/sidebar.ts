@@ -236,5 +236,5 @@ function* gather(search: Iterable<SearchMatch | null>, found: SearchMatch[]): Ge
 
 /** A note in the list of all. */
 function unfiltered(note: Note): SearchMatch {
-  return { note, inTitle: true, near: 0, from: 0, mayBeInRow: true, rank: 0 };
+  return { note, inTitle: true, near: 0, from: 0, row: 0, rank: 0 };
 }
