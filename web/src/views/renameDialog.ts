@@ -63,7 +63,7 @@ export function renameDialog(options: RenameOptions): void {
       h(
         'div',
         { class: 'dialog-foot' },
-        h('span', { class: 'quiet' }, explanation),
+        h('span', { class: 'quiet grow' }, explanation),
         h('button', { class: 'button', t: 'cancel', attrs: { type: 'button' }, on: { click: closeDialog } }),
         h('button', { class: 'button primary', t: 'rename.do', attrs: { type: 'button' }, on: { click: rename } }),
       ),
