@@ -1,6 +1,7 @@
 import { t } from '../i18n/language';
 import type { Note } from '../state/model';
 import { titleOf } from '../state/titleOf';
+import { linkable } from '../text/titleKey';
 import type { MenuGroups, MenuItem } from '../views/menu';
 import { type Context, focusMain, rememberPlace, requireWritable } from './context';
 import { copyText } from './copies';
@@ -22,12 +23,13 @@ export function rowMenu(context: Context, ids: ReadonlyArray<string>): MenuGroup
   const pin = isOne ? (isPinned ? 'cmd.unpin' : 'cmd.pin') : isPinned ? 'rows.unpin' : 'rows.pin';
   const remove = isOne ? 'cmd.delete' : 'rows.delete';
   const notes = () => ids.flatMap((id) => workspace.note(id) ?? []);
+  const link = linkTo(workspace.note(first));
   return [
     [
       ...(isOne ? [item('open', 'open', () => openNote(context, first))] : []),
       item('pin', pin, () => pinNotes(context, ids, !isPinned), workspace.readOnly),
       item('tag', 'rows.tag', () => tagNotes(context, ids), workspace.readOnly),
-      ...(isOne ? [item('copyLink', 'rows.copyLink', () => void copyLink(context, first))] : []),
+      ...(isOne ? [item('copyLink', 'rows.copyLink', () => void copyLink(context, link), !link)] : []),
     ],
     [
       item('exportMarkdown', isOne ? 'cmd.exportMarkdown' : 'rows.exportBook', () => exportRows(context, notes())),
@@ -64,10 +66,15 @@ export function deleteNotes(context: Context, ids: ReadonlyArray<string>): void 
 
 function pinNotes(context: Context, ids: ReadonlyArray<string>, pinned: boolean): void {
   if (!requireWritable(context)) return;
-  context.workspace.setPinned(ids, pinned);
-  const one = pinned ? t('note.pinned') : t('note.unpinned');
-  const many = t(pinned ? 'rows.pinned' : 'rows.unpinned', { n: ids.length });
-  context.shell.toasts.show(ids.length === 1 ? one : many);
+  const { workspace, shell } = context;
+  const changed = ids.filter((id) => workspace.note(id)?.pinned === !pinned);
+  workspace.setPinned(changed, pinned);
+  if (ids.length === 1) {
+    shell.toasts.show(t(pinned ? 'note.pinned' : 'note.unpinned'));
+    return;
+  }
+  const message = t(pinned ? 'rows.pinned' : 'rows.unpinned', { n: ids.length });
+  shell.toasts.show(message, { label: 'undo', run: () => workspace.setPinned(changed, !pinned) });
 }
 
 function exportRows(context: Context, notes: ReadonlyArray<Note>): void {
@@ -76,8 +83,13 @@ function exportRows(context: Context, notes: ReadonlyArray<Note>): void {
   else exportBook(context, notes);
 }
 
-async function copyLink(context: Context, id: string): Promise<void> {
-  const note = context.workspace.note(id);
-  const title = (note && titleOf(note)) || t('untitled');
-  await copyText(context, `[[${title}]]`, t('rows.linkCopied'));
+/** As it is written in a text; empty if the note has no title to call it by. */
+function linkTo(note: Note | null): string {
+  const title = note ? linkable(titleOf(note)) : '';
+  return title && `[[${title}]]`;
+}
+
+async function copyLink(context: Context, link: string): Promise<void> {
+  if (link) await copyText(context, link, t('rows.linkCopied'));
+  else context.shell.toasts.show(t('rows.noLink'));
 }

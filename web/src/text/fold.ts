@@ -122,7 +122,7 @@ function foldWithOrigins(text: string): { folded: string; origin: (at: number) =
     add(fold(text.slice(end, index)), end, true);
     end = index;
     for (const char of beyond) {
-      add(fold(char), end, false);
+      add(foldRun(char), end, false);
       end += char.length;
     }
   }

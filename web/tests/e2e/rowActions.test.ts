@@ -70,3 +70,32 @@ test('selected notes are exported as one Markdown file, or as JSON that can be b
   assert.deepEqual([sent?.body.filename, sent?.body.content], ['Um.md', '# Um\n\na']);
   await context.close();
 });
+
+test('one Undo takes back what pinning several notes has changed', async () => {
+  const { page, context } = await withNotes(['Um', 'Dois', 'Três']);
+  const pinned = () => page.$$eval('#sidebar .row:has(.pin) .row-title', (rows) => rows.map((row) => row.textContent));
+  await page.click('#sidebar .row >> text=Dois', { button: 'right' });
+  await page.click('.menu:not([hidden]) [data-command=pin]');
+  await menuOfFirst(page, 3);
+  await page.click('.menu:not([hidden]) [data-command=pin]');
+  await page.waitForSelector('.toast >> text=3 notes pinned');
+  assert.equal((await pinned()).length, 3);
+  await page.click('.toast >> nth=-1 >> button');
+  await page.waitForFunction(() => document.querySelectorAll('#sidebar .row .pin').length === 1);
+  assert.deepEqual(await pinned(), ['Dois']);
+  await context.close();
+});
+
+test('the copied link leads to the note, whatever its title; without one there is none', async () => {
+  const { page, context } = await withNotes(['# A [b] | c', '\n']);
+  await page.click('#sidebar .row >> nth=0', { button: 'right' });
+  await page.click('.menu:not([hidden]) [data-command=copyLink]');
+  const [copied] = await messages(page, 'quendoClipboard');
+  assert.equal(copied?.body.text, '[[A b c]]');
+  await page.click('#sidebar .row >> nth=1', { button: 'right' });
+  await page.focus('.menu:not([hidden]) [data-command=copyLink][aria-disabled=true]');
+  await page.keyboard.press('Enter');
+  await page.waitForSelector('.toast >> text=A note without a title cannot be linked to');
+  assert.equal((await messages(page, 'quendoClipboard')).length, 1);
+  await context.close();
+});

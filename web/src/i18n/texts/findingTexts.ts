@@ -30,6 +30,7 @@ export const findingTexts = {
   'rows.label': ['Notas selecionadas', 'Selected notes', 'Notas seleccionadas'],
   'rows.copyLink': ['Copiar link', 'Copy link', 'Copiar enlace'],
   'rows.linkCopied': ['Link copiado', 'Link copied', 'Enlace copiado'],
+  'rows.noLink': ['Sem título, a nota não pode receber links', 'A note without a title cannot be linked to', 'Una nota sin título no puede recibir enlaces'],
   'rows.pin': ['Fixar notas', 'Pin notes', 'Fijar notas'],
   'rows.unpin': ['Desafixar notas', 'Unpin notes', 'Dejar de fijar las notas'],
   'rows.tag': ['Adicionar tag…', 'Add tag…', 'Añadir etiqueta…'],
