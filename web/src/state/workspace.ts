@@ -130,7 +130,7 @@ export class Workspace {
       const note = this.#notes.get(id);
       if (note) this.#put(rewritten(note, text, this.now()));
     }
-    if (texts.size) this.#notify('notes');
+    this.#notify('notes');
   }
 
   setFileName(id: string, fileName: string): void {
