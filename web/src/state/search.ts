@@ -86,7 +86,8 @@ export function narrowed(
 export function ranked(matches: ReadonlyArray<SearchMatch>): ReadonlyArray<SearchMatch> {
   const byRank: SearchMatch[][] = Array.from({ length: WORST + 1 }, () => []);
   for (const match of matches) byRank[match.rank]?.push(match);
-  return byRank.flat();
+  // Quicker than flat().
+  return ([] as SearchMatch[]).concat(...byRank);
 }
 
 /** Lets go of the folded texts, which are as large as the notes; the next search makes them again. */

@@ -36,7 +36,7 @@ const HEADING_REMS = 1.875;
  * How often a slow search shows its matches so far. Drawing a new list may take as long as the whole search,
  * so one that finishes sooner draws its list only once.
  */
-const SHOW_MS = 40;
+const SHOW_MS = 100;
 
 /** The list of notes, filtered by the search field. */
 export class Sidebar {
@@ -147,22 +147,29 @@ export class Sidebar {
       });
       return;
     }
-    if (before.source !== query.source) this.#list.toTop();
+    // A repeated search replaces its matches in one go, so the list does not jump.
+    const isRepeated = before.source === query.source;
     const found: SearchMatch[] = [];
     const last = this.#lastSearch;
     const narrower = last?.of === notes ? narrowed(query, last.query, last.found) : null;
     let shown = performance.now();
+    let isFirst = true;
+    const show = (complete: boolean) => {
+      // Not before: the former list would be drawn once more, while the search goes on.
+      if (isFirst && !isRepeated) this.#list.toTop();
+      isFirst = false;
+      this.#show(ranked(found), complete);
+    };
     this.#stopSearch = inSlices(gather(searchNotes(narrower ?? allOf(notes), query), found), {
       slice: SEARCH_SLICE_MS,
       onPause: () => {
         const now = performance.now();
-        // A repeated search replaces its matches in one go, so the list does not jump.
-        if (before.source === query.source || now - shown <= SHOW_MS) return;
-        this.#show(ranked(found), false);
+        if (isRepeated || now - shown <= SHOW_MS) return;
+        show(false);
         shown = now;
       },
       onDone: () => {
-        this.#show(ranked(found), true);
+        show(true);
         this.#lastSearch = { query, of: notes, found };
       },
     });
