@@ -34,7 +34,7 @@ export function fold(text: string): string {
   }
   const folded = units.subarray(0, count);
   // Text of one byte per character takes half the memory and is found faster.
-  return isWide ? wideDecoder.decode(folded) : narrowDecoder.decode(Uint8Array.from(folded));
+  return isWide ? wideDecoder.decode(folded) : narrowDecoder.decode(new Uint8Array(folded));
 }
 
 /** Those that the decoder takes for other characters, as all decoders of Latin-1 on the web do. */
@@ -52,8 +52,10 @@ function foldRun(run: string): string {
   let folded = shortRuns.get(run);
   if (folded === undefined) {
     if (shortRuns.size === MOST_SHORT_RUNS) shortRuns.clear();
-    folded = withoutMarks(run);
-    shortRuns.set(run, folded);
+    // In some engines a part of a string keeps all of it.
+    const copy = JSON.parse(JSON.stringify(run)) as string;
+    folded = withoutMarks(copy);
+    shortRuns.set(copy, folded);
   }
   return folded;
 }
