@@ -11,7 +11,7 @@ endfunction()
 function(quendo_make_icns output)
   find_program(QUENDO_NODE NAMES node nodejs REQUIRED DOC "The Node that builds the page")
   cmake_path(GET CMAKE_CURRENT_FUNCTION_LIST_DIR PARENT_PATH root)
-  set(drawing ${root}/packaging/com.quendo.Quendo.svg)
+  set(drawing ${root}/packaging/icons/com.quendo.Quendo.svg)
   set(script ${root}/web/scripts/make-icns.mjs)
   add_custom_command(
     OUTPUT ${output}

@@ -3,8 +3,7 @@
 // The container is four letters and a length, then for each image its type, a length and a PNG. All numbers
 // are big-endian, and lengths include the eight bytes before the data.
 import { readFile, writeFile } from 'node:fs/promises';
-import { createRequire } from 'node:module';
-import { initWasm, Resvg } from '@resvg/resvg-wasm';
+import { png } from './draw-svg.mjs';
 
 /** The types that hold a PNG, with its width in pixels. The last three and the first two are for Retina displays. */
 const types = {
@@ -21,9 +20,7 @@ const types = {
 const [source, target] = process.argv.slice(2);
 if (!source || !target) throw new Error('usage: make-icns.mjs ICON.svg ICON.icns');
 
-await initWasm(await readFile(createRequire(import.meta.url).resolve('@resvg/resvg-wasm/index_bg.wasm')));
 const svg = await readFile(source, 'utf8');
-const png = (width) => new Resvg(svg, { fitTo: { mode: 'width', value: width } }).render().asPng();
 
 function chunk(type, ...contents) {
   const head = Buffer.alloc(8);
@@ -35,5 +32,5 @@ function chunk(type, ...contents) {
   return Buffer.concat([head, ...contents]);
 }
 
-const images = Object.entries(types).map(([type, width]) => chunk(type, png(width)));
+const images = Object.entries(types).map(([type, width]) => chunk(type, png(svg, width)));
 await writeFile(target, chunk('icns', ...images));

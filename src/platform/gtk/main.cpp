@@ -116,6 +116,7 @@ int main(int argc, char** argv) {
       persistenceTestMode ? "com.quendo.Quendo.PersistenceTest" : "com.quendo.Quendo", quitSignals);
   GtkToolkit toolkit(application, rendering);
   const ExecutableBundle bundle;
+  application.setLicenseFile(bundle.resourcePath().value_or("") + "/licenses.txt");
   const EnvironmentLocale locale;
   PosixFileManager fileManager;
   PosixDocumentFiles documentFiles;

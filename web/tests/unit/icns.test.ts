@@ -11,7 +11,7 @@ after(() => rmSync(folder, { recursive: true }));
 
 function make(name: string): Buffer {
   const file = path.join(folder, name);
-  execFileSync(process.execPath, ['scripts/make-icns.mjs', '../packaging/com.quendo.Quendo.svg', file]);
+  execFileSync(process.execPath, ['scripts/make-icns.mjs', '../packaging/icons/com.quendo.Quendo.svg', file]);
   return readFileSync(file);
 }
 

@@ -1,6 +1,7 @@
 #include "platform/gtk/application/GtkHostApplication.h"
 
 #include <gdkmm/display.h>
+#include <glibmm/fileutils.h>
 #include <gtkmm/aboutdialog.h>
 #include <gtkmm/window.h>
 
@@ -171,9 +172,16 @@ void GtkHostApplication::showAboutPanel() {
   panel->set_program_name("Quendo");
   panel->set_logo_icon_name("com.quendo.Quendo");
   panel->set_version(std::string(kProductVersion) + " (" + std::string(kProductBuild) + ")");
+  panel->set_copyright("© 2025 Quendo");
   panel->set_website(std::string(kPublicSiteUrl));
   panel->set_website_label(std::string(kSiteDomain));
   panel->set_title("Quendo");
+  try {
+    panel->set_license(Glib::file_get_contents(licenseFile_));
+    panel->set_wrap_license(true);
+  } catch (const Glib::FileError&) {
+    // A program without its other files still says which version it is.
+  }
   if (Gtk::Window* window = application_->get_active_window()) panel->set_transient_for(*window);
   panel->set_modal(true);
   // The toolkit's own way would start the browser with the signals that are blocked here.

@@ -40,6 +40,8 @@ class GtkHostApplication final : public Application {
   /// Asked once, in the first instance only, before anything is built. False ends the program with
   /// `kExitCannotStart`.
   void setStartCondition(std::function<bool()> condition) { startCondition_ = std::move(condition); }
+  /// The file that the About panel shows the licences from, in UTF-8.
+  void setLicenseFile(std::string path) { licenseFile_ = std::move(path); }
   /// Runs the event loop until the application ends; returns the exit status.
   int run(int argc, char** argv);
 
@@ -81,6 +83,7 @@ class GtkHostApplication final : public Application {
   std::vector<MenuEntry> entries_;
   std::map<std::string, Glib::RefPtr<Gio::SimpleAction>> actions_;
   std::function<bool()> startCondition_;
+  std::string licenseFile_;
   ApplicationDelegate* delegate_ = nullptr;
   Responder* responder_ = nullptr;
   QuitSignals& quitSignals_;
