@@ -4,18 +4,14 @@ import os
 import platform
 import re
 import subprocess
-from pathlib import Path
 
 import pytest
 
-from conftest import ROOT
-from harness.installation import Installation
 
 
 @pytest.fixture(scope="module")
-def program(tmp_path_factory):
-    build = Path(os.environ.get("QUENDO_BUILD", ROOT / "build" / "release"))
-    return Installation.install(build, tmp_path_factory.mktemp("installation")).program
+def program(installation):
+    return installation.program
 
 
 def read(program, *options):
