@@ -3,6 +3,7 @@
 import os
 import signal
 import subprocess
+from pathlib import Path
 
 import pytest
 
@@ -188,8 +189,9 @@ def test_interrupting_a_start_that_reads_a_terminal_ends_it(make_quendo):
     read, write = os.pipe()
     try:
         quendo.start("-", stdin=read, wait=False)
-        status = f"/proc/{quendo.pid}/wchan"
-        wait_until(lambda: "pipe" in open(status).read(), 10, "the start to read")
+        descriptors = Path(f"/proc/{quendo.pid}/fd")
+        wait_until(lambda: any("quendo-standard-input" in os.readlink(one) for one in descriptors.iterdir()), 10,
+                   "the start to read")
         os.kill(quendo.pid, signal.SIGINT)
         assert quendo.wait_for_end() == -signal.SIGINT
         assert not quendo.windows()
