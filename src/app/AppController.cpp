@@ -39,7 +39,8 @@ AppController::AppController(const HostPorts& ports)
                     ports.workspace),
       sharing_(localization_, pageCalls_, surface_, ports.fileManager, ports.mainQueue, ports.clock,
                ports.uuids, ports.toolkit, sharedLinkHosts()),
-      openedFiles_(state_, localization_, surface_, ports.documentFiles, pageCalls_, ports.application),
+      openedFiles_(state_, localization_, surface_, ports.documentFiles, pageCalls_, ports.application,
+                   [this] { createNote(); }),
       updateChecks_(ports.bundle, ports.defaults, ports.clock, ports.httpSession, ports.mainQueue,
                     ports.workspace, pageCalls_, surface_, localization_),
       menu_(ports.application, state_, pageCalls_, localization_, ports.defaults,
@@ -124,10 +125,24 @@ bool AppController::applicationShouldHandleReopen(bool /*hasVisibleWindows*/) {
   return true;
 }
 
-int AppController::applicationWasStarted(StartKind kind, const std::vector<std::string>& urls) {
-  if (!urls.empty()) return exitStatusAfterOpeningFiles(kind, applicationOpenFiles(urls));
-  if (kind == StartKind::again) applicationShouldHandleReopen(true);
-  return kExitSuccess;
+void AppController::applicationWasStarted(StartKind kind, const StartRequest& request,
+                                          std::function<void(int)> answer) {
+  if (request.urls.empty() && !request.newNote) {
+    if (kind == StartKind::again) applicationShouldHandleReopen(true);
+    answer(kExitSuccess);
+  } else if (state_.fatalMode) {
+    answer(exitStatusOfStart(kind, {.standardInputRefused = request.wantsStandardInput()}));
+  } else {
+    openedFiles_.enqueueStart(request, [kind, answer = std::move(answer)](const TakenOfStart& taken) {
+      answer(exitStatusOfStart(kind, taken));
+    });
+  }
+}
+
+void AppController::createNote() {
+  MenuItem item;
+  item.action = "newNote";
+  menu_.performMenuItem(item);
 }
 
 // A found update is offered in a sheet of the window.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -47,7 +48,8 @@ class AppController final : public ApplicationDelegate,
   bool applicationOpenFiles(const std::vector<std::string>& urls) override {
     return !state_.fatalMode && openedFiles_.enqueueOpenedFiles(urls);
   }
-  int applicationWasStarted(StartKind kind, const std::vector<std::string>& urls) override;
+  void applicationWasStarted(StartKind kind, const StartRequest& request,
+                             std::function<void(int)> answer) override;
   TerminationReply applicationShouldTerminate(TerminationReason reason) override {
     return termination_.applicationShouldTerminate(reason);
   }
@@ -74,6 +76,7 @@ class AppController final : public ApplicationDelegate,
   void makeWebView();
   void makeWindow();
   void loadPage();
+  void createNote();
 
   HostPorts ports_;
   HostState state_;

@@ -86,8 +86,11 @@ void TerminationHandshake::askPage() {
   pageCalls_.afterQueuedKeys(kQueuedKeysLimit, lifetime_.guard([this, attempt] {
     // An attempt that is over must not put the page into its closing state any more.
     if (!isCurrent(attempt)) return;
-    pageCalls_.prepareForTermination(lifetime_.guard(
-        [this, attempt](EvaluationResult reply) { pageDidReply(attempt, std::move(reply)); }));
+    openedFiles_.deliverBeforeQuit(lifetime_.guard([this, attempt] {
+      if (!isCurrent(attempt)) return;
+      pageCalls_.prepareForTermination(lifetime_.guard(
+          [this, attempt](EvaluationResult reply) { pageDidReply(attempt, std::move(reply)); }));
+    }));
   }));
 }
 

@@ -13,11 +13,15 @@ NativeLanguage Localization::current() const {
 }
 
 std::string Localization::tr(std::string_view text) const {
-  const NativeLanguage language = current();
-  if (language == NativeLanguage::pt) return std::string(text);
-  const Translation* row = findTranslation(text);
-  if (!row) return std::string(text);
-  return std::string(language == NativeLanguage::en ? row->english : row->spanish);
+  return std::string(translated(text, current()));
+}
+
+NativeLanguage terminalLanguage(const Locale& locale) {
+  if (!locale.languageCode()) return NativeLanguage::en;
+  for (const std::string& name : locale.preferredLanguages()) {
+    if (const auto language = nativeLanguageFromRawValue(name.substr(0, name.find('_')))) return *language;
+  }
+  return NativeLanguage::en;
 }
 
 }  // namespace quendo

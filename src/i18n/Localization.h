@@ -30,4 +30,9 @@ class Localization {
   const Locale& locale_;
 };
 
+/// The language of what a terminal shows: the first of the user's languages that the program has, and English
+/// without one and in the standard locale, as with other programs there. The setting of the window is not
+/// asked.
+NativeLanguage terminalLanguage(const Locale& locale);
+
 }  // namespace quendo

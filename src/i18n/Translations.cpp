@@ -94,6 +94,69 @@ constexpr std::array kHostTexts = {
     Translation{"Você está usando a versão {version}. Atualize para receber as melhorias mais recentes.",
                 "You are using version {version}. Update to get the latest improvements.",
                 "Estás usando la versión {version}. Actualiza para recibir las mejoras más recientes."},
+    Translation{"Entrada padrão", "Standard input", "Entrada estándar"},
+    // On the command line.
+    Translation{"Uso: quendo [OPÇÃO]... [ARQUIVO]...", "Usage: quendo [OPTION]... [FILE]...",
+                "Uso: quendo [OPCIÓN]... [ARCHIVO]..."},
+    Translation{"Abre cada ARQUIVO, um caminho ou uma URL file:, em uma aba. Se ARQUIVO é -,\n"
+                "a entrada padrão é lida até o fim e se torna uma nova nota. Se o Quendo já\n"
+                "está aberto, a janela dele recebe tudo.",
+                "Opens each FILE, a path or a file: URL, in a tab. When FILE is -, standard input\n"
+                "is read to its end and becomes a new note. Where Quendo runs already, its window\n"
+                "takes everything.",
+                "Abre cada ARCHIVO, una ruta o una URL file:, en una pestaña. Si ARCHIVO es -,\n"
+                "la entrada estándar se lee hasta el final y se convierte en una nota nueva. Si\n"
+                "Quendo ya está abierto, su ventana lo recibe todo."},
+    Translation{"MODO", "MODE", "MODO"},
+    Translation{"abre uma nova nota", "open a new note", "abre una nota nueva"},
+    Translation{"o que desenha a janela: auto, card (a placa de vídeo) ou processor",
+                "what draws the window: auto, card (the graphics card) or processor",
+                "qué dibuja la ventana: auto, card (la tarjeta gráfica) o processor"},
+    Translation{"continua onde o sistema não permite isolar a página em uma sandbox",
+                "go on where the system does not let the page be sandboxed",
+                "continúa donde el sistema no permite aislar la página en una sandbox"},
+    Translation{"mostra a versão e sai", "print the version and exit", "muestra la versión y termina"},
+    Translation{"mostra esta ajuda e sai", "print this help and exit", "muestra esta ayuda y termina"},
+    Translation{"Status de saída:\n"
+                "  0  tudo certo; um Quendo já aberto recebeu ao menos um ARQUIVO\n"
+                "  1  o Quendo não pôde iniciar; a saída de erro diz por quê\n"
+                "  2  o Quendo já aberto não recebeu nenhum ARQUIVO, ou o texto da entrada\n"
+                "     padrão não foi aberto",
+                "Exit status:\n"
+                "  0  all went well; a Quendo that runs already took at least one FILE\n"
+                "  1  Quendo could not start; standard error says why\n"
+                "  2  a Quendo that runs already took no FILE, or the text of standard input\n"
+                "     was not opened",
+                "Estado de salida:\n"
+                "  0  todo bien; un Quendo ya abierto recibió al menos un ARCHIVO\n"
+                "  1  Quendo no pudo iniciarse; la salida de error dice por qué\n"
+                "  2  el Quendo ya abierto no recibió ningún ARCHIVO, o el texto de la entrada\n"
+                "     estándar no se abrió"},
+    Translation{"quendo: opção desconhecida: {argument}", "quendo: unknown option: {argument}",
+                "quendo: opción desconocida: {argument}"},
+    Translation{"quendo: a opção não aceita um valor: {argument}",
+                "quendo: the option takes no value: {argument}",
+                "quendo: la opción no admite un valor: {argument}"},
+    Translation{"quendo: --rendering é auto, card ou processor",
+                "quendo: --rendering is auto, card or processor",
+                "quendo: --rendering es auto, card o processor"},
+    Translation{"Veja quendo --help para mais informações.", "See quendo --help for more information.",
+                "Consulte quendo --help para más información."},
+    Translation{"quendo: a entrada padrão não pôde ser lida: {reason}",
+                "quendo: standard input could not be read: {reason}",
+                "quendo: no se pudo leer la entrada estándar: {reason}"},
+    Translation{"quendo: o texto da entrada padrão não foi aberto",
+                "quendo: the text of standard input was not opened",
+                "quendo: el texto de la entrada estándar no se abrió"},
+    Translation{"quendo: nenhum dos arquivos foi aberto", "quendo: none of the files was opened",
+                "quendo: no se abrió ninguno de los archivos"},
+    Translation{
+        "quendo: o sistema não permite isolar a página em uma sandbox (não há namespaces de usuário); "
+        "inicie com --without-web-sandbox para continuar sem ela.",
+        "quendo: the system does not let the page be sandboxed (user namespaces are not permitted); "
+        "start with --without-web-sandbox to go on without.",
+        "quendo: el sistema no permite aislar la página en una sandbox (no hay espacios de nombres de "
+        "usuario); inicie con --without-web-sandbox para continuar sin ella."},
 };
 
 constexpr std::array<std::string_view, 24> kPortugueseOnly = {
@@ -148,6 +211,12 @@ const Translation* findTranslation(std::string_view portuguese) {
     if (row != table.end()) return &*row;
   }
   return nullptr;
+}
+
+std::string_view translated(std::string_view portuguese, NativeLanguage language) {
+  const Translation* row = language == NativeLanguage::pt ? nullptr : findTranslation(portuguese);
+  if (!row) return portuguese;
+  return language == NativeLanguage::en ? row->english : row->spanish;
 }
 
 }  // namespace quendo

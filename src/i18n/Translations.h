@@ -3,6 +3,8 @@
 #include <span>
 #include <string_view>
 
+#include "i18n/NativeLanguage.h"
+
 namespace quendo {
 
 /// One native text: Portuguese, which is also its key, and its two translations.
@@ -27,5 +29,9 @@ std::span<const std::string_view> portugueseOnlyTexts();
 
 /// The row of the first two tables with exactly that Portuguese text, or null.
 const Translation* findTranslation(std::string_view portuguese);
+
+/// The text in that language; a text without a translation stays as it is. What it returns lives as long as
+/// `portuguese`.
+std::string_view translated(std::string_view portuguese, NativeLanguage language);
 
 }  // namespace quendo

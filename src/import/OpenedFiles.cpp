@@ -1,7 +1,10 @@
 #include "import/OpenedFiles.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <functional>
 #include <iterator>
+#include <optional>
 #include <set>
 #include <string_view>
 #include <utility>
@@ -52,70 +55,132 @@ std::vector<std::string> withoutRepetitions(const std::vector<std::string>& urls
 }
 
 /// The last component of the URL's path, with invalid UTF-8 repaired.
-std::string displayName(const std::string& url) {
+std::string nameOfUrl(const std::string& url) {
   const std::string path = filePathOfUrl(url).value_or(pathOfUrl(url));
   const std::string_view name = lastPathComponent(path);
   return name.empty() ? "Arquivo" : repairedUtf8(name);
 }
 
+/// A page that opens nothing has refused: its notes are read only.
+bool openedNothing(const EvaluationResult& result) {
+  const double* tabs = result.value.number();
+  return tabs && *tabs == 0;
+}
+
 }  // namespace
 
 bool OpenedFiles::enqueueOpenedFiles(const std::vector<std::string>& urls) {
-  const std::size_t queued = readIntoQueue(withoutRepetitions(urls));
-  // Raise the window even if nothing was queued, to let the user see why.
+  const auto start = std::make_shared<Start>();
+  readIntoQueue(StartRequest{.urls = urls}, start);
+  showAndDeliver();
+  return start->taken.any;
+}
+
+void OpenedFiles::enqueueStart(const StartRequest& request, std::function<void(const TakenOfStart&)> answer) {
+  const auto start = std::make_shared<Start>();
+  readIntoQueue(request, start);
+  // Nothing was piped in: that is a note to write in.
+  const bool isEmptyText = request.standardInput && request.standardInput->empty();
+  if (request.newNote || isEmptyText) {
+    start->taken.any = true;
+    ++start->missing;
+    pendingNewNotes_.push_back(start);
+  }
+  const bool waits = request.newNote || request.wantsStandardInput() || state_.terminationPending;
+  if (waits) start->answer = std::move(answer);
+  showAndDeliver();
+  start->settleOne();
+  if (!waits) answer(start->taken);
+}
+
+// Raises the window even if nothing was queued, to let the user see why.
+void OpenedFiles::showAndDeliver() {
   if (surface_.window) surface_.window->makeKeyAndOrderFront();
   application_.activateIgnoringOtherApps(true);
   if (state_.webReady && !state_.terminationPending) deliverPendingFileImports();
-  return queued > 0;
 }
 
-std::size_t OpenedFiles::readIntoQueue(const std::vector<std::string>& urls) {
+QuendoTextFileReader::Result OpenedFiles::read(const StartRequest& request, const std::string& url) const {
+  if (url != kStandardInput || !request.standardInput) return QuendoTextFileReader::read(files_, url);
+  return QuendoTextFileReader::fromBytes(*request.standardInput, localization_.tr("Entrada padrão"));
+}
+
+void OpenedFiles::readIntoQueue(const StartRequest& request, const StartPtr& start) {
   std::int64_t total = 0;
-  for (const QuendoImportedTextFile& file : pendingImportedFiles_) total += file.byteCount;
-  std::size_t queued = 0;
-  for (const std::string& url : urls) {
-    auto outcome = QuendoTextFileReader::read(files_, url);
+  for (const QueuedFile& queued : pendingImportedFiles_) total += queued.file.byteCount;
+  for (const std::string& url : withoutRepetitions(request.urls)) {
+    const bool isStandardInput = url == kStandardInput;
+    if (isStandardInput && request.standardInput && request.standardInput->empty()) continue;
+    auto outcome = read(request, url);
+    std::optional<std::string> failure;
     if (const auto* error = std::get_if<QuendoFileImportError>(&outcome)) {
-      pendingFileOpenFailures_.push_back(displayName(url) + suffixFor(*error));
-      continue;
+      const std::string name = isStandardInput ? localization_.tr("Entrada padrão") : nameOfUrl(url);
+      failure = name + suffixFor(*error);
+    } else if (auto& file = std::get<QuendoImportedTextFile>(outcome);
+               total + file.byteCount > QuendoTextFileReader::maximumBatchBytes) {
+      // A rejected file does not count: a smaller one after it may still fit.
+      failure = file.name + std::string(kOverBatchLimit);
+    } else {
+      total += file.byteCount;
+      start->taken.any = true;
+      ++start->missing;
+      pendingImportedFiles_.push_back({std::move(file), start, isStandardInput});
     }
-    auto& file = std::get<QuendoImportedTextFile>(outcome);
-    // A rejected file does not count: a smaller one after it may still fit.
-    if (total + file.byteCount > QuendoTextFileReader::maximumBatchBytes) {
-      pendingFileOpenFailures_.push_back(file.name + std::string(kOverBatchLimit));
-      continue;
-    }
-    total += file.byteCount;
-    ++queued;
-    pendingImportedFiles_.push_back(std::move(file));
+    if (!failure) continue;
+    pendingFileOpenFailures_.push_back(std::move(*failure));
+    if (isStandardInput) start->taken.standardInputRefused = true;
   }
-  return queued;
 }
 
 void OpenedFiles::deliverPendingFileImports() {
   if (!state_.webReady || state_.terminationPending || nativeImportDeliveryInFlight_) return;
   if (pendingImportedFiles_.empty()) {
     presentPendingFileOpenFailures();
+    openNewNotes();
+  } else {
+    deliver(std::exchange(pendingImportedFiles_, {}), [] {});
+  }
+}
+
+void OpenedFiles::deliverBeforeQuit(std::function<void()> then) {
+  const auto texts = std::ranges::stable_partition(pendingImportedFiles_, std::logical_not<>(),
+                                                   &QueuedFile::isStandardInput);
+  if (!state_.webReady || nativeImportDeliveryInFlight_ || texts.empty()) {
+    then();
     return;
   }
-  Files files = std::exchange(pendingImportedFiles_, {});
+  Files taken(std::make_move_iterator(texts.begin()), std::make_move_iterator(texts.end()));
+  pendingImportedFiles_.erase(texts.begin(), texts.end());
+  deliver(std::move(taken), std::move(then));
+}
+
+void OpenedFiles::deliver(Files files, std::function<void()> then) {
   nativeImportDeliveryInFlight_ = true;
   Value::Array payload;
   payload.reserve(files.size());
-  for (const QuendoImportedTextFile& file : files) payload.emplace_back(file.javascriptPayload());
+  for (const QueuedFile& queued : files) payload.emplace_back(queued.file.javascriptPayload());
   pageCalls_.openNativeFiles(
-      std::move(payload),
-      lifetime_.guard([this, files = std::move(files)](const EvaluationResult& result) mutable {
-        deliveryDidFinish(std::move(files), !result.error);
+      std::move(payload), lifetime_.guard([this, files = std::move(files),
+                                           then = std::move(then)](const EvaluationResult& result) mutable {
+        deliveryDidFinish(std::move(files), result);
+        then();
       }));
 }
 
 // No timed retry: files the page could not accept wait for the next trigger.
-void OpenedFiles::deliveryDidFinish(Files files, bool success) {
+void OpenedFiles::deliveryDidFinish(Files files, const EvaluationResult& result) {
   nativeImportDeliveryInFlight_ = false;
-  if (success) {
+  if (!result.error) {
+    for (const QueuedFile& queued : files) {
+      if (queued.isStandardInput && openedNothing(result)) queued.start->taken.standardInputRefused = true;
+      queued.start->settleOne();
+    }
     presentPendingFileOpenFailures();
-    if (!pendingImportedFiles_.empty()) deliverPendingFileImports();
+    if (!pendingImportedFiles_.empty()) {
+      deliverPendingFileImports();
+    } else {
+      openNewNotes();
+    }
     return;
   }
   files.insert(files.end(), std::make_move_iterator(pendingImportedFiles_.begin()),
@@ -123,6 +188,15 @@ void OpenedFiles::deliveryDidFinish(Files files, bool success) {
   pendingImportedFiles_ = std::move(files);
   pendingFileOpenFailures_.emplace_back(kPageFailed);
   presentPendingFileOpenFailures();
+  openNewNotes();
+}
+
+void OpenedFiles::openNewNotes() {
+  if (!state_.webReady || state_.terminationPending) return;
+  for (const StartPtr& start : std::exchange(pendingNewNotes_, {})) {
+    createNote_();
+    start->settleOne();
+  }
 }
 
 void OpenedFiles::presentPendingFileOpenFailures() {

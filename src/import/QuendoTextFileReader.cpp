@@ -44,9 +44,9 @@ std::string lowercased(std::string_view text) {
   return result;
 }
 
-std::string formatOfPath(std::string_view path) {
+std::string formatOfName(std::string_view name) {
   const auto known =
-      std::find(markdownExtensions.begin(), markdownExtensions.end(), lowercased(pathExtension(path)));
+      std::find(markdownExtensions.begin(), markdownExtensions.end(), lowercased(pathExtension(name)));
   return known != markdownExtensions.end() ? "markdown" : "plain";
 }
 
@@ -60,10 +60,6 @@ std::variant<std::string, QuendoFileImportError> readBytes(const DocumentFiles& 
   }
   auto bytes = files.contents(path, maximumFileBytes);
   if (!bytes) return QuendoFileImportError::unreadable();
-  // The file may have grown since its size was read.
-  if (std::cmp_greater(bytes->size(), maximumFileBytes)) {
-    return QuendoFileImportError::tooLarge(maximumFileBytes);
-  }
   return std::move(*bytes);
 }
 
@@ -75,12 +71,18 @@ Result read(DocumentFiles& files, const std::string& url) {
   const SecurityScope scope(files, url);
   auto read = readBytes(files, *path);
   if (const auto* error = std::get_if<QuendoFileImportError>(&read)) return *error;
-  std::string& bytes = std::get<std::string>(read);
+  return fromBytes(std::move(std::get<std::string>(read)), lastPathComponent(*path));
+}
+
+Result fromBytes(std::string bytes, std::string_view name) {
+  // A file may have grown since its size was read.
+  if (std::cmp_greater(bytes.size(), maximumFileBytes)) {
+    return QuendoFileImportError::tooLarge(maximumFileBytes);
+  }
   const auto byteCount = static_cast<std::int64_t>(bytes.size());
   auto content = decodeText(std::move(bytes));
   if (!content) return QuendoFileImportError::binary();
-  return QuendoImportedTextFile{cleanFilename(lastPathComponent(*path)), std::move(*content),
-                                formatOfPath(*path), byteCount};
+  return QuendoImportedTextFile{cleanFilename(name), std::move(*content), formatOfName(name), byteCount};
 }
 
 std::string cleanFilename(std::string_view name) {

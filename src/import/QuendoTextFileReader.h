@@ -27,6 +27,9 @@ using Result = std::variant<QuendoImportedTextFile, QuendoFileImportError>;
 /// access is released on every path.
 Result read(DocumentFiles& files, const std::string& url);
 
+/// What was read already, as a file of that name. Any thread.
+Result fromBytes(std::string bytes, std::string_view name);
+
 /// Decodes `data` to UTF-8 without a leading byte order mark; `nullopt` if it is binary. The encoding is
 /// taken from the mark, otherwise it is the first that decodes to acceptable text: UTF-8, UTF-16,
 /// Windows-1252, Latin-1, Mac OS Roman. UTF-8 is checked in one pass and returned in the same buffer. Any

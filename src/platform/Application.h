@@ -1,8 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/Menu.h"
@@ -28,6 +32,18 @@ enum class StartKind : std::uint8_t {
   again,   ///< The program was running already, and takes over what the process was started for.
 };
 
+/// Stands for standard input among the files of a start. No URL is spelled like that.
+inline constexpr std::string_view kStandardInput = "-";
+
+/// What a process of the program was started for.
+struct StartRequest {
+  std::vector<std::string> urls = {};             ///< Files to open, and `kStandardInput`, in their order.
+  bool newNote = false;                           ///< A new note is to be opened, after the files.
+  std::optional<std::string> standardInput = {};  ///< What was read from it, to its end.
+
+  bool wantsStandardInput() const { return std::ranges::find(urls, kStandardInput) != urls.end(); }
+};
+
 /// What the application object asks its delegate. Main thread.
 class ApplicationDelegate : public MenuDelegate {
  public:
@@ -36,9 +52,11 @@ class ApplicationDelegate : public MenuDelegate {
   virtual bool applicationShouldHandleReopen(bool hasVisibleWindows) = 0;
   /// The desktop hands over files, as URLs. False when none of them was taken.
   virtual bool applicationOpenFiles(const std::vector<std::string>& urls) = 0;
-  /// A process was started with these URLs, which may be none; a launch first finishes launching. Returns
-  /// the exit status: of the process itself when it was started again, of the program when it launched.
-  virtual int applicationWasStarted(StartKind kind, const std::vector<std::string>& urls) = 0;
+  /// A process was started for this, which may be nothing; a launch first finishes launching. `answer` gets
+  /// the exit status, once, now or later: of the process itself when it was started again, of the program
+  /// when it launched. A program that ends before it has answered answers with `exitStatusWithoutAnswer`.
+  virtual void applicationWasStarted(StartKind kind, const StartRequest& request,
+                                     std::function<void(int)> answer) = 0;
   virtual TerminationReply applicationShouldTerminate(TerminationReason reason) = 0;
   virtual bool applicationShouldTerminateAfterLastWindowClosed() const = 0;
 };

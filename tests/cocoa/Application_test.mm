@@ -18,7 +18,7 @@ struct Delegate final : ApplicationDelegate {
     opened.push_back(urls);
     return takes;
   }
-  int applicationWasStarted(StartKind, const std::vector<std::string>&) override { return 0; }
+  void applicationWasStarted(StartKind, const StartRequest&, std::function<void(int)>) override {}
   TerminationReply applicationShouldTerminate(TerminationReason reason) override {
     reasons.push_back(reason);
     return reply;

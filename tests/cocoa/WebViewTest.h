@@ -54,7 +54,7 @@ struct DropRecorder final : ApplicationDelegate {
     opened.push_back(urls);
     return true;
   }
-  int applicationWasStarted(StartKind, const std::vector<std::string>&) override { return 0; }
+  void applicationWasStarted(StartKind, const StartRequest&, std::function<void(int)>) override {}
   TerminationReply applicationShouldTerminate(TerminationReason) override { return TerminationReply::later; }
   bool applicationShouldTerminateAfterLastWindowClosed() const override { return true; }
 

@@ -12,6 +12,7 @@ from harness.installation import ROOT, Installation, sandbox_arguments
 from harness.probe import Probe, probed_page
 from harness.program import Quendo
 from harness.reporter import Reporter
+from harness.slow import SlowServer
 
 
 @pytest.hookimpl(tryfirst=True, hookwrapper=True)
@@ -62,6 +63,14 @@ def program_arguments():
 def reporter():
     """The loopback server that a test page reports to and takes commands from."""
     server = Reporter()
+    yield server
+    server.close()
+
+
+@pytest.fixture
+def slow():
+    """A server that holds its answers back until `slow.answer()`."""
+    server = SlowServer()
     yield server
     server.close()
 

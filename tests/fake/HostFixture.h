@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,6 +27,19 @@ class HostTest : public ::testing::Test {
     launch();
     finishLoading();
     platform_.log.clear();
+  }
+
+  /// Starts the program with this, in the process that runs or another one; its exit status, or none yet.
+  std::shared_ptr<std::optional<int>> begin(StartKind kind, const StartRequest& request) {
+    auto status = std::make_shared<std::optional<int>>();
+    application().applicationWasStarted(kind, request, [status](int answer) {
+      EXPECT_FALSE(*status) << "answered twice";
+      *status = answer;
+    });
+    return status;
+  }
+  int startedFor(StartKind kind, std::vector<std::string> urls) {
+    return begin(kind, StartRequest{.urls = std::move(urls)})->value();
   }
 
   FakeWebView& page() { return *platform_.toolkit.webView; }

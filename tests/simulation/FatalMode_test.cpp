@@ -40,7 +40,7 @@ TEST_F(FatalModeTest, NoFileIsTaken) {
   EXPECT_FALSE(application().applicationOpenFiles({"file:///a.md", "file:///missing.md"}));
   EXPECT_TRUE(platform_.documents.log.empty());
   EXPECT_TRUE(platform_.log.empty());
-  EXPECT_EQ(application().applicationWasStarted(StartKind::again, {"file:///a.md"}), 2);
+  EXPECT_EQ(startedFor(StartKind::again, {"file:///a.md"}), 2);
   finishLoading();
   EXPECT_TRUE(page().asyncCalls.empty());
   EXPECT_EQ(shown(), 0U);
@@ -120,7 +120,7 @@ TEST_F(FatalModeTest, QuittingIsAnsweredAtOnceHoweverItIsAskedFor) {
 
 TEST_F(FatalModeTest, AStartWithoutFilesStillBringsTheWindowWithItsAlertToTheFront) {
   fail();
-  EXPECT_EQ(application().applicationWasStarted(StartKind::again, {}), 0);
+  EXPECT_EQ(startedFor(StartKind::again, {}), 0);
   EXPECT_EQ(platform_.log, (fake::CallLog{"makeKeyAndOrderFront", "activateIgnoringOtherApps true"}));
 }
 

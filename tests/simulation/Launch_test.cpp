@@ -155,9 +155,9 @@ TEST_F(NotesLockedElsewhereTest, QuitsAtOnceFromTheAlertAndWhenAskedInAnyOtherWa
 TEST_F(NotesLockedElsewhereTest, KeepsTheFilesOfEveryStartForThePageThatIsToCome) {
   platform_.documents.setFile("/a.md", "A");
   platform_.documents.setFile("/b.md", "B");
-  EXPECT_EQ(application().applicationWasStarted(StartKind::launch, {"file:///a.md"}), 0);
-  EXPECT_EQ(application().applicationWasStarted(StartKind::again, {"file:///b.md"}), 0);
-  EXPECT_EQ(application().applicationWasStarted(StartKind::again, {}), 0);
+  EXPECT_EQ(startedFor(StartKind::launch, {"file:///a.md"}), 0);
+  EXPECT_EQ(startedFor(StartKind::again, {"file:///b.md"}), 0);
+  EXPECT_EQ(startedFor(StartKind::again, {}), 0);
   otherSessionEnds("{}");
   platform_.mainQueue.advance(300ms);
   finishLoading();
@@ -188,22 +188,22 @@ class StartTest : public fake::HostTest {
 };
 
 TEST_F(StartTest, ASecondStartEndsWellWhenOneOfItsFilesWasTaken) {
-  EXPECT_EQ(application().applicationWasStarted(StartKind::again, {"file:///gone.md", "file:///a.md"}), 0);
+  EXPECT_EQ(startedFor(StartKind::again, {"file:///gone.md", "file:///a.md"}), 0);
 }
 
 TEST_F(StartTest, ASecondStartSaysThatNoneOfItsFilesWasTaken) {
-  EXPECT_EQ(application().applicationWasStarted(StartKind::again, {"file:///gone.md"}), 2);
+  EXPECT_EQ(startedFor(StartKind::again, {"file:///gone.md"}), 2);
 }
 
 TEST_F(StartTest, ALaunchEndsWellWhateverBecameOfItsFiles) {
-  EXPECT_EQ(application().applicationWasStarted(StartKind::launch, {"file:///gone.md"}), 0);
-  EXPECT_EQ(application().applicationWasStarted(StartKind::launch, {}), 0);
+  EXPECT_EQ(startedFor(StartKind::launch, {"file:///gone.md"}), 0);
+  EXPECT_EQ(startedFor(StartKind::launch, {}), 0);
 }
 
 TEST_F(StartTest, ASecondStartWithoutFilesOnlyBringsTheWindowToTheFront) {
-  EXPECT_EQ(application().applicationWasStarted(StartKind::launch, {}), 0);
+  EXPECT_EQ(startedFor(StartKind::launch, {}), 0);
   EXPECT_TRUE(platform_.log.empty());
-  EXPECT_EQ(application().applicationWasStarted(StartKind::again, {}), 0);
+  EXPECT_EQ(startedFor(StartKind::again, {}), 0);
   EXPECT_EQ(platform_.log, (fake::CallLog{"makeKeyAndOrderFront", "activateIgnoringOtherApps true"}));
 }
 

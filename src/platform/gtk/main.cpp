@@ -1,16 +1,22 @@
 #include <gdkmm/display.h>
 #include <glib.h>
 #include <gtkmm/icontheme.h>
+#include <unistd.h>
 
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <optional>
+#include <span>
+#include <string>
 #include <string_view>
-#include <vector>
 
 #include "app/AppController.h"
+#include "app/CommandLine.h"
 #include "app/ExitStatus.h"
+#include "i18n/Localization.h"
+#include "i18n/Translations.h"
+#include "import/QuendoTextFileReader.h"
 #include "platform/SiteConfiguration.h"
 #include "platform/gtk/application/GLibMainQueue.h"
 #include "platform/gtk/application/GLibUuidSource.h"
@@ -22,6 +28,7 @@
 #include "platform/gtk/application/KeyFileDefaults.h"
 #include "platform/gtk/application/QuitSignals.h"
 #include "platform/gtk/application/SoupHttpSession.h"
+#include "platform/gtk/application/StandardInput.h"
 #include "platform/gtk/rendering/Rendering.h"
 #include "platform/gtk/web/SandboxProbe.h"
 #include "platform/posix/EnvironmentLocale.h"
@@ -34,57 +41,48 @@
 
 namespace {
 
-constexpr std::string_view kUsage =
-    "Usage: quendo [OPTION] [FILE...]\n"
-    "\n"
-    "Opens each FILE, a path or a file: URL, in a tab. Where Quendo runs already, its window takes them; "
-    "the\n"
-    "exit status is then 0 when at least one was taken, and 2 when none was.\n"
-    "\n"
-    "  --rendering=PATH       let the graphics card or the processor draw: auto, card, processor\n"
-    "  --without-web-sandbox  go on where the system does not let the page be sandboxed\n"
-    "  --version              print the version and exit\n"
-    "  --help                 print this help and exit\n";
-
-constexpr std::string_view kNoSandbox =
-    "Quendo cannot sandbox its page on this system (user namespaces are not permitted); "
-    "start it with --without-web-sandbox to go on without.\n";
-
 void print(std::FILE* stream, std::string_view text) {
   std::fwrite(text.data(), 1, text.size(), stream);
 }
 
-struct Options {
-  bool withoutWebSandbox = false;
-  std::optional<quendo::gtk::RenderingPath> rendering;
-  std::vector<char*> rest;
+/// What a command line asks for that starts nothing: a text on standard output. Returns the exit status.
+int show(std::string_view text) {
+  print(stdout, text);
+  return std::fflush(stdout) == 0 ? quendo::kExitSuccess : quendo::kExitCannotStart;
+}
+
+/// Messages on standard error, in the language of the terminal.
+class Complaints {
+ public:
+  explicit Complaints(quendo::NativeLanguage language) : language_(language) {}
+
+  void say(std::string_view text) const {
+    print(stderr, std::string(quendo::translated(text, language_)) + "\n");
+  }
+  void standardInputIsUnreadable(int error) const {
+    std::setlocale(LC_ALL, "");
+    constexpr std::string_view kPlaceholder = "{reason}";
+    std::string text(quendo::translated("quendo: a entrada padrão não pôde ser lida: {reason}", language_));
+    text.replace(text.find(kPlaceholder), kPlaceholder.size(), g_strerror(error));
+    print(stderr, text + "\n");
+  }
+
+ private:
+  const quendo::NativeLanguage language_;
 };
 
-/// Takes the program's own options out of the command line. Ends the program for those that ask to.
-Options takeOptions(int argc, char** argv) {
-  constexpr std::string_view kRendering = "--rendering=";
-  Options options;
-  for (int i = 0; i < argc; ++i) {
-    const std::string_view argument = argv[i];
-    if (argument == "--without-web-sandbox") {
-      options.withoutWebSandbox = true;
-    } else if (argument.starts_with(kRendering)) {
-      const std::string_view path = argument.substr(kRendering.size());
-      options.rendering = quendo::gtk::renderingPathNamed(path);
-      if (options.rendering || path == "auto") continue;
-      print(stderr, "quendo: --rendering is auto, card or processor\n");
-      std::exit(quendo::kExitCannotStart);
-    } else if (argument == "--version") {
-      print(stdout, "quendo " + std::string(quendo::kProductVersion) + "\n");
-      std::exit(EXIT_SUCCESS);
-    } else if (argument == "--help") {
-      print(stdout, kUsage);
-      std::exit(EXIT_SUCCESS);
-    } else {
-      options.rest.push_back(argv[i]);
-    }
-  }
-  return options;
+/// Replaces this process with a new start of the program. Standard input that was kept can be read again.
+int startAnew(char** arguments) {
+  ::execv("/proc/self/exe", arguments);
+  std::perror("quendo");
+  return quendo::kExitCannotStart;
+}
+
+std::string workingDirectory() {
+  gchar* directory = g_get_current_dir();
+  std::string path(directory);
+  g_free(directory);
+  return path;
 }
 
 /// Makes the icons beside the program known, wherever the installed tree was moved to.
@@ -100,14 +98,37 @@ void addIcons(const quendo::Bundle& bundle) {
 int main(int argc, char** argv) {
   using namespace quendo;
   using namespace quendo::gtk;
+  const EnvironmentLocale locale;
+  const NativeLanguage language = terminalLanguage(locale);
+  const Complaints complaints(language);
+  const std::span arguments(argv, static_cast<std::size_t>(argc));
+  const CommandLine line =
+      parseCommandLine(arguments.last(arguments.empty() ? 0 : arguments.size() - 1), workingDirectory());
+  switch (line.action) {
+    case CommandLine::Action::showHelp:
+      return show(helpText(language));
+    case CommandLine::Action::showVersion:
+      return show("quendo " + std::string(kProductVersion) + "\n");
+    case CommandLine::Action::refuse:
+      print(stderr, refusalText(line, language));
+      return kExitCannotStart;
+    case CommandLine::Action::start:
+      break;
+  }
+  // While signals still end the process: it may be a terminal that is read.
+  if (line.request.wantsStandardInput()) {
+    if (const int error = keepStandardInput(QuendoTextFileReader::maximumFileBytes); error != 0) {
+      complaints.standardInputIsUnreadable(error);
+      return kExitCannotStart;
+    }
+  }
   // Before anything can start a thread or a process.
   QuitSignals quitSignals;
-  Options options = takeOptions(argc, argv);
   const bool persistenceTestMode =
       persistenceTestModeFromEnvironmentValue(std::getenv("QUENDO_PERSISTENCE_TEST"));
   SandboxProbe sandboxProbe;
   KeyFileDefaults defaults(userDefaultsPath());
-  Rendering rendering(options.rendering, defaults);
+  Rendering rendering(renderingPathNamed(line.rendering), defaults);
   g_set_prgname("com.quendo.Quendo");
   g_set_application_name("Quendo");
 
@@ -117,7 +138,6 @@ int main(int argc, char** argv) {
   GtkToolkit toolkit(application, rendering);
   const ExecutableBundle bundle;
   application.setLicenseFile(bundle.resourcePath().value_or("") + "/licenses.txt");
-  const EnvironmentLocale locale;
   PosixFileManager fileManager;
   PosixDocumentFiles documentFiles;
   ThreadSerialQueue storeQueue;
@@ -138,12 +158,21 @@ int main(int argc, char** argv) {
     rendering.begin();
     addIcons(bundle);
     if (sandboxProbe.sandboxWorks()) return true;
-    if (!options.withoutWebSandbox) {
-      print(stderr, kNoSandbox);
+    if (!line.withoutWebSandbox) {
+      complaints.say(
+          "quendo: o sistema não permite isolar a página em uma sandbox (não há namespaces de usuário); "
+          "inicie com --without-web-sandbox para continuar sem ela.");
       return false;
     }
     g_setenv("WEBKIT_DISABLE_SANDBOX_THIS_IS_DANGEROUS", "1", TRUE);
     return true;
   });
-  return application.run(static_cast<int>(options.rest.size()), options.rest.data());
+  const int status = application.run(line.request);
+  if (status == kExitStartAnew) return startAnew(argv);
+  if (status != kExitSuccess && line.request.wantsStandardInput()) {
+    complaints.say("quendo: o texto da entrada padrão não foi aberto");
+  } else if (status == kExitNothingTaken) {
+    complaints.say("quendo: nenhum dos arquivos foi aberto");
+  }
+  return status;
 }

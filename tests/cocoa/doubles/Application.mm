@@ -88,10 +88,14 @@ class Adaptor final : public ApplicationDelegate {
     return state().openReply == NSApplicationDelegateReplySuccess;
   }
   // There are no second processes: the system hands their files, or the wish to see the window, to the first.
-  int applicationWasStarted(StartKind kind, const std::vector<std::string>& urls) override {
-    if (!urls.empty()) return exitStatusAfterOpeningFiles(kind, applicationOpenFiles(urls));
+  void applicationWasStarted(StartKind kind, const StartRequest& request,
+                             std::function<void(int)> answer) override {
+    if (!request.urls.empty()) {
+      answer(exitStatusOfStart(kind, {.any = applicationOpenFiles(request.urls)}));
+      return;
+    }
     if (kind == StartKind::again) applicationShouldHandleReopen(true);
-    return kExitSuccess;
+    answer(kExitSuccess);
   }
   TerminationReply applicationShouldTerminate(TerminationReason reason) override {
     const Turn turn;

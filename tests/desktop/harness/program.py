@@ -1,8 +1,10 @@
 """One or more runs of the program in a home directory of its own."""
 
+import contextlib
 import os
 import signal
 import subprocess
+import threading
 from pathlib import Path
 
 from . import actions, desktop, process
@@ -28,6 +30,11 @@ for _number in (signal.SIGINT, signal.SIGHUP, signal.SIGTERM):
 def is_main(window):
     """Whether a window of the program's has the title of a main window."""
     return window.title == "Quendo" or window.title.endswith(" — Quendo")
+
+
+def _fill(pipe, text):
+    with contextlib.suppress(BrokenPipeError), pipe:
+        pipe.write(text)
 
 
 class Quendo:
@@ -85,29 +92,40 @@ class Quendo:
 
     # Starting and ending.
 
-    def start(self, *arguments, environment=None, wait=True, timeout=20.0):
-        """Starts the program. With `wait`, returns once its window exists and has the focus."""
+    def start(self, *arguments, environment=None, stdin=None, wait=True, timeout=20.0):
+        """Starts the program. With `wait`, returns once its window exists and has the focus. `stdin` is a descriptor
+        or bytes that come through a pipe."""
         assert self._running is None or self._running.poll() is not None, "it is already running"
         # A pointer resting where the menu bar appears would move the keyboard focus to it.
         desktop.park_pointer()
-        self._running = self._launch(arguments, environment)
+        self._running = self._launch(arguments, environment, stdin)
         if wait:
             self.focus(self.wait_for_window(timeout=timeout))
         return self
 
-    def start_another(self, *arguments, environment=None, timeout=20.0):
+    def start_another(self, *arguments, environment=None, stdin=None, timeout=20.0):
         """Starts a second instance, waits for it to exit and returns its exit status."""
-        other = self._launch(arguments, environment)
-        self._others.append(other)
-        return other.wait(timeout)
+        return self.begin_another(*arguments, environment=environment, stdin=stdin).wait(timeout)
 
-    def _launch(self, arguments, environment):
+    def begin_another(self, *arguments, environment=None, stdin=None):
+        """Starts a second instance, and returns its process without waiting for it to exit."""
+        other = self._launch(arguments, environment, stdin)
+        self._others.append(other)
+        return other
+
+    def _launch(self, arguments, environment, stdin):
         log = self.home / "output.log"
         with open(log, "ab") as output:
-            return subprocess.Popen(
+            piped = isinstance(stdin, bytes)
+            one = subprocess.Popen(
                 [*self.launcher, str(self.installation.program), *self.arguments, *map(str, arguments)],
-                env=self.environment | (environment or {}), cwd=self.home, stdin=subprocess.DEVNULL,
+                env=self.environment | (environment or {}), cwd=self.home,
+                stdin=subprocess.PIPE if piped else subprocess.DEVNULL if stdin is None else stdin,
                 stdout=output, stderr=output, start_new_session=True)
+        if piped:
+            # What does not fit into the pipe waits for the program.
+            threading.Thread(target=_fill, args=(one.stdin, stdin), daemon=True).start()
+        return one
 
     @property
     def pid(self):

@@ -74,6 +74,22 @@ TEST_F(LocalizationTest, FollowsAChangeOfTheSettingAtTheNextCall) {
   EXPECT_EQ(localization_.tr("Abrir arquivo…"), "Abrir archivo…");
 }
 
+TEST_F(LocalizationTest, ATerminalShowsTheFirstLanguageOfTheUsersThatThereIsAndElseEnglish) {
+  setLanguage("pt");
+  const auto shown = [this](std::optional<std::string> code, std::vector<std::string> languages) {
+    locale_.code = std::move(code);
+    locale_.languages = std::move(languages);
+    return terminalLanguage(locale_);
+  };
+  EXPECT_EQ(shown("es", {"es_ES"}), NativeLanguage::es);
+  EXPECT_EQ(shown("pt", {"pt_BR"}), NativeLanguage::pt);
+  EXPECT_EQ(shown("pt", {"fr", "es_AR", "pt_BR"}), NativeLanguage::es);
+  EXPECT_EQ(shown("fr", {"fr_FR"}), NativeLanguage::en);
+  EXPECT_EQ(shown("fr", {}), NativeLanguage::en);
+  EXPECT_EQ(shown(std::nullopt, {"es"}), NativeLanguage::en)
+      << "the standard locale, whatever LANGUAGE lists";
+}
+
 TEST(NativeLanguage, ListsItsThreeCasesInOrder) {
   ASSERT_EQ(kAllLanguages.size(), 3U);
   EXPECT_EQ(rawValue(kAllLanguages[0]), "pt");

@@ -1,30 +1,42 @@
 #include "platform/gtk/application/GtkHostApplication.h"
 
 #include <gdkmm/display.h>
+#include <gio/gunixinputstream.h>
 #include <glibmm/fileutils.h>
 #include <gtkmm/aboutdialog.h>
 #include <gtkmm/window.h>
 
+#include <cstdint>
+#include <span>
 #include <utility>
 
+#include "app/CommandLine.h"
 #include "app/ExitStatus.h"
-#include "files/Url.h"
+#include "import/QuendoTextFileReader.h"
 #include "platform/SiteConfiguration.h"
 #include "platform/gtk/application/GioWorkspace.h"
+#include "platform/gtk/application/StandardInput.h"
 
 namespace quendo::gtk {
 namespace {
 
-/// The URLs of the files that a start was given. Names may be any bytes, and are relative to the working
-/// directory of the start that gave them.
-std::vector<std::string> fileUrlsOf(Gio::ApplicationCommandLine& line) {
+constexpr std::int64_t kMostStandardInput = QuendoTextFileReader::maximumFileBytes;
+
+/// What a start, of this process or another one, has put on the bus with `argumentsOf`. The text of standard
+/// input is missing if it cannot be read.
+StartRequest requestOf(Gio::ApplicationCommandLine& line) {
   int count = 0;
   gchar** arguments = g_application_command_line_get_arguments(line.gobj(), &count);
-  const char* directory = g_application_command_line_get_cwd(line.gobj());
-  std::vector<std::string> urls;
-  for (int i = 1; i < count; ++i) urls.push_back(urlOfArgument(arguments[i], directory ? directory : "/"));
+  StartRequest request =
+      parseCommandLine(std::span(arguments, static_cast<std::size_t>(count)).subspan(1), "/").request;
   g_strfreev(arguments);
-  return urls;
+  if (!request.wantsStandardInput()) return request;
+  const auto stream = line.get_stdin();
+  if (stream && G_IS_UNIX_INPUT_STREAM(stream->gobj())) {
+    const int descriptor = g_unix_input_stream_get_fd(G_UNIX_INPUT_STREAM(stream->gobj()));
+    request.standardInput = keptStandardInput(descriptor, kMostStandardInput);
+  }
+  return request;
 }
 
 }  // namespace
@@ -38,8 +50,7 @@ GtkHostApplication::GtkHostApplication(const std::string& identifier, QuitSignal
                            G_CALLBACK(+[](GtkHostApplication* self) { self->onSessionQueryEnd(); }), this);
   application_->signal_startup().connect(sigc::mem_fun(*this, &GtkHostApplication::onStartup));
   application_->signal_command_line().connect(
-      [this](const Glib::RefPtr<Gio::ApplicationCommandLine>& line) { return onCommandLine(*line.get()); },
-      false);
+      [this](const Glib::RefPtr<Gio::ApplicationCommandLine>& line) { return onCommandLine(line); }, false);
 }
 
 GtkHostApplication::~GtkHostApplication() {
@@ -63,12 +74,28 @@ void GtkHostApplication::releaseSession() {
     gtk_application_uninhibit(application_->gobj(), std::exchange(sessionInhibitor_, 0));
 }
 
-int GtkHostApplication::run(int argc, char** argv) {
+int GtkHostApplication::run(const StartRequest& request) {
   // A second start has nothing to save, and nothing would read its signals while it waits for the first.
   g_application_register(G_APPLICATION(application_->gobj()), nullptr, nullptr);
   if (application_->is_remote()) quitSignals_.release();
-  const int status = application_->run(argc, argv);
-  return exitStatus_ != 0 ? exitStatus_ : status;
+  std::vector<std::string> arguments = {"quendo"};
+  for (std::string& argument : argumentsOf(request)) arguments.push_back(std::move(argument));
+  std::vector<char*> pointers;
+  for (std::string& argument : arguments) pointers.push_back(argument.data());
+  pointers.push_back(nullptr);
+  const int status = application_->run(static_cast<int>(arguments.size()), pointers.data());
+  releaseUnanswered();
+  return exitStatus_.value_or(status);
+}
+
+// The name on the bus is free by now, so that these processes can take it.
+void GtkHostApplication::releaseUnanswered() {
+  if (unanswered_.empty()) return;
+  GDBusConnection* bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
+  unanswered_.clear();
+  if (!bus) return;
+  g_dbus_connection_flush_sync(bus, nullptr, nullptr);
+  g_object_unref(bus);
 }
 
 void GtkHostApplication::onStartup() {
@@ -83,10 +110,25 @@ void GtkHostApplication::onStartup() {
 }
 
 // The first call belongs to the launch itself; each later one is a second start.
-int GtkHostApplication::onCommandLine(Gio::ApplicationCommandLine& line) {
+int GtkHostApplication::onCommandLine(const Glib::RefPtr<Gio::ApplicationCommandLine>& line) {
   if (!started_) return kExitCannotStart;
   const StartKind kind = std::exchange(launched_, true) ? StartKind::again : StartKind::launch;
-  return delegate_->applicationWasStarted(kind, fileUrlsOf(line));
+  const StartRequest request = requestOf(*line.get());
+  // The other process gets its status once nobody holds the line.
+  const auto start = unanswered_.insert(unanswered_.end(), {kind, line});
+  auto status = std::make_shared<int>(exitStatusWithoutAnswer(kind, request));
+  setExitStatus(*start, *status);
+  delegate_->applicationWasStarted(kind, request, [this, start, status](int answer) {
+    *status = answer;
+    setExitStatus(*start, answer);
+    unanswered_.erase(start);
+  });
+  return *status;
+}
+
+void GtkHostApplication::setExitStatus(const Start& start, int status) {
+  start.line->set_exit_status(status);
+  if (start.kind == StartKind::launch) exitStatus_ = status;
 }
 
 // Presenting the window is all that activation means here; the desktop decides about focus stealing.

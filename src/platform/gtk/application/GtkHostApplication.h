@@ -6,8 +6,10 @@
 #include <gtkmm/application.h>
 
 #include <functional>
+#include <list>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -42,8 +44,9 @@ class GtkHostApplication final : public Application {
   void setStartCondition(std::function<bool()> condition) { startCondition_ = std::move(condition); }
   /// The file that the About panel shows the licences from, in UTF-8.
   void setLicenseFile(std::string path) { licenseFile_ = std::move(path); }
-  /// Runs the event loop until the application ends; returns the exit status.
-  int run(int argc, char** argv);
+  /// Hands the request over to the application that runs already, or runs the event loop until this one ends;
+  /// returns the exit status. The text of standard input is that of the process, which must have kept it.
+  int run(const StartRequest& request);
 
   void setActivationPolicyRegular() override {}
   void setDelegate(ApplicationDelegate* delegate) override { delegate_ = delegate; }
@@ -67,11 +70,19 @@ class GtkHostApplication final : public Application {
   Glib::RefPtr<Gio::Menu> menuBar() const { return menuBar_; }
 
  private:
+  /// A process that waits for its exit status, this one or another.
+  struct Start {
+    StartKind kind;
+    Glib::RefPtr<Gio::ApplicationCommandLine> line;
+  };
+
   void onStartup();
   void askToTerminate(TerminationReason reason);
   void onSessionQueryEnd();
   void releaseSession();
-  int onCommandLine(Gio::ApplicationCommandLine& line);
+  int onCommandLine(const Glib::RefPtr<Gio::ApplicationCommandLine>& line);
+  void setExitStatus(const Start& start, int status);
+  void releaseUnanswered();
   void installAction(const MenuEntry& entry);
   bool isEnabled(const MenuItem& item) const;
   void perform(const MenuItem& item);
@@ -90,7 +101,8 @@ class GtkHostApplication final : public Application {
   unsigned sessionInhibitor_ = 0;  ///< Holds up the session's end while a quit is negotiated, or 0.
   bool started_ = false;           ///< The launch has begun.
   bool launched_ = false;          ///< The command line of the launch itself has been seen.
-  int exitStatus_ = 0;
+  std::list<Start> unanswered_;
+  std::optional<int> exitStatus_;  ///< Of the launch, once it is known.
 };
 
 }  // namespace quendo::gtk
