@@ -5,6 +5,11 @@ set(here ${CPACK_QUENDO_SOURCE_DIR}/packaging/debian)
 set(documents ${usr}/share/doc/${CPACK_PACKAGE_NAME})
 file(MAKE_DIRECTORY ${documents})
 
+# CPack has installed into a folder of its own.
+set(CMAKE_INSTALL_PREFIX ${CPACK_PACKAGING_INSTALL_PREFIX})
+configure_file(${CPACK_QUENDO_SOURCE_DIR}/packaging/com.quendo.Quendo.service.in
+               ${usr}/share/dbus-1/services/com.quendo.Quendo.service @ONLY)
+
 # Without the name and the time, which would differ from one build to the next.
 function(compress file)
   execute_process(COMMAND gzip -9n ${file} COMMAND_ERROR_IS_FATAL ANY)

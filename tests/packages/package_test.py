@@ -74,11 +74,19 @@ def test_everything_is_in_the_system_s_folders_and_nothing_in_a_users(deb):
     assert not re.search(r"\b(post|pre)(inst|rm)\b", scripts), "the package runs scripts"
 
 
+def file_of(deb, path):
+    return subprocess.run(f"dpkg-deb --fsys-tarfile '{deb}' | tar -xO './{path}'", shell=True, check=True,
+                          capture_output=True, text=True).stdout
+
+
+def test_the_bus_starts_the_installed_program(deb):
+    service = file_of(deb, "usr/share/dbus-1/services/com.quendo.Quendo.service")
+    assert service == "[D-BUS Service]\nName=com.quendo.Quendo\nExec=/usr/bin/quendo\n"
+
+
 def test_the_licences_travel_with_it(deb):
     assert {"usr/share/doc/quendo/copyright", "usr/share/quendo/licenses.txt"} <= set(contents(deb))
-    copyright_file = subprocess.run(
-        f"dpkg-deb --fsys-tarfile '{deb}' | tar -xO ./usr/share/doc/quendo/copyright", shell=True, check=True,
-        capture_output=True, text=True).stdout
+    copyright_file = file_of(deb, "usr/share/doc/quendo/copyright")
     assert "License: LicenseRef-proprietary" in copyright_file
     assert "simdjson (Apache-2.0)" in copyright_file and "@codemirror/state" in copyright_file
 

@@ -42,7 +42,8 @@ StartRequest requestOf(Gio::ApplicationCommandLine& line) {
 }  // namespace
 
 GtkHostApplication::GtkHostApplication(const std::string& identifier, QuitSignals& quitSignals)
-    : application_(Gtk::Application::create(identifier, Gio::Application::Flags::HANDLES_COMMAND_LINE)),
+    : application_(Gtk::Application::create(identifier, Gio::Application::Flags::HANDLES_COMMAND_LINE |
+                                                            Gio::Application::Flags::HANDLES_OPEN)),
       menuBar_(Gio::Menu::create()),
       quitSignals_(quitSignals) {
   application_->property_register_session() = true;
@@ -51,6 +52,16 @@ GtkHostApplication::GtkHostApplication(const std::string& identifier, QuitSignal
   application_->signal_startup().connect(sigc::mem_fun(*this, &GtkHostApplication::onStartup));
   application_->signal_command_line().connect(
       [this](const Glib::RefPtr<Gio::ApplicationCommandLine>& line) { return onCommandLine(line); }, false);
+  // What the desktop asks for over the bus instead of starting a process. The bus starts one where none runs.
+  application_->signal_activate().connect([this] { onRequestOfDesktop({}); }, false);
+  application_->signal_open().connect(
+      [this](const std::vector<Glib::RefPtr<Gio::File>>& files, const Glib::ustring& /*hint*/) {
+        StartRequest request;
+        for (const auto& file : files) request.urls.push_back(file->get_uri());
+        onRequestOfDesktop(request);
+      },
+      false);
+  application_->add_action("new-note", [this] { onRequestOfDesktop({.newNote = true}); });
 }
 
 GtkHostApplication::~GtkHostApplication() {
@@ -124,6 +135,10 @@ int GtkHostApplication::onCommandLine(const Glib::RefPtr<Gio::ApplicationCommand
     unanswered_.erase(start);
   });
   return *status;
+}
+
+void GtkHostApplication::onRequestOfDesktop(const StartRequest& request) {
+  if (started_) delegate_->applicationWasStarted(StartKind::again, request, [](int /*status*/) {});
 }
 
 void GtkHostApplication::setExitStatus(const Start& start, int status) {

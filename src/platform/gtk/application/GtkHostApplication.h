@@ -81,6 +81,7 @@ class GtkHostApplication final : public Application {
   void onSessionQueryEnd();
   void releaseSession();
   int onCommandLine(const Glib::RefPtr<Gio::ApplicationCommandLine>& line);
+  void onRequestOfDesktop(const StartRequest& request);
   void setExitStatus(const Start& start, int status);
   void releaseUnanswered();
   void installAction(const MenuEntry& entry);
