@@ -52,13 +52,13 @@ def outputs(tree):
 def exists(tree, page, path):
     if path.startswith(("build/", "../build/")):
         return path.split("build/", 1)[1].split("/")[0] in outputs(tree)
-    if path.startswith((".build/", "dist/")):
-        return path.rstrip("/") in " ".join(tree.text(one) for one in tree.files
-                                            if one.startswith("web/") and one.endswith((".mjs", ".json"))) or \
-            path.startswith("dist/") and tree.has("web/src/" + path.removeprefix("dist/"))
+    made = re.fullmatch(r"(?:web/)?(\.build|dist)(/.*)?", path)
+    if made and (path.startswith("web/") or page.folder == "web"):
+        return any(f"'{made[1]}'" in tree.text(one) for one in tree.files
+                   if one.startswith("web/") and one.endswith(".mjs"))
     bases = ["", page.folder if page.folder != "." else "", *BASES.get(page.path, [])]
     for base in bases:
-        parts = [part for part in (base.split("/") if base else [])]
+        parts = base.split("/") if base else []
         for part in path.rstrip("/").split("/"):
             if part == ".." and parts:
                 parts.pop()

@@ -28,7 +28,7 @@ FILES = {
     "bench/launch_bench.py": "", "bench/page_save_bench.cpp": "",
     "scripts/setup": "", "scripts/fuzz": "", "scripts/with-desktop": "",
     "web/package.json": '{"scripts": {"build": "x", "test": "node run.mjs tests/unit"}}',
-    "web/src/text/fold.ts": "", "web/tests/unit/search.test.ts": "",
+    "web/build.mjs": "path.join(root, 'dist')", "web/src/text/fold.ts": "", "web/tests/unit/search.test.ts": "",
     "CMakePresets.json": '{"configurePresets": [{"name": "base", "hidden": true}, {"name": "release"}]}',
     "CMakeLists.txt": "project(quendo VERSION 1.1.0 LANGUAGES CXX)\n",
     "CHANGELOG.md": "# Changes\n\n## Unreleased\n\n## 1.1.0 - 2026-01-02\n\n## 1.0.0 - 2025-11-20\n",
@@ -76,7 +76,7 @@ def block(line):
 
 RIGHT = [
     "[a](../README.md) [b](#title) [c](https://quendo.example/x)\n\n# Title\n", "`src/app/`", "`../src/app/Hub.cpp`",
-    "`Hub.cpp`", "`state.json`", "`src/*/Hub.cpp`", "`build/release/x`", "`build/run-pictures`", "`#tag/below`",
+    "`Hub.cpp`", "`state.json`", "`src/*/Hub.cpp`", "`build/release/x`", "`build/run-pictures`", "`web/dist/x.html`", "`#tag/below`",
     "`~/.config/x.ini`", "`src/platform/Clock`",
     block("./test unit web # both"), "`./test --help`", block("bench/run --quick launch"), block("./run --help"),
     block("cmake --preset release && cmake --build build/release --target quendo_unit_tests"),
@@ -89,7 +89,7 @@ RIGHT = [
 ]
 WRONG = [
     "[a](../READYOU.md)", "[a](#no-such)", "[a](../README.md#no-such)", "[a](../src/app/Hub.h)", "`src/app/Hob.cpp`",
-    "`src/ap/`", "`Hob.cpp`", "`stat.json`", "`src/*/Hob.cpp`", "`build/releas/x`", "`web/src/txt`", "`app/Hub.cpp`",
+    "`src/ap/`", "`Hob.cpp`", "`stat.json`", "`src/*/Hob.cpp`", "`build/releas/x`", "`dist/x.html`", "`web/out/x.html`", "`web/src/txt`", "`app/Hub.cpp`",
     block("./tset"), block("./test units"), "`./test desktop`", block("./test --all"), block("bench/run lunch"),
     block("bench/run --slow"), block("cmake --preset relase"), block("cmake --build build/relase"),
     block("cmake --build build/release --target quendo_tests"), block("npm --prefix web run bild"),
