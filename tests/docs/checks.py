@@ -51,7 +51,7 @@ def outputs(tree):
 
 def exists(tree, page, path):
     if path.startswith(("build/", "../build/")):
-        return path.split("build/", 1)[1].split("/")[0] in outputs(tree)
+        return path.split("build/", 1)[1].split("/")[0] in outputs(tree) | {""}
     made = re.fullmatch(r"(?:web/)?(\.build|dist)(/.*)?", path)
     if made and (path.startswith("web/") or page.folder == "web"):
         return any(f"'{made[1]}'" in tree.text(one) for one in tree.files
