@@ -287,6 +287,16 @@ def names(tree, page):
     return found
 
 
+def labels(tree, page):
+    """What is set in italics is a text of the interface, in English."""
+    texts = "".join(tree.text(path) for path in tree.files
+                    if path == "src/i18n/Translations.cpp" or path.startswith("web/src/i18n/"))
+    plain = pages.SPAN.sub("", page.prose)
+    return [f"{page.path}: the interface has no {label}"
+            for label in (re.sub(r"\s+", " ", one) for one in re.findall(r"(?<![*\w])\*(\w[^*]*)\*(?!\*)", plain))
+            if f'"{label}"' not in texts and f"'{label}'" not in texts]
+
+
 # ---- Tables and lists
 
 def differ(what, documented, real):

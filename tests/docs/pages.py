@@ -11,7 +11,7 @@ OUTPUTS = {"build", "web/dist"}
 _FENCE = re.compile(r"^(```+)(\w*)\n(.*?)^\1$", re.MULTILINE | re.DOTALL)
 _INDENTED = re.compile(r"(?<=\n\n)(?:    .*\n)+")
 _COMMENT = re.compile(r"<!--.*?-->", re.DOTALL)
-_SPAN = re.compile(r"(?<!`)(`+)(?!`)((?:(?!\n\n).)+?)(?<!`)\1(?!`)", re.DOTALL)
+SPAN = re.compile(r"(?<!`)(`+)(?!`)((?:(?!\n\n).)+?)(?<!`)\1(?!`)", re.DOTALL)
 _LINK = re.compile(r"\[[^\]]*\]\(([^)\s]+)\)")
 _HEADING = re.compile(r"^#+ +(.*)$", re.MULTILINE)
 
@@ -84,8 +84,8 @@ class Page:
         self.blocks += [("sh", re.sub("^    ", "", body, flags=re.MULTILINE))
                         for body in _INDENTED.findall(self.prose)]
         self.prose = _COMMENT.sub("", _INDENTED.sub("", self.prose))
-        self.spans = [re.sub(r"\s+", " ", span).strip() for _, span in _SPAN.findall(self.prose)]
-        self.links = _LINK.findall(_SPAN.sub("", self.prose))
+        self.spans = [re.sub(r"\s+", " ", span).strip() for _, span in SPAN.findall(self.prose)]
+        self.links = _LINK.findall(SPAN.sub("", self.prose))
 
     @property
     def anchors(self):

@@ -11,8 +11,9 @@ FILES = {
     "docs/guide.md": "# Guide\n\n## How it works\n\nSee `src/app/Hub.cpp`.\n",
     "docs/testing.md": "# Testing\n\n| Part | |\n|---|---|\n| `unit` | x |\n| `web` | y |\n\n## More\n",
     "docs/benchmarks.md": "# Benchmarks\n\n## What is measured\n\n**Launch.** Long.\n\n**Page-save.** Short.\n",
-    "docs/architecture.md": "# A\n\n```\nsrc/\n  app/      the hub\n  platform/ ports\n    gtk/, cocoa/  back-ends\n```\n\n"
+    "docs/architecture.md": "# A\n\n```\nsrc/\n  app/      the hub\n  i18n/     texts\n  platform/ ports\n    gtk/, cocoa/  back-ends\n```\n\n"
                             "## Ports\n\n| Port | |\n|---|---|\n| `Clock`, `Menu` | x |\n",
+    "src/i18n/Translations.cpp": '{"Salvar como…", "Save As…", "x"}', "web/src/i18n/texts.ts": "['a', 'Export all', 'b']",
     "src/app/Hub.cpp": "class Hub { void openHub(); };  // open_hub\nconst char* name = \"state.json\";\n",
     "src/platform/Clock.h": "class Clock {\n};\nstruct Menu {\n};\n",
     "src/platform/gtk/main.cpp": 'argument == "--help"; getenv("QUENDO_TEST");\n',
@@ -145,6 +146,11 @@ def test_a_benchmark_without_a_source_is_found(make):
 def test_a_table_without_a_folder_is_found(make, old, new):
     page = pages.Page("README.md", FILES["README.md"].replace(old, new))
     assert checks.folders_of(page, "Parts", ".", make())
+
+
+@pytest.mark.parametrize("text, wrong", [("*Save As…*, *Export\nall*, **bold**, 2 * 3 * 4", 0), ("*Save as…*", 1), ("*Export*", 1)])
+def test_a_text_that_the_interface_does_not_have_is_found(make, text, wrong):
+    assert len(checks.labels(make(), pages.Page("README.md", text))) == wrong
 
 
 @pytest.mark.parametrize("old, new", [("  app/      the hub\n", ""), ("app/ ", "apps/"), ("gtk/, cocoa/", "gtk/, mac/"),

@@ -27,6 +27,10 @@ def test_what_a_page_names_is_there(check, path):
     report(check(TREE, PAGES[path]))
 
 
+def test_the_readme_quotes_the_interface():
+    report(checks.labels(TREE, PAGES["README.md"]))
+
+
 def test_exceptions_are_in_use():
     report(checks.unused_exceptions(TREE))
 
