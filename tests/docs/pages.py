@@ -7,6 +7,7 @@ from pathlib import Path
 
 # Made by builds or by tools; no part of the tree.
 OUTPUTS = {"build", "web/dist"}
+TOOLS = {"node_modules", "__pycache__"}
 
 _FENCE = re.compile(r"^(```+)(\w*)\n(.*?)^\1$", re.MULTILINE | re.DOTALL)
 _INDENTED = re.compile(r"(?<=\n\n)(?:    .*\n)+")
@@ -28,12 +29,11 @@ class Tree:
         found, folders = set(), [self.root]
         while folders:
             for path in folders.pop().iterdir():
-                if path.is_dir():
-                    if str(path.relative_to(self.root)) not in OUTPUTS and path.name not in ("node_modules", "__pycache__") \
-                            and not path.name.startswith("."):
-                        folders.append(path)
-                else:
-                    found.add(str(path.relative_to(self.root)))
+                relative = str(path.relative_to(self.root))
+                if not path.is_dir():
+                    found.add(relative)
+                elif relative not in OUTPUTS and path.name not in TOOLS and not path.name.startswith("."):
+                    folders.append(path)
         return found
 
     @cached_property

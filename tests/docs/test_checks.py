@@ -4,14 +4,17 @@ import pytest
 
 import checks
 import pages
+import paths
 
 FILES = {
     "README.md": "# Thing\n\n[how](docs/guide.md#how-it-works)\n\n## Parts\n\n| Folder | |\n|---|---|\n| `src/` | a |\n"
-                 "| `docs/` | b |\n| `tests/` | c |\n| `bench/` | d |\n| `scripts/` | e |\n| `web/` | f |\n| `packaging/` | g |\n",
+                 "| `docs/` | b |\n| `tests/` | c |\n| `bench/` | d |\n| `scripts/` | e |\n"
+                 "| `web/` | f |\n| `packaging/` | g |\n",
     "docs/guide.md": "# Guide\n\n## How it works\n\nSee `src/app/Hub.cpp`.\n",
     "docs/testing.md": "# Testing\n\n| Part | |\n|---|---|\n| `unit` | x |\n| `web` | y |\n\n## More\n",
     "docs/benchmarks.md": "# Benchmarks\n\n## What is measured\n\n**Launch.** Long.\n\n**Page-save.** Short.\n",
-    "docs/architecture.md": "# A\n\n```\nsrc/\n  app/      the hub\n  i18n/     texts\n  platform/ ports\n    gtk/, cocoa/  back-ends\n```\n\n"
+    "docs/architecture.md": "# A\n\n```\nsrc/\n  app/      the hub\n  i18n/     texts\n  platform/ ports\n"
+                            "    gtk/, cocoa/  back-ends\n```\n\n"
                             "## Ports\n\n| Port | |\n|---|---|\n| `Clock`, `Menu` | x |\n",
     "src/i18n/Translations.cpp": '{"Salvar como…", "Save As…", "x"}', "web/src/i18n/texts.ts": "['a', 'Export all', 'b']",
     "src/app/Hub.cpp": "class Hub { void openHub(); };  // open_hub\nconst char* name = \"state.json\";\n",
@@ -22,7 +25,8 @@ FILES = {
     "tests/fuzz/text_fuzz.cpp": "",
     "tests/desktop/smoke_test.py": "def test_a_note_is_saved():\n    pass\n",
     "tests/CMakeLists.txt": "add_executable(quendo_unit_tests a.cpp)\n",
-    "test": "usage() {\n  cat <<'TEXT'\nusage: ./test [PART...]\n\n  unit    the core\n  web     the page\n              more of it\n"
+    "test": "usage() {\n  cat <<'TEXT'\nusage: ./test [PART...]\n\n  unit    the core\n  web     the page\n"
+            "              more of it\n"
             "TEXT\n}\n    -h | --help)\n    unit | web) parts+=(\"$a\") ;;\n((${#parts[@]})) || parts=(web unit)\n",
     "run": '"$root/build/run-pictures"\n',
     "bench/run": "  cat <<'TEXT'\n  launch    x\n  page-save y\n\n  --quick   z\nTEXT\nall=(launch page-save)\n",
@@ -38,7 +42,7 @@ FILES = {
     # What builds leave behind is no part of it.
     "build/release/notes.md": "`no/such.file`", "web/node_modules/x/README.md": "[x](y.md)",
 }
-ON_A_PAGE = (checks.links, checks.paths, checks.commands, checks.variables, checks.options, checks.names)
+ON_A_PAGE = (checks.links, checks.named_paths, checks.typed_commands, checks.variables, checks.options, checks.names)
 
 
 @pytest.fixture
@@ -77,7 +81,8 @@ def block(line):
 
 RIGHT = [
     "[a](../README.md) [b](#title) [c](https://quendo.example/x)\n\n# Title\n", "`src/app/`", "`../src/app/Hub.cpp`",
-    "`Hub.cpp`", "`state.json`", "`src/*/Hub.cpp`", "`build/release/x`", "`build/run-pictures`", "`web/dist/x.html`", "`#tag/below`",
+    "`Hub.cpp`", "`state.json`", "`src/*/Hub.cpp`", "`build/release/x`", "`build/run-pictures`", "`web/dist/x.html`",
+    "`#tag/below`",
     "`~/.config/x.ini`", "`src/platform/Clock`",
     block("./test unit web # both"), "`./test --help`", block("bench/run --quick launch"), block("./run --help"),
     block("cmake --preset release && cmake --build build/release --target quendo_unit_tests"),
@@ -90,7 +95,8 @@ RIGHT = [
 ]
 WRONG = [
     "[a](../READYOU.md)", "[a](#no-such)", "[a](../README.md#no-such)", "[a](../src/app/Hub.h)", "`src/app/Hob.cpp`",
-    "`src/ap/`", "`Hob.cpp`", "`stat.json`", "`src/*/Hob.cpp`", "`build/releas/x`", "`dist/x.html`", "`web/out/x.html`", "`web/src/txt`", "`app/Hub.cpp`",
+    "`src/ap/`", "`Hob.cpp`", "`stat.json`", "`src/*/Hob.cpp`", "`build/releas/x`", "`dist/x.html`", "`web/out/x.html`", "`web/src/txt`",
+    "`app/Hub.cpp`",
     block("./tset"), block("./test units"), "`./test desktop`", block("./test --all"), block("bench/run lunch"),
     block("bench/run --slow"), block("cmake --preset relase"), block("cmake --build build/relase"),
     block("cmake --build build/release --target quendo_tests"), block("npm --prefix web run bild"),
@@ -124,7 +130,8 @@ def test_two_headings_of_one_name_have_two_anchors():
 @pytest.mark.parametrize("path, old, new", [
     ("docs/testing.md", "| `web` | y |\n", ""), ("docs/testing.md", "`web`", "`wep`"),
     ("docs/testing.md", "| `web` | y |", "| `web` | y |\n| `web` | z |"),
-    ("test", "  web     the page", ""), ("test", "parts=(web unit)", "parts=(unit)"), ("test", "unit | web)", "unit | web | lint)"),
+    ("test", "  web     the page", ""), ("test", "parts=(web unit)", "parts=(unit)"),
+    ("test", "unit | web)", "unit | web | lint)"),
 ])
 def test_a_part_that_is_not_described_everywhere_is_found(make, path, old, new):
     assert checks.table_of_parts(make({path: FILES[path].replace(old, new)}))
@@ -148,7 +155,8 @@ def test_a_table_without_a_folder_is_found(make, old, new):
     assert checks.folders_of(page, "Parts", ".", make())
 
 
-@pytest.mark.parametrize("text, wrong", [("*Save As…*, *Export\nall*, **bold**, 2 * 3 * 4", 0), ("*Save as…*", 1), ("*Export*", 1)])
+@pytest.mark.parametrize("text, wrong", [("*Save As…*, *Export\nall*, **bold**, 2 * 3 * 4", 0), ("*Save as…*", 1),
+                                         ("*Export*", 1)])
 def test_a_text_that_the_interface_does_not_have_is_found(make, text, wrong):
     assert len(checks.labels(make(), pages.Page("README.md", text))) == wrong
 
@@ -183,7 +191,7 @@ def test_a_defence_without_a_test_is_found(make):
 
 
 def test_an_exception_that_is_not_needed_is_found(make, monkeypatch):
-    monkeypatch.setattr(checks, "ELSEWHERE", {"docs/guide.md": {"share/x"}})
+    monkeypatch.setattr(paths, "ELSEWHERE", {"docs/guide.md": {"share/x"}})
     tree = make()
     assert checks.unused_exceptions(tree)
     assert complaints(tree, "`share/x`") == []

@@ -21,7 +21,7 @@ def test_the_pages_are_found():
 
 
 @pytest.mark.parametrize("path", PAGES)
-@pytest.mark.parametrize("check", [checks.links, checks.paths, checks.commands, checks.variables, checks.options,
+@pytest.mark.parametrize("check", [checks.links, checks.named_paths, checks.typed_commands, checks.variables, checks.options,
                                    checks.names], ids=lambda check: check.__name__)
 def test_what_a_page_names_is_there(check, path):
     report(check(TREE, PAGES[path]))
