@@ -10,7 +10,7 @@ import paths
 
 # Commands of the system in the shell blocks. Everything else is the tree's own or a mistake.
 SYSTEM = {"apt-get", "brew", "cd", "codesign", "cp", "ditto", "find", "git", "hdiutil", "head", "ln", "mktemp", "open",
-          "otool", "spctl", "tar", "xcrun"}
+          "otool", "spctl", "tar", "xargs", "xcrun"}
 
 
 def parts(tree):
