@@ -2,6 +2,7 @@
 
 import re
 import shlex
+import textwrap
 from functools import cached_property
 from pathlib import Path
 
@@ -9,7 +10,7 @@ from pathlib import Path
 OUTPUTS = {"build", "web/dist"}
 TOOLS = {"node_modules", "__pycache__"}
 
-_FENCE = re.compile(r"^(```+)(\w*)\n(.*?)^\1$", re.MULTILINE | re.DOTALL)
+_FENCE = re.compile(r"^( *)(```+)(\w*)\n(.*?)^ *\2$", re.MULTILINE | re.DOTALL)
 _INDENTED = re.compile(r"(?<=\n\n)(?:    .*\n)+")
 _COMMENT = re.compile(r"<!--.*?-->", re.DOTALL)
 SPAN = re.compile(r"(?<!`)(`+)(?!`)((?:(?!\n\n).)+?)(?<!`)\1(?!`)", re.DOTALL)
@@ -78,11 +79,10 @@ class Page:
         self.path = path
         self.folder = str(Path(path).parent)
         self.text = text
-        self.blocks = [(kind, body) for _, kind, body in _FENCE.findall(text)]
+        self.blocks = [(kind, textwrap.dedent(body)) for _, _, kind, body in _FENCE.findall(text)]
         self.prose = _FENCE.sub("", text)
         # A list's continuation is indented as well, but by less.
-        self.blocks += [("sh", re.sub("^    ", "", body, flags=re.MULTILINE))
-                        for body in _INDENTED.findall(self.prose)]
+        self.blocks += [("sh", textwrap.dedent(body)) for body in _INDENTED.findall(self.prose)]
         self.prose = _COMMENT.sub("", _INDENTED.sub("", self.prose))
         self.spans = [re.sub(r"\s+", " ", span).strip() for _, span in SPAN.findall(self.prose)]
         self.links = _LINK.findall(SPAN.sub("", self.prose))

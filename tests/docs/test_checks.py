@@ -110,6 +110,7 @@ WRONG = [
     block("/usr/bin/python3 -m pytest tests/desktop/smoke_test.py::test_a_note"), block("node buld.mjs"),
     block("./run --halp"), "`quendo --halp`", "`QUENDO_TSET=1`", block("QUENDO_TSET=1 ./run"), "`--halp`", "`openHob()`",
     "`open_hob`", block("./test 'unit"), "    \n\n    ./test units\n",
+    "1. so\n\n   ```sh\n   ./test units\n   ```\n",
 ]
 
 
