@@ -4,6 +4,7 @@ import hashlib
 import json
 import os
 import re
+import stat
 
 import pytest
 
@@ -86,6 +87,19 @@ def test_the_backup_is_the_document_before(prepared):
         assert program.state.names() == ["state-v1.json"] if revision == 1 else ["state-v1.backup.json", "state-v1.json"]
         if revision > 1:
             assert json.loads(program.state.backup.read_text()) == {"revision": revision - 1}
+
+
+def test_only_the_user_may_read_what_is_written(prepared):
+    program, server = prepared
+    before = os.umask(0)
+    try:
+        assert _state_of_page(program, server) is None
+    finally:
+        os.umask(before)
+    for revision in (1, 2):
+        assert Bridge(server).save(f'{{"revision":{revision}}}', revision)
+    for path in (program.state.primary, program.state.backup):
+        assert stat.S_IMODE(path.stat().st_mode) == 0o600
 
 
 def test_what_an_earlier_crash_left_behind_is_removed(prepared):
