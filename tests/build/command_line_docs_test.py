@@ -88,7 +88,7 @@ def test_a_manual_page_has_no_fault_and_all_sections(installation, language):
 
 def test_the_manual_pages_have_the_version_and_the_date_of_the_release(installation):
     version = run(installation.program, "--version").stdout.split()[1]
-    metainfo = (ROOT / "packaging" / "com.quendo.Quendo.metainfo.xml").read_text(encoding="utf-8")
+    metainfo = (ROOT / "packaging" / "com.quendo.Quendo.metainfo.xml.in").read_text(encoding="utf-8")
     date = re.search(rf'<release version="{re.escape(version)}" date="([0-9-]+)"', metainfo)[1]
     for language in LANGUAGES:
         assert f'"{date}" "Quendo {version}"' in page_file(installation, language).read_text(encoding="utf-8")

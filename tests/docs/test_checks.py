@@ -37,7 +37,7 @@ FILES = {
     "CMakePresets.json": '{"configurePresets": [{"name": "base", "hidden": true}, {"name": "release"}]}',
     "CMakeLists.txt": "project(quendo VERSION 1.1.0 LANGUAGES CXX)\n",
     "CHANGELOG.md": "# Changes\n\n## Unreleased\n\n## 1.1.0 - 2026-01-02\n\n## 1.0.0 - 2025-11-20\n",
-    "packaging/com.quendo.Quendo.metainfo.xml": '<release version="1.1.0" date="2026-01-02"/>\n'
+    "packaging/com.quendo.Quendo.metainfo.xml.in": '<release version="1.1.0" date="2026-01-02"/>\n'
                                                 '<release version="1.0.0" date="2025-11-20">\n',
     # What builds leave behind is no part of it.
     "build/release/notes.md": "`no/such.file`", "web/node_modules/x/README.md": "[x](y.md)",
@@ -178,7 +178,7 @@ def test_a_port_that_is_none_is_found(make):
     ("CHANGELOG.md", "## Unreleased", "## Soon"), ("CHANGELOG.md", "## Unreleased\n\n## 1.1.0 - 2026-01-02",
                                                    "## 1.1.0 - 2026-01-02\n\n## Unreleased"),
     ("CMakeLists.txt", "1.1.0", "1.2.0"),
-    ("packaging/com.quendo.Quendo.metainfo.xml", '<release version="1.1.0" date="2026-01-02"/>', ""),
+    ("packaging/com.quendo.Quendo.metainfo.xml.in", '<release version="1.1.0" date="2026-01-02"/>', ""),
 ])
 def test_releases_that_are_not_the_same_everywhere_are_found(make, path, old, new):
     assert checks.releases(make({path: FILES[path].replace(old, new)}))
