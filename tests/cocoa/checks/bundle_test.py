@@ -18,6 +18,12 @@ def test_the_bundle_has_its_program_its_page_and_its_icon(contents):
     assert (contents / "Resources" / (information["CFBundleIconFile"].removesuffix(".icns") + ".icns")).is_file()
 
 
+def test_the_about_panel_has_the_licences_of_libraries_and_page(contents):
+    credits = (contents / "Resources" / "Credits.html").read_text(encoding="utf-8")
+    assert "ICU (Unicode-DFS-2016)" in credits and "@codemirror/state" in credits
+    assert credits.count("<pre") == 1 and "<" not in credits.split("<pre", 1)[1].split(">", 1)[1].removesuffix("</pre>\n")
+
+
 def test_the_information_is_the_projects(contents):
     information = plistlib.loads((contents / "Info.plist").read_bytes())
     assert information["CFBundleIdentifier"] == "com.quendo.Quendo"
