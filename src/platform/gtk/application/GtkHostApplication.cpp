@@ -42,8 +42,8 @@ StartRequest requestOf(Gio::ApplicationCommandLine& line) {
 }  // namespace
 
 GtkHostApplication::GtkHostApplication(const std::string& identifier, QuitSignals& quitSignals)
-    : application_(Gtk::Application::create(identifier, Gio::Application::Flags::HANDLES_COMMAND_LINE |
-                                                            Gio::Application::Flags::HANDLES_OPEN)),
+    : application_(Gtk::Application::create(
+          identifier, Gio::Application::Flags::HANDLES_COMMAND_LINE | Gio::Application::Flags::HANDLES_OPEN)),
       menuBar_(Gio::Menu::create()),
       quitSignals_(quitSignals) {
   application_->property_register_session() = true;
