@@ -143,15 +143,15 @@ void OpenedFiles::deliverPendingFileImports() {
 }
 
 void OpenedFiles::deliverBeforeQuit(std::function<void()> then) {
-  const auto texts = std::ranges::stable_partition(pendingImportedFiles_, std::logical_not<>(),
-                                                   &QueuedFile::isStandardInput);
-  if (!state_.webReady || nativeImportDeliveryInFlight_ || texts.empty()) {
+  const bool isNeeded = std::ranges::any_of(pendingImportedFiles_, &QueuedFile::isStandardInput);
+  if (!isNeeded || !state_.webReady || nativeImportDeliveryInFlight_) {
     then();
     return;
   }
-  Files taken(std::make_move_iterator(texts.begin()), std::make_move_iterator(texts.end()));
-  pendingImportedFiles_.erase(texts.begin(), texts.end());
-  deliver(std::move(taken), std::move(then));
+  Files texts;
+  for (QueuedFile& queued : std::exchange(pendingImportedFiles_, {}))
+    (queued.isStandardInput ? texts : pendingImportedFiles_).push_back(std::move(queued));
+  deliver(std::move(texts), std::move(then));
 }
 
 void OpenedFiles::deliver(Files files, std::function<void()> then) {
