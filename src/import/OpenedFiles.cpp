@@ -86,11 +86,14 @@ void OpenedFiles::enqueueStart(const StartRequest& request, std::function<void(c
     ++start->missing;
     pendingNewNotes_.push_back(start);
   }
-  const bool waits = request.newNote || request.wantsStandardInput() || state_.terminationPending;
-  if (waits) start->answer = std::move(answer);
+  if (!request.newNote && !request.wantsStandardInput() && !state_.terminationPending) {
+    showAndDeliver();
+    answer(start->taken);
+    return;
+  }
+  start->answer = std::move(answer);
   showAndDeliver();
   start->settleOne();
-  if (!waits) answer(start->taken);
 }
 
 // Raises the window even if nothing was queued, to let the user see why.
