@@ -86,11 +86,14 @@ void OpenedFiles::enqueueStart(const StartRequest& request, std::function<void(c
     ++start->missing;
     pendingNewNotes_.push_back(start);
   }
-  const bool waits = request.newNote || request.wantsStandardInput() || state_.terminationPending;
-  if (waits) start->answer = std::move(answer);
+  if (!request.newNote && !request.wantsStandardInput() && !state_.terminationPending) {
+    showAndDeliver();
+    answer(start->taken);
+    return;
+  }
+  start->answer = std::move(answer);
   showAndDeliver();
   start->settleOne();
-  if (!waits) answer(start->taken);
 }
 
 // Raises the window even if nothing was queued, to let the user see why.
@@ -143,15 +146,15 @@ void OpenedFiles::deliverPendingFileImports() {
 }
 
 void OpenedFiles::deliverBeforeQuit(std::function<void()> then) {
-  const auto texts = std::ranges::stable_partition(pendingImportedFiles_, std::logical_not<>(),
-                                                   &QueuedFile::isStandardInput);
-  if (!state_.webReady || nativeImportDeliveryInFlight_ || texts.empty()) {
+  const bool isNeeded = std::ranges::any_of(pendingImportedFiles_, &QueuedFile::isStandardInput);
+  if (!isNeeded || !state_.webReady || nativeImportDeliveryInFlight_) {
     then();
     return;
   }
-  Files taken(std::make_move_iterator(texts.begin()), std::make_move_iterator(texts.end()));
-  pendingImportedFiles_.erase(texts.begin(), texts.end());
-  deliver(std::move(taken), std::move(then));
+  Files texts;
+  for (QueuedFile& queued : std::exchange(pendingImportedFiles_, {}))
+    (queued.isStandardInput ? texts : pendingImportedFiles_).push_back(std::move(queued));
+  deliver(std::move(texts), std::move(then));
 }
 
 void OpenedFiles::deliver(Files files, std::function<void()> then) {

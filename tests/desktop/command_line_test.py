@@ -1,5 +1,6 @@
 """What a start asks for on its command line: files, standard input, a new note; in a first start and in a second one."""
 
+import contextlib
 import os
 import signal
 import subprocess
@@ -41,6 +42,15 @@ def real(make_quendo):
     quendo = make_quendo()
     quendo.environment |= ENGLISH
     return quendo
+
+
+def holds_texts(process, count=1):
+    """Whether the process has that many texts of standard input open: its own, or those of starts that wait for it."""
+    found = 0
+    for one in Path(f"/proc/{process.pid}/fd").iterdir():
+        with contextlib.suppress(FileNotFoundError):
+            found += "quendo-standard-input" in os.readlink(one)
+    return found >= count
 
 
 def notes(quendo):
@@ -189,9 +199,7 @@ def test_interrupting_a_start_that_reads_a_terminal_ends_it(make_quendo):
     read, write = os.pipe()
     try:
         quendo.start("-", stdin=read, wait=False)
-        descriptors = Path(f"/proc/{quendo.pid}/fd")
-        wait_until(lambda: any("quendo-standard-input" in os.readlink(one) for one in descriptors.iterdir()), 10,
-                   "the start to read")
+        wait_until(lambda: holds_texts(quendo), 10, "the start to read")
         os.kill(quendo.pid, signal.SIGINT)
         assert quendo.wait_for_end() == -signal.SIGINT
         assert not quendo.windows()
@@ -241,6 +249,7 @@ def test_starts_while_the_page_loads_are_all_kept_once(make_quendo, reporter, sl
     assert slow.asked.wait(10)
     others = [quendo.begin_another("--new-note"), quendo.begin_another("-", stdin=b"two")]
     assert quendo.start_another(tmp_path / "a.txt") == 0
+    wait_until(lambda: holds_texts(quendo, 2), 10, "the text to be handed over")
     stays(lambda: all(one.poll() is None for one in others) and not asked(reporter), 0.5, "the starts to wait")
     slow.answer()
     assert [one.wait(30) for one in others] == [0, 0]
@@ -318,16 +327,16 @@ def test_what_comes_during_a_quit_is_opened_by_a_new_start(quitting, reporter, s
     (tmp_path / "a.txt").write_text("a")
     quendo = quitting("{ serialized: '{}', revision: 1 }")
     other = quendo.begin_another("-", tmp_path / "a.txt", "--new-note", stdin=b"text")
-    third = quendo.begin_another(tmp_path / "a.txt")
-    stays(lambda: other.poll() is None and third.poll() is None, 0.5, "the starts to wait")
+    third = quendo.begin_another(tmp_path / "a.txt", "-", stdin=b"more text")
+    wait_until(lambda: holds_texts(quendo, 2), 10, "the starts to be handed over")
     slow.answer()
     assert quendo.wait_for_end() == 0
     reporter.wait_for_page(2)
     # Either of them becomes the program, and gets what the other one was started for.
-    wait_until(lambda: sum(len(one) for one in asked(reporter) if one != "new note") == 3, 20, "the files")
+    wait_until(lambda: sum(len(one) for one in asked(reporter) if one != "new note") == 4, 20, "the files")
     wait_until(lambda: asked(reporter).count("new note") == 1, 10, "the note")
     assert sorted(name for one in asked(reporter) if one != "new note" for name in one) == [
-        "Entrada padrão", "a.txt", "a.txt"]
+        "Entrada padrão", "Entrada padrão", "a.txt", "a.txt"]
     wait_until(lambda: sorted(one.poll() is None for one in (other, third)) == [False, True], 10, "one program")
     assert {one.poll() for one in (other, third)} == {None, 0}
 
@@ -335,7 +344,8 @@ def test_what_comes_during_a_quit_is_opened_by_a_new_start(quitting, reporter, s
 def test_what_comes_during_a_quit_that_is_cancelled_is_opened_here(quitting, reporter, slow):
     quendo = quitting("null")
     other = quendo.begin_another("-", "--new-note", stdin=b"text")
-    stays(lambda: other.poll() is None, 0.5, "the second start to wait")
+    wait_until(lambda: holds_texts(quendo), 10, "the start to be handed over")
+    assert other.poll() is None
     slow.answer()
     wait_for_asked(reporter, ["Entrada padrão"], "new note")
     assert other.wait(10) == 0 and quendo.running and reporter.loads == 1

@@ -193,6 +193,18 @@ TEST_F(StartsTest, WhatComesDuringAQuitIsNotAnsweredWhenItEndsTheProgram) {
   EXPECT_EQ(newNotes(), 0);
 }
 
+TEST_F(StartsTest, ANewNoteWaitsForTheEndOfAQuitThatBeganWhileTheFilesBeforeItWereDelivered) {
+  start();
+  const auto status = again(StartRequest{.urls = {"file:///a.md"}, .newNote = true});
+  platform_.application.terminate();
+  succeed(0);
+  EXPECT_EQ(newNotes(), 0);
+  EXPECT_FALSE(*status);
+  platform_.mainQueue.advance(5s);
+  EXPECT_EQ(newNotes(), 1);
+  EXPECT_EQ(*status, kExitSuccess);
+}
+
 TEST_F(StartsTest, AQuitHandsThePageWhatNothingElseKeepsBeforeItAsksForTheFinalState) {
   launch();
   const auto text = begin(StartKind::launch, withText("piped", {"file:///a.md", "-"}));

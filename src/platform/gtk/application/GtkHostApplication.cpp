@@ -92,6 +92,7 @@ int GtkHostApplication::run(const StartRequest& request) {
   std::vector<std::string> arguments = {"quendo"};
   for (std::string& argument : argumentsOf(request)) arguments.push_back(std::move(argument));
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size() + 1);
   for (std::string& argument : arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
   const int status = application_->run(static_cast<int>(arguments.size()), pointers.data());
