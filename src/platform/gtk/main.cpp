@@ -12,6 +12,7 @@
 #include "app/AppController.h"
 #include "app/ExitStatus.h"
 #include "platform/SiteConfiguration.h"
+#include "platform/gtk/accessibility/AccessibilityBus.h"
 #include "platform/gtk/application/GLibMainQueue.h"
 #include "platform/gtk/application/GLibUuidSource.h"
 #include "platform/gtk/application/GdkPasteboard.h"
@@ -110,6 +111,7 @@ int main(int argc, char** argv) {
   Rendering rendering(options.rendering, defaults);
   g_set_prgname("com.quendo.Quendo");
   g_set_application_name("Quendo");
+  AccessibilityBus::watch();
 
   // A test run must never reach the user's own instance, nor be reached by it.
   GtkHostApplication application(
