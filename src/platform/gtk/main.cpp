@@ -88,6 +88,12 @@ Options takeOptions(int argc, char** argv) {
   return options;
 }
 
+/// IBus takes every key and gives back those that are not for it, in its own time. The web view then mixes up
+/// their order, so IBus has to answer each key at once.
+void keepOrderOfInputMethodKeys() {
+  g_setenv("IBUS_ENABLE_SYNC_MODE", "1", FALSE);
+}
+
 /// Makes the icons beside the program known, wherever the installed tree was moved to.
 void addIcons(const quendo::Bundle& bundle) {
   const auto resources = bundle.resourcePath();
@@ -112,6 +118,7 @@ int main(int argc, char** argv) {
   g_set_prgname("com.quendo.Quendo");
   g_set_application_name("Quendo");
   AccessibilityBus::watch();
+  keepOrderOfInputMethodKeys();
 
   // A test run must never reach the user's own instance, nor be reached by it.
   GtkHostApplication application(
