@@ -7,7 +7,7 @@ from pathlib import Path
 import pytest
 
 from harness import desktop, process
-from harness.accessibility import Accessible, Listener, web_pages
+from harness.accessibility import Accessible, Listener, web_elements, web_pages
 from harness.installation import ROOT, sandbox_arguments
 from harness.waiting import wait_until
 from harness.writing import stored_state
@@ -36,6 +36,9 @@ def note_names(page):
 def test_a_screen_reader_walks_from_the_window_into_the_page(open_page):
     quendo, _ = open_page(stored_state(NOTES))
     window = quendo.accessible()
+    view = window.find("widget", "WebKitWebView")
+    wait_until(view.children, 10, "the page in the web view")
+    assert web_elements() == 0, "the page's tree is made for nobody"
     page = window.page()
     shown = note_names(page)
     assert len(shown) == 2 and all(any(title in name for name in shown) for title in ("Shopping", "Travel"))
@@ -48,7 +51,6 @@ def test_a_screen_reader_walks_from_the_window_into_the_page(open_page):
     while above[-1].role != "application":
         above.append(above[-1].parent)
     assert page in above
-    view = window.find("widget", "WebKitWebView")
     assert view in above and window.find("frame") in above
     # In all the ways in which a reader asks for children.
     assert view.child_count == view.cached_child_count() == len(view.children()) == 1

@@ -177,7 +177,7 @@ class Accessible:
         return "\n".join(lines)
 
     def __eq__(self, other):
-        return (self._owner, self._path) == (other._owner, other._path)
+        return isinstance(other, Accessible) and (self._owner, self._path) == (other._owner, other._path)
 
     def __hash__(self):
         return hash((self._owner, self._path))
@@ -214,18 +214,26 @@ class Accessible:
 
 def web_pages():
     """The documents of all web processes on the bus, whether or not a window shows them."""
+    return [page for owner in _web_processes() for path in _paths_below(owner, "/org/a11y/webkit/accessible")
+            for page in Accessible(owner, path).find_all("document web")]
+
+
+def web_elements():
+    """How many elements all web processes have made for those who asked for them."""
+    return sum(len(_paths_below(owner, "/org/a11y/atspi/accessible")) for owner in _web_processes())
+
+
+def _web_processes():
     bus = Accessible("org.freedesktop.DBus", "/org/freedesktop/DBus")
     names, = bus._call("org.freedesktop.DBus", "ListNames", None, "(as)")
-    found = []
-    for name in names:
-        if ".Sandboxed.WebProcess-" in name:
-            place = Accessible(name, "/org/a11y/webkit/accessible")
-            xml, = place._ask("org.freedesktop.DBus.Introspectable", "Introspect", None, "(s)", ("<node/>",))
-            for root in Gio.DBusNodeInfo.new_for_xml(xml).nodes:
-                # Elements are owned by the connection, not by its name.
-                owner, = bus._call("org.freedesktop.DBus", "GetNameOwner", GLib.Variant("(s)", (name,)), "(s)")
-                found += Accessible(owner, f"{place._path}/{root.path}").find_all("document web")
-    return found
+    # Elements are owned by the connection, not by its name.
+    return [bus._call("org.freedesktop.DBus", "GetNameOwner", GLib.Variant("(s)", (name,)), "(s)")[0]
+            for name in names if ".Sandboxed.WebProcess-" in name]
+
+
+def _paths_below(owner, path):
+    xml, = Accessible(owner, path)._ask("org.freedesktop.DBus.Introspectable", "Introspect", None, "(s)", ("<node/>",))
+    return [f"{path}/{node.path}" for node in Gio.DBusNodeInfo.new_for_xml(xml).nodes]
 
 
 class Listener:
