@@ -110,6 +110,7 @@ def bare_page(tmp_path):
     program = subprocess.Popen([build / "bin" / "bare_window", document],
                                env=os.environ | {"HOME": str(tmp_path)} | without_sandbox())
     try:
+        desktop.activate(wait_until(lambda: next(iter(desktop.windows(program.pid)), None), 10, "the window"))
         view = Accessible.application(program.pid).find("widget", "WebKitWebView")
         yield view, wait_until(lambda: web_page("Bare"), 10, "the page on the bus")
     finally:
@@ -128,7 +129,7 @@ def test_a_sandboxed_page_does_not_hear_of_a_screen_reader_that_comes_later(bare
     _, page = bare_page
     text = page.find("entry", "Text")
     listener = listen("object:text-changed")
-    wait_until(lambda: desktop.active_window(), 10)
+    wait_until(lambda: text.has("focused"), 10, "the focus in the text")
     desktop.type_text("abc")
     # Whatever the page's process tells of the letters is on its way before this answer.
     wait_until(lambda: text.text == "abc", 10, "the letters in the page")

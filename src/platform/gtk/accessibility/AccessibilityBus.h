@@ -17,7 +17,7 @@ struct AccessibleReference {
   GVariant* variant() const { return g_variant_new("(so)", bus.c_str(), path.c_str()); }
 };
 
-/// An object of another process as the only child of one of GTK's.
+/// An object of another process as the first child of one of GTK's.
 struct Graft {
   std::string parent;  ///< Path of GTK's object.
   AccessibleReference child;
@@ -29,7 +29,7 @@ struct Graft {
 ///
 /// GTK before 4.14 cannot show an object of another process below one of its widgets, such as the page below
 /// the web view, and offers no way to its connection. So this notes the connection when it is made, and
-/// answers for GTK when the parent of a graft is asked for its children.
+/// adds the child of a graft to what GTK says of the parent.
 class AccessibilityBus {
  public:
   /// Notes the connection that GTK makes from now on. To be called before there is a display; does nothing
