@@ -111,9 +111,9 @@ def open_page(make_quendo, installation, reporter):
     """A function that starts the real page on a document given as text, in a language (English by default), and
     returns (program, page)."""
 
-    def start(state=None, language="en_US"):
+    def start(state=None, language="en_US", environment=None):
         quendo = make_quendo(files=probed_page(installation, reporter))
-        quendo.environment["LC_ALL"] = f"{language}.UTF-8"
+        quendo.environment |= {"LC_ALL": f"{language}.UTF-8"} | (environment or {})
         if state is not None:
             quendo.state.write(state)
         quendo.start().wait_for_page()

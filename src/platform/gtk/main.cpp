@@ -18,6 +18,7 @@
 #include "i18n/Translations.h"
 #include "import/QuendoTextFileReader.h"
 #include "platform/SiteConfiguration.h"
+#include "platform/gtk/accessibility/AccessibilityBus.h"
 #include "platform/gtk/application/GLibMainQueue.h"
 #include "platform/gtk/application/GLibUuidSource.h"
 #include "platform/gtk/application/GdkPasteboard.h"
@@ -85,6 +86,12 @@ std::string workingDirectory() {
   return path;
 }
 
+/// IBus takes every key and gives back those that are not for it, in its own time. The web view then mixes up
+/// their order, so IBus has to answer each key at once.
+void keepOrderOfInputMethodKeys() {
+  g_setenv("IBUS_ENABLE_SYNC_MODE", "1", FALSE);
+}
+
 /// Makes the icons beside the program known, wherever the installed tree was moved to.
 void addIcons(const quendo::Bundle& bundle) {
   const auto resources = bundle.resourcePath();
@@ -131,6 +138,8 @@ int main(int argc, char** argv) {
   Rendering rendering(renderingPathNamed(line.rendering), defaults);
   g_set_prgname("com.quendo.Quendo");
   g_set_application_name("Quendo");
+  AccessibilityBus::watch();
+  keepOrderOfInputMethodKeys();
 
   // A test run must never reach the user's own instance, nor be reached by it.
   GtkHostApplication application(

@@ -13,6 +13,7 @@ from gi.repository import Gio, GLib
 
 from .waiting import Timeout, wait_until
 
+_REGISTRY = "org.a11y.atspi.Registry"
 _ACCESSIBLE = "org.a11y.atspi.Accessible"
 _ACTION = "org.a11y.atspi.Action"
 _COMPONENT = "org.a11y.atspi.Component"
@@ -27,7 +28,9 @@ _STATES = {"checked": 4, "editable": 7, "enabled": 8, "expandable": 9, "expanded
            "showing": 25, "visible": 30}
 # The protocol's numbers of the roles that GTK names differently or not at all.
 _ROLES = {7: "check box", 8: "check menu item", 16: "dialog", 23: "frame", 29: "label", 33: "menu", 34: "menu bar",
-          35: "menu item", 43: "push button", 45: "radio menu item", 61: "text", 75: "application", 79: "entry"}
+          35: "menu item", 43: "push button", 45: "radio menu item", 61: "text", 75: "application", 79: "entry",
+          # These and some of the above are in the page.
+          32: "list item", 37: "page tab", 38: "page tab list", 54: "status bar", 95: "document web", 98: "list box"}
 _WINDOW_COORDINATES = 1
 
 
@@ -41,7 +44,7 @@ class Accessible:
     @classmethod
     def application(cls, pid, timeout=10.0):
         """The application object of a process."""
-        desktop = cls("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
+        desktop = cls(_REGISTRY, "/org/a11y/atspi/accessible/root")
         return wait_until(lambda: next((one for one in desktop.children() if one._process() == pid), None), timeout,
                           f"process {pid} on the accessibility bus")
 
@@ -69,11 +72,42 @@ class Accessible:
     def children(self):
         return [Accessible(*one) for one in self._ask(_ACCESSIBLE, "GetChildren", None, "(a(so))", ([],))[0]]
 
+    @property
+    def parent(self):
+        return Accessible(*self._property(_ACCESSIBLE, "Parent", (self._owner, "/org/a11y/atspi/null")))
+
+    @property
+    def attributes(self):
+        return self._ask(_ACCESSIBLE, "GetAttributes", None, "(a{ss})", ({},))[0]
+
+    @property
+    def child_count(self):
+        return self._property(_ACCESSIBLE, "ChildCount", 0)
+
+    def child_at(self, index):
+        return Accessible(*self._ask(_ACCESSIBLE, "GetChildAtIndex", GLib.Variant("(i)", (index,)), "((so))",
+                                     ((self._owner, "/org/a11y/atspi/null"),))[0])
+
+    def cached_child_count(self):
+        """The number of its children in what its program offers for caching."""
+        items, = Accessible(self._owner, "/org/a11y/atspi/cache")._call(
+            "org.a11y.atspi.Cache", "GetItems", None, "(a((so)(so)(so)iiassusau))")
+        return next(item[4] for item in items if item[0][1] == self._path)
+
+    def page(self, timeout=10.0):
+        """Waits for the page in the program's web view, which is in a process of its own."""
+        def find():
+            inside = self.find("widget", "WebKitWebView", timeout).children()
+            return next(iter(inside[0].find_all("document web")), None) if inside else None
+
+        return wait_until(find, timeout, "the page in the web view", interval=0.1)
+
     def walk(self):
-        """This element and all below it, parents first."""
+        """This element and all below it in its process, parents first."""
         yield self
         for child in self.children():
-            yield from child.walk()
+            if child._owner == self._owner:
+                yield from child.walk()
 
     def find_all(self, role=None, name=None):
         """All elements below with this role and this name; either may be left out."""
@@ -142,6 +176,12 @@ class Accessible:
             lines += [child.tree(depth + 1, limit) for child in self.children()]
         return "\n".join(lines)
 
+    def __eq__(self, other):
+        return isinstance(other, Accessible) and (self._owner, self._path) == (other._owner, other._path)
+
+    def __hash__(self):
+        return hash((self._owner, self._path))
+
     def __repr__(self):
         return f"{self.role} {self.name!r}"
 
@@ -170,6 +210,68 @@ class Accessible:
     def _call(self, interface, method, parameters, reply):
         return _bus().call_sync(self._owner, self._path, interface, method, parameters, GLib.VariantType(reply),
                                 Gio.DBusCallFlags.NO_AUTO_START, _PATIENCE, None).unpack()
+
+
+def web_pages():
+    """The documents of all web processes on the bus, whether or not a window shows them."""
+    return [page for owner in _web_processes() for path in _paths_below(owner, "/org/a11y/webkit/accessible")
+            for page in Accessible(owner, path).find_all("document web")]
+
+
+def web_elements():
+    """How many elements all web processes have made for those who asked for them."""
+    return sum(len(_paths_below(owner, "/org/a11y/atspi/accessible")) for owner in _web_processes())
+
+
+def _web_processes():
+    bus = Accessible("org.freedesktop.DBus", "/org/freedesktop/DBus")
+    names, = bus._call("org.freedesktop.DBus", "ListNames", None, "(as)")
+    # Elements are owned by the connection, not by its name.
+    return [bus._call("org.freedesktop.DBus", "GetNameOwner", GLib.Variant("(s)", (name,)), "(s)")[0]
+            for name in names if ".Sandboxed.WebProcess-" in name]
+
+
+def _paths_below(owner, path):
+    xml, = Accessible(owner, path)._ask("org.freedesktop.DBus.Introspectable", "Introspect", None, "(s)", ("<node/>",))
+    return [f"{path}/{node.path}" for node in Gio.DBusNodeInfo.new_for_xml(xml).nodes]
+
+
+class Listener:
+    """Hears what elements tell of themselves, as a screen reader does: (event, element, detail) for each, where an
+    event is called "StateChanged focused" or "TextChanged insert". To be closed at the end."""
+
+    def __init__(self, *kinds):
+        """Kinds as in "object:text-changed"."""
+        self._heard = []
+        self._subscription = _bus().signal_subscribe(
+            None, "org.a11y.atspi.Event.Object", None, None, None, Gio.DBusSignalFlags.NONE, self._hear)
+        self._kinds = kinds
+        for kind in kinds:
+            self._tell_registry("RegisterEvent", kind)
+
+    def close(self):
+        for kind in self._kinds:
+            self._tell_registry("DeregisterEvent", kind)
+        _bus().signal_unsubscribe(self._subscription)
+
+    def heard(self):
+        """Everything so far."""
+        while GLib.MainContext.default().iteration(False):
+            pass
+        return list(self._heard)
+
+    def wait_for(self, condition, what, timeout=10.0):
+        """Waits until `condition(event, element, detail)` holds for something that was heard."""
+        return wait_until(lambda: next((one for one in self.heard() if condition(*one)), None), timeout, what)
+
+    def _hear(self, _bus, owner, path, _interface, member, parameters):
+        detail, _first, _second, value = parameters.unpack()[:4]
+        self._heard.append((f"{member} {detail}", Accessible(owner, path), value))
+
+    def _tell_registry(self, method, kind):
+        _bus().call_sync(_REGISTRY, "/org/a11y/atspi/registry", _REGISTRY, method,
+                         GLib.Variant("(sass)", (kind, [], "")) if method == "RegisterEvent"
+                         else GLib.Variant("(s)", (kind,)), None, Gio.DBusCallFlags.NONE, _PATIENCE, None)
 
 
 @functools.cache

@@ -45,7 +45,8 @@ export class Toasts {
     // One with an action is about something of its own, even if it reads the same.
     const former = action ? undefined : this.#shown.find((one) => one.subject === subject && !one.action);
     if (former) this.#remove(former);
-    const toast: Shown = { element: h('div', { class: 'toast' }, h('span', {}, message)), subject, action };
+    // A paragraph: the text of a mere span is not among what WebKitGTK shows to screen readers.
+    const toast: Shown = { element: h('div', { class: 'toast' }, h('p', {}, message)), subject, action };
     if (action) {
       const run = () => {
         this.#remove(toast);

@@ -63,7 +63,8 @@ WebKitView::WebKitView(const WebViewConfiguration& configuration, Rendering& ren
     : content_(std::static_pointer_cast<WebKitUserContent>(configuration.userContentController)),
       view_(makeView(configuration, *content_, rendering.path())),
       cardWatch_(view_.get(), rendering),
-      queuedKeys_(view_.get()) {
+      queuedKeys_(view_.get()),
+      accessibility_(view_.get()) {
   gtk_widget_set_hexpand(widget(), TRUE);
   gtk_widget_set_vexpand(widget(), TRUE);
   connectSignals();

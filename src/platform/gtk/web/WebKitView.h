@@ -14,6 +14,7 @@
 #include "bridge/UnansweredCalls.h"
 #include "platform/WebView.h"
 #include "platform/gtk/GObjectPtr.h"
+#include "platform/gtk/accessibility/PageAccessibility.h"
 #include "platform/gtk/application/GLibMainQueue.h"
 #include "platform/gtk/web/CardWatch.h"
 #include "platform/gtk/web/QueuedKeys.h"
@@ -83,6 +84,7 @@ class WebKitView final : public WebView {
   GObjectPtr<WebKitWebView> view_;
   CardWatch cardWatch_;
   QueuedKeys queuedKeys_;
+  PageAccessibility accessibility_;
   NavigationDelegate* navigation_ = nullptr;
   UiDelegate* ui_ = nullptr;
   PageObserver* observer_ = nullptr;
