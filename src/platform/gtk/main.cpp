@@ -1,5 +1,6 @@
 #include <gdkmm/display.h>
 #include <glib.h>
+#include <gtk/gtk.h>
 #include <gtkmm/icontheme.h>
 
 #include <cstdio>
@@ -11,6 +12,8 @@
 
 #include "app/AppController.h"
 #include "app/ExitStatus.h"
+#include "app/StartNeeds.h"
+#include "i18n/Localization.h"
 #include "platform/SiteConfiguration.h"
 #include "platform/gtk/application/GLibMainQueue.h"
 #include "platform/gtk/application/GLibUuidSource.h"
@@ -22,6 +25,7 @@
 #include "platform/gtk/application/KeyFileDefaults.h"
 #include "platform/gtk/application/QuitSignals.h"
 #include "platform/gtk/application/SoupHttpSession.h"
+#include "platform/gtk/rendering/Fonts.h"
 #include "platform/gtk/rendering/Rendering.h"
 #include "platform/gtk/web/SandboxProbe.h"
 #include "platform/posix/EnvironmentLocale.h"
@@ -30,6 +34,7 @@
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/posix/ThreadSerialQueue.h"
+#include "platform/posix/WritableTemporaryDirectory.h"
 #include "store/StateStore.h"
 
 namespace {
@@ -105,18 +110,29 @@ int main(int argc, char** argv) {
   Options options = takeOptions(argc, argv);
   const bool persistenceTestMode =
       persistenceTestModeFromEnvironmentValue(std::getenv("QUENDO_PERSISTENCE_TEST"));
+  ensureTemporaryDirectory();
   SandboxProbe sandboxProbe;
   KeyFileDefaults defaults(userDefaultsPath());
   Rendering rendering(options.rendering, defaults);
   g_set_prgname("com.quendo.Quendo");
   g_set_application_name("Quendo");
+  const EnvironmentLocale locale;
+  const Localization localization(defaults, locale);
+  const auto refuse = [&](StartNeed missing) {
+    print(stderr, textOfMissing(missing, localization) + "\n");
+    return false;
+  };
+  // The toolkit would end the program in its own words.
+  if (!gtk_init_check()) {
+    refuse(StartNeed::display);
+    return kExitCannotStart;
+  }
 
   // A test run must never reach the user's own instance, nor be reached by it.
   GtkHostApplication application(
       persistenceTestMode ? "com.quendo.Quendo.PersistenceTest" : "com.quendo.Quendo", quitSignals);
   GtkToolkit toolkit(application, rendering);
   const ExecutableBundle bundle;
-  const EnvironmentLocale locale;
   PosixFileManager fileManager;
   PosixDocumentFiles documentFiles;
   ThreadSerialQueue storeQueue;
@@ -134,6 +150,8 @@ int main(int argc, char** argv) {
       pasteboard, workspace, uuids, contentTypes, clock, httpSession, persistenceTestMode});
   application.setDelegate(controller.get());
   application.setStartCondition([&] {
+    if (!hasFonts()) return refuse(StartNeed::fonts);
+    if (!fileManager.applicationSupportDirectory()) return refuse(StartNeed::dataDirectory);
     rendering.begin();
     addIcons(bundle);
     if (sandboxProbe.sandboxWorks()) return true;

@@ -71,6 +71,10 @@ int GtkHostApplication::run(int argc, char** argv) {
 }
 
 void GtkHostApplication::onStartup() {
+  // Without a session bus GTK has no name for what it shows on an accessibility bus that it finds by way of
+  // the display, and crashes when a window goes.
+  if (!g_application_get_dbus_connection(G_APPLICATION(application_->gobj())))
+    g_setenv("GTK_A11Y", "none", TRUE);
   if (startCondition_ && !startCondition_()) {
     exitStatus_ = kExitCannotStart;
     return;
