@@ -29,7 +29,11 @@ def pytest_runtest_makereport(item, call):
             report.sections.append(("screen", f"no picture: {error}"))
 
 
-def pytest_collection_modifyitems(items):
+def pytest_collection_modifyitems(config, items):
+    if desktop.is_wayland():
+        others = [item for item in items if not item.get_closest_marker("every_display")]
+        config.hook.pytest_deselected(items=others)
+        items[:] = [item for item in items if item.get_closest_marker("every_display")]
     # desktop-suite.py finds the marker in the JUnit file.
     for item in items:
         if item.get_closest_marker("never_retried"):

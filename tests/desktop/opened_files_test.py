@@ -24,6 +24,7 @@ def names(delivery):
     return [file["name"] for file in delivery]
 
 
+@pytest.mark.every_display
 def test_files_of_the_command_line_become_tabs_of_the_real_page(make_quendo, tmp_path):
     (tmp_path / "first.md").write_text("# First\n", encoding="utf-8")
     (tmp_path / "segundo.txt").write_bytes("Segundo, em Latin-1: ação".encode("latin-1"))
@@ -46,6 +47,7 @@ def test_each_entry_carries_exactly_its_four_fields(make_quendo, reporter, tmp_p
     quendo.wait_for_alert("NOTES.MD: não parece ser um arquivo de texto")
 
 
+@pytest.mark.every_display
 def test_a_second_start_hands_its_files_over_and_tells_whether_any_was_taken(make_quendo, reporter, tmp_path):
     quendo = make_quendo(page=receiving(reporter)).start()
     reporter.wait_for_page()
