@@ -30,10 +30,12 @@ def pytest_runtest_makereport(item, call):
 
 
 def pytest_collection_modifyitems(config, items):
-    if desktop.is_wayland():
-        others = [item for item in items if not item.get_closest_marker("every_display")]
-        config.hook.pytest_deselected(items=others)
-        items[:] = [item for item in items if item.get_closest_marker("every_display")]
+    def runs_here(item):
+        is_special = item.get_closest_marker("wayland_only") is not None
+        return is_special or item.get_closest_marker("every_display") if desktop.is_wayland() else not is_special
+
+    config.hook.pytest_deselected(items=[item for item in items if not runs_here(item)])
+    items[:] = filter(runs_here, items)
     # desktop-suite.py finds the marker in the JUnit file.
     for item in items:
         if item.get_closest_marker("never_retried"):

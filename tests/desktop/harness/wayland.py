@@ -12,13 +12,14 @@ from .waiting import wait_until
 _MODIFIERS = {"ctrl": "ctrl", "shift": "shift", "alt": "alt", "super": "logo"}
 
 
-def _sway(*message):
+def sway(*message):
+    """What the compositor answers to a command or a question, in the form of swaymsg."""
     return json.loads(desktop.run("swaymsg", "-r", *message))
 
 
 def _containers():
     """What shows something: windows, dialogs included."""
-    found, open_ends = [], [_sway("-t", "get_tree")]
+    found, open_ends = [], [sway("-t", "get_tree")]
     while open_ends:
         one = open_ends.pop()
         open_ends += one["nodes"] + one["floating_nodes"]
@@ -41,11 +42,11 @@ def active_window():
 
 
 def focus(window):
-    _sway(f"[con_id={window.id}] focus")
+    sway(f"[con_id={window.id}] focus")
 
 
 def close(window):
-    _sway(f"[con_id={window.id}] kill")
+    sway(f"[con_id={window.id}] kill")
 
 
 def geometry(window):
