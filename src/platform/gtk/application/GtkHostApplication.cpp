@@ -81,6 +81,7 @@ void GtkHostApplication::onStartup() {
   }
   quitSignals_.receive([this] { askToTerminate(TerminationReason::signal); });
   application_->hold();
+  appearance_ = std::make_unique<DesktopAppearance>();
   started_ = true;
   delegate_->applicationDidFinishLaunching();
 }

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "platform/Application.h"
+#include "platform/gtk/application/DesktopAppearance.h"
 #include "platform/gtk/application/GtkMenuModel.h"
 #include "platform/gtk/application/QuitSignals.h"
 
@@ -84,6 +85,7 @@ class GtkHostApplication final : public Application {
   ApplicationDelegate* delegate_ = nullptr;
   Responder* responder_ = nullptr;
   QuitSignals& quitSignals_;
+  std::unique_ptr<DesktopAppearance> appearance_;
   unsigned sessionInhibitor_ = 0;  ///< Holds up the session's end while a quit is negotiated, or 0.
   bool started_ = false;           ///< The launch has begun.
   bool launched_ = false;          ///< The command line of the launch itself has been seen.
