@@ -108,7 +108,8 @@ def retry(results, path, tree):
     again = pytest(results, name_of(path), 2, "--last-failed", "-m", "not never_retried", path)
     passed = {key for key, case in cases(again).items() if not failed(case)} if again else set()
     for key in sorted(before):
-        print(f"retried: desktop, {name_of(path)}: {key[1]} ({'passed' if key in passed else 'failed again'})", flush=True)
+        outcome = "passed" if key in passed else "failed again"
+        print(f"retried: desktop, {name_of(path)}: {key[1]} ({outcome})", flush=True)
         case = cases(tree)[key]
         if key in passed:
             for result in [*case.findall("failure"), *case.findall("error")]:

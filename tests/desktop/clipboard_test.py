@@ -1,7 +1,6 @@
 """Text a page copies is on the desktop's clipboard in full, for any other program."""
 
 import hashlib
-import subprocess
 
 import pytest
 

@@ -241,5 +241,6 @@ def wait_until_still(window, quiet=0.6, timeout=15.0):
 
 # The same under Wayland, as far as tests that run on both need it.
 if is_wayland():
-    from .wayland import (active_window, clipboard, clipboard_bytes, clipboard_types, close, focus, geometry, let_no_key_repeat,  # noqa
-                          park_pointer, picture, press, screenshot, set_clipboard, type_text, windows)
+    from .wayland import (active_window, clipboard, clipboard_bytes, clipboard_types, close, focus, geometry,  # noqa
+                          let_no_key_repeat, park_pointer, picture, press, screenshot, set_clipboard, type_text,
+                          windows)

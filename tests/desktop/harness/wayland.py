@@ -68,7 +68,7 @@ def _wtype(*arguments, timeout=20):
 
 
 def press(*keys):
-    """The keyboard has one key for each symbol, so that Shift stays beside it: the page takes that, the menu does not."""
+    """The keyboard has one key for each symbol, which Shift does not change: the page takes that, the menu does not."""
     arguments = []
     for key in keys:
         *modifiers, name = key.split("+")
