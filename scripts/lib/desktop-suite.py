@@ -3,6 +3,9 @@
 
     scripts/lib/desktop-suite.py DISPLAYS RESULTS
 
+The tests that are marked for every display are run once more under Wayland, all of them in one run: for it, the folder
+stands in the place of a file.
+
 Writes one JUnit file each into RESULTS. After all files have finished, failed tests are run once more, because windows
 and keys depend on how busy the machine is; each prints a line that begins with "retried: ". Tests marked
 `never_retried` are about losing text; their first failure is final.
@@ -30,19 +33,31 @@ def durations():
         return {}
 
 
+def name_of(path):
+    return "wayland" if path.is_dir() else path.stem
+
+
 def in_order(files, known):
     def rank(path):
-        return -known.get(path.stem, 1e6 if path.stem in LONGEST else 0), path.stem
+        return -known.get(name_of(path), 1e6 if name_of(path) in LONGEST else 0), name_of(path)
 
     return sorted(files, key=rank)
+
+
+def runs():
+    """The files, and the folder if any of them has something for every display."""
+    files = list(TESTS.glob("*_test.py"))
+    has_core = any("every_display" in path.read_text(encoding="utf-8") for path in files)
+    return [*files, TESTS] if has_core else files
 
 
 def pytest(results, name, attempt, *arguments):
     """Runs pytest on a display of its own; returns its JUnit tree, or None if it left none."""
     report = results / f"desktop-{name}-{attempt}.xml"
     report.unlink(missing_ok=True)
+    options = ["--wayland"] if name == "wayland" else []
     with open(results / f"desktop-{name}-{attempt}.log", "wb") as log:
-        subprocess.run([ROOT / "scripts" / "with-desktop", "/usr/bin/python3", "-m", "pytest", "-c",
+        subprocess.run([ROOT / "scripts" / "with-desktop", *options, "/usr/bin/python3", "-m", "pytest", "-c",
                         TESTS / "pytest.ini", "-q", "--durations=5", "-o", f"cache_dir={results / 'cache' / name}",
                         f"--junitxml={report}", *arguments], stdin=subprocess.DEVNULL, stdout=log, stderr=log)
     try:
@@ -75,7 +90,7 @@ def say_failures(path, tree):
     for key in sorted(wrong(tree)):
         seed = cases(tree)[key].find("properties/property[@name='seed']")
         again = f" (QUENDO_TEST_SEED={seed.get('value')})" if seed is not None else ""
-        print(f"desktop: {path.stem}: {key[1]} failed{again}", flush=True)
+        print(f"desktop: {name_of(path)}: {key[1]} failed{again}", flush=True)
 
 
 def without_result(name):
@@ -90,10 +105,11 @@ def retry(results, path, tree):
     before = {key for key in wrong(tree) if not never_retried(cases(tree)[key])}
     if not before:
         return
-    again = pytest(results, path.stem, 2, "--last-failed", "-m", "not never_retried", path)
+    again = pytest(results, name_of(path), 2, "--last-failed", "-m", "not never_retried", path)
     passed = {key for key, case in cases(again).items() if not failed(case)} if again else set()
     for key in sorted(before):
-        print(f"retried: desktop, {path.stem}: {key[1]} ({'passed' if key in passed else 'failed again'})", flush=True)
+        outcome = "passed" if key in passed else "failed again"
+        print(f"retried: desktop, {name_of(path)}: {key[1]} ({outcome})", flush=True)
         case = cases(tree)[key]
         if key in passed:
             for result in [*case.findall("failure"), *case.findall("error")]:
@@ -102,31 +118,31 @@ def retry(results, path, tree):
 
 def run_again(results, path):
     """Retries a file that ended without a result, unless a test in it is never retried."""
-    if "never_retried" in path.read_text(encoding="utf-8"):
-        return without_result(path.stem)
-    tree = pytest(results, path.stem, 2, path)
-    print(f"retried: desktop, {path.stem}: the file as a whole ({'ran' if tree else 'failed again'})", flush=True)
-    return tree or without_result(path.stem)
+    if path.is_dir() or "never_retried" in path.read_text(encoding="utf-8"):
+        return without_result(name_of(path))
+    tree = pytest(results, name_of(path), 2, path)
+    print(f"retried: desktop, {name_of(path)}: the file as a whole ({'ran' if tree else 'failed again'})", flush=True)
+    return tree or without_result(name_of(path))
 
 
 def main():
     displays, results = int(sys.argv[1]), Path(sys.argv[2])
     known = durations()
-    files = in_order(TESTS.glob("*_test.py"), known)
+    files = in_order(runs(), known)
     with ThreadPoolExecutor(displays) as pool:
-        trees = dict(zip(files, pool.map(lambda path: pytest(results, path.stem, 1, path), files)))
+        trees = dict(zip(files, pool.map(lambda path: pytest(results, name_of(path), 1, path), files)))
     for path, tree in trees.items():
         if tree is None:
             trees[path] = run_again(results, path)
             continue
-        known[path.stem] = round(sum(float(one.get("time", 0)) for one in tree.iter("testcase")), 1)
+        known[name_of(path)] = round(sum(float(one.get("time", 0)) for one in tree.iter("testcase")), 1)
         retry(results, path, tree)
     for path, tree in trees.items():
         say_failures(path, tree)
-        tree.write(results / f"desktop-{path.stem}.xml")
+        tree.write(results / f"desktop-{name_of(path)}.xml")
     DURATIONS.write_text(json.dumps(known, indent=1, sort_keys=True) + "\n")
-    slowest = sorted(files, key=lambda one: -known.get(one.stem, 0))[:5]
-    print("desktop: slowest:", ", ".join(f"{one.stem} {known.get(one.stem, 0):.0f} s" for one in slowest), flush=True)
+    slowest = sorted(files, key=lambda one: -known.get(name_of(one), 0))[:5]
+    print("desktop: slowest:", ", ".join(f"{name_of(one)} {known.get(name_of(one), 0):.0f} s" for one in slowest), flush=True)
     return 1 if any(map(wrong, trees.values())) else 0
 
 

@@ -76,3 +76,12 @@ def test_the_file_that_took_longest_comes_first(suite, tmp_path):
     assert [one.stem for one in suite.in_order(files, {})] == ["kill_test", "a_test", "b_test"]
     assert [one.stem for one in suite.in_order(files, {"a_test": 3, "b_test": 9, "kill_test": 5})] == [
         "b_test", "kill_test", "a_test"]
+
+
+def test_what_is_for_every_display_runs_under_wayland_too(suite, tmp_path):
+    assert [suite.name_of(one) for one in suite.runs()] == ["x_test"]
+    (tmp_path / "x_test.py").write_text("@pytest.mark.every_display\n")
+    assert [suite.name_of(one) for one in suite.runs()] == ["x_test", "wayland"]
+    suite.attempts = [report(("good", False, False)), report(("core", True, True))]
+    assert suite.main() == 1
+    assert {one.name for one in tmp_path.glob("*.xml")} == {"desktop-wayland.xml", "desktop-x_test.xml"}

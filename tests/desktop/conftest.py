@@ -30,7 +30,13 @@ def pytest_runtest_makereport(item, call):
             report.sections.append(("screen", f"no picture: {error}"))
 
 
-def pytest_collection_modifyitems(items):
+def pytest_collection_modifyitems(config, items):
+    def runs_here(item):
+        is_special = item.get_closest_marker("wayland_only") is not None
+        return is_special or item.get_closest_marker("every_display") if desktop.is_wayland() else not is_special
+
+    config.hook.pytest_deselected(items=[item for item in items if not runs_here(item)])
+    items[:] = filter(runs_here, items)
     # desktop-suite.py finds the marker in the JUnit file.
     for item in items:
         if item.get_closest_marker("never_retried"):

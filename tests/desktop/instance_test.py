@@ -14,6 +14,7 @@ from harness.waiting import stays, wait_until
 _TEST_MODE = {"QUENDO_PERSISTENCE_TEST": "1"}
 
 
+@pytest.mark.every_display
 def test_a_second_start_ends_well_and_makes_no_second_window(make_quendo, reporter):
     quendo = make_quendo(page=reporter.page()).start()
     reporter.wait_for_page()
@@ -48,6 +49,7 @@ def test_normal_and_test_mode_are_two_programs_and_each_start_finds_its_own(make
     assert len(normal.windows()) == len(test.windows()) == 1
 
 
+@pytest.mark.every_display
 def test_a_start_after_the_end_is_a_first_start(make_quendo, reporter):
     quendo = make_quendo(page=reporter.page()).start()
     reporter.wait_for_page()

@@ -11,6 +11,7 @@ from harness import desktop
 from harness.waiting import wait_until
 
 DRAG_SOURCE = Path(__file__).parent / "tools" / "drag_source.py"
+DROP_TARGET = Path(__file__).parent / "tools" / "drop_target.py"
 
 
 def receiving(reporter, body="return files.length;"):
@@ -24,6 +25,7 @@ def names(delivery):
     return [file["name"] for file in delivery]
 
 
+@pytest.mark.every_display
 def test_files_of_the_command_line_become_tabs_of_the_real_page(make_quendo, tmp_path):
     (tmp_path / "first.md").write_text("# First\n", encoding="utf-8")
     (tmp_path / "segundo.txt").write_bytes("Segundo, em Latin-1: ação".encode("latin-1"))
@@ -46,6 +48,7 @@ def test_each_entry_carries_exactly_its_four_fields(make_quendo, reporter, tmp_p
     quendo.wait_for_alert("NOTES.MD: não parece ser um arquivo de texto")
 
 
+@pytest.mark.every_display
 def test_a_second_start_hands_its_files_over_and_tells_whether_any_was_taken(make_quendo, reporter, tmp_path):
     quendo = make_quendo(page=receiving(reporter)).start()
     reporter.wait_for_page()
@@ -204,3 +207,26 @@ def test_what_cannot_be_opened_of_what_is_dropped_is_named(make_quendo, reporter
     assert names(reporter.wait_for("delivered")) == ["good.txt"]
     quendo.wait_for_alert(f"{tmp_path.name}: selecione um arquivo, não uma pasta\n"
                           "far.txt: selecione um arquivo, não uma pasta")
+
+
+def test_a_selection_is_dragged_to_another_program_as_its_text(make_quendo, reporter, tmp_path):
+    page = reporter.page("<style>body { display: grid; place-items: center; height: 95vh; font-size: 120px }</style>"
+                         "<p id=text>Ação dragged</p>")
+    quendo = make_quendo(page=page).start()
+    reporter.wait_for_page()
+    reporter.run("getSelection().selectAllChildren(document.getElementById('text'));")
+    dropped = tmp_path / "dropped.txt"
+    other = subprocess.Popen([sys.executable, DROP_TARGET, dropped], env=os.environ | {"GTK_A11Y": "none"})
+    try:
+        target = wait_until(lambda: next((one for one in desktop.windows() if one.pid == other.pid), None), 10,
+                            "the other window")
+        # In a corner, beside the words.
+        desktop.run("wmctrl", "-i", "-r", hex(target.id), "-e", "0,20,20,-1,-1")
+        wait_until(lambda: desktop.geometry(target)[0] < 60, 10, "the other window in its corner")
+        desktop.wait_until_still(target)
+        desktop.drag(quendo.window, target)
+        wait_until(dropped.exists, 10, "something to be dropped")
+        assert dropped.read_text() == "Ação dragged"
+    finally:
+        other.terminate()
+        other.wait(10)

@@ -2,12 +2,14 @@
 
 import json
 import re
+import signal
 import subprocess
 import sys
 from pathlib import Path
 
 import pytest
 
+from harness import desktop
 from harness.waiting import wait_until
 
 TOOL = Path(__file__).parent / "tools" / "portal.py"
@@ -23,6 +25,7 @@ def portal(tmp_path):
         process = subprocess.Popen([sys.executable, TOOL, log, json.dumps(answer)], stdout=subprocess.PIPE, text=True)
         started.append(process)
         assert process.stdout.readline() == "ready\n"
+        start.process = process
         return lambda: [json.loads(line) for line in log.read_text().splitlines()] if log.exists() else []
 
     yield start
@@ -122,3 +125,21 @@ def test_a_place_of_the_portals_that_is_not_on_this_machine_is_a_failure_and_no_
     reporter.run("""webkit.messageHandlers.quendoExport.postMessage(
         { filename: 'note.md', content: 'x', format: 'markdown' });""")
     assert reporter.wait_for("answered", 2) == [False, "Could not export the file"]
+
+
+def test_the_page_follows_the_user_into_the_dark_and_back(start, reporter, portal):
+    portal(settings={"color-scheme": 1})
+    start()
+    dark = "matchMedia('(prefers-color-scheme: dark)').matches"
+    wait_until(lambda: reporter.evaluate(dark), 10, "dark")
+    portal.process.send_signal(signal.SIGUSR1)
+    wait_until(lambda: not reporter.evaluate(dark), 10, "no choice")
+
+
+def test_the_window_has_the_contrast_that_the_user_chose(start, portal):
+    portal(settings={"contrast": 1})
+    quendo = start()
+    quendo.wait_until_still()
+    with_contrast = desktop.picture(quendo.window)
+    portal.process.send_signal(signal.SIGUSR1)
+    wait_until(lambda: desktop.picture(quendo.window) != with_contrast, 10, "the window to change")

@@ -15,6 +15,7 @@ def wait_for_field(page, name):
     page.wait_for(f"document.hasFocus() && document.activeElement.matches('.{name}')")
 
 
+@pytest.mark.every_display
 def test_words_are_counted_walked_and_left(opened):
     quendo, page = opened
     paste_note(quendo, page, "House, house and houses\nend")

@@ -155,6 +155,7 @@ def test_two_long_notes_are_where_they_were_left_after_a_restart(open_page, repo
     assert all(text.index("!") > 200 for text in texts(quendo))
 
 
+@pytest.mark.every_display
 def test_a_thought_that_was_not_kept_yet_outlives_a_kill(opened):
     quendo, page = opened
     write(quendo, page, "Being written")

@@ -104,6 +104,9 @@ def test_a_file_is_opened_through_the_file_dialog(opened, name):
     wait_until(lambda: name in page.tabs() or file.stem in page.tabs(), 10, "a tab with the file's name")
     quendo.state.wait_for_text("From a file: ção")
     page.wait_for_editor()
+    # The desktop's list of recent files, which every program's dialogs and menus show.
+    recent = quendo.data / "recently-used.xbel"
+    wait_until(lambda: recent.exists() and file.as_uri() in recent.read_text(encoding="utf-8"), 10, "the recent file")
 
 
 def test_the_file_dialog_can_be_left_without_a_file(opened):

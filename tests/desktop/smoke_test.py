@@ -1,14 +1,18 @@
 """The shortest path through the program: it opens, takes a note and saves it."""
 
+import pytest
+
 from harness import desktop
 from harness.waiting import wait_until
 
 
+@pytest.mark.every_display
 def test_window_opens_with_its_title(quendo):
     assert quendo.window.title == "Quendo"
     assert desktop.active_window() == quendo.window.id
 
 
+@pytest.mark.every_display
 def test_a_typed_note_is_saved_and_is_there_again(quendo):
     quendo.wait_for_page()
     quendo.press("ctrl+n")

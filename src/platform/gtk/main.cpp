@@ -1,5 +1,6 @@
 #include <gdkmm/display.h>
 #include <glib.h>
+#include <gtk/gtk.h>
 #include <gtkmm/icontheme.h>
 #include <unistd.h>
 
@@ -14,6 +15,7 @@
 #include "app/AppController.h"
 #include "app/CommandLine.h"
 #include "app/ExitStatus.h"
+#include "app/StartNeeds.h"
 #include "i18n/Localization.h"
 #include "i18n/Translations.h"
 #include "import/QuendoTextFileReader.h"
@@ -30,6 +32,7 @@
 #include "platform/gtk/application/QuitSignals.h"
 #include "platform/gtk/application/SoupHttpSession.h"
 #include "platform/gtk/application/StandardInput.h"
+#include "platform/gtk/rendering/Fonts.h"
 #include "platform/gtk/rendering/Rendering.h"
 #include "platform/gtk/web/SandboxProbe.h"
 #include "platform/posix/EnvironmentLocale.h"
@@ -38,6 +41,7 @@
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/posix/ThreadSerialQueue.h"
+#include "platform/posix/WritableTemporaryDirectory.h"
 #include "store/StateStore.h"
 
 namespace {
@@ -133,6 +137,7 @@ int main(int argc, char** argv) {
   QuitSignals quitSignals;
   const bool persistenceTestMode =
       persistenceTestModeFromEnvironmentValue(std::getenv("QUENDO_PERSISTENCE_TEST"));
+  ensureTemporaryDirectory();
   SandboxProbe sandboxProbe;
   KeyFileDefaults defaults(userDefaultsPath());
   Rendering rendering(renderingPathNamed(line.rendering), defaults);
@@ -140,10 +145,20 @@ int main(int argc, char** argv) {
   g_set_application_name("Quendo");
   AccessibilityBus::watch();
   keepOrderOfInputMethodKeys();
-
   // A test run must never reach the user's own instance, nor be reached by it.
-  GtkHostApplication application(
-      persistenceTestMode ? "com.quendo.Quendo.PersistenceTest" : "com.quendo.Quendo", quitSignals);
+  const std::string identifier =
+      persistenceTestMode ? "com.quendo.Quendo.PersistenceTest" : "com.quendo.Quendo";
+  const auto refuse = [&](StartNeed missing) {
+    complaints.say(keyOfMissing(missing));
+    return false;
+  };
+  // The toolkit would end the program in its own words. A second start shows nothing, so it needs no display.
+  if (!GtkHostApplication::runs(identifier) && !gtk_init_check()) {
+    refuse(StartNeed::display);
+    return kExitCannotStart;
+  }
+
+  GtkHostApplication application(identifier, quitSignals);
   GtkToolkit toolkit(application, rendering);
   const ExecutableBundle bundle;
   application.setLicenseFile(bundle.resourcePath().value_or("") + "/licenses.txt");
@@ -164,6 +179,8 @@ int main(int argc, char** argv) {
       pasteboard, workspace, uuids, contentTypes, clock, httpSession, persistenceTestMode});
   application.setDelegate(controller.get());
   application.setStartCondition([&] {
+    if (!hasFonts()) return refuse(StartNeed::fonts);
+    if (!fileManager.applicationSupportDirectory()) return refuse(StartNeed::dataDirectory);
     rendering.begin();
     addIcons(bundle);
     if (sandboxProbe.sandboxWorks()) return true;

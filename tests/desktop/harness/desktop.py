@@ -32,6 +32,11 @@ def is_private():
     return os.environ.get("QUENDO_PRIVATE_DESKTOP") == "1"
 
 
+def is_wayland():
+    """Whether the display is a Wayland compositor instead of an X server."""
+    return os.environ.get("XDG_SESSION_TYPE") == "wayland"
+
+
 def let_no_key_repeat():
     """Turns off key repeat: on a busy machine xdotool may release a key so late that repeat has set in, and a letter
     or a command would arrive twice."""
@@ -74,9 +79,14 @@ def active_window():
         return None
 
 
+def focus(window):
+    """Asks for the keyboard focus for a window."""
+    run("wmctrl", "-i", "-a", hex(window.id))
+
+
 def activate(window, timeout=10.0):
     """Raises a window and gives it the keyboard focus."""
-    run("wmctrl", "-i", "-a", hex(window.id))
+    focus(window)
     wait_until(lambda: active_window() == window.id, timeout, f"the window {window.title!r} to be active")
 
 
@@ -147,6 +157,23 @@ def clipboard():
     return done.stdout.decode("utf-8", errors="replace") if done.returncode == 0 else ""
 
 
+def clipboard_bytes(kind):
+    """What another program reads from the clipboard as a type, byte for byte; None if that is not offered."""
+    done = subprocess.run(["xclip", "-selection", "clipboard", "-out", "-target", kind], capture_output=True,
+                          timeout=10)
+    return done.stdout if done.returncode == 0 else None
+
+
+def clipboard_types():
+    """The types that the clipboard offers."""
+    return run("xclip", "-selection", "clipboard", "-out", "-target", "TARGETS").splitlines()
+
+
+def close(window):
+    """Presses the close button of a window, as the window manager does."""
+    run("wmctrl", "-i", "-c", hex(window.id))
+
+
 def set_clipboard(text):
     """Puts text on the clipboard."""
     # xclip stays in the background to serve the text; with its output closed nobody waits for it.
@@ -210,3 +237,10 @@ def wait_until_still(window, quiet=0.6, timeout=15.0):
             return
         time.sleep(0.1)
     raise Timeout(f"waited {timeout:g} s for the window {window.title!r} to look the same for {quiet:g} s")
+
+
+# The same under Wayland, as far as tests that run on both need it.
+if is_wayland():
+    from .wayland import (active_window, clipboard, clipboard_bytes, clipboard_types, close, focus, geometry,  # noqa
+                          let_no_key_repeat, park_pointer, picture, press, screenshot, set_clipboard, type_text,
+                          windows)

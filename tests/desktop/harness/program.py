@@ -18,7 +18,7 @@ from .waiting import wait_until
 NO_AUTOMATIC_CHECKS = "[Dates]\nQuendoLastAutomaticUpdateCheck=2200-01-01T00:00:00Z\n"
 
 # The only variables of the test run's environment that reach the program.
-_KEPT = ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR", "XDG_SESSION_TYPE", "GDK_BACKEND",
+_KEPT = ("DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR", "XDG_SESSION_TYPE", "GDK_BACKEND",
          "GSETTINGS_BACKEND", "LD_LIBRARY_PATH", "USER", "LOGNAME", "TZ")
 
 # A shell starts a background job with some signals ignored, and whatever that job starts ignores them too.

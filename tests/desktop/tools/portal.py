@@ -6,11 +6,13 @@ Each request is a line of JSON in LOG. ANSWER is a line of JSON: "response" is t
 request, 0 for done; "paths" the files that it chooses, or their URIs, one for each dialog, the last one again and
 again; "choices" what is chosen beside it. With "early" the answer is sent before the call that asked returns; with
 "own_handle" the request is not at the path that its token asks for, as with old portals; with "noise" an
-answer to somebody else's request comes first, which says that it failed.
+answer to somebody else's request comes first, which says that it failed. "settings" are those of the user's look; at
+SIGUSR1 they change to none.
 """
 
 import json
 import os
+import signal
 import sys
 
 from gi.repository import Gio, GLib
@@ -29,6 +31,9 @@ _INTERFACES = Gio.DBusNodeInfo.new_for_xml("""
       <arg type="s"/><arg type="s"/><arg type="a{sv}"/><arg type="o" direction="out"/>
     </method>
     <property name="version" type="u" access="read"/>
+  </interface>
+  <interface name="org.freedesktop.portal.Settings">
+    <method name="Read"><arg type="s"/><arg type="s"/><arg type="v" direction="out"/></method>
   </interface>
   <interface name="org.freedesktop.portal.ProxyResolver">
     <method name="Lookup"><arg type="s"/><arg type="as" direction="out"/></method>
@@ -61,6 +66,15 @@ class Portal:
         if method in _NETWORK:
             invocation.return_value(_NETWORK[method])
             return
+        if method == "Read":
+            value = self._answer.get("settings", {}).get(parameters.unpack()[1])
+            if value is None:
+                invocation.return_dbus_error("org.freedesktop.portal.Error.NotFound", "no such setting")
+            else:
+                # Old portals wrap the value twice.
+                inner = GLib.Variant("v", GLib.Variant("u", value))
+                invocation.return_value(GLib.Variant("(v)", (inner,)))
+            return
         *_, options = parameters.unpack()
         request = {"method": method, "subject": options.get("subject"), "body": options.get("body"),
                    "token": options.get("handle_token"), "name": options.get("current_name"), "label": options.get("accept_label"),
@@ -88,6 +102,13 @@ class Portal:
             GLib.timeout_add(300, self._respond, sender, handle, self._answer["response"], results)
         invocation.return_value(GLib.Variant("(o)", (handle,)))
 
+    def end_settings(self):
+        """The user takes every choice back."""
+        for key in self._answer.get("settings", {}):
+            self._bus.emit_signal(None, _PATH, "org.freedesktop.portal.Settings", "SettingChanged",
+                                  GLib.Variant("(ssv)", ("org.freedesktop.appearance", key, GLib.Variant("u", 0))))
+        return GLib.SOURCE_CONTINUE
+
     def _respond(self, sender, handle, response, results):
         self._bus.emit_signal(sender, handle, "org.freedesktop.portal.Request", "Response",
                               GLib.Variant("(ua{sv})", (response, results)))
@@ -97,7 +118,8 @@ class Portal:
 def main():
     log, answer = sys.argv[1], json.loads(sys.argv[2])
     bus = Gio.bus_get_sync(Gio.BusType.SESSION)
-    Portal(bus, log, answer)
+    portal = Portal(bus, log, answer)
+    GLib.unix_signal_add(GLib.PRIORITY_DEFAULT, signal.SIGUSR1, portal.end_settings)
     Gio.bus_own_name_on_connection(bus, "org.freedesktop.portal.Desktop", Gio.BusNameOwnerFlags.NONE,
                                    lambda *_: print("ready", flush=True), None)
     GLib.MainLoop().run()

@@ -14,6 +14,7 @@
 #include "app/ExitStatus.h"
 #include "import/QuendoTextFileReader.h"
 #include "platform/SiteConfiguration.h"
+#include "platform/gtk/GObjectPtr.h"
 #include "platform/gtk/application/GioWorkspace.h"
 #include "platform/gtk/application/StandardInput.h"
 
@@ -64,6 +65,19 @@ GtkHostApplication::GtkHostApplication(const std::string& identifier, QuitSignal
   application_->add_action("new-note", [this] { onRequestOfDesktop({.newNote = true}); });
 }
 
+bool GtkHostApplication::runs(const std::string& identifier) {
+  const GObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+  if (!bus) return false;
+  GVariant* answer = g_dbus_connection_call_sync(
+      bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner",
+      g_variant_new("(s)", identifier.c_str()), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr);
+  if (!answer) return false;
+  gboolean owned = FALSE;
+  g_variant_get(answer, "(b)", &owned);
+  g_variant_unref(answer);
+  return owned != FALSE;
+}
+
 GtkHostApplication::~GtkHostApplication() {
   g_signal_handlers_disconnect_by_data(application_->gobj(), this);
 }
@@ -103,20 +117,23 @@ int GtkHostApplication::run(const StartRequest& request) {
 // The name on the bus is free by now, so that these processes can take it.
 void GtkHostApplication::releaseUnanswered() {
   if (unanswered_.empty()) return;
-  GDBusConnection* bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
+  const GObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
   unanswered_.clear();
-  if (!bus) return;
-  g_dbus_connection_flush_sync(bus, nullptr, nullptr);
-  g_object_unref(bus);
+  if (bus) g_dbus_connection_flush_sync(bus.get(), nullptr, nullptr);
 }
 
 void GtkHostApplication::onStartup() {
+  // Without a session bus GTK has no name for what it shows on an accessibility bus that it finds by way of
+  // the display, and crashes when a window goes.
+  if (!g_application_get_dbus_connection(G_APPLICATION(application_->gobj())))
+    g_setenv("GTK_A11Y", "none", TRUE);
   if (startCondition_ && !startCondition_()) {
     exitStatus_ = kExitCannotStart;
     return;
   }
   quitSignals_.receive([this] { askToTerminate(TerminationReason::signal); });
   application_->hold();
+  appearance_ = std::make_unique<DesktopAppearance>();
   started_ = true;
   delegate_->applicationDidFinishLaunching();
 }

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "platform/Application.h"
+#include "platform/gtk/application/DesktopAppearance.h"
 #include "platform/gtk/application/GtkMenuModel.h"
 #include "platform/gtk/application/QuitSignals.h"
 
@@ -38,6 +39,9 @@ class GtkHostApplication final : public Application {
   ~GtkHostApplication() override;
   GtkHostApplication(const GtkHostApplication&) = delete;
   GtkHostApplication& operator=(const GtkHostApplication&) = delete;
+
+  /// Whether a program with this name is on the session bus. The answer may be outdated when it arrives.
+  static bool runs(const std::string& identifier);
 
   /// Asked once, in the first instance only, before anything is built. False ends the program with
   /// `kExitCannotStart`.
@@ -99,6 +103,7 @@ class GtkHostApplication final : public Application {
   ApplicationDelegate* delegate_ = nullptr;
   Responder* responder_ = nullptr;
   QuitSignals& quitSignals_;
+  std::unique_ptr<DesktopAppearance> appearance_;
   unsigned sessionInhibitor_ = 0;  ///< Holds up the session's end while a quit is negotiated, or 0.
   bool started_ = false;           ///< The launch has begun.
   bool launched_ = false;          ///< The command line of the launch itself has been seen.

@@ -69,8 +69,12 @@ void setTitleBarVariant(GtkNative* window, bool dark) {
     gdk_x11_surface_set_theme_variant(surface, dark ? "dark" : nullptr);
 }
 
-bool canHideOtherApplications() {
+bool isX11() {
   return x11Display() != nullptr;
+}
+
+bool canHideOtherApplications() {
+  return isX11();
 }
 
 void hideOtherApplications() {

@@ -20,4 +20,7 @@ bool canHideOtherApplications();
 /// Asks the window manager to minimise all ordinary windows of other programs.
 void hideOtherApplications();
 
+/// Whether the display is an X server, and not a Wayland compositor.
+bool isX11();
+
 }  // namespace quendo::gtk

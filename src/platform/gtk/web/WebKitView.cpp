@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/gtk/web/ContentFilter.h"
+#include "platform/gtk/web/ScaleChange.h"
 #include "platform/gtk/web/WebKitSession.h"
 #include "platform/gtk/web/WebKitValues.h"
 
@@ -68,6 +69,7 @@ WebKitView::WebKitView(const WebViewConfiguration& configuration, Rendering& ren
   gtk_widget_set_hexpand(widget(), TRUE);
   gtk_widget_set_vexpand(widget(), TRUE);
   connectSignals();
+  redrawOnScaleChange(view_.get());
   startPageProcess(view_.get());
 }
 
