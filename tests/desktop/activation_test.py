@@ -49,10 +49,7 @@ def service(make_quendo):
     launcher.write_text(f"#!/bin/sh\ncd ~\nexec env -i {variables} {shlex.quote(str(quendo.installation.program))} "
                         f"{arguments} </dev/null >>{quendo.home}/output.log 2>&1\n")
     launcher.chmod(0o755)
-    # Of the services the bus looks for, these are for the session alone.
-    services = Path(os.environ["XDG_RUNTIME_DIR"]) / "dbus-1" / "services"
-    services.mkdir(parents=True, exist_ok=True)
-    file = services / f"{NAME}.service"
+    file = Path(os.environ["XDG_RUNTIME_DIR"]) / "dbus-1" / "services" / f"{NAME}.service"
     file.write_text(f"[D-BUS Service]\nName={NAME}\nExec={launcher}\n")
     reload_bus()
     yield quendo

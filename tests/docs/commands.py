@@ -148,7 +148,7 @@ def sudo(tree, page, words):
 KNOWN = {
     "./run": quendo, "./test": test, "/usr/bin/python3": python, "bench/run": bench, "cmake": cmake, "node": node,
     "npm": npm, "quendo": quendo, "scripts/fuzz": fuzz, "sudo": sudo,
-    "scripts/with-desktop": lambda tree, page, words: command(tree, page, words),
+    "scripts/with-desktop": lambda tree, page, words: command(tree, page, words[words[:1] == ["--wayland"]:]),
 }
 
 
