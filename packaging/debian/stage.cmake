@@ -5,10 +5,10 @@ set(here ${CPACK_QUENDO_SOURCE_DIR}/packaging/debian)
 set(documents ${usr}/share/doc/${CPACK_PACKAGE_NAME})
 file(MAKE_DIRECTORY ${documents})
 
-# CPack has installed into a folder of its own.
+# CPack has installed into a folder of its own. Files that come out of an archive have the permissions of its maker.
 set(CMAKE_INSTALL_PREFIX ${CPACK_PACKAGING_INSTALL_PREFIX})
 configure_file(${CPACK_QUENDO_SOURCE_DIR}/packaging/com.quendo.Quendo.service.in
-               ${usr}/share/dbus-1/services/com.quendo.Quendo.service @ONLY)
+               ${usr}/share/dbus-1/services/com.quendo.Quendo.service @ONLY NO_SOURCE_PERMISSIONS)
 
 # Without the name and the time, which would differ from one build to the next.
 function(compress file)
@@ -42,6 +42,4 @@ file(READ ${here}/copyright copyright)
 file(READ ${usr}/share/quendo/licenses.txt licenses)
 file(WRITE ${documents}/copyright "${copyright}\n${licenses}")
 
-file(COPY_FILE ${here}/lintian-overrides ${documents}/overrides)
-file(MAKE_DIRECTORY ${usr}/share/lintian/overrides)
-file(RENAME ${documents}/overrides ${usr}/share/lintian/overrides/${CPACK_PACKAGE_NAME})
+configure_file(${here}/lintian-overrides ${usr}/share/lintian/overrides/${CPACK_PACKAGE_NAME} COPYONLY NO_SOURCE_PERMISSIONS)
