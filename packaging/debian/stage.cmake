@@ -1,5 +1,5 @@
-# Adds what only a Debian package has to the tree that CPack packs, and takes away what it has not: the manual pages compressed, the changelog, the
-# copyright file, the argued exceptions to lintian's rules.
+# Adds what only a Debian package has to the tree that CPack packs: compressed manual pages, the changelog, the copyright
+# file, the argued exceptions to lintian's rules. Takes out the compiler's comment, which no Debian program has.
 set(usr ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr)
 set(here ${CPACK_QUENDO_SOURCE_DIR}/packaging/debian)
 set(documents ${usr}/share/doc/${CPACK_PACKAGE_NAME})
@@ -42,4 +42,5 @@ file(READ ${here}/copyright copyright)
 file(READ ${usr}/share/quendo/licenses.txt licenses)
 file(WRITE ${documents}/copyright "${copyright}\n${licenses}")
 
-configure_file(${here}/lintian-overrides ${usr}/share/lintian/overrides/${CPACK_PACKAGE_NAME} COPYONLY NO_SOURCE_PERMISSIONS)
+configure_file(${here}/lintian-overrides ${usr}/share/lintian/overrides/${CPACK_PACKAGE_NAME}
+               COPYONLY NO_SOURCE_PERMISSIONS)
